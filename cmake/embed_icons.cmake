@@ -1,0 +1,17 @@
+# embed_icons(<out>): writes widgets/icon_data.h with every icon of resources/ as text.
+function(embed_icons directory)
+    file(GLOB files CONFIGURE_DEPENDS
+        ${CMAKE_SOURCE_DIR}/resources/sontaro.svg ${CMAKE_SOURCE_DIR}/resources/icons/*.svg)
+    set(rows "")
+    foreach(file IN LISTS files)
+        get_filename_component(name ${file} NAME_WE)
+        file(READ ${file} svg)
+        string(APPEND rows "    {\"${name}\", R\"svg(${svg})svg\"},\n")
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    endforeach()
+    set(content "// Made from resources/ when the build is configured.\n#pragma once\n\n")
+    string(APPEND content "namespace sontaro {\n\nstruct IconData {\n    const char* name;\n")
+    string(APPEND content "    const char* svg;\n};\n\n")
+    string(APPEND content "inline constexpr IconData kIconData[] = {\n${rows}};\n\n}  // namespace sontaro\n")
+    file(CONFIGURE OUTPUT ${directory}/widgets/icon_data.h CONTENT "${content}" @ONLY)
+endfunction()

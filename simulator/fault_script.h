@@ -1,0 +1,34 @@
+// What is wrong with a simulated player.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/result.h"
+
+namespace sontaro::simulator {
+
+/// Faults, any of them at once; without any the player is sound.
+struct FaultScript {
+    bool refuse = false;        ///< nothing listens: connections are refused
+    bool silent = false;        ///< connections are accepted, nothing is ever said
+    bool drop = false;          ///< a request resets its connection
+    bool notSupported = false;  ///< every request is answered as not supported
+    bool garbage = false;       ///< random bytes go ahead of every reply as a packet of their own
+    bool oversize = false;      ///< replies announce 0xFFFFFFF0 payload bytes
+    std::size_t cut = 0;        ///< bytes per piece in which packets go out; 0: in one
+    std::optional<std::size_t> closeAfter;  ///< a connection ends after so many bytes to the tool
+    std::chrono::milliseconds delay{0};     ///< before every reply
+
+    bool operator==(const FaultScript&) const = default;
+};
+
+/// The faults that `script` names, separated by commas: refuse, silent, drop, not-supported,
+/// garbage, oversize, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty
+/// script has none. Fails, with a reason for the user, on anything else.
+[[nodiscard]] Result<FaultScript> ParseFaultScript(std::string_view script);
+
+}  // namespace sontaro::simulator

@@ -1,0 +1,76 @@
+#include <fmt/format.h>
+
+#include <atomic>
+#include <csignal>
+#include <fstream>
+#include <iostream>
+
+#include "simulator/player_arguments.h"
+
+namespace sontaro::simulator {
+
+namespace {
+
+enum ExitCode : int { kEnded = 0, kFailed = 1, kBadArguments = 2 };
+
+std::atomic_flag stopWanted = ATOMIC_FLAG_INIT;
+
+extern "C" void OnStopSignal(int) {
+    stopWanted.test_and_set();
+    stopWanted.notify_all();
+}
+
+int Fail(ExitCode code, const std::string& reason) {
+    std::cerr << "sontaro-player: " << reason << '\n';
+    return code;
+}
+
+void SayReady(PlayerGroup& players) {
+    for (std::size_t i = 0; i < players.Size(); ++i) {
+        const SimulatedPlayer& player = players.Player(i);
+        const Endpoint address = player.Address();
+        std::cout << fmt::format("{}:{} {} ready\n", FormatIpv4(address.address), address.port,
+                                 player.Identity().id)
+                  << std::flush;
+    }
+}
+
+int RunPlayers(const std::vector<PlayerOptions>& options) {
+    PlayerGroup players(options);
+    if (const Status started = players.Start(); !started) return Fail(kFailed, started.reason());
+    SayReady(players);
+    stopWanted.wait(false);
+    players.Stop();
+    return kEnded;
+}
+
+int Run(const PlayerArguments& arguments) {
+    auto players = LineUp(arguments.lineUp);
+    if (!players) return Fail(kBadArguments, players.reason());
+    std::ofstream file;
+    if (!arguments.log.empty()) file.open(arguments.log);
+    if (!file) return Fail(kFailed, "cannot write " + arguments.log.string());
+    EventLog log(file);
+    for (PlayerOptions& player : *players) player.log = file.is_open() ? &log : nullptr;
+    return RunPlayers(*players);
+}
+
+}  // namespace
+
+int Main(const std::vector<std::string_view>& texts) {
+    const Result<PlayerArguments> arguments = ParsePlayerArguments(texts);
+    if (!arguments) return Fail(kBadArguments, arguments.reason() + " (see --help)");
+    if (arguments->help) {
+        std::cout << PlayerHelp();
+        return kEnded;
+    }
+    std::signal(SIGINT, OnStopSignal);
+    std::signal(SIGTERM, OnStopSignal);
+    return Run(*arguments);
+}
+
+}  // namespace sontaro::simulator
+
+int main(int argc, char** argv) {
+    return sontaro::simulator::Main(std::vector<std::string_view>(argv + 1, argv + argc));
+}

@@ -1,0 +1,115 @@
+#include "simulator/player_arguments.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "simulator/number.h"
+
+namespace sontaro::simulator {
+
+namespace {
+
+constexpr std::uint16_t kDefaultPort = 9000;
+constexpr std::size_t kLargestCount = 100'000;
+
+/// Takes over an option's value; false when the value is impossible.
+using Setter = bool (*)(PlayerArguments& arguments, std::string_view value);
+
+struct OptionRow {
+    std::string_view name;
+    std::string_view value;  ///< what stands for the value in the help; empty: there is none
+    std::string_view help;
+    Setter set;
+};
+
+bool SetCount(PlayerArguments& arguments, std::string_view value) {
+    const auto count = ParseNumber<std::size_t>(value, 1, kLargestCount);
+    if (count) arguments.lineUp.count = *count;
+    return count.has_value();
+}
+
+bool SetBaseAddress(PlayerArguments& arguments, std::string_view value) {
+    const auto address = ParseIpv4(std::string(value));
+    if (address) arguments.lineUp.baseAddress = *address;
+    return address.has_value();
+}
+
+bool SetPort(PlayerArguments& arguments, std::string_view value) {
+    const auto port = ParseNumber<std::uint16_t>(value, 0, UINT16_MAX);
+    if (port) arguments.lineUp.port = *port;
+    return port.has_value();
+}
+
+bool SetName(PlayerArguments& arguments, std::string_view value) {
+    arguments.lineUp.name = value;
+    return !value.empty();
+}
+
+bool SetStore(PlayerArguments& arguments, std::string_view value) {
+    arguments.lineUp.store = value;
+    return !value.empty();
+}
+
+bool SetLog(PlayerArguments& arguments, std::string_view value) {
+    arguments.log = value;
+    return !value.empty();
+}
+
+bool SetFaults(PlayerArguments& arguments, std::string_view value) {
+    const Result<FaultScript> faults = ParseFaultScript(value);
+    if (faults) arguments.lineUp.faults = *faults;
+    return faults.ok();
+}
+
+bool SetHelp(PlayerArguments& arguments, std::string_view) { return arguments.help = true; }
+
+constexpr OptionRow kOptions[] = {
+    {"--count", "N", "number of players (1)", SetCount},
+    {"--base-address", "IP", "the first player's address, the others follow (127.0.0.2)",
+     SetBaseAddress},
+    {"--port", "PORT", "TCP port of each player, 0 for any free one (9000)", SetPort},
+    {"--name", "TEXT", "start of the IDs, up to 12 bytes with the number (SIMPLAYER)", SetName},
+    {"--store", "DIR", "keep each player's state in a file in DIR", SetStore},
+    {"--log", "FILE", "write a line per event to FILE", SetLog},
+    {"--fault", "SCRIPT",
+     "faults of every player, separated by commas: refuse, silent, drop,\n"
+     "not-supported, garbage, oversize, cut=BYTES, close-after=BYTES, delay=500ms",
+     SetFaults},
+    {"--help", "", "show this text", SetHelp},
+};
+
+}  // namespace
+
+std::string PlayerHelp() {
+    constexpr int kColumn = 24;
+    std::string text = "sontaro-player: simulated video players on this machine\n\n";
+    for (const OptionRow& row : kOptions) {
+        std::string help(row.help);
+        if (const std::size_t end = help.find('\n'); end != std::string::npos)
+            help.insert(end + 1, kColumn + 2, ' ');
+        text +=
+            fmt::format("  {:<{}}{}\n", fmt::format("{} {}", row.name, row.value), kColumn, help);
+    }
+    return text;
+}
+
+Result<PlayerArguments> ParsePlayerArguments(const std::vector<std::string_view>& arguments) {
+    PlayerArguments parsed;
+    parsed.lineUp.port = kDefaultPort;
+    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+        const auto row = std::ranges::find(kOptions, *argument, &OptionRow::name);
+        if (row == std::end(kOptions)) return Error{fmt::format("unknown option {}", *argument)};
+        std::string_view value;
+        if (!row->value.empty()) {
+            if (++argument == arguments.end())
+                return Error{fmt::format("{} needs a value", row->name)};
+            value = *argument;
+        }
+        if (!row->set(parsed, value))
+            return Error{fmt::format("{} cannot be \"{}\"", row->name, value)};
+    }
+    return parsed;
+}
+
+}  // namespace sontaro::simulator

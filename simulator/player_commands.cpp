@@ -1,0 +1,75 @@
+#include "simulator/player_commands.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "simulator/video_commands.h"
+
+namespace sontaro::simulator {
+
+namespace {
+
+/// Changes the state and fills in the reply, whose command and sub-command are set already and
+/// whose payload length is set afterwards.
+using Handler = void (*)(PlayerState& state, const DevicePacket& request, Answer& answer);
+
+struct CommandRow {
+    Command command;
+    std::optional<std::uint16_t> block;  ///< the sub-command it is for; none: every one
+    Handler handle;
+};
+
+/// A period that no power of two divides shows pieces of the block that get lost or swapped.
+void HandlePlayerData(PlayerState&, const DevicePacket& request, Answer& answer) {
+    constexpr std::size_t kPatternPeriod = 251;
+    answer.reply.header.argument = request.header.argument;
+    answer.reply.payload.resize(kPlayerDataSize);
+    for (std::size_t i = 0; i < kPlayerDataSize; ++i)
+        answer.reply.payload[i] = static_cast<std::uint8_t>(i % kPatternPeriod);
+}
+
+void HandleLayoutState(PlayerState& state, const DevicePacket&, Answer& answer) {
+    answer.reply.header.argument = state.layoutLocked ? 1 : 0;
+    for (const std::string& layout : state.layouts) {
+        const std::string entry = layout + '?';
+        const ByteView bytes = AsBytes(entry);
+        answer.reply.payload.insert(answer.reply.payload.end(), bytes.begin(), bytes.end());
+    }
+}
+
+void HandleCloseLinks(PlayerState&, const DevicePacket&, Answer&) {}
+
+constexpr CommandRow kCommands[] = {
+    {kCommandPlayerData, std::nullopt, HandlePlayerData},
+    {kCommandCloseLinks, std::nullopt, HandleCloseLinks},
+    {kCommandLayoutState, std::nullopt, HandleLayoutState},
+    {kCommandVideo, std::nullopt, HandleVideoCommand},
+};
+
+}  // namespace
+
+Answer HandleRequest(PlayerState& state, const DevicePacket& request) {
+    const PacketHeader& asked = request.header;
+    const auto row = std::ranges::find_if(kCommands, [&](const CommandRow& candidate) {
+        return candidate.command == asked.command &&
+               candidate.block.value_or(asked.subCommand) == asked.subCommand;
+    });
+    if (row == std::end(kCommands)) return NotSupported(request);
+    Answer answer;
+    PacketHeader& header = answer.reply.header;
+    header.command = asked.command | kReplyBit;
+    header.subCommand = asked.subCommand;
+    row->handle(state, request, answer);
+    header.payloadLength = static_cast<std::uint32_t>(answer.reply.payload.size());
+    return answer;
+}
+
+Answer NotSupported(const DevicePacket& request) {
+    Answer answer;
+    answer.reply.header.command = request.header.command | kReplyBit | kNotSupportedBit;
+    answer.reply.header.subCommand = request.header.subCommand;
+    answer.reply.header.argument = request.header.argument;
+    return answer;
+}
+
+}  // namespace sontaro::simulator

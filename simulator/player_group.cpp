@@ -1,0 +1,130 @@
+#include "simulator/player_group.h"
+
+#include <fmt/format.h>
+
+#include "link/discovery.h"
+
+namespace sontaro::simulator {
+
+namespace {
+
+constexpr std::size_t kMostPlayers = 200;
+constexpr std::size_t kLongestDatagram = 0x10000;
+
+struct Model {
+    std::uint16_t versionWord;
+    std::uint16_t fpgaVersion;
+    std::uint16_t channelCode;
+};
+
+constexpr Model kModels[] = {
+    {0x1230, 0, 1}, {0x2140, 12, 41}, {0x1260, 0, 2}, {0x2300, 15, 11}, {0x2140, 12, 4},
+};
+
+PlayerIdentity IdentityAt(std::size_t index, std::string id) {
+    const Model& model = kModels[index % std::size(kModels)];
+    PlayerIdentity identity;
+    identity.id = std::move(id);
+    identity.versionWord = model.versionWord;
+    identity.fpgaVersion = model.fpgaVersion;
+    identity.channelCode = model.channelCode;
+    return identity;
+}
+
+std::string IdAt(const LineUpOptions& options, std::size_t index) {
+    if (options.count == 1 && !options.name.empty()) return options.name;
+    const std::string prefix = options.name.empty() ? "SIMPLAYER" : options.name;
+    return prefix + std::to_string(index + 1);
+}
+
+PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
+    PlayerOptions player;
+    player.address = options.baseAddress;
+    player.address.octets[3] = static_cast<std::uint8_t>(player.address.octets[3] + index);
+    player.port = options.port;
+    player.identity = IdentityAt(index, IdAt(options, index));
+    if (!options.store.empty())
+        player.file = options.store / (FormatIpv4(player.address) + ".json");
+    player.faults = options.faults;
+    player.log = options.log;
+    return player;
+}
+
+Status Check(const LineUpOptions& options) {
+    constexpr std::size_t kLastOctet = 254;
+    constexpr std::uint8_t kLoopbackNetwork = 127;
+    const auto& octets = options.baseAddress.octets;
+    if (options.count < 1 || options.count > kMostPlayers)
+        return Error{fmt::format("there can be 1 to {} players", kMostPlayers)};
+    if (octets[0] != kLoopbackNetwork)
+        return Error{FormatIpv4(options.baseAddress) + " is not an address within 127.0.0.0/8"};
+    if (octets[3] < 1 || octets[3] + options.count - 1 > kLastOctet)
+        return Error{fmt::format("{} addresses from {} do not end at .{} or before", options.count,
+                                 FormatIpv4(options.baseAddress), kLastOctet)};
+    const std::string longest = IdAt(options, options.count - 1);
+    if (longest.size() > kLongestId)
+        return Error{fmt::format("the ID {} is longer than {} bytes", longest, kLongestId)};
+    return Done{};
+}
+
+}  // namespace
+
+Result<std::vector<PlayerOptions>> LineUp(const LineUpOptions& options) {
+    if (const Status checked = Check(options); !checked) return Error{checked.reason()};
+    std::vector<PlayerOptions> players;
+    for (std::size_t i = 0; i < options.count; ++i) players.push_back(PlayerAt(options, i));
+    return players;
+}
+
+PlayerGroup::PlayerGroup(const std::vector<PlayerOptions>& players) {
+    for (const PlayerOptions& options : players)
+        players_.push_back(std::make_unique<SimulatedPlayer>(options));
+}
+
+Status PlayerGroup::Start() {
+    Stop();
+    Status started = StartPlayers();
+    if (started) started = HearBroadcasts();
+    if (!started) Stop();
+    return started;
+}
+
+Status PlayerGroup::StartPlayers() {
+    for (const auto& player : players_)
+        if (Status started = player->Start(); !started) return started;
+    return Done{};
+}
+
+Status PlayerGroup::HearBroadcasts() {
+    hearing_ = true;
+    for (const std::uint16_t port : kDiscoveryPorts) {
+        auto socket = std::make_unique<Socket>(Socket::Udp());
+        if (!socket->ShareLoopbackAddress() || !socket->Bind({kBroadcastAddress, port}))
+            return Error{fmt::format("cannot hear broadcasts on port {}", port)};
+        Socket& shared = *sockets_.emplace_back(std::move(socket));
+        if (!threads_.Start([this, &shared] { PassOn(shared); }))
+            return Error{"the system has no thread left"};
+    }
+    return Done{};
+}
+
+void PlayerGroup::PassOn(Socket& socket) {
+    Bytes buffer(kLongestDatagram);
+    Endpoint sender;
+    while (hearing_) {
+        const std::int64_t count = socket.ReceiveFrom(buffer, sender);
+        if (!hearing_ || count <= 0) continue;
+        const ByteView datagram = ByteView(buffer).first(static_cast<std::size_t>(count));
+        for (const auto& player : players_) player->HearRequest(datagram, sender);
+    }
+}
+
+void PlayerGroup::Stop() {
+    hearing_ = false;
+    for (const auto& socket : sockets_) socket->Shutdown();
+    threads_.Join();
+    sockets_.clear();
+    for (const auto& player : players_) player->Stop();
+}
+
+}  // namespace sontaro::simulator

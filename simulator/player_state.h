@@ -1,0 +1,85 @@
+// What a simulated player remembers, and how it is kept in a file.
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+
+namespace sontaro::simulator {
+
+struct Video {
+    std::string name;
+    int seconds = 0;  ///< duration; a video without one is never played to its end
+
+    bool operator==(const Video&) const = default;
+};
+
+struct VideoFolder {
+    std::string name;
+    std::vector<Video> videos;
+
+    bool operator==(const VideoFolder&) const = default;
+};
+
+/// What a button of the remote control makes the player do; the values are the type numbers of the
+/// captions. The first five are play modes.
+enum class Action : int {
+    kFolderLoop = 2,
+    kSingleLoop = 3,
+    kSinglePlay = 4,
+    kFolderRandom = 5,
+    kAllRandom = 6,
+    kPlay = 7,
+    kPause = 8,
+    kPrevious = 9,
+    kNext = 10,
+    kPowerOn = 11,
+    kPowerOff = 12,
+    kScreenEffect = 13,
+    kUsbPrevious = 200,
+    kUsbNext = 201,
+};
+
+/// A button as the player names it. The caption is also the command that the button sends.
+struct Caption {
+    Action type{};
+    std::string text;
+
+    bool operator==(const Caption&) const = default;
+};
+
+struct PlayerState {
+    bool poweredOn = true;
+    bool playing = true;
+    bool layoutLocked = false;
+    bool screenEffect = false;
+    Action playMode = Action::kFolderLoop;
+    int volume = 60;                        ///< 0 to 100
+    std::string layout;                     ///< the one shown, of `layouts`
+    std::vector<std::string> layouts;       ///< file names
+    std::vector<Caption> captions;          ///< of equal texts the first one counts
+    std::vector<VideoFolder> folders;       ///< on the player's own disk
+    VideoFolder usb;                        ///< on the USB disk
+    bool playingUsb = false;                ///< the video is one of `usb`, else of `folders`
+    int folder = 0;                         ///< index of the folder played, or played last
+    int video = 0;                          ///< index in that folder or in `usb`
+    unsigned shuffle = 1;                   ///< where the random play modes have got to
+    std::chrono::microseconds position{0};  ///< in the current video; not kept in the file
+
+    bool operator==(const PlayerState&) const = default;
+};
+
+/// A player as it comes: two folders of videos, three layouts, three USB videos, Chinese captions.
+[[nodiscard]] PlayerState FactoryState();
+
+/// The state as JSON text.
+[[nodiscard]] std::string WriteState(const PlayerState& state);
+
+/// The factory state with what the JSON text says instead; what is missing or of another type
+/// stays. Fails on a text that is not a JSON object.
+[[nodiscard]] Result<PlayerState> ReadState(std::string_view text);
+
+}  // namespace sontaro::simulator

@@ -1,0 +1,114 @@
+// A player that exists only in software, for tests and demonstrations.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "base/result.h"
+#include "base/thread_group.h"
+#include "simulator/connection.h"
+#include "simulator/discovery_reply.h"
+#include "simulator/event_log.h"
+#include "simulator/packet_history.h"
+
+namespace sontaro::simulator {
+
+struct PlayerOptions {
+    Ipv4Address address{{127, 0, 0, 2}};  ///< within 127.0.0.0/8
+    std::uint16_t port = 0;               ///< TCP port; 0: the system picks one at the first start
+    PlayerIdentity identity;
+    PlayerState state = FactoryState();
+    FaultScript faults;
+    Pacing pacing;
+    double speed = 1;  ///< seconds of video that go by in a second
+    std::filesystem::path
+        file;                 ///< keeps the state from one start to the next; empty: nothing does
+    EventLog* log = nullptr;  ///< outlives the player
+};
+
+/// Listens on TCP and for discovery requests to its own address; broadcasts reach it through
+/// `HearRequest`. `Start` and `Stop` are called by one thread, everything else by any.
+class SimulatedPlayer final : private ConnectionOwner {
+ public:
+    explicit SimulatedPlayer(PlayerOptions options);
+    ~SimulatedPlayer() override { Stop(); }
+    SimulatedPlayer(const SimulatedPlayer&) = delete;
+    SimulatedPlayer& operator=(const SimulatedPlayer&) = delete;
+
+    /// Starts listening. Fails when the address or port cannot be had or the file is unusable.
+    Status Start();
+    /// Ends every connection and thread. The player can be started again, on the same port.
+    void Stop();
+
+    /// Address and TCP port; the port is known after the first start.
+    [[nodiscard]] Endpoint Address() const;
+    [[nodiscard]] const PlayerIdentity& Identity() const { return options_.identity; }
+
+    /// A copy of the state at this moment.
+    [[nodiscard]] PlayerState State() override;
+    /// Changes the state as if by the player's own menu. `change` must not call the player.
+    void ChangeState(const std::function<void(PlayerState&)>& change);
+
+    /// The requests received on every connection, in order. A request is entered when it has been
+    /// served: what it changes is visible in `State` by then.
+    [[nodiscard]] std::vector<DevicePacket> ReceivedPackets() const { return history_.Copy(); }
+    void ForgetPackets() { history_.Clear(); }
+    /// The first request received, before or within `limit`, that `matches`.
+    [[nodiscard]] std::optional<DevicePacket> WaitForPacket(const PacketPredicate& matches,
+                                                            std::chrono::milliseconds limit) const {
+        return history_.WaitFor(matches, limit);
+    }
+
+    /// Changes the faults; connections stay, and what is being sent goes out as it began.
+    void SetFaults(const FaultScript& faults);
+    /// Ends every connection orderly, in the middle of a packet if need be.
+    void DropConnections();
+    [[nodiscard]] std::size_t ConnectionCount() const;
+    /// Waits until there are `count` connections; false when there are not after `limit`.
+    [[nodiscard]] bool WaitForConnectionCount(std::size_t count,
+                                              std::chrono::milliseconds limit) const;
+
+    /// Answers a datagram from `sender` when it is a discovery request that the player hears.
+    void HearRequest(ByteView datagram, const Endpoint& sender);
+
+ private:
+    using Clock = std::chrono::steady_clock;
+
+    [[nodiscard]] FaultScript Faults() const override;
+    [[nodiscard]] std::optional<Answer> Serve(const DevicePacket& request) override;
+    void Note(std::string_view event) override;
+
+    Status Load();
+    Status Open();
+    Status StartThreads();
+    void AcceptConnections();
+    void Welcome(Socket socket);
+    void Remove(const std::shared_ptr<Connection>& connection);
+    void ListenForRequests(const std::shared_ptr<Socket>& socket);
+    void ListenOrRefuse();
+    void AdvanceToNow();
+    Status Save();
+
+    const PlayerOptions options_;
+    const std::string name_;  // the address, for the log
+    PacketHistory history_;
+
+    mutable std::mutex mutex_;  // guards everything below
+    mutable std::condition_variable changed_;
+    bool running_ = false;
+    std::uint16_t port_;
+    PlayerState state_;
+    Clock::time_point stateTime_ = Clock::now();  // of `state_.position`
+    std::string savedState_;
+    FaultScript faults_;
+    std::shared_ptr<Socket> listener_;                // absent while connections are refused
+    std::vector<std::shared_ptr<Socket>> discovery_;  // one per port; absent while stopped
+    std::vector<std::shared_ptr<Connection>> connections_;
+
+    ThreadGroup threads_;
+};
+
+}  // namespace sontaro::simulator

@@ -1,0 +1,134 @@
+#include "app/application.h"
+
+#include <wx/image.h>
+#include <wx/log.h>
+
+#include <cstdio>
+
+#include "app/application_title.h"
+#include "app/tour_script.h"
+#include "base/folders.h"
+#include "base/window_titles.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr int kUsageError = 2;
+constexpr int kStartFailed = 1;
+constexpr const char* kDemoLocalAddress = "127.0.0.1";
+
+constexpr LocalText kAlreadyRunning = {"已经有一个实例在运行中！",
+                                       "There is an running instance already!"};
+constexpr LocalText kDemoMark = {" 演示", " Demo"};
+constexpr LocalText kNoPlayers = {"无法启动模拟播放器：", "The simulated players cannot be started: "};
+
+}  // namespace
+
+bool CSontaroApp::OnInit() {
+    delete wxLog::SetActiveTarget(new wxLogStderr);
+    ended_ = true;
+    if (!TakeCommandLine()) return true;
+    FixTitleAndLanguage();
+    if (!IsOnlyInstance() || !StartDemoPlayers()) return true;
+    ended_ = false;
+    wxImage::AddHandler(new wxPNGHandler);
+    OpenMainWindow();
+    if (!commandLine_.tour.empty()) {
+        tour_ = std::make_unique<Tour>(commandLine_.tour);
+        WriteTourScript(*tour_, *players_);
+        tour_->Start();
+    }
+    return true;
+}
+
+bool CSontaroApp::TakeCommandLine() {
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) arguments.push_back(FromWx(argv[i]));
+    const Result<CommandLine> line = ParseCommandLine(arguments);
+    if (!line) {
+        std::fprintf(stderr, "sontaro: %s\n%s", line.reason().c_str(), CommandLineHelp().c_str());
+        exitCode_ = kUsageError;
+        return false;
+    }
+    commandLine_ = *line;
+    if (commandLine_.help) std::fputs(CommandLineHelp().c_str(), stdout);
+    return !commandLine_.help;
+}
+
+void CSontaroApp::FixTitleAndLanguage() {
+    SetLanguage(commandLine_.language.value_or(SystemLanguage()));
+    std::string title = TitleFromTemplates(ProgramFolder());
+    if (commandLine_.demoPlayers) title += Localized(kDemoMark);
+    SetApplicationTitle(title);
+    SetAppDisplayName(ToWx(title));
+}
+
+bool CSontaroApp::IsOnlyInstance() {
+    instance_ = std::make_unique<SingleInstance>(ApplicationTitle(), [this] {
+        if (window_) window_->BringForward();
+    });
+    if (!instance_->IsAnotherRunning()) return true;
+    prompts_.Warn(Localized(kAlreadyRunning));
+    instance_->RaiseOther();
+    return false;
+}
+
+bool CSontaroApp::StartDemoPlayers() {
+    if (!commandLine_.demoPlayers) return true;
+    simulator::LineUpOptions options;
+    options.count = static_cast<std::size_t>(*commandLine_.demoPlayers);
+    const auto lineUp = simulator::LineUp(options);
+    Status started = lineUp ? Status(Done{}) : Error{lineUp.reason()};
+    if (lineUp) {
+        players_ = std::make_unique<simulator::PlayerGroup>(*lineUp);
+        started = players_->Start();
+    }
+    if (started) return true;
+    prompts_.Warn(Localized(kNoPlayers) + started.reason());
+    exitCode_ = kStartFailed;
+    return false;
+}
+
+/// A file of the user's; a demonstration has its own and leaves the real ones alone.
+std::filesystem::path CSontaroApp::UserFile(const std::string& name) const {
+    return ConfigFolder() / (commandLine_.demoPlayers ? "demo-" + name : name);
+}
+
+void CSontaroApp::OpenMainWindow() {
+    gate_ = std::make_unique<UiGate>();
+    directory_ = std::make_unique<WindowDirectory>(*gate_);
+    threads_ = std::make_unique<ThreadGroup>();
+    preferences_ = std::make_unique<JsonFile>(UserFile("preferences.json"));
+    remarks_ = std::make_unique<DeviceRemarks>(UserFile("remarks.json"));
+    const UiServices services{{*directory_, *threads_, prompts_}, *preferences_};
+    std::string address = commandLine_.localAddress;
+    if (address.empty() && commandLine_.demoPlayers) address = kDemoLocalAddress;
+    const auto temporary = EnsureTempFolder(ProgramFolder());
+    window_ = new CSontaroDlg(services, {temporary ? *temporary : std::filesystem::path(),
+                                         {*remarks_, address},
+                                         commandLine_.demoPlayers.value_or(0)});
+    window_->Bind(wxEVT_DESTROY, [this](wxWindowDestroyEvent& event) {
+        if (event.GetEventObject() == window_) window_ = nullptr;
+        event.Skip();
+    });
+    SetTopWindow(window_);
+    window_->Show();
+}
+
+int CSontaroApp::OnRun() {
+    if (ended_) return exitCode_;
+    const int code = wxApp::OnRun();
+    return tour_ && !tour_->Succeeded() ? kStartFailed : code;
+}
+
+int CSontaroApp::OnExit() {
+    if (directory_) directory_->ShutDown();
+    if (threads_) threads_->Join();
+    tour_.reset();
+    players_.reset();
+    return wxApp::OnExit();
+}
+
+}  // namespace sontaro

@@ -1,0 +1,49 @@
+// The running program.
+#pragma once
+
+#include <wx/app.h>
+
+#include <memory>
+
+#include "app/command_line.h"
+#include "app/main_window.h"
+#include "app/single_instance.h"
+#include "app/tour.h"
+#include "simulator/player_group.h"
+#include "widgets/message_prompts.h"
+#include "widgets/ui_gate.h"
+
+namespace sontaro {
+
+/// Fixes title and language, makes sure that it is alone, and runs the main window.
+class CSontaroApp : public wxApp {
+   public:
+    bool OnInit() override;
+    int OnRun() override;
+    int OnExit() override;
+
+   private:
+    /// Reads the options; false when the program ends here, with `exitCode_`.
+    [[nodiscard]] bool TakeCommandLine();
+    void FixTitleAndLanguage();
+    [[nodiscard]] bool IsOnlyInstance();
+    [[nodiscard]] bool StartDemoPlayers();
+    [[nodiscard]] std::filesystem::path UserFile(const std::string& name) const;
+    void OpenMainWindow();
+
+    CommandLine commandLine_;
+    int exitCode_ = 0;
+    bool ended_ = false;  // nothing to run
+    std::unique_ptr<SingleInstance> instance_;
+    std::unique_ptr<simulator::PlayerGroup> players_;
+    std::unique_ptr<UiGate> gate_;
+    std::unique_ptr<WindowDirectory> directory_;
+    std::unique_ptr<ThreadGroup> threads_;
+    MessagePrompts prompts_;
+    std::unique_ptr<JsonFile> preferences_;
+    std::unique_ptr<DeviceRemarks> remarks_;
+    CSontaroDlg* window_ = nullptr;  // owned by the toolkit
+    std::unique_ptr<Tour> tour_;
+};
+
+}  // namespace sontaro

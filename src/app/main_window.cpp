@@ -1,0 +1,204 @@
+#include "app/main_window.h"
+
+#include <wx/app.h>
+#include <wx/button.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+#include <wx/statline.h>
+
+#include "app/about_dialog.h"
+#include "app/feature_buttons.h"
+#include "base/folders.h"
+#include "base/window_titles.h"
+#include "videocontrol/video_control_dialog.h"
+#include "widgets/common_texts.h"
+#include "widgets/front_dialog.h"
+#include "widgets/icons.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr int kFadeTimer = 1;
+constexpr int kFadeStepMilliseconds = 20;
+constexpr int kFadeStep = 5;  // 51 steps: one second from opaque to invisible
+
+constexpr LocalText kNotBuilt = {"此功能尚未完成。", "This feature is not built yet."};
+constexpr LocalText kAbout = {"关于", "About"};
+constexpr LocalText kPurpose = {"网络视频播放器的配置与遥控",
+                                "Configuration and remote control of networked video players"};
+constexpr LocalText kDemonstration = {
+    "演示模式：本程序内有 %d 台模拟播放器，没有连接真实设备。",
+    "Demonstration: %d simulated player(s) inside this program, no real device is connected."};
+constexpr LocalText kNoDevice = {"当前播放器：无", "Current player: none"};
+constexpr LocalText kCurrentDevice = {"当前播放器：", "Current player: "};
+
+bool IsInLayout(const FeatureButton& button) {
+    return CurrentLanguage() == Language::kChinese || button.text.english;
+}
+
+}  // namespace
+
+CSontaroDlg::CSontaroDlg(const UiServices& services, const MainWindowSetup& setup)
+    : wxDialog(nullptr, wxID_ANY, ToWx(TitleOf(Window::kMain)), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxMINIMIZE_BOX | wxDIALOG_NO_PARENT),
+      services_(services),
+      setup_(setup),
+      switchboard_(TitleOf(Window::kMain), services.link),
+      registration_(services_.Directory().Register(
+          TitleOf(Window::kMain),
+          [this](WindowMessage& message) { switchboard_.Handle(message); })),
+      fadeTimer_(this, kFadeTimer) {
+    SetEscapeId(wxID_NONE);
+    SetIcons(ApplicationIcons());
+    const int gap = FromDIP(16);
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, gap));
+    column->Add(MakeGroups(), wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, gap));
+    column->Add(new wxStaticLine(this), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, gap));
+    column->Add(MakeFooter(), wxSizerFlags().Expand().Border(wxALL, gap));
+    SetSizerAndFit(column);
+    Centre();
+    BindEvents();
+}
+
+CSontaroDlg::~CSontaroDlg() {
+    services_.Directory().ShutDown();  // before the links close: their threads may be waiting
+}
+
+wxSizer* CSontaroDlg::MakeHeader() {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(new wxStaticBitmap(this, wxID_ANY, ApplicationPicture(48)),
+             wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(12)));
+    auto* texts = new wxBoxSizer(wxVERTICAL);
+    auto* title = new wxStaticText(this, wxID_ANY, "");
+    title->SetFont(title->GetFont().Bold().Scaled(1.4F));
+    title->SetLabelText(ToWx(ApplicationTitle()));
+    texts->Add(title);
+    texts->Add(new wxStaticText(this, wxID_ANY, ToWx(kPurpose)),
+               wxSizerFlags().Border(wxTOP, FromDIP(4)));
+    if (setup_.demoPlayers > 0) {
+        auto* demo = new wxStaticText(this, wxID_ANY,
+                                      wxString::Format(ToWx(kDemonstration), setup_.demoPlayers));
+        demo->SetFont(demo->GetFont().Bold());
+        texts->Add(demo, wxSizerFlags().Border(wxTOP, FromDIP(4)));
+    }
+    row->Add(texts, wxSizerFlags(1).CentreVertical());
+    if (setup_.demoPlayers > 0)
+        row->Add(new wxStaticBitmap(this, wxID_ANY, LineIcon("demo", 32)),
+                 wxSizerFlags().CentreVertical());
+    return row;
+}
+
+wxSizer* CSontaroDlg::MakeGroups() {
+    constexpr int kColumns = 4;
+    const wxSize buttonSize(24 * GetCharWidth(), FromDIP(72));
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    for (const FeatureGroupText& group : kFeatureGroups) {
+        auto* heading = new wxStaticText(this, wxID_ANY, ToWx(group.text));
+        heading->SetFont(heading->GetFont().Bold());
+        column->Add(heading, wxSizerFlags().Border(wxBOTTOM, FromDIP(6)));
+        auto* grid = new wxGridSizer(kColumns, FromDIP(wxSize(8, 8)));
+        for (const FeatureButton& feature : kFeatureButtons) {
+            if (feature.group != group.group || !IsInLayout(feature)) continue;
+            auto* button = new wxButton(this, feature.id, ButtonLabel(feature.text, feature.key));
+            button->SetBitmap(LineIcon(feature.icon, 32), wxTOP);
+            button->SetMinSize(buttonSize);
+            grid->Add(button, wxSizerFlags().Expand());
+        }
+        column->Add(grid, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(14)));
+    }
+    return column;
+}
+
+wxSizer* CSontaroDlg::MakeFooter() {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    auto* about = new wxButton(this, kAboutButton, ButtonLabel(kAbout, 'A'));
+    about->SetBitmap(LineIcon("about", 16));
+    row->Add(about, wxSizerFlags().CentreVertical());
+    currentDevice_ = new wxStaticText(this, wxID_ANY, ToWx(kNoDevice), wxDefaultPosition,
+                                      wxDefaultSize, wxST_ELLIPSIZE_END);
+    row->Add(currentDevice_, wxSizerFlags(1).CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(12)));
+    if (CurrentLanguage() == Language::kEnglish)
+        row->Add(new wxButton(this, wxID_OK, ButtonLabel(kOkText, 'O')),
+                 wxSizerFlags().Border(wxRIGHT, FromDIP(8)));
+    row->Add(new wxButton(this, wxID_CANCEL, ButtonLabel(kExitText, 'E')));
+    return row;
+}
+
+void CSontaroDlg::BindEvents() {
+    for (const FeatureButton& feature : kFeatureButtons)
+        Bind(wxEVT_BUTTON, [this, id = feature.id](wxCommandEvent&) { OpenFeature(id); },
+             feature.id);
+    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ShowAbout(); }, kAboutButton);
+    Bind(wxEVT_BUTTON, [](wxCommandEvent&) { /* OK has never done anything here */ }, wxID_OK);
+    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { AskToExit(); }, wxID_CANCEL);
+    Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
+        if (event.CanVeto()) {
+            event.Veto();
+            AskToExit();
+        } else {
+            Destroy();
+        }
+    });
+    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FadeOut(); }, kFadeTimer);
+}
+
+void CSontaroDlg::OpenFeature(int id) {
+    switchboard_.Links().ForgetShownFailure();
+    if (id == kVideoControlButton) {
+        OpenVideoControl();
+    } else {
+        services_.Messages().Inform(Localized(kNotBuilt));
+    }
+}
+
+/// Lets the user choose one player, which becomes the current device.
+bool CSontaroDlg::ChooseDevice(DeviceRecord& device) {
+    CScanForDevices scan(this, services_, setup_.scan, ChoiceMode::kSingle);
+    if (scan.ShowModal() != wxID_OK) return false;
+    device = scan.Chosen().front();
+    switchboard_.Links().SetCurrentDevice({device.ip, device.tcpPort, 0});
+    currentDevice_->SetLabelText(ToWx(kCurrentDevice) + ToWx(device.ip + "   " + device.id));
+    return true;
+}
+
+void CSontaroDlg::OpenVideoControl() {
+    DeviceRecord device;
+    if (!ChooseDevice(device)) return;
+    const Target target = switchboard_.Links().CurrentDevice();
+    CVideoControlTab(this, services_, device, target).ShowModal();
+}
+
+void CSontaroDlg::ShowAbout() { AboutDialog(this).ShowModal(); }
+
+void CSontaroDlg::AskToExit() {
+    if (fadeTimer_.IsRunning() || !services_.Messages().Confirm(Localized(kExitQuestion))) return;
+    DeleteContents(setup_.temporaryFolder);
+    if (CanSetTransparent()) {
+        fadeTimer_.Start(kFadeStepMilliseconds);
+    } else {
+        Destroy();
+    }
+}
+
+void CSontaroDlg::FadeOut() {
+    opacity_ -= kFadeStep;
+    if (opacity_ > 0) {
+        SetTransparent(static_cast<wxByte>(opacity_));
+    } else {
+        fadeTimer_.Stop();
+        Destroy();
+    }
+}
+
+void CSontaroDlg::BringForward() {
+    Iconize(false);
+    Show();
+    Raise();
+    if (wxDialog* front = FrontDialog()) front->Raise();
+    RequestUserAttention();
+}
+
+}  // namespace sontaro

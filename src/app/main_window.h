@@ -1,0 +1,59 @@
+// The main window: the panel of feature buttons.
+#pragma once
+
+#include <wx/dialog.h>
+#include <wx/stattext.h>
+#include <wx/timer.h>
+
+#include <filesystem>
+#include <string>
+
+#include "app/switchboard.h"
+#include "devices/scan_dialog.h"
+#include "widgets/ui_services.h"
+
+namespace sontaro {
+
+/// Control number of the About button.
+inline constexpr int kAboutButton = 16;
+
+/// What the main window is started with.
+struct MainWindowSetup {
+    std::filesystem::path temporaryFolder;  ///< emptied at exit
+    ScanSetup scan;
+    int demoPlayers = 0;  ///< more than 0 marks the window as a demonstration
+};
+
+/// Opens every feature, owns the links to the players, and is the only place where packets leave
+/// for them. Feature dialogs reach it by the application's title.
+class CSontaroDlg : public wxDialog {
+   public:
+    CSontaroDlg(const UiServices& services, const MainWindowSetup& setup);
+    ~CSontaroDlg() override;
+
+    /// Brings the window, and the dialog that is open over it, to the front.
+    void BringForward();
+
+   private:
+    [[nodiscard]] wxSizer* MakeHeader();
+    [[nodiscard]] wxSizer* MakeGroups();
+    [[nodiscard]] wxSizer* MakeFooter();
+    void BindEvents();
+
+    void OpenFeature(int id);
+    void OpenVideoControl();
+    [[nodiscard]] bool ChooseDevice(DeviceRecord& device);
+    void ShowAbout();
+    void AskToExit();
+    void FadeOut();
+
+    UiServices services_;
+    MainWindowSetup setup_;
+    Switchboard switchboard_;
+    WindowDirectory::Registration registration_;
+    wxTimer fadeTimer_;
+    int opacity_ = 255;
+    wxStaticText* currentDevice_ = nullptr;
+};
+
+}  // namespace sontaro

@@ -1,0 +1,236 @@
+#include "app/reply_router.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <tuple>
+
+#include "base/local_text.h"
+#include "base/window_titles.h"
+#include "link/crc16.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr LocalText kNotSupported = {"当前版本不支持此功能,请及时更新！",
+                                     "This function is not supported in the current version!"};
+constexpr LocalText kLayoutLocked = {"布局已锁定，请先解锁！",
+                                     "The layout is locked, please unlock it first!"};
+constexpr LocalText kControlProtocolSaved = {"控制协议配置完成！", "Changes have been saved!"};
+
+constexpr std::uint32_t kVideoReplyParam = 10;
+constexpr std::uint16_t kLayoutIsLocked = 1;
+constexpr std::uint8_t kRestartQualifier = 1;
+
+/// A message for a window, or nothing when the reply is to be dropped.
+using Message = std::optional<WindowMessage>;
+
+WindowMessage Forward(const Reply& reply, MessageId id, std::uint32_t wParam) {
+    return {id, wParam,
+            ReplyRecord{reply.sender, reply.header.command, reply.header.subCommand,
+                        reply.header.argument, Bytes(reply.payload.begin(), reply.payload.end())},
+            0};
+}
+
+Message ForwardWithArgument(const Reply& reply, MessageId id) {
+    return Forward(reply, id, reply.header.argument);
+}
+
+Message ForwardWithBlock(const Reply& reply, MessageId id) {
+    return Forward(reply, id, reply.header.subCommand);
+}
+
+/// Blocks that answer a read with a document (argument 0) and a write with argument 1. An empty
+/// document and the answer to a test (argument 2) are no news.
+Message ForwardSettings(const Reply& reply, MessageId id) {
+    constexpr std::uint16_t kDocument = 0;
+    constexpr std::uint16_t kTested = 2;
+    const std::uint16_t argument = reply.header.argument;
+    if (argument == kTested || (argument == kDocument && reply.payload.empty())) return {};
+    return ForwardWithArgument(reply, id);
+}
+
+Message ForwardControlProtocol(const Reply& reply, MessageId id) {
+    return Forward(reply, id, reply.payload.empty() ? 0 : 1);
+}
+
+Message ForwardVideoReply(const Reply& reply, MessageId id) {
+    return Forward(reply, id, kVideoReplyParam);
+}
+
+Message ForwardPlayerData(const Reply& reply, MessageId id) {
+    if (reply.payload.size() != kPlayerDataSize) return {};
+    return ForwardWithArgument(reply, id);
+}
+
+Message ForwardLayoutState(const Reply& reply, MessageId id) {
+    if (reply.header.qualifier != 0) return {};
+    return ForwardWithArgument(reply, id);
+}
+
+Message MakeStatus(const Reply& reply, MessageId id) {
+    if (reply.payload.size() != kPlayerDataSize) return {};
+    return WindowMessage{id, reply.header.argument, PlayerStatus{reply.header.argument, 0, 0}, 0};
+}
+
+Message MakeUploadAcknowledgement(const Reply& reply, MessageId id) {
+    return WindowMessage{id, reply.header.subCommand, {}, reply.header.argument};
+}
+
+Message MakeDeviceModes(const Reply& reply, MessageId id) {
+    if (reply.header.subCommand * std::size_t{4} != reply.payload.size()) return {};
+    auto modes = std::make_unique<DeviceModes>();
+    const std::uint8_t qualifier = reply.header.qualifier;
+    modes->mode = qualifier == 1 || qualifier == 2 ? qualifier : 0;
+    const std::size_t count = std::min<std::size_t>(reply.header.subCommand, modes->entries.size());
+    for (std::size_t i = 0; i < count; ++i)
+        std::ranges::copy(reply.payload.subspan(4 * i, 4), modes->entries[i].begin());
+    return WindowMessage{id, 1, std::move(modes), 0};
+}
+
+Message MakeSerialData(const Reply& reply, MessageId id) {
+    auto serial = std::make_unique<SerialData>();
+    if (reply.payload.empty() || reply.payload.size() >= serial->bytes.size()) return {};
+    serial->count = static_cast<std::uint16_t>(reply.payload.size());
+    std::ranges::copy(reply.payload, serial->bytes.begin());
+    return WindowMessage{id, 0, std::move(serial), 0};
+}
+
+/// Whether the last two bytes are the checksum of all before them, low-order byte first.
+bool EndsWithChecksum(ByteView bytes) {
+    const std::uint16_t checksum = Crc16Modbus(bytes.first(bytes.size() - 2));
+    return bytes[bytes.size() - 2] == (checksum & 0xFF) && bytes.back() == checksum >> 8;
+}
+
+Message MakeParameterBlock(const Reply& reply, MessageId id) {
+    constexpr std::size_t kShortForm = 6517;
+    constexpr std::size_t kLongForm = 6526;
+    ByteView payload = reply.payload;
+    if (payload.size() != 0 && payload.size() != kShortForm && payload.size() != kLongForm) return {};
+    if (!payload.empty()) {
+        if (!EndsWithChecksum(payload)) return {};
+        payload = payload.first(payload.size() - 2);
+    }
+    auto block = std::make_unique<ParameterBlock>();
+    std::ranges::copy(payload, block->begin());
+    return WindowMessage{id, 0, std::move(block), 0};
+}
+
+enum class Delivery { kFirstOpen, kEveryOpen };
+
+constexpr std::uint16_t kAnyBlock = 0xFFFF;
+
+/// One way of a reply to a window. A reply takes every route that names it.
+struct RoutingRow {
+    std::uint8_t command;
+    std::uint16_t block;
+    std::array<std::optional<Window>, 4> windows;  // candidates, first choice first
+    Delivery delivery;
+    MessageId message;
+    Message (*make)(const Reply&, MessageId);
+};
+
+constexpr auto kFirst = Delivery::kFirstOpen;
+constexpr auto kEvery = Delivery::kEveryOpen;
+using enum Window;
+
+// clang-format off
+constexpr RoutingRow kRoutes[] = {
+    {kCommandSettings, kBlockControlProtocol, {{kSetParam, kBatchSend, kControlProtocol}}, kFirst, MessageId::kControlProtocol, ForwardControlProtocol},
+    {kCommandSettings, kBlockOsd, {{kOsd}}, kFirst, MessageId::kOsd, ForwardWithArgument},
+    {kCommandSettings, kBlockScreenSplitRead, {{kSetParam}}, kFirst, MessageId::kScreenSplit, ForwardWithBlock},
+    {kCommandSettings, kBlockScreenSplitWrite, {{kSetParam}}, kFirst, MessageId::kScreenSplit, ForwardWithBlock},
+    {kCommandSettings, kBlockExtendedSerialPort, {{kExtendedSerialPort}}, kFirst, MessageId::kExtendedSerialPort, ForwardSettings},
+    {kCommandSettings, kBlockSubtitles, {{kSubtitles}}, kFirst, MessageId::kSubtitles, ForwardSettings},
+    {kCommandSettings, kBlockTouchAction, {{kTouchAction}}, kFirst, MessageId::kTouchAction, ForwardSettings},
+    {kCommandSettings, kBlockCave, {{kCave}}, kFirst, MessageId::kCave, ForwardSettings},
+    {kCommandSettings, kBlockPlayerControl, {{kPlayerControl}}, kFirst, MessageId::kPlayerControl, ForwardSettings},
+    {kCommandSettings, kBlockPlayerTimeline, {{kPlayerTimeControl}}, kFirst, MessageId::kPlayerControl, ForwardSettings},
+    {kCommandPlayerState, kAnyBlock, {{kPlayerControl, kPlayerTimeControl, kControlProtocol}}, kFirst, MessageId::kPlayerState, ForwardWithArgument},
+    {kCommandPlayerData, kAnyBlock, {{kVideoControl, kBatchSend, kControlProtocol, kSetParam}}, kFirst, MessageId::kPlayerState, ForwardPlayerData},
+    {kCommandPlayerData, kAnyBlock, {{kVideoControl}}, kFirst, MessageId::kPlayerStatus, MakeStatus},
+    {kCommandUpload, kAnyBlock, {{kBatchSend}}, kFirst, MessageId::kUploadAcknowledged, MakeUploadAcknowledgement},
+    {kCommandDeviceModes, kAnyBlock, {{kSetParam}}, kFirst, MessageId::kDeviceModes, MakeDeviceModes},
+    {kCommandSerialData, kAnyBlock, {{kControlProtocol, kSetParam, kPlayerControl}}, kFirst, MessageId::kSerialData, MakeSerialData},
+    {kCommandLayoutState, kAnyBlock, {{kVideoControl, kControlProtocol}}, kEvery, MessageId::kLayoutState, ForwardLayoutState},
+    {kCommandParameterBlock, kAnyBlock, {{kSetParam}}, kFirst, MessageId::kParameterBlock, MakeParameterBlock},
+    {kCommandVideo, kAnyBlock, {{kVideoControl}}, kFirst, MessageId::kVideoReply, ForwardVideoReply},
+};
+// clang-format on
+
+bool Takes(const RoutingRow& row, const Reply& reply) {
+    return row.command == reply.header.command &&
+           (row.block == kAnyBlock || row.block == reply.header.subCommand);
+}
+
+void Follow(const RoutingRow& row, const Reply& reply, WindowDirectory& directory) {
+    for (const std::optional<Window>& window : row.windows) {
+        if (!window || !directory.Find(TitleOf(*window))) continue;
+        if (Message message = row.make(reply, row.message))
+            directory.Send(TitleOf(*window), std::move(*message));
+        if (row.delivery == kFirst) return;
+    }
+}
+
+bool HasRoute(std::uint8_t command) {
+    return std::ranges::find(kRoutes, command, &RoutingRow::command) != std::end(kRoutes);
+}
+
+/// The command number of a reply; 0 for a request and for a command the player does not support.
+std::uint8_t CommandNumber(std::uint8_t command) {
+    const bool supported = (command & kReplyBit) != 0 && (command & kNotSupportedBit) == 0;
+    return supported ? command & kCommandMask : 0;
+}
+
+/// Sends `message` to the first open one of `windows`.
+void TellFirstOpen(WindowDirectory& directory, std::initializer_list<Window> windows,
+                   MessageId message, std::uint32_t wParam) {
+    for (Window window : windows)
+        if (directory.Send(TitleOf(window), {message, wParam, {}, 0})) return;
+}
+
+}  // namespace
+
+void ReplyRouter::Route(const Reply& received) {
+    Reply reply = received;
+    reply.header.command = CommandNumber(received.header.command);
+    if (reply.header.command == kCommandNone) {
+        ShowNotSupported();
+    } else if (!HasRoute(reply.header.command)) {
+        actions_.CloseLinks();
+    } else if (reply.header.command == kCommandLayoutState &&
+               reply.header.argument == kLayoutIsLocked) {
+        prompts_.Inform(Localized(kLayoutLocked));
+    } else {
+        RouteByTable(reply);
+    }
+}
+
+void ReplyRouter::RouteByTable(const Reply& reply) {
+    for (const RoutingRow& row : kRoutes)
+        if (Takes(row, reply)) Follow(row, reply, directory_);
+    if (reply.header.command == kCommandSettings &&
+        reply.header.subCommand == kBlockControlProtocol && reply.payload.empty())
+        AcknowledgeControlProtocol(reply);
+}
+
+void ReplyRouter::AcknowledgeControlProtocol(const Reply& reply) {
+    if (reply.header.qualifier == kRestartQualifier)
+        actions_.SendPacket(reply.sender, DevicePacket::Request(kCommandCloseLinks, 0));
+    if (!directory_.Find(TitleOf(kBatchSend))) prompts_.Inform(Localized(kControlProtocolSaved));
+}
+
+void ReplyRouter::ShowNotSupported() {
+    prompts_.Warn(Localized(kNotSupported));
+    actions_.CloseLinks();
+}
+
+void ReplyRouter::LinkEnded() {
+    constexpr std::uint32_t kKeepAliveTimer = 7;
+    TellFirstOpen(directory_, {kSetParam, kBatchSend}, MessageId::kLinkEnded, 0);
+    TellFirstOpen(directory_, {kControlProtocol, kSetParam, kPlayerControl},
+                  MessageId::kStopKeepAlive, kKeepAliveTimer);
+}
+
+}  // namespace sontaro

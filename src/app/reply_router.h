@@ -1,0 +1,42 @@
+// Brings each reply of a player to the open dialog that asked for it.
+#pragma once
+
+#include "app/reassembly.h"
+#include "base/prompts.h"
+#include "base/window_directory.h"
+
+namespace sontaro {
+
+/// What routing asks of the main window.
+class RouterActions {
+   public:
+    virtual ~RouterActions() = default;
+    /// Closes every link.
+    virtual void CloseLinks() = 0;
+    /// Sends a packet to one player.
+    virtual void SendPacket(const Target& target, const DevicePacket& packet) = 0;
+};
+
+/// Routes replies by command number and settings block to windows found by title. Replies that
+/// no window waits for, and those of a wrong length, are dropped. User-interface thread.
+class ReplyRouter {
+   public:
+    ReplyRouter(WindowDirectory& directory, Prompts& prompts, RouterActions& actions)
+        : directory_(directory), prompts_(prompts), actions_(actions) {}
+
+    void Route(const Reply& reply);
+
+    /// A link's receive loop has ended: tells the dialogs that depend on it.
+    void LinkEnded();
+
+   private:
+    void RouteByTable(const Reply& reply);
+    void AcknowledgeControlProtocol(const Reply& reply);
+    void ShowNotSupported();
+
+    WindowDirectory& directory_;
+    Prompts& prompts_;
+    RouterActions& actions_;
+};
+
+}  // namespace sontaro

@@ -1,0 +1,18 @@
+#include "app/switchboard.h"
+
+namespace sontaro {
+
+void Switchboard::Handle(WindowMessage& message) {
+    if (const auto* event = std::get_if<LinkEvent>(&message.record)) {
+        reassembly_.Handle(*event);
+        if (event->code == LinkCode::kReceiveEnded) router_.LinkEnded();
+    } else if (const auto* request = std::get_if<SendRequest>(&message.record)) {
+        links_.Submit(*request);
+    }
+}
+
+void Switchboard::SendPacket(const Target& target, const DevicePacket& packet) {
+    links_.Submit({{target}, std::make_shared<const Bytes>(packet.Serialize())});
+}
+
+}  // namespace sontaro

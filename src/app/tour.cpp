@@ -1,0 +1,103 @@
+#include "app/tour.h"
+
+#include <fmt/core.h>
+#include <wx/button.h>
+#include <wx/dcclient.h>
+#include <wx/dcmemory.h>
+#include <wx/image.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "widgets/front_dialog.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kPaceMilliseconds = 50;
+constexpr auto kPatience = 20s;
+constexpr auto kSettleTime = 350ms;  // until everything is painted
+
+}  // namespace
+
+Tour::Tour(std::filesystem::path folder) : folder_(std::move(folder)) {
+    std::error_code error;
+    std::filesystem::create_directories(folder_, error);
+    timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Proceed(); });
+}
+
+void Tour::Start() {
+    started_ = true;
+    timer_.Start(kPaceMilliseconds);
+}
+
+void Tour::Proceed() {
+    if (steps_.empty()) {
+        timer_.Stop();
+        return;
+    }
+    const Clock::time_point now = Clock::now();
+    if (!acted_) {
+        acted_ = true;
+        actedAt_ = now;
+        if (steps_.front().act) steps_.front().act();
+    } else if (!settled_) {
+        if (steps_.front().done()) {
+            settled_ = true;
+            doneAt_ = now;
+        } else if (now - actedAt_ > kPatience) {
+            Fail("in vain: " + steps_.front().say());
+        }
+    } else if (now - doneAt_ > kSettleTime || steps_.front().picture.empty()) {
+        Finish();
+    }
+}
+
+void Tour::Finish() {
+    const Step step = std::move(steps_.front());
+    steps_.pop_front();
+    acted_ = settled_ = false;
+    if (!step.picture.empty() && !TakePicture(step.picture)) Fail("no picture of " + step.picture);
+    fmt::print("{}\n", step.say());
+    std::fflush(stdout);
+}
+
+bool Tour::TakePicture(const std::string& name) {
+    wxDialog* window = FrontDialog();
+    if (!window) return false;
+    const wxSize size = window->GetClientSize();
+    wxBitmap bitmap(size);
+    wxClientDC screen(window);
+    wxMemoryDC memory(bitmap);
+    memory.Blit(wxPoint(0, 0), size, &screen, wxPoint(0, 0));
+    memory.SelectObject(wxNullBitmap);
+    const std::string file = fmt::format("{:02}-{}.png", ++pictures_, name);
+    return bitmap.SaveFile(ToWx((folder_ / file).string()), wxBITMAP_TYPE_PNG);
+}
+
+void Tour::Fail(const std::string& what) {
+    fmt::print("FAILED {}\n", what);
+    std::fflush(stdout);
+    std::_Exit(1);  // any number of modal loops may be running; there is nothing to save
+}
+
+wxDialog* Tour::FrontTitled(const std::string& title) {
+    wxDialog* front = FrontDialog();
+    return front && FromWx(front->GetTitle()) == title ? front : nullptr;
+}
+
+bool Tour::Press(int id) {
+    wxDialog* front = FrontDialog();
+    auto* button = front ? wxDynamicCast(front->FindWindow(id), wxButton) : nullptr;
+    if (!button || !button->IsShownOnScreen() || !button->IsEnabled()) return false;
+    wxCommandEvent press(wxEVT_BUTTON, id);
+    press.SetEventObject(button);
+    button->GetEventHandler()->AddPendingEvent(press);  // its handler may open a modal dialog
+    return true;
+}
+
+}  // namespace sontaro

@@ -1,0 +1,238 @@
+#include "app/tour_script.h"
+
+#include <fmt/core.h>
+#include <wx/combobox.h>
+#include <wx/msgdlg.h>
+#include <wx/slider.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+
+#include "app/feature_buttons.h"
+#include "app/main_window.h"
+#include "base/json.h"
+#include "base/window_titles.h"
+#include "devices/remarks_dialog.h"
+#include "videocontrol/video_control_dialog.h"
+#include "widgets/front_dialog.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+/// Writes the steps. Everything it refers to outlives the tour.
+class TourScript {
+   public:
+    TourScript(Tour& tour, simulator::PlayerGroup& players) : tour_(tour), players_(players) {}
+
+    void Write() {
+        VisitMainWindow();
+        VisitScan();
+        VisitRemarks();
+        ChoosePlayer();
+        VisitPlayback();
+        VisitChoices();
+        LeaveVideoControl();
+        Exit();
+    }
+
+   private:
+    using Check = std::function<bool()>;
+
+    void Step(std::function<void()> act, Check done, const std::string& line,
+              const std::string& picture = "") {
+        tour_.Add({std::move(act), std::move(done), [line] { return line; }, picture});
+    }
+
+    static std::function<void()> Pressing(int id) {
+        return [id] { Tour::Press(id); };
+    }
+
+    static Check InFront(Window window) {
+        return [window] { return Tour::FrontTitled(TitleOf(window)) != nullptr; };
+    }
+
+    static bool IsMessage(wxDialog* dialog) {
+        return wxDynamicCast(dialog, wxGenericMessageDialog) != nullptr;
+    }
+    static bool MessageInFront() { return IsMessage(FrontDialog()); }
+
+    template <class Control>
+    static Control* Find(int id) {
+        wxDialog* front = FrontDialog();
+        return front ? wxDynamicCast(front->FindWindow(id), Control) : nullptr;
+    }
+
+    static DeviceList* List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }
+
+    simulator::PlayerState State() { return players_.Player(0).State(); }
+    std::string Address() { return FormatIpv4(players_.Player(0).Address().address); }
+
+    /// Whether the first player has received a remote control command with this text.
+    bool Received(int commandId, const char* key, const std::string& text) {
+        return std::ranges::any_of(
+            players_.Player(0).ReceivedPackets(), [&](const DevicePacket& packet) {
+                if (packet.header.command != kCommandVideo ||
+                    packet.header.subCommand != commandId)
+                    return false;
+                const auto document = ParseJson(AsText(packet.payload));
+                return document && document->isObject() && (*document)[key] == text;
+            });
+    }
+
+    void VisitMainWindow() {
+        Step({}, InFront(Window::kMain), "opened the main window", "main");
+        Step(Pressing(kAboutButton), [] { return !InFront(Window::kMain)(); },
+             "pressed About: name, version, licence and libraries are shown", "about");
+        Step(Pressing(wxID_OK), InFront(Window::kMain), "closed About");
+        Step(Pressing(1003), MessageInFront, "pressed OSD: it says that it is not built yet",
+             "not-built");
+        Step(Pressing(wxID_OK), InFront(Window::kMain), "dismissed the message");
+    }
+
+    void VisitScan() {
+        const auto count = static_cast<int>(players_.Size());
+        const auto all = [count] { return List() && List()->GetItemCount() == count; };
+        Step(Pressing(kVideoControlButton), InFront(Window::kScan),
+             "pressed Video Control: the scan dialog is open", "scan-empty");
+        Step(Pressing(wxID_OK), MessageInFront, "pressed OK without a player: it asks for one",
+             "choose-first");
+        Step(Pressing(wxID_OK), InFront(Window::kScan), "dismissed the message");
+        Step(Pressing(kScanButton), all, fmt::format("found {} players", count), "scan-running");
+        const auto stopped = [] {
+            auto* address = Find<wxComboBox>(kScanAddress);
+            return address && address->IsEnabled();
+        };
+        Step({}, stopped, "the scan stopped by itself");
+    }
+
+    void VisitRemarks() {
+        const auto edit = [] {
+            wxListEvent activate(wxEVT_LIST_ITEM_ACTIVATED, kScanList);
+            activate.SetEventObject(List());
+            activate.SetIndex(0);
+            List()->GetEventHandler()->AddPendingEvent(activate);
+        };
+        const std::string remarks = CurrentLanguage() == Language::kChinese ? "一号厅左侧" : "Hall 1, left";
+        Step(edit, [] { return Find<wxTextCtrl>(kRemarksText) != nullptr; },
+             "double-clicked a player: its remarks can be edited", "remarks");
+        Step([remarks] { Find<wxTextCtrl>(kRemarksText)->SetValue(ToWx(remarks)); },
+             [] { return true; }, "typed remarks: " + remarks);
+        const auto shown = [remarks] {
+            return List() && FromWx(List()->GetItemText(
+                                 0, static_cast<int>(DeviceColumn::kRemarks))) == remarks;
+        };
+        Step(Pressing(wxID_OK), shown, "the list shows the remarks");
+    }
+
+    void ChoosePlayer() {
+        Step([] { List()->Select(0); }, [] { return List()->IsSelected(0); },
+             "chose player " + Address(), "scan");
+        Step(Pressing(wxID_OK), InFront(Window::kVideoControl), "opened the remote control");
+        const auto ready = [] {
+            auto* position = Find<wxStaticText>(kPositionText);
+            return position && position->GetLabelText().length() > 11;  // longer than at first
+        };
+        Step({}, ready, "the player has sent its buttons and where it plays");
+    }
+
+    void PressVideoButton(const VideoButton& button, Check effect, const std::string& meaning,
+                          const std::string& picture = "") {
+        const std::string caption = button.caption;
+        Step([this, id = button.id] {
+                 players_.Player(0).ForgetPackets();
+                 Tour::Press(id);
+             },
+             [this, caption, effect] {
+                 return Received(kVideoPlayMode, "playMode", caption) && effect();
+             },
+             "pressed " + caption + ": player " + Address() + " " + meaning, picture);
+    }
+
+    static const VideoButton& ButtonOf(int id) {
+        return *std::ranges::find(kVideoButtons, id, &VideoButton::id);
+    }
+
+    void VisitPlayback() {
+        PressVideoButton(ButtonOf(2110), [this] { return !State().playing; }, "has paused");
+        PressVideoButton(ButtonOf(2109), [this] { return State().playing; }, "is playing");
+        PositionMoves();
+        for (const VideoButton& button : kVideoButtons) {
+            if (button.id == 2109 || button.id == 2110 || button.id == 2121) continue;
+            PressVideoButton(button, [] { return true; }, "has taken the command");
+        }
+        PressVideoButton(ButtonOf(2121), [this] { return !State().poweredOn; }, "is off");
+        PressVideoButton(ButtonOf(2120), [this] { return State().poweredOn; }, "is on");
+        PressVideoButton(ButtonOf(2109), [this] { return State().playing; }, "is playing");
+    }
+
+    void PositionMoves() {
+        const auto before = std::make_shared<wxString>();
+        Step([before] { *before = Find<wxStaticText>(kPositionText)->GetLabelText(); },
+             [before] { return Find<wxStaticText>(kPositionText)->GetLabelText() != *before; },
+             "the position moves", "video-control");
+    }
+
+    /// Chooses the first name that a drop-down offers.
+    void ChooseFirst(int id, int commandId, const char* key, const std::string& what) {
+        const auto chosen = std::make_shared<std::string>();
+        const auto choose = [id, chosen] {
+            auto* names = Find<wxComboBox>(id);
+            if (names->IsListEmpty()) return;
+            names->SetSelection(0);
+            *chosen = FromWx(names->GetStringSelection());
+            wxCommandEvent choice(wxEVT_COMBOBOX, id);
+            choice.SetEventObject(names);
+            names->GetEventHandler()->AddPendingEvent(choice);
+        };
+        tour_.Add({choose, [=, this] { return Received(commandId, key, *chosen); },
+                   [=] { return "chose " + what + " " + *chosen; }, ""});
+    }
+
+    void VisitChoices() {
+        constexpr int kVolume = 37;
+        const auto move = [] {
+            auto* slider = Find<wxSlider>(kVolumeSlider);
+            slider->SetValue(kVolume);
+            wxCommandEvent moved(wxEVT_SLIDER, kVolumeSlider);
+            moved.SetEventObject(slider);
+            moved.SetInt(kVolume);
+            slider->GetEventHandler()->AddPendingEvent(moved);
+        };
+        Step(move, [this] { return State().volume == kVolume; },
+             fmt::format("moved the volume: player {} has {}", Address(), kVolume));
+        ChooseFirst(kLayoutChoice, kVideoLayout, "layoutName", "layout");
+        ChooseFirst(kFolderChoice, kVideoFolder, "type", "folder");
+        ChooseFirst(kVideoChoice, kVideoPlayName, "playName", "video");
+        ChooseFirst(kUsbVideo, kVideoUsbName, "usbVideoName", "USB video");
+        const auto labelled = [] { return Find<wxStaticBox>(kUsbLabel)->GetLabelText().length() > 10; };
+        Step({}, labelled, "the player plays from its USB disk", "video-control-usb");
+    }
+
+    void LeaveVideoControl() {
+        Step(Pressing(wxID_CANCEL), MessageInFront, "pressed Exit: it asks whether to leave",
+             "exit-question");
+        Step(Pressing(wxID_YES), InFront(Window::kMain), "back in the main window", "main-afterwards");
+    }
+
+    void Exit() {
+        Step(Pressing(wxID_CANCEL), MessageInFront, "pressed Exit: it asks whether to leave");
+        Step(Pressing(wxID_YES), [] { return !MessageInFront(); }, "leaving");
+    }
+
+    Tour& tour_;
+    simulator::PlayerGroup& players_;
+};
+
+}  // namespace
+
+void WriteTourScript(Tour& tour, simulator::PlayerGroup& players) {
+    // The steps refer to the script for as long as the tour walks.
+    static std::unique_ptr<TourScript> script;
+    script = std::make_unique<TourScript>(tour, players);
+    script->Write();
+}
+
+}  // namespace sontaro

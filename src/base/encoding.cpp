@@ -1,0 +1,78 @@
+#include "base/encoding.h"
+
+#include <bit>
+#include <cstdint>
+
+namespace sontaro {
+
+namespace {
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
+/// Continuation bytes that a lead byte announces: 0 for 7-bit characters, 1 to 5, -1 for none.
+int ContinuationCount(std::uint8_t lead) {
+    if (lead < 0x80) return 0;
+    const int ones = std::countl_one(lead);
+    return ones >= 2 && ones <= 6 ? ones - 1 : -1;
+}
+
+bool IsContinuation(char byte) { return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80; }
+
+/// Length of the sequence at the start of `bytes` when it is complete, else 0.
+std::size_t SequenceLength(std::string_view bytes) {
+    const int count = ContinuationCount(static_cast<std::uint8_t>(bytes.front()));
+    if (count < 0 || bytes.size() <= static_cast<std::size_t>(count)) return 0;
+    for (int i = 1; i <= count; ++i)
+        if (!IsContinuation(bytes[static_cast<std::size_t>(i)])) return 0;
+    return static_cast<std::size_t>(count) + 1;
+}
+
+/// Whether a complete sequence of one to six bytes encodes a Unicode scalar value in its
+/// shortest form.
+bool IsScalarValue(std::string_view sequence) {
+    constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (sequence.size() == 1) return true;
+    if (sequence.size() > 4) return false;
+    std::uint32_t value = static_cast<std::uint8_t>(sequence.front()) & (0x7FU >> sequence.size());
+    for (char byte : sequence.substr(1)) value = value << 6 | (static_cast<std::uint8_t>(byte) & 0x3F);
+    const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
+    return value >= kSmallest[sequence.size()] && value <= 0x10FFFF && !surrogate;
+}
+
+}  // namespace
+
+bool IsWellFormedUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const std::size_t length = SequenceLength(bytes);
+        if (length == 0) return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
+
+std::string DecodeUtf8(std::string_view bytes) {
+    std::string text;
+    while (!bytes.empty()) {
+        const std::size_t length = SequenceLength(bytes);
+        const std::string_view sequence = bytes.substr(0, length == 0 ? 1 : length);
+        text += length != 0 && IsScalarValue(sequence) ? sequence : kReplacement;
+        bytes.remove_prefix(sequence.size());
+    }
+    return text;
+}
+
+std::string DecodeByteByByte(std::string_view bytes) {
+    std::string text;
+    for (char byte : bytes) {
+        const auto code = static_cast<std::uint8_t>(byte);
+        if (code < 0x80) {
+            text += byte;
+        } else {
+            text += static_cast<char>(0xC0 | code >> 6);
+            text += static_cast<char>(0x80 | (code & 0x3F));
+        }
+    }
+    return text;
+}
+
+}  // namespace sontaro

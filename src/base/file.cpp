@@ -1,0 +1,45 @@
+#include "base/file.h"
+
+#include <fstream>
+
+namespace sontaro {
+
+namespace fs = std::filesystem;
+
+Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return Error{"cannot open " + path.filename().string()};
+    std::string bytes;
+    char block[16384];
+    while (bytes.size() < limit && file) {
+        const std::size_t wanted = std::min(sizeof block, limit - bytes.size());
+        file.read(block, static_cast<std::streamsize>(wanted));
+        bytes.append(block, static_cast<std::size_t>(file.gcount()));
+    }
+    if (file.bad() || (file.fail() && !file.eof()))
+        return Error{"cannot read " + path.filename().string()};
+    return bytes;
+}
+
+Status WriteFileAtomically(const fs::path& path, std::string_view bytes) {
+    std::error_code error;
+    fs::create_directories(path.parent_path(), error);
+    fs::path temporary = path;
+    temporary += ".new";
+    {
+        std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
+        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        file.close();
+        if (!file) {
+            fs::remove(temporary, error);
+            return Error{"cannot write " + path.filename().string()};
+        }
+    }
+    fs::rename(temporary, path, error);
+    if (!error) return Done{};
+    std::error_code leftBehind;
+    fs::remove(temporary, leftBehind);
+    return Error{error.message()};
+}
+
+}  // namespace sontaro

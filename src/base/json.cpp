@@ -1,0 +1,32 @@
+#include "base/json.h"
+
+#include <json/reader.h>
+#include <json/writer.h>
+
+#include <memory>
+
+#include "base/encoding.h"
+
+namespace sontaro {
+
+Result<Json::Value> ParseJson(std::string_view text) {
+    Json::CharReaderBuilder builder;
+    builder["collectComments"] = false;
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    Json::Value value;
+    std::string reason;
+    try {
+        if (reader->parse(text.data(), text.data() + text.size(), &value, &reason)) return value;
+    } catch (const Json::Exception& exception) {
+        reason = exception.what();  // nesting too deep is thrown, not returned
+    }
+    return Error{reason};
+}
+
+std::string WriteJson(const Json::Value& value) {
+    return Json::writeString(Json::StreamWriterBuilder(), value);
+}
+
+std::string TextOf(const Json::Value& value) { return DecodeUtf8(value.asString()); }
+
+}  // namespace sontaro

@@ -1,0 +1,57 @@
+// What base/ asks of the operating system, on Linux.
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "base/folders.h"
+#include "base/local_text.h"
+
+namespace sontaro {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+fs::path HomeFolder() {
+    if (const std::string home = Environment("HOME"); !home.empty()) return home;
+    const passwd* user = getpwuid(getuid());
+    return user ? user->pw_dir : "/";
+}
+
+/// An XDG base directory: the variable when it is an absolute path, else `fallback` under home.
+fs::path XdgFolder(const char* variable, const char* fallback) {
+    const fs::path named = Environment(variable);
+    return named.is_absolute() ? named : HomeFolder() / fallback;
+}
+
+}  // namespace
+
+Language SystemLanguage() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const std::string value = Environment(name); !value.empty())
+            return LanguageOfLocale(value);
+    }
+    return Language::kEnglish;
+}
+
+fs::path ExecutableFolder() {
+    std::error_code error;
+    const fs::path executable = fs::read_symlink("/proc/self/exe", error);
+    return error ? fs::current_path(error) : executable.parent_path();
+}
+
+fs::path UserDataFolder() { return XdgFolder("XDG_DATA_HOME", ".local/share") / "sontaro"; }
+
+fs::path ConfigFolder() { return XdgFolder("XDG_CONFIG_HOME", ".config") / "sontaro"; }
+
+fs::path RuntimeFolder() { return XdgFolder("XDG_RUNTIME_DIR", ".cache"); }
+
+bool IsWritableFolder(const fs::path& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
+
+}  // namespace sontaro

@@ -1,0 +1,85 @@
+#include "devices/device_rules.h"
+
+#include <algorithm>
+
+#include "link/socket.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr LocalText kTickFirst = {"没有选择IP吧！", "Please tick the devices!"};
+constexpr LocalText kTooMany = {"选择的设备太多了！", "Too many devices selected!"};
+constexpr LocalText kChooseFirst = {"先选择一台设备，再连接！", "Please choose a device first!"};
+
+/// How many leading octets name the network of an address.
+std::size_t NetworkOctets(const Ipv4Address& address) {
+    const int first = address.octets[0];
+    if (first >= 1 && first <= 127) return 1;
+    if (first >= 128 && first <= 191) return 2;
+    if (first >= 192 && first <= 223) return 3;
+    return 0;
+}
+
+bool IsLess(const DeviceRecord& a, const DeviceRecord& b, DeviceColumn column) {
+    switch (column) {
+        case DeviceColumn::kNumber:
+        case DeviceColumn::kIp: return ParseIpv4(a.ip) < ParseIpv4(b.ip);
+        case DeviceColumn::kMac: return a.mac < b.mac;
+        case DeviceColumn::kTcpPort: return a.tcpPort < b.tcpPort;
+        case DeviceColumn::kId: return a.id < b.id;
+        case DeviceColumn::kVersion: return a.versionText < b.versionText;
+        case DeviceColumn::kRemarks: return a.remarks < b.remarks;
+    }
+    return false;
+}
+
+}  // namespace
+
+const LocalText kOtherNetworkQuestion = {
+    "本机IP与设备IP不属于同一网段，是否继续？",
+    "The local IP and device IP do not belong to the same network segment. "
+    "Do you want to continue?"};
+
+std::optional<LocalText> RefusalOfChoice(ChoiceMode mode, std::size_t chosen) {
+    if (chosen == 0) return mode == ChoiceMode::kMultiple ? kTickFirst : kChooseFirst;
+    if (chosen > kMostDevices) return kTooMany;
+    return std::nullopt;
+}
+
+bool IsSameNetwork(const std::string& localIp, const std::string& deviceIp) {
+    const auto local = ParseIpv4(localIp);
+    const auto device = ParseIpv4(deviceIp);
+    if (!local || !device) return true;
+    const auto count = static_cast<std::ptrdiff_t>(NetworkOctets(*local));
+    return std::equal(local->octets.begin(), local->octets.begin() + count,
+                      device->octets.begin());
+}
+
+void SortDevices(std::vector<DeviceRecord>& devices, DeviceColumn column, bool ascending) {
+    std::ranges::stable_sort(devices, [=](const DeviceRecord& a, const DeviceRecord& b) {
+        return ascending ? IsLess(a, b, column) : IsLess(b, a, column);
+    });
+}
+
+std::string DeviceCell(const DeviceRecord& device, std::size_t row, DeviceColumn column) {
+    switch (column) {
+        case DeviceColumn::kNumber: return std::to_string(row + 1);
+        case DeviceColumn::kIp: return device.ip;
+        case DeviceColumn::kMac: return device.mac;
+        case DeviceColumn::kTcpPort: return std::to_string(device.tcpPort);
+        case DeviceColumn::kId: return device.id;
+        case DeviceColumn::kVersion: return device.versionText;
+        case DeviceColumn::kRemarks: return device.remarks;
+    }
+    return "";
+}
+
+LocalAddressChoice ChooseLocalAddress(const std::vector<std::string>& offered,
+                                      const std::string& remembered) {
+    if (remembered.empty())
+        return offered.empty() ? LocalAddressChoice{} : LocalAddressChoice{offered.front(), true};
+    return {remembered, std::ranges::find(offered, remembered) != offered.end()};
+}
+
+}  // namespace sontaro

@@ -1,0 +1,53 @@
+// Which players may be chosen, and in what order they are handed on.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/local_text.h"
+#include "devices/device_record.h"
+
+namespace sontaro {
+
+/// Most players that can be chosen at a time.
+inline constexpr std::size_t kMostDevices = 8;
+
+enum class ChoiceMode { kSingle, kMultiple };
+
+/// Why this number of chosen players cannot be confirmed; none when it can.
+[[nodiscard]] std::optional<LocalText> RefusalOfChoice(ChoiceMode mode, std::size_t chosen);
+
+/// The question to ask when a player is in another network than the local address.
+extern const LocalText kOtherNetworkQuestion;
+
+/// Whether both dotted addresses belong to one network by the class of the local address: the
+/// first octet counts for 1 to 127, two octets for 128 to 191, three for 192 to 223. Any other
+/// local address is in the same network as every player. The test knows no netmask: the players'
+/// users rely on it as it is.
+[[nodiscard]] bool IsSameNetwork(const std::string& localIp, const std::string& deviceIp);
+
+/// The columns of a device list.
+enum class DeviceColumn { kNumber, kIp, kMac, kTcpPort, kId, kVersion, kRemarks };
+
+/// Sorts by a column, numbers and addresses by value; rows that are alike keep their order.
+void SortDevices(std::vector<DeviceRecord>& devices, DeviceColumn column, bool ascending);
+
+/// What stands in a column of a device list; `row` counts from 0.
+[[nodiscard]] std::string DeviceCell(const DeviceRecord& device, std::size_t row,
+                                     DeviceColumn column);
+
+/// The local address to show at first, and whether it is one of those on offer.
+struct LocalAddressChoice {
+    std::string ip;  ///< empty when there is none at all
+    bool present = false;
+
+    bool operator==(const LocalAddressChoice&) const = default;
+};
+
+/// The remembered address even when it is no longer on offer: silently scanning from another
+/// network would look like dead players. Without a remembered one, the first on offer.
+[[nodiscard]] LocalAddressChoice ChooseLocalAddress(const std::vector<std::string>& offered,
+                                                    const std::string& remembered);
+
+}  // namespace sontaro

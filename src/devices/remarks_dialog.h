@@ -1,0 +1,20 @@
+// The user's note about one player.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "devices/device_record.h"
+
+class wxWindow;
+
+namespace sontaro {
+
+/// Control number of the text that is edited.
+inline constexpr int kRemarksText = 2310;
+
+/// Lets the user edit the remarks of `device`, modally; the new text, or none when the user
+/// leaves without OK.
+[[nodiscard]] std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& device);
+
+}  // namespace sontaro

@@ -1,0 +1,232 @@
+#include "devices/scan_dialog.h"
+
+#include <wx/button.h>
+#include <wx/settings.h>
+
+#include <algorithm>
+
+#include "base/json.h"
+#include "devices/remarks_dialog.h"
+#include "link/discovery.h"
+#include "widgets/clipboard.h"
+#include "widgets/common_texts.h"
+#include "widgets/icons.h"
+#include "widgets/window_memory.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr int kScanTimer = 4;
+constexpr int kTickMilliseconds = 1000;
+constexpr const char* kWindowName = "scan";
+constexpr const char* kLocalAddressKey = "localAddress";
+
+constexpr LocalText kLocalIp = {"本机IP：", "Local IP:"};
+constexpr LocalText kHint = {"右键点击拷贝ID号到剪切板；双击修改备注",
+                             "Right-click to copy ID number to clipboard;Double click to modify "
+                             "remarks"};
+constexpr LocalText kIdCopied = {"ID号已经拷贝到剪切板",
+                                 "ID number has been copied to the Clipboard"};
+constexpr LocalText kNoAddress = {
+    "本机没有可用的网络地址。请连接网线或启用网卡，或者在“本机IP”中输入要使用的地址。",
+    "This computer has no network address to scan from. Connect a network cable or enable a "
+    "network adapter, or type the address to use into \"Local IP\"."};
+constexpr LocalText kUnusableAddress = {
+    "无法使用此本机IP。它可能已不属于这台计算机，请选择其他地址。",
+    "This local IP cannot be used. It may no longer belong to this computer; please choose "
+    "another one."};
+constexpr LocalText kAddressVanished = {"此地址当前不在本机上", "Not on this computer at present"};
+constexpr LocalText kNobodyAnswered = {"没有找到播放器。请按“查找设备”，并确认播放器已开机且在同一网络。",
+                                       "No players found. Press \"Scan\" and make sure that the "
+                                       "players are switched on and in this network."};
+constexpr LocalText kScanning = {"正在查找，已找到 %d 台播放器", "Scanning, %d player(s) found so far"};
+constexpr LocalText kFound = {"找到 %d 台播放器", "%d player(s) found"};
+constexpr LocalText kRemarksNotSaved = {"备注没有保存！", "The remarks could not be saved!"};
+
+}  // namespace
+
+CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
+                                 const ScanSetup& setup, ChoiceMode mode)
+    : FeatureDialog(parent, Window::kScan, services),
+      setup_(setup),
+      mode_(mode),
+      run_(*this, setup.remarks),
+      socket_(TitleOf(Window::kScan), services.link),
+      timer_(this, kScanTimer) {
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    const int gap = FromDIP(10);
+    column->Add(MakeAddressRow(), wxSizerFlags().Expand().Border(wxALL, gap));
+    list_ = new DeviceList(this, kScanList, mode_, run_);
+    column->Add(list_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, gap));
+    listState_ = new wxStaticText(this, wxID_ANY, "");
+    column->Add(listState_, wxSizerFlags().Expand().Border(wxALL, gap));
+    auto* hint = new wxStaticText(this, wxID_ANY, ToWx(kHint));
+    hint->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
+    column->Add(hint, wxSizerFlags().Border(wxLEFT | wxRIGHT, gap));
+    column->Add(MakeButtonRow(true, kCancelText), wxSizerFlags().Expand().Border(wxALL, gap));
+    SetSizer(column);
+    SetMinClientSize(wxSize(70 * GetCharWidth(), 20 * GetCharHeight()));
+    SetClientSize(wxSize(155 * GetCharWidth(), 24 * GetCharHeight()));
+    CentreOnParent();
+    RestoreWindow(*this, list_, kWindowName, Services().preferences);
+    OfferAddresses();
+    BindEvents();
+    Refresh();
+    run_.Opened();
+}
+
+CScanForDevices::~CScanForDevices() {
+    RememberWindow(*this, list_, kWindowName, Services().preferences);
+}
+
+wxSizer* CScanForDevices::MakeAddressRow() {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    const auto centred = wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(8));
+    row->Add(new wxStaticText(this, wxID_ANY, ToWx(kLocalIp)), centred);
+    address_ = new wxComboBox(this, kScanAddress, "", wxDefaultPosition,
+                              wxSize(24 * GetCharWidth(), wxDefaultCoord));
+    row->Add(address_, centred);
+    scanButton_ = new wxButton(this, kScanButton, "");
+    scanButton_->SetBitmap(LineIcon("scan", 18));
+    scanButton_->SetMinSize(wxSize(24 * GetCharWidth(), wxDefaultCoord));
+    row->Add(scanButton_, centred);
+    addressState_ = new wxStaticText(this, wxID_ANY, "");
+    row->Add(addressState_, wxSizerFlags(1).CentreVertical());
+    return row;
+}
+
+void CScanForDevices::BindEvents() {
+    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { run_.Tick(); }, kScanTimer);
+    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); }, wxID_OK);
+    scanButton_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { PressScan(); });
+    address_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { ShowAddressState(); });
+    list_->Bind(wxEVT_LIST_ITEM_ACTIVATED,
+                [this](wxListEvent& event) { EditRemarks(event.GetIndex()); });
+    list_->Bind(wxEVT_LIST_ITEM_RIGHT_CLICK,
+                [this](wxListEvent& event) { CopyId(event.GetIndex()); });
+}
+
+void CScanForDevices::OfferAddresses() {
+    offered_ = LocalAdapterList();
+    if (offered_.empty())
+        for (const std::string& ip : HostAddressList()) offered_.push_back({"", ip, 0});
+    if (!setup_.forcedAddress.empty())
+        offered_.insert(offered_.begin(), {"", setup_.forcedAddress, 0});
+    std::vector<std::string> addresses;
+    for (const LocalAdapter& adapter : offered_) {
+        addresses.push_back(adapter.ip);
+        address_->Append(ToWx(adapter.ip));
+    }
+    const std::string wanted =
+        setup_.forcedAddress.empty() ? RememberedAddress() : setup_.forcedAddress;
+    address_->ChangeValue(ToWx(ChooseLocalAddress(addresses, wanted).ip));
+    ShowAddressState();
+}
+
+void CScanForDevices::ShowAddressState() {
+    const std::string ip = FromWx(address_->GetValue());
+    const auto adapter = std::ranges::find(offered_, ip, &LocalAdapter::ip);
+    const bool vanished = adapter == offered_.end() && !ip.empty();
+    addressState_->SetLabelText(vanished ? ToWx(kAddressVanished)
+                                         : ToWx(adapter == offered_.end() ? "" : adapter->name));
+}
+
+/// Has the socket open on the address that is shown, and remembers an address that serves.
+bool CScanForDevices::UseAddress() {
+    const std::string ip = FromWx(address_->GetValue());
+    if (ip == openAddress_ && socket_.IsConnected()) return true;
+    socket_.Close();
+    openAddress_ = ip;
+    if (!socket_.Open(ip)) return false;
+    if (ip != setup_.forcedAddress && ip != RememberedAddress()) {
+        Services().preferences.Root()[kLocalAddressKey] = ip;
+        const Status written = Services().preferences.Save();
+        static_cast<void>(written);  // the next run asks again: nothing else is lost
+    }
+    return true;
+}
+
+std::string CScanForDevices::RememberedAddress() const {
+    const JsonFile& preferences = Services().preferences;
+    const Json::Value& remembered = preferences.Root()[kLocalAddressKey];
+    return remembered.isString() ? TextOf(remembered) : "";
+}
+
+void CScanForDevices::PressScan() {
+    if (!run_.IsScanning()) {
+        if (address_->GetValue().empty()) {
+            Services().Messages().Inform(Localized(kNoAddress));
+            return;
+        }
+        if (!UseAddress()) {
+            Services().Messages().Inform(Localized(kUnusableAddress));
+            return;
+        }
+    }
+    run_.PressScan();
+}
+
+bool CScanForDevices::SendRequest() {
+    return UseAddress() && SendDiscovery(socket_, kBroadcastAddress);
+}
+
+void CScanForDevices::StartTimer() { timer_.Start(kTickMilliseconds); }
+
+void CScanForDevices::Refresh() {
+    list_->Update();
+    listState_->SetLabelText(ListState());
+    const wxString text = ToWx(run_.ButtonText());
+    scanButton_->SetLabel(text);
+    address_->Enable(!run_.IsScanning());
+}
+
+wxString CScanForDevices::ListState() const {
+    const auto count = static_cast<int>(run_.Devices().size());
+    if (run_.IsScanning()) return wxString::Format(ToWx(kScanning), count);
+    return count == 0 ? ToWx(kNobodyAnswered) : wxString::Format(ToWx(kFound), count);
+}
+
+void CScanForDevices::HandleMessage(WindowMessage& message) {
+    const auto* event = std::get_if<UdpEvent>(&message.record);
+    if (event && event->code == LinkCode::kReceived) run_.Receive(event->bytes);
+}
+
+std::vector<DeviceRecord> CScanForDevices::Chosen() const {
+    std::vector<DeviceRecord> chosen;
+    std::ranges::copy_if(run_.Devices(), std::back_inserter(chosen), &DeviceRecord::ticked);
+    SortDevices(chosen, DeviceColumn::kIp, true);
+    return chosen;
+}
+
+void CScanForDevices::Confirm() {
+    const std::vector<DeviceRecord> chosen = Chosen();
+    if (const auto refusal = RefusalOfChoice(mode_, chosen.size())) {
+        Services().Messages().Warn(Localized(*refusal));
+        return;
+    }
+    const std::string local = FromWx(address_->GetValue());
+    const bool reachable = std::ranges::all_of(
+        chosen, [&](const DeviceRecord& device) { return IsSameNetwork(local, device.ip); });
+    if (!reachable && !Services().Messages().Confirm(Localized(kOtherNetworkQuestion))) return;
+    EndModal(wxID_OK);
+}
+
+void CScanForDevices::EditRemarks(long row) {
+    const DeviceRecord device = run_.Devices()[static_cast<std::size_t>(row)];
+    const auto remarks = AskForRemarks(this, device);
+    if (!remarks) return;
+    if (!setup_.remarks.SetRemarks(device.mac, *remarks)) {
+        Services().Messages().Inform(Localized(kRemarksNotSaved));
+        return;
+    }
+    run_.RemarksChanged();
+}
+
+void CScanForDevices::CopyId(long row) {
+    const std::string id = run_.Devices()[static_cast<std::size_t>(row)].id;
+    if (CopyToClipboard(ToWx(id))) Services().Messages().Inform(Localized(kIdCopied));
+}
+
+}  // namespace sontaro

@@ -1,0 +1,86 @@
+#include "devices/scan_run.h"
+
+#include <fmt/printf.h>
+
+#include <algorithm>
+
+namespace sontaro {
+
+namespace {
+
+constexpr int kLastRound = 5;
+
+constexpr LocalText kScan = {"查找设备", "Scan"};
+constexpr LocalText kStop = {"停止查找", "Stop"};
+constexpr LocalText kStopIn = {"停止查找(%d)", "Stop(%d)"};
+
+}  // namespace
+
+void ScanRun::PressScan() {
+    if (scanning_) {
+        Stop();
+        return;
+    }
+    Clear();
+    scanning_ = true;
+    round_ = 0;
+    actions_.StartTimer();
+    actions_.Refresh();
+}
+
+void ScanRun::Tick() {
+    if (!scanning_) {
+        actions_.StopTimer();
+        Clear();
+        actions_.SendRequest();
+    } else if (++round_ >= kLastRound || !actions_.SendRequest()) {
+        Stop();
+    }
+    actions_.Refresh();
+}
+
+void ScanRun::Stop() {
+    scanning_ = false;
+    actions_.StopTimer();
+    actions_.Refresh();
+}
+
+void ScanRun::Clear() {
+    std::ranges::copy_if(devices_, std::back_inserter(tickedBefore_), &DeviceRecord::ticked);
+    devices_.clear();
+}
+
+void ScanRun::Receive(ByteView datagram) {
+    std::optional<DeviceRecord> device = ParseDiscoveryReply(datagram);
+    if (!device) return;
+    const auto isSame = [&](const DeviceRecord& other) { return other.IsSameDevice(*device); };
+    remarks_.ApplyTo(*device);
+    device->ticked = std::erase_if(tickedBefore_, isSame) > 0;
+    if (const auto known = std::ranges::find_if(devices_, isSame); known != devices_.end()) {
+        device->ticked = device->ticked || known->ticked;
+        *known = *device;
+    } else {
+        devices_.push_back(*device);
+    }
+    SortDevices(devices_, sortColumn_, sortAscending_);
+    actions_.Refresh();
+}
+
+void ScanRun::SortBy(DeviceColumn column, bool ascending) {
+    sortColumn_ = column;
+    sortAscending_ = ascending;
+    SortDevices(devices_, column, ascending);
+    actions_.Refresh();
+}
+
+void ScanRun::RemarksChanged() {
+    for (DeviceRecord& device : devices_) remarks_.ApplyTo(device);
+    SortBy(sortColumn_, sortAscending_);
+}
+
+std::string ScanRun::ButtonText() const {
+    if (!scanning_) return Localized(kScan);
+    return round_ == 0 ? Localized(kStop) : fmt::sprintf(Localized(kStopIn), kLastRound - round_);
+}
+
+}  // namespace sontaro

@@ -1,0 +1,74 @@
+// The procedure of finding players.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/bytes.h"
+#include "devices/device_remarks.h"
+#include "devices/device_rules.h"
+
+namespace sontaro {
+
+/// What the procedure asks of its dialog.
+class ScanActions {
+   public:
+    virtual ~ScanActions() = default;
+    /// Sends the discovery request to the broadcast address; false when it cannot be sent.
+    virtual bool SendRequest() = 0;
+    /// Calls `ScanRun::Tick` every 1000 ms from now on.
+    virtual void StartTimer() = 0;
+    virtual void StopTimer() = 0;
+    /// The devices, or how far the scan is, have changed.
+    virtual void Refresh() = 0;
+};
+
+/// Asks once after opening, and in a scan four times, a second apart; the scan stops by itself a
+/// second after the last request. Collects one record per player. User-interface thread.
+class ScanRun {
+   public:
+    ScanRun(ScanActions& actions, const DeviceRemarks& remarks)
+        : actions_(actions), remarks_(remarks) {}
+
+    /// The dialog has opened: the first tick empties the list and asks once.
+    void Opened() { actions_.StartTimer(); }
+
+    /// The scan button: starts a scan with an empty list, or stops the one that runs. Players that
+    /// were ticked are ticked again when they answer again.
+    void PressScan();
+
+    /// A second has passed.
+    void Tick();
+
+    /// A datagram has arrived. What is no discovery reply is ignored.
+    void Receive(ByteView datagram);
+
+    /// Ticks or unticks a player, or chooses the only one.
+    void SetTicked(std::size_t row, bool ticked) { devices_[row].ticked = ticked; }
+
+    /// The user's notes about players have changed.
+    void RemarksChanged();
+
+    /// Sorts the list, and keeps it sorted as players answer.
+    void SortBy(DeviceColumn column, bool ascending);
+
+    [[nodiscard]] bool IsScanning() const { return scanning_; }
+    [[nodiscard]] const std::vector<DeviceRecord>& Devices() const { return devices_; }
+    /// The text of the scan button, in the language of the process.
+    [[nodiscard]] std::string ButtonText() const;
+
+   private:
+    void Stop();
+    void Clear();
+
+    ScanActions& actions_;
+    const DeviceRemarks& remarks_;
+    std::vector<DeviceRecord> devices_;
+    std::vector<DeviceRecord> tickedBefore_;
+    DeviceColumn sortColumn_ = DeviceColumn::kNumber;
+    bool sortAscending_ = true;
+    bool scanning_ = false;
+    int round_ = 0;
+};
+
+}  // namespace sontaro

@@ -1,0 +1,27 @@
+#include "link/discovery.h"
+
+#include <chrono>
+#include <thread>
+
+#include "link/packet.h"
+
+namespace sontaro {
+
+Bytes DiscoveryRequest(const Ipv4Address& destination) {
+    constexpr std::size_t kZeroBytes = 30;
+    DevicePacket request;
+    request.header.command = kCommandDiscovery;
+    request.header.argument = 1;
+    request.header.payloadLength = destination == kBroadcastAddress ? 0 : 1;
+    request.payload.resize(kZeroBytes);
+    return request.Serialize();
+}
+
+bool SendDiscovery(CUDPServer& socket, const Ipv4Address& destination) {
+    constexpr std::chrono::milliseconds kBetweenPorts{20};
+    const bool first = socket.Send({destination, kDiscoveryPorts[0]}, DiscoveryRequest(destination));
+    std::this_thread::sleep_for(kBetweenPorts);
+    return socket.Send({destination, kDiscoveryPorts[1]}, DiscoveryRequest(destination)) && first;
+}
+
+}  // namespace sontaro

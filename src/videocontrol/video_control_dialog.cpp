@@ -1,0 +1,266 @@
+#include "videocontrol/video_control_dialog.h"
+
+#include <wx/button.h>
+#include <wx/notebook.h>
+#include <wx/statbmp.h>
+
+#include <algorithm>
+
+#include "widgets/common_texts.h"
+#include "widgets/icons.h"
+#include "widgets/window_memory.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr int kPollTimer = 5;
+constexpr int kTickMilliseconds = 1000;
+constexpr const char* kWindowName = "videoControl";
+
+constexpr LocalText kTab = {"视频控制", "Video Control"};
+constexpr LocalText kFolder = {"切换类别", "Folder"};
+constexpr LocalText kLayout = {"切换布局", "Layout"};
+constexpr LocalText kMode = {"播放模式", "Mode"};
+constexpr LocalText kVolume = {"音量", "Volume"};
+constexpr LocalText kVideo = {"切换视频", "Video"};
+constexpr LocalText kPower = {"电源与特效", "Power and effects"};
+constexpr LocalText kSwitchTo = {"切换", "Switch"};
+constexpr LocalText kPlayer = {"播放器：", "Player:"};
+
+constexpr LocalText kStates[] = {
+    {"正在等待播放器状态…", "Waiting for the player's state…"},
+    {"正在等待布局列表…", "Waiting for the list of layouts…"},
+    {"正在等待按钮名称…", "Waiting for the player's buttons…"},
+    {"已就绪", "Ready"},
+};
+
+struct ButtonIcon {
+    int id;
+    const char* name;
+};
+constexpr ButtonIcon kButtonIcons[] = {
+    {2109, "play"}, {2110, "pause"}, {2113, "previous"}, {2114, "next"},
+    {2120, "power"}, {2121, "power"}, {2124, "previous"}, {2123, "next"},
+};
+
+void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
+    const wxString shown = choice.GetValue();
+    wxArrayString items;
+    for (const std::string& name : names) items.Add(ToWx(name));
+    choice.Set(items);
+    choice.ChangeValue(shown);  // a refill must not wipe out what is being typed
+}
+
+}  // namespace
+
+CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Sender send)
+    : wxPanel(parent), send_(std::move(send)), run_(*this), timer_(this, kPollTimer) {
+    const int gap = FromDIP(8);
+    const auto row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap);
+    const auto cell = wxSizerFlags(1).Expand().Border(wxRIGHT, gap);
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(MakePlayerRow(player), row);
+    column->Add(MakePositionRow(), row);
+    auto* choices = new wxBoxSizer(wxHORIZONTAL);
+    choices->Add(MakeChoiceGroup(kFolder, kFolderChoice, &VideoControlRun::ChooseFolder), cell);
+    choices->Add(MakeChoiceGroup(kLayout, kLayoutChoice, &VideoControlRun::ChooseLayout),
+                 wxSizerFlags(1).Expand());
+    column->Add(choices, row);
+    column->Add(MakeButtonGroup(kMode, {2104, 2105, 2106, 2107, 2108}), row);
+    column->Add(MakeVideoGroup(), row);
+    auto* lower = new wxBoxSizer(wxHORIZONTAL);
+    lower->Add(MakeVolumeGroup(), cell);
+    lower->Add(MakeButtonGroup(kPower, {2120, 2121, 2126}), wxSizerFlags(1).Expand());
+    column->Add(lower, row);
+    column->Add(MakeUsbGroup(), row);
+    column->AddSpacer(gap);
+    SetSizer(column);
+    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { run_.Tick(); }, kPollTimer);
+}
+
+wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    const auto flags = wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(8));
+    row->Add(new wxStaticText(this, wxID_ANY, ToWx(kPlayer)), flags);
+    auto* name = new wxStaticText(this, wxID_ANY, ToWx(player.ip + "   " + player.id));
+    name->SetFont(name->GetFont().Bold());
+    row->Add(name, flags);
+    row->Add(new wxStaticText(this, wxID_ANY, ToWx(player.remarks)), flags);
+    row->AddStretchSpacer();
+    state_ = new wxStaticText(this, wxID_ANY, ToWx(kStates[0]));
+    row->Add(state_, wxSizerFlags().CentreVertical());
+    return row;
+}
+
+wxSizer* CVideoControl::MakePositionRow() {
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    title_ = new wxStaticText(this, kTitleText, " ", wxDefaultPosition, wxDefaultSize,
+                              wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
+    column->Add(title_, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(4)));
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    progress_ = new wxGauge(this, kProgressBar, 100);
+    row->Add(progress_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
+    position_ = new wxStaticText(this, kPositionText, "00:00:00/00:00:00", wxDefaultPosition,
+                                 wxDefaultSize, wxALIGN_RIGHT | wxST_NO_AUTORESIZE);
+    position_->SetMinSize(position_->GetBestSize());
+    position_->SetLabelText("00:00/00:00");
+    row->Add(position_, wxSizerFlags().CentreVertical());
+    column->Add(row, wxSizerFlags().Expand());
+    return column;
+}
+
+wxSizer* CVideoControl::MakeVolumeGroup() {
+    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(kVolume));
+    wxWindow* box = group->GetStaticBox();
+    auto* icon = new wxStaticBitmap(box, wxID_ANY, LineIcon("volume", 20));
+    group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+    volume_ = new wxSlider(box, kVolumeSlider, 0, 0, 100);
+    group->Add(volume_, wxSizerFlags(1).CentreVertical());
+    volumeText_ = new wxStaticText(box, wxID_ANY, "0", wxDefaultPosition,
+                                   wxSize(5 * GetCharWidth(), wxDefaultCoord),
+                                   wxALIGN_RIGHT | wxST_NO_AUTORESIZE);
+    group->Add(volumeText_, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+    volume_->Bind(wxEVT_SLIDER, [this](wxCommandEvent& event) {
+        run_.MoveVolume(event.GetInt());
+        volumeText_->SetLabelText(wxString::Format("%d", event.GetInt()));
+    });
+    return group;
+}
+
+wxSizer* CVideoControl::MakeVideoGroup() {
+    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(kVideo));
+    wxWindow* box = group->GetStaticBox();
+    group->Add(MakeButtons(box, {2113, 2109, 2110, 2114}), wxSizerFlags(1).Expand());
+    group->AddSpacer(FromDIP(8));
+    group->Add(MakeChoice(box, kVideoChoice, &VideoControlRun::ChooseVideo),
+               wxSizerFlags(1).CentreVertical());
+    return group;
+}
+
+wxSizer* CVideoControl::MakeUsbGroup() {
+    usbBox_ = new wxStaticBox(this, kUsbLabel, ToWx(kUsbVideoLabel));
+    auto* group = new wxStaticBoxSizer(usbBox_, wxHORIZONTAL);
+    auto* icon = new wxStaticBitmap(usbBox_, wxID_ANY, LineIcon("usb", 20));
+    group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+    usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, wxDefaultSize, 0, nullptr,
+                               wxCB_READONLY);
+    usbVideo_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) {
+        run_.ChooseUsbVideo(FromWx(usbVideo_->GetStringSelection()));
+    });
+    group->Add(usbVideo_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
+    group->Add(MakeButtons(usbBox_, {2124, 2123}), wxSizerFlags(1).Expand());
+    return group;
+}
+
+wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, Chooser chooser) {
+    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(label));
+    group->Add(MakeChoice(group->GetStaticBox(), id, chooser),
+               wxSizerFlags(1).CentreVertical());
+    return group;
+}
+
+/// A drop-down that sends what is chosen at once, and what is typed at the press of a button.
+wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, Chooser chooser) {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    auto* names = new wxComboBox(parent, id);
+    auto* button = new wxButton(parent, wxID_ANY, ToWx(kSwitchTo));
+    row->Add(names, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(6)));
+    row->Add(button, wxSizerFlags().CentreVertical());
+    const auto send = [this, names, chooser](wxCommandEvent&) {
+        (run_.*chooser)(FromWx(names->GetValue()));
+    };
+    names->Bind(wxEVT_COMBOBOX, send);
+    button->Bind(wxEVT_BUTTON, send);
+    choices_[id] = names;
+    return row;
+}
+
+wxSizer* CVideoControl::MakeButtonGroup(const LocalText& label, std::initializer_list<int> ids) {
+    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(label));
+    group->Add(MakeButtons(group->GetStaticBox(), ids), wxSizerFlags(1).Expand());
+    return group;
+}
+
+wxSizer* CVideoControl::MakeButtons(wxWindow* parent, std::initializer_list<int> ids) {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    for (int id : ids)
+        row->Add(MakeButton(parent, id), wxSizerFlags(1).CentreVertical().Border(wxALL, FromDIP(3)));
+    return row;
+}
+
+wxButton* CVideoControl::MakeButton(wxWindow* parent, int id) {
+    const auto* entry = std::ranges::find(kVideoButtons, id, &VideoButton::id);
+    auto* button = new wxButton(parent, id, wxString::FromUTF8(entry->caption));
+    const auto* icon = std::ranges::find(kButtonIcons, id, &ButtonIcon::id);
+    if (icon != std::end(kButtonIcons)) button->SetBitmap(LineIcon(icon->name, 18));
+    buttons_[id] = button;
+    captions_[id] = entry->caption;
+    button->Bind(wxEVT_BUTTON, [this, id](wxCommandEvent&) { run_.Press(captions_[id]); });
+    return button;
+}
+
+void CVideoControl::StartTimer() { timer_.Start(kTickMilliseconds); }
+
+void CVideoControl::HideButtons() {
+    for (const auto& [id, button] : buttons_) button->Hide();
+}
+
+void CVideoControl::ShowButton(int id, const std::string& caption) {
+    captions_[id] = caption;
+    buttons_[id]->SetLabelText(ToWx(caption));
+    buttons_[id]->Show();
+}
+
+void CVideoControl::ShowPosition(int percent, const std::string& text) {
+    progress_->SetValue(percent);
+    position_->SetLabelText(ToWx(text));
+}
+
+void CVideoControl::ShowTitle(const std::string& text) { title_->SetLabelText(ToWx(text)); }
+
+void CVideoControl::ShowVolume(int volume) {
+    volume_->SetValue(volume);
+    volumeText_->SetLabelText(wxString::Format("%d", volume));
+}
+
+void CVideoControl::ShowUsbLabel(const std::string& text) { usbBox_->SetLabelText(ToWx(text)); }
+
+void CVideoControl::ShowUsbVideos(const std::vector<std::string>& names) {
+    wxArrayString items;
+    for (const std::string& name : names) items.Add(ToWx(name));
+    usbVideo_->Set(items);
+}
+
+void CVideoControl::OfferFolders(const std::vector<std::string>& names) { Offer(*choices_[kFolderChoice], names); }
+void CVideoControl::OfferLayouts(const std::vector<std::string>& names) { Offer(*choices_[kLayoutChoice], names); }
+void CVideoControl::OfferVideos(const std::vector<std::string>& names) { Offer(*choices_[kVideoChoice], names); }
+
+void CVideoControl::StateChanged() {
+    state_->SetLabelText(ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]));
+    Layout();
+}
+
+CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
+                                   const DeviceRecord& player, const Target& target)
+    : FeatureDialog(parent, Window::kVideoControl, services) {
+    const int gap = FromDIP(10);
+    auto* tabs = new wxNotebook(this, wxID_ANY);
+    control_ = new CVideoControl(
+        tabs, player, [this, target](const DevicePacket& packet) { SendPacket(packet, {target}); });
+    tabs->AddPage(control_, ToWx(kTab));
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(tabs, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
+    column->Add(MakeButtonRow(false, kExitText), wxSizerFlags().Expand().Border(wxALL, gap));
+    SetSizerAndFit(column);
+    CentreOnParent();
+    RestoreWindow(*this, nullptr, kWindowName, services.preferences);
+    CallAfter([this] { control_->Start(); });
+}
+
+CVideoControlTab::~CVideoControlTab() {
+    RememberWindow(*this, nullptr, kWindowName, Services().preferences);
+}
+
+}  // namespace sontaro

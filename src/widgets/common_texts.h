@@ -1,0 +1,15 @@
+// Texts that several windows show.
+#pragma once
+
+#include "base/local_text.h"
+
+namespace sontaro {
+
+inline constexpr LocalText kOkText = {"确定", "OK"};
+inline constexpr LocalText kCancelText = {"取消", "Cancel"};
+inline constexpr LocalText kExitText = {"退出", "Exit"};
+inline constexpr LocalText kYesText = {"是", "Yes"};
+inline constexpr LocalText kNoText = {"否", "No"};
+inline constexpr LocalText kExitQuestion = {"【真的要退出程序吗?】", "Do you really want to exit?"};
+
+}  // namespace sontaro

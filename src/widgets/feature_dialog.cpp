@@ -1,0 +1,46 @@
+#include "widgets/feature_dialog.h"
+
+#include <wx/button.h>
+
+#include "widgets/common_texts.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& services)
+    : wxDialog(parent, wxID_ANY, ToWx(TitleOf(window)), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
+      services_(services),
+      registration_(services_.Directory().Register(
+          TitleOf(window), [this](WindowMessage& message) { HandleMessage(message); })) {
+    // Without an escape button Escape does nothing, and without a default button neither does
+    // Enter: that swallows both where an open cell editor still gets them.
+    SetEscapeId(wxID_NONE);
+    Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
+        if (event.CanVeto() && !MayClose()) {
+            event.Veto();
+        } else {
+            EndModal(wxID_CANCEL);
+        }
+    });
+    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
+}
+
+bool FeatureDialog::MayClose() { return services_.Messages().Confirm(Localized(kExitQuestion)); }
+
+bool FeatureDialog::SendPacket(const DevicePacket& packet, std::vector<Target> targets) {
+    SendRequest request{std::move(targets), std::make_shared<const Bytes>(packet.Serialize())};
+    return services_.Directory().Send(TitleOf(Window::kMain),
+                                      {MessageId::kSendRequest, 0, std::move(request), 0});
+}
+
+wxSizer* FeatureDialog::MakeButtonRow(bool withOk, const LocalText& cancelText) {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    row->AddStretchSpacer();
+    if (withOk) row->Add(new wxButton(this, wxID_OK, ButtonLabel(kOkText, 'O')));
+    row->AddSpacer(FromDIP(8));
+    row->Add(new wxButton(this, wxID_CANCEL, ButtonLabel(cancelText, cancelText.english[0])));
+    return row;
+}
+
+}  // namespace sontaro

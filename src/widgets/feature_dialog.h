@@ -1,0 +1,44 @@
+// What every dialog shares.
+#pragma once
+
+#include <wx/dialog.h>
+#include <wx/sizer.h>
+
+#include <string>
+#include <vector>
+
+#include "base/local_text.h"
+#include "base/window_titles.h"
+#include "link/packet.h"
+#include "widgets/ui_services.h"
+
+namespace sontaro {
+
+/// A dialog that is found by its title, swallows Enter and Escape, speaks to players through the
+/// main window, and is left by Cancel or its close box after "Do you really want to exit?".
+class FeatureDialog : public wxDialog {
+   public:
+    FeatureDialog(wxWindow* parent, Window window, const UiServices& services);
+
+   protected:
+    [[nodiscard]] const UiServices& Services() const { return services_; }
+
+    /// A message from the main window or a link thread.
+    virtual void HandleMessage(WindowMessage& message) = 0;
+
+    /// Whether Cancel may close the dialog; asks the user unless a dialog has nothing to lose.
+    [[nodiscard]] virtual bool MayClose();
+
+    /// Hands a packet to the main window, which sends it to `targets`; with none, to its current
+    /// device. False when there is no main window.
+    bool SendPacket(const DevicePacket& packet, std::vector<Target> targets);
+
+    /// The bottom row: OK (where wanted) and Cancel at the right, none of them a default button.
+    [[nodiscard]] wxSizer* MakeButtonRow(bool withOk, const LocalText& cancelText);
+
+   private:
+    UiServices services_;
+    WindowDirectory::Registration registration_;
+};
+
+}  // namespace sontaro

@@ -1,0 +1,62 @@
+#include "widgets/window_memory.h"
+
+#include <wx/display.h>
+
+namespace sontaro {
+
+namespace {
+
+constexpr const char* kWindows = "windows";
+constexpr const char* kPlace = "place";
+constexpr const char* kColumns = "columns";
+constexpr Json::ArrayIndex kPlaceNumbers = 4;
+
+bool IsNumbers(const Json::Value& list, Json::ArrayIndex count) {
+    if (!list.isArray() || list.size() != count) return false;
+    for (const Json::Value& number : list)
+        if (!number.isInt()) return false;
+    return true;
+}
+
+void RestoreColumns(wxListCtrl& list, const Json::Value& widths) {
+    const auto count = static_cast<Json::ArrayIndex>(list.GetColumnCount());
+    if (!IsNumbers(widths, count)) return;
+    for (Json::ArrayIndex i = 0; i < count; ++i)
+        if (widths[i].asInt() > 0) list.SetColumnWidth(static_cast<int>(i), widths[i].asInt());
+}
+
+}  // namespace
+
+void RestoreWindow(wxTopLevelWindow& window, wxListCtrl* list, const std::string& name,
+                   const JsonFile& preferences) {
+    const Json::Value& windows = preferences.Root()[kWindows];
+    if (!windows.isObject() || !windows[name].isObject()) return;
+    const Json::Value& entry = windows[name];
+    if (const Json::Value& place = entry[kPlace]; IsNumbers(place, kPlaceNumbers)) {
+        const wxRect rectangle(place[0].asInt(), place[1].asInt(), place[2].asInt(),
+                               place[3].asInt());
+        window.SetSize(wxSize(std::max(rectangle.width, window.GetMinWidth()),
+                              std::max(rectangle.height, window.GetMinHeight())));
+        if (wxDisplay::GetFromPoint(rectangle.GetPosition()) != wxNOT_FOUND)
+            window.Move(rectangle.GetPosition());
+    }
+    if (list) RestoreColumns(*list, entry[kColumns]);
+}
+
+void RememberWindow(const wxTopLevelWindow& window, const wxListCtrl* list, const std::string& name,
+                    JsonFile& preferences) {
+    if (window.IsMaximized() || window.IsIconized()) return;
+    Json::Value& windows = preferences.Root()[kWindows];
+    if (!windows.isObject()) windows = Json::Value(Json::objectValue);
+    Json::Value entry;
+    const wxRect rectangle = window.GetRect();
+    for (int number : {rectangle.x, rectangle.y, rectangle.width, rectangle.height})
+        entry[kPlace].append(number);
+    for (int column = 0; list && column < list->GetColumnCount(); ++column)
+        entry[kColumns].append(list->GetColumnWidth(column));
+    windows[name] = entry;
+    const Status written = preferences.Save();
+    static_cast<void>(written);
+}
+
+}  // namespace sontaro
