@@ -261,7 +261,7 @@ Status SimulatedPlayer::Save() {
     if (!running_ || options_.file.empty()) return Done{};
     std::string text = WriteState(state_);
     if (text == savedState_) return Done{};
-    const Status saved = WriteFileAtomically(options_.file, text);
+    Status saved = WriteFileAtomically(options_.file, text);
     if (saved) savedState_ = std::move(text);
     return saved;
 }

@@ -92,14 +92,15 @@ wxSizer* CSontaroDlg::MakeHeader() {
 }
 
 wxSizer* CSontaroDlg::MakeGroups() {
-    constexpr int kColumns = 4;
-    const wxSize buttonSize(24 * GetCharWidth(), FromDIP(72));
+    const bool chinese = CurrentLanguage() == Language::kChinese;
+    const int columns = chinese ? 4 : 2;  // as many as the largest group has buttons
+    const wxSize buttonSize((chinese ? 24 : 36) * GetCharWidth(), FromDIP(72));
     auto* column = new wxBoxSizer(wxVERTICAL);
     for (const FeatureGroupText& group : kFeatureGroups) {
         auto* heading = new wxStaticText(this, wxID_ANY, ToWx(group.text));
         heading->SetFont(heading->GetFont().Bold());
         column->Add(heading, wxSizerFlags().Border(wxBOTTOM, FromDIP(6)));
-        auto* grid = new wxGridSizer(kColumns, FromDIP(wxSize(8, 8)));
+        auto* grid = new wxGridSizer(columns, FromDIP(wxSize(8, 8)));
         for (const FeatureButton& feature : kFeatureButtons) {
             if (feature.group != group.group || !IsInLayout(feature)) continue;
             auto* button = new wxButton(this, feature.id, ButtonLabel(feature.text, feature.key));

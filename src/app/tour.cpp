@@ -30,21 +30,15 @@ Tour::Tour(std::filesystem::path folder) : folder_(std::move(folder)) {
     timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Proceed(); });
 }
 
-void Tour::Start() {
-    started_ = true;
-    timer_.Start(kPaceMilliseconds);
-}
+void Tour::Start() { timer_.Start(kPaceMilliseconds); }
 
 void Tour::Proceed() {
-    if (steps_.empty()) {
-        timer_.Stop();
-        return;
-    }
     const Clock::time_point now = Clock::now();
     if (!acted_) {
         acted_ = true;
         actedAt_ = now;
         if (steps_.front().act) steps_.front().act();
+        if (steps_.size() == 1) Finish();
     } else if (!settled_) {
         if (steps_.front().done()) {
             settled_ = true;
@@ -64,6 +58,7 @@ void Tour::Finish() {
     if (!step.picture.empty() && !TakePicture(step.picture)) Fail("no picture of " + step.picture);
     fmt::print("{}\n", step.say());
     std::fflush(stdout);
+    if (steps_.empty()) timer_.Stop();
 }
 
 bool Tour::TakePicture(const std::string& name) {

@@ -14,7 +14,8 @@ namespace sontaro {
 
 /// Performs steps one after the other in the program's own event loop, modal dialogs included:
 /// acts, waits for the effect, takes a picture of the window in front and prints one line. A step
-/// whose effect does not come ends the process with exit code 1.
+/// whose effect does not come ends the process with exit code 1. The last step has no effect to
+/// wait for: it ends the program.
 class Tour {
    public:
     struct Step {
@@ -31,7 +32,7 @@ class Tour {
     void Start();
 
     /// Whether every step has been performed.
-    [[nodiscard]] bool Succeeded() const { return started_ && steps_.empty(); }
+    [[nodiscard]] bool Succeeded() const { return steps_.empty(); }
 
     /// The window in front when its title is `title`, else absent.
     [[nodiscard]] static wxDialog* FrontTitled(const std::string& title);
@@ -51,7 +52,6 @@ class Tour {
     wxTimer timer_;
     Clock::time_point actedAt_{};
     Clock::time_point doneAt_{};
-    bool started_ = false;
     bool acted_ = false;
     bool settled_ = false;
     int pictures_ = 0;

@@ -9,15 +9,17 @@ namespace {
 struct ColumnHead {
     LocalText caption;
     int characters;  // width at first
-    wxListColumnFormat format;
 };
 
 // In the order of `DeviceColumn`.
 constexpr ColumnHead kColumns[] = {
-    {{"序号", "No."}, 7, wxLIST_FORMAT_RIGHT},       {{"IP地址", "IP"}, 16, wxLIST_FORMAT_LEFT},
-    {{"MAC地址", "MAC"}, 21, wxLIST_FORMAT_LEFT},    {{"TCP端口号", "TCP Port"}, 12, wxLIST_FORMAT_RIGHT},
-    {{"ID号", "ID"}, 18, wxLIST_FORMAT_LEFT},        {{"版本信息", "Ver"}, 58, wxLIST_FORMAT_LEFT},
-    {{"备注", "Remarks"}, 20, wxLIST_FORMAT_LEFT},
+    {{"序号", "No."}, 8},
+    {{"IP地址", "IP"}, 16},
+    {{"MAC地址", "MAC"}, 21},
+    {{"TCP端口号", "TCP Port"}, 12},
+    {{"ID号", "ID"}, 18},
+    {{"版本信息", "Ver"}, 58},
+    {{"备注", "Remarks"}, 20},
 };
 
 }  // namespace
@@ -34,7 +36,8 @@ DeviceList::DeviceList(wxWindow* parent, int id, ChoiceMode mode, ScanRun& run)
 
 void DeviceList::AppendColumns() {
     for (const ColumnHead& column : kColumns)
-        AppendColumn(ToWx(column.caption), column.format, column.characters * GetCharWidth());
+        AppendColumn(ToWx(column.caption), wxLIST_FORMAT_LEFT,
+                     column.characters * GetCharWidth());
     ShowSortIndicator(static_cast<int>(DeviceColumn::kNumber), true);
 }
 
@@ -50,12 +53,21 @@ void DeviceList::BindEvents() {
     Bind(wxEVT_LIST_ITEM_SELECTED, [this](wxListEvent& event) { ChooseOnly(event.GetIndex()); });
     Bind(wxEVT_LIST_COL_CLICK, [this](wxListEvent& event) { SortByColumn(event.GetColumn()); });
     Bind(wxEVT_CHAR, [this](wxKeyEvent& event) {
-        if (event.GetKeyCode() == WXK_CONTROL_C) {
-            CopyRow();
-        } else {
-            event.Skip();
-        }
+        if (!HandleKey(event.GetKeyCode())) event.Skip();
     });
+}
+
+/// Ctrl+C copies; in a list of one choice, Space and the first Down choose the row in focus.
+bool DeviceList::HandleKey(int key) {
+    const bool chooses = key == WXK_SPACE || (key == WXK_DOWN && GetFirstSelected() < 0);
+    if (key == WXK_CONTROL_C) {
+        CopyRow();
+    } else if (chooses && mode_ == ChoiceMode::kSingle && CurrentRow() >= 0) {
+        Select(CurrentRow());
+    } else {
+        return false;
+    }
+    return true;
 }
 
 void DeviceList::Update() {
@@ -67,6 +79,7 @@ void DeviceList::Update() {
             if (IsSelected(static_cast<long>(row)) != devices[row].ticked)
                 Select(static_cast<long>(row), devices[row].ticked);
     }
+    if (CurrentRow() < 0 && !devices.empty()) Focus(0);  // where the keyboard starts from
     updating_ = false;
     Refresh();
 }

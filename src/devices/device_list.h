@@ -27,6 +27,7 @@ class DeviceList : public wxListView {
 
     void AppendColumns();
     void BindEvents();
+    [[nodiscard]] bool HandleKey(int key);
     void ChooseOnly(long row);
     void SortByColumn(int column);
     void CopyRow();

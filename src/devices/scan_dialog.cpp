@@ -41,6 +41,7 @@ constexpr LocalText kAddressVanished = {"此地址当前不在本机上", "Not o
 constexpr LocalText kNobodyAnswered = {"没有找到播放器。请按“查找设备”，并确认播放器已开机且在同一网络。",
                                        "No players found. Press \"Scan\" and make sure that the "
                                        "players are switched on and in this network."};
+constexpr LocalText kOpening = {"正在寻找播放器…", "Looking for players…"};
 constexpr LocalText kScanning = {"正在查找，已找到 %d 台播放器", "Scanning, %d player(s) found so far"};
 constexpr LocalText kFound = {"找到 %d 台播放器", "%d player(s) found"};
 constexpr LocalText kRemarksNotSaved = {"备注没有保存！", "The remarks could not be saved!"};
@@ -73,8 +74,9 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     RestoreWindow(*this, list_, kWindowName, Services().preferences);
     OfferAddresses();
     BindEvents();
-    Refresh();
     run_.Opened();
+    Refresh();
+    scanButton_->SetFocus();
 }
 
 CScanForDevices::~CScanForDevices() {
@@ -88,7 +90,7 @@ wxSizer* CScanForDevices::MakeAddressRow() {
     address_ = new wxComboBox(this, kScanAddress, "", wxDefaultPosition,
                               wxSize(24 * GetCharWidth(), wxDefaultCoord));
     row->Add(address_, centred);
-    scanButton_ = new wxButton(this, kScanButton, "");
+    scanButton_ = new wxButton(this, kScanButton, ToWx(run_.ButtonText()));
     scanButton_->SetBitmap(LineIcon("scan", 18));
     scanButton_->SetMinSize(wxSize(24 * GetCharWidth(), wxDefaultCoord));
     row->Add(scanButton_, centred);
@@ -184,6 +186,7 @@ void CScanForDevices::Refresh() {
 
 wxString CScanForDevices::ListState() const {
     const auto count = static_cast<int>(run_.Devices().size());
+    if (run_.IsOpening()) return ToWx(kOpening);
     if (run_.IsScanning()) return wxString::Format(ToWx(kScanning), count);
     return count == 0 ? ToWx(kNobodyAnswered) : wxString::Format(ToWx(kFound), count);
 }

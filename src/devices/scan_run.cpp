@@ -16,12 +16,18 @@ constexpr LocalText kStopIn = {"停止查找(%d)", "Stop(%d)"};
 
 }  // namespace
 
+void ScanRun::Opened() {
+    opening_ = true;
+    actions_.StartTimer();
+}
+
 void ScanRun::PressScan() {
     if (scanning_) {
         Stop();
         return;
     }
     Clear();
+    opening_ = false;
     scanning_ = true;
     round_ = 0;
     actions_.StartTimer();
@@ -30,6 +36,7 @@ void ScanRun::PressScan() {
 
 void ScanRun::Tick() {
     if (!scanning_) {
+        opening_ = false;
         actions_.StopTimer();
         Clear();
         actions_.SendRequest();

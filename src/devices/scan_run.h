@@ -31,7 +31,7 @@ class ScanRun {
         : actions_(actions), remarks_(remarks) {}
 
     /// The dialog has opened: the first tick empties the list and asks once.
-    void Opened() { actions_.StartTimer(); }
+    void Opened();
 
     /// The scan button: starts a scan with an empty list, or stops the one that runs. Players that
     /// were ticked are ticked again when they answer again.
@@ -53,6 +53,8 @@ class ScanRun {
     void SortBy(DeviceColumn column, bool ascending);
 
     [[nodiscard]] bool IsScanning() const { return scanning_; }
+    /// Whether nobody has been asked yet since the dialog opened.
+    [[nodiscard]] bool IsOpening() const { return opening_; }
     [[nodiscard]] const std::vector<DeviceRecord>& Devices() const { return devices_; }
     /// The text of the scan button, in the language of the process.
     [[nodiscard]] std::string ButtonText() const;
@@ -67,6 +69,7 @@ class ScanRun {
     std::vector<DeviceRecord> tickedBefore_;
     DeviceColumn sortColumn_ = DeviceColumn::kNumber;
     bool sortAscending_ = true;
+    bool opening_ = false;
     bool scanning_ = false;
     int round_ = 0;
 };

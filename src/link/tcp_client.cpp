@@ -71,8 +71,7 @@ class CTCPClient::Connection {
         std::this_thread::sleep_for(kShutdownPause);
         socket_.Shutdown();
         std::this_thread::sleep_for(kShutdownPause);
-        hasSocket_ = false;
-        connected_ = false;
+        Release();
         std::this_thread::sleep_for(kClosePause);
     }
 
@@ -89,6 +88,11 @@ class CTCPClient::Connection {
     [[nodiscard]] std::string RemoteIp() const { return addressKnown_ ? target_.ip : ""; }
 
    private:
+    void Release() {
+        hasSocket_ = false;
+        connected_ = false;
+    }
+
     void SendLoop() {
         while (running_) {
             switch (services_.io->WaitToSend(sendEvent_)) {
@@ -116,7 +120,8 @@ class CTCPClient::Connection {
     void ReceiveLoop() {
         while (running_ && ReceiveOnce()) {
         }
-        Close();  // whatever ended the loop: a dead connection must not block its slot
+        Close();    // whatever ended the loop: a dead connection must not block its slot,
+        Release();  // nor does it while the send thread is still closing
         ReportFailure(LinkCode::kReceiveEnded, LastSocketError());
     }
 

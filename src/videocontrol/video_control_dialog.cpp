@@ -16,6 +16,7 @@ namespace sontaro {
 namespace {
 
 constexpr int kPollTimer = 5;
+constexpr int kPlayButton = 2109;
 constexpr int kTickMilliseconds = 1000;
 constexpr const char* kWindowName = "videoControl";
 
@@ -28,6 +29,9 @@ constexpr LocalText kVideo = {"切换视频", "Video"};
 constexpr LocalText kPower = {"电源与特效", "Power and effects"};
 constexpr LocalText kSwitchTo = {"切换", "Switch"};
 constexpr LocalText kPlayer = {"播放器：", "Player:"};
+
+/// Until the player or the user has said how loud it is.
+constexpr const char* kUnknownVolume = "-";
 
 constexpr LocalText kStates[] = {
     {"正在等待播放器状态…", "Waiting for the player's state…"},
@@ -44,6 +48,11 @@ constexpr ButtonIcon kButtonIcons[] = {
     {2109, "play"}, {2110, "pause"}, {2113, "previous"}, {2114, "next"},
     {2120, "power"}, {2121, "power"}, {2124, "previous"}, {2123, "next"},
 };
+
+/// Where something stands in a group box: the box itself keeps no distance.
+wxSizerFlags Padded(const wxWindow& window) {
+    return wxSizerFlags(1).CentreVertical().Border(wxALL, window.FromDIP(6));
+}
 
 void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
     const wxString shown = choice.GetValue();
@@ -115,13 +124,13 @@ wxSizer* CVideoControl::MakeVolumeGroup() {
     auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(kVolume));
     wxWindow* box = group->GetStaticBox();
     auto* icon = new wxStaticBitmap(box, wxID_ANY, LineIcon("volume", 20));
-    group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+    group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
     volume_ = new wxSlider(box, kVolumeSlider, 0, 0, 100);
     group->Add(volume_, wxSizerFlags(1).CentreVertical());
-    volumeText_ = new wxStaticText(box, wxID_ANY, "0", wxDefaultPosition,
+    volumeText_ = new wxStaticText(box, wxID_ANY, kUnknownVolume, wxDefaultPosition,
                                    wxSize(5 * GetCharWidth(), wxDefaultCoord),
                                    wxALIGN_RIGHT | wxST_NO_AUTORESIZE);
-    group->Add(volumeText_, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+    group->Add(volumeText_, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
     volume_->Bind(wxEVT_SLIDER, [this](wxCommandEvent& event) {
         run_.MoveVolume(event.GetInt());
         volumeText_->SetLabelText(wxString::Format("%d", event.GetInt()));
@@ -132,10 +141,8 @@ wxSizer* CVideoControl::MakeVolumeGroup() {
 wxSizer* CVideoControl::MakeVideoGroup() {
     auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(kVideo));
     wxWindow* box = group->GetStaticBox();
-    group->Add(MakeButtons(box, {2113, 2109, 2110, 2114}), wxSizerFlags(1).Expand());
-    group->AddSpacer(FromDIP(8));
-    group->Add(MakeChoice(box, kVideoChoice, &VideoControlRun::ChooseVideo),
-               wxSizerFlags(1).CentreVertical());
+    group->Add(MakeButtons(box, {2113, 2109, 2110, 2114}), Padded(*this));
+    group->Add(MakeChoice(box, kVideoChoice, &VideoControlRun::ChooseVideo), Padded(*this));
     return group;
 }
 
@@ -143,21 +150,20 @@ wxSizer* CVideoControl::MakeUsbGroup() {
     usbBox_ = new wxStaticBox(this, kUsbLabel, ToWx(kUsbVideoLabel));
     auto* group = new wxStaticBoxSizer(usbBox_, wxHORIZONTAL);
     auto* icon = new wxStaticBitmap(usbBox_, wxID_ANY, LineIcon("usb", 20));
-    group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(4)));
+    group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
     usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, wxDefaultSize, 0, nullptr,
                                wxCB_READONLY);
     usbVideo_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) {
         run_.ChooseUsbVideo(FromWx(usbVideo_->GetStringSelection()));
     });
-    group->Add(usbVideo_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
-    group->Add(MakeButtons(usbBox_, {2124, 2123}), wxSizerFlags(1).Expand());
+    group->Add(usbVideo_, wxSizerFlags(1).CentreVertical());
+    group->Add(MakeButtons(usbBox_, {2124, 2123}), Padded(*this));
     return group;
 }
 
 wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, Chooser chooser) {
     auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(label));
-    group->Add(MakeChoice(group->GetStaticBox(), id, chooser),
-               wxSizerFlags(1).CentreVertical());
+    group->Add(MakeChoice(group->GetStaticBox(), id, chooser), Padded(*this));
     return group;
 }
 
@@ -179,14 +185,16 @@ wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, Chooser chooser) {
 
 wxSizer* CVideoControl::MakeButtonGroup(const LocalText& label, std::initializer_list<int> ids) {
     auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(label));
-    group->Add(MakeButtons(group->GetStaticBox(), ids), wxSizerFlags(1).Expand());
+    group->Add(MakeButtons(group->GetStaticBox(), ids), Padded(*this));
     return group;
 }
 
 wxSizer* CVideoControl::MakeButtons(wxWindow* parent, std::initializer_list<int> ids) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    for (int id : ids)
-        row->Add(MakeButton(parent, id), wxSizerFlags(1).CentreVertical().Border(wxALL, FromDIP(3)));
+    for (int id : ids) {
+        if (!row->IsEmpty()) row->AddSpacer(FromDIP(6));
+        row->Add(MakeButton(parent, id), wxSizerFlags(1));
+    }
     return row;
 }
 
@@ -201,16 +209,23 @@ wxButton* CVideoControl::MakeButton(wxWindow* parent, int id) {
     return button;
 }
 
-void CVideoControl::StartTimer() { timer_.Start(kTickMilliseconds); }
-
-void CVideoControl::HideButtons() {
-    for (const auto& [id, button] : buttons_) button->Hide();
+void CVideoControl::Start() {
+    buttons_[kPlayButton]->SetFocus();
+    run_.Opened();
 }
+
+void CVideoControl::StartTimer() { timer_.Start(kTickMilliseconds); }
 
 void CVideoControl::ShowButton(int id, const std::string& caption) {
     captions_[id] = caption;
     buttons_[id]->SetLabelText(ToWx(caption));
-    buttons_[id]->Show();
+    shownButtons_.insert(id);
+}
+
+/// Only now: hiding a button that stays would take the keyboard focus from it.
+void CVideoControl::ButtonsChanged() {
+    for (const auto& [id, button] : buttons_) button->Show(shownButtons_.contains(id));
+    Layout();
 }
 
 void CVideoControl::ShowPosition(int percent, const std::string& text) {

@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -42,7 +43,7 @@ class CVideoControl : public wxPanel, private VideoControlView {
     CVideoControl(wxWindow* parent, const DeviceRecord& player, Sender send);
 
     /// Starts to ask the player for its state.
-    void Start() { run_.Opened(); }
+    void Start();
     /// Takes a reply that the main window forwards.
     void HandleMessage(const WindowMessage& message) { run_.Handle(message); }
 
@@ -51,9 +52,9 @@ class CVideoControl : public wxPanel, private VideoControlView {
 
     void Send(const DevicePacket& packet) override { send_(packet); }
     void StartTimer() override;
-    void HideButtons() override;
+    void HideButtons() override { shownButtons_.clear(); }
     void ShowButton(int id, const std::string& caption) override;
-    void ButtonsChanged() override { Layout(); }
+    void ButtonsChanged() override;
     void ShowPosition(int percent, const std::string& text) override;
     void ShowTitle(const std::string& text) override;
     void ShowVolume(int volume) override;
@@ -79,6 +80,7 @@ class CVideoControl : public wxPanel, private VideoControlView {
     VideoControlRun run_;
     wxTimer timer_;
     std::map<int, wxButton*> buttons_;
+    std::set<int> shownButtons_;
     std::map<int, std::string> captions_;  // as they are sent; a label would lose an ampersand
     wxStaticText* state_ = nullptr;
     wxStaticText* title_ = nullptr;

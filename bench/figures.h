@@ -1,0 +1,24 @@
+// The figures that have goals.
+#pragma once
+
+#include <vector>
+
+#include "bench/figure.h"
+
+namespace sontaro::bench {
+
+/// Large packets through a connected link, against bare send and recv calls.
+[[nodiscard]] Figure LinkThroughput();
+
+/// A reply put together from chunks, against memcpy of the same chunks.
+[[nodiscard]] Figure ReassemblyThroughput();
+
+/// A message from a link thread to the user-interface thread and back, against a bare round trip
+/// between two threads. Needs a display.
+[[nodiscard]] Figure MessageRoundTrip();
+
+/// Time until the main window is on the screen, and memory once it is idle, against a minimal
+/// dialog program. Needs a display.
+[[nodiscard]] std::vector<Figure> StartUp();
+
+}  // namespace sontaro::bench

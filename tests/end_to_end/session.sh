@@ -1,0 +1,55 @@
+# A private X session for a test: its own display, folders and processes. Sourced by the tests.
+set -euo pipefail
+
+work=$(mktemp -d)
+export HOME=$work/home XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/run XDG_DATA_HOME=$work/data
+export GSETTINGS_BACKEND=memory NO_AT_BRIDGE=1
+mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR" "$XDG_DATA_HOME"
+started=()
+
+end_session() {
+    status=$?
+    for process in "${started[@]}"; do kill "$process" 2>/dev/null || true; done
+    wait 2>/dev/null || true
+    if [ $status -ne 0 ]; then cat "$work"/*.log >&2 || true; fi
+    rm -rf "$work"
+}
+trap end_session EXIT
+
+# start NAME COMMAND...: runs the command in the background, its output in NAME.log; sets $process.
+start() {
+    local name=$1
+    shift
+    "$@" >"$work/$name.log" 2>&1 &
+    process=$!
+    started+=("$process")
+}
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+# await SECONDS WHAT COMMAND...: waits until the command succeeds.
+await() {
+    local limit=$1 what=$2
+    shift 2
+    for ((i = 0; i < limit * 20; ++i)); do
+        if "$@" >/dev/null 2>&1; then return 0; fi
+        sleep 0.05
+    done
+    fail "$what"
+}
+
+# window TITLE: the id of the visible window with exactly this title.
+window() { xdotool search --onlyvisible --name "^$1\$" | tail -n 1; }
+has_window() { [ -n "$(window "$1")" ]; }
+lacks_window() { ! has_window "$1"; }
+
+# keys TITLE KEY...: gives the window the keyboard and types.
+keys() {
+    local title=$1
+    shift
+    xdotool windowfocus --sync "$(window "$title")"
+    xdotool key --delay 60 "$@"
+}

@@ -1,0 +1,171 @@
+#include <wx/combobox.h>
+#include <wx/gauge.h>
+#include <wx/slider.h>
+#include <wx/statbox.h>
+#include <wx/weakref.h>
+
+#include "app/feature_buttons.h"
+#include "base/json.h"
+#include "devices/scan_dialog.h"
+#include "ui/ui_support.h"
+#include "videocontrol/video_control_dialog.h"
+
+namespace sontaro::test {
+namespace {
+
+class MainWindow : public UiTest {
+ protected:
+    ~MainWindow() override {
+        if (window) window->Destroy();
+        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    }
+
+    void Open() { window = OpenMainWindow(); }
+
+    /// Opens the remote control of the first player and takes `step` there.
+    void Control(ModalScript::Step step) {
+        const ModalScript script{
+            [&](wxDialog* scan) {
+                Press(scan, kScanButton);
+                auto* list = Find<DeviceList>(scan, kScanList);
+                ASSERT_TRUE(PumpUntil([&] { return list->GetItemCount() > 0; }));
+                list->Select(0);
+                Press(scan, wxID_OK);
+            },
+            [&](wxDialog* control) {
+                step(control);
+                prompts.answers.push_back(true);
+                Press(control, wxID_CANCEL);
+            }};
+        Press(window, kVideoControlButton);
+    }
+
+    static std::string TextOf(wxWindow* dialog, int id) {
+        return FromWx(Find<wxControl>(dialog, id)->GetLabelText());
+    }
+
+    /// Whether the first player receives the remote control command `document` in time.
+    bool PlayerReceives(int command, const std::string& key, const std::string& value) {
+        const auto matches = [&](const DevicePacket& packet) {
+            if (packet.header.command != kCommandVideo) return false;
+            const auto document = ParseJson(AsText(packet.payload));
+            return document && (*document)["cmdId"] == command && (*document)[key] == value;
+        };
+        return PumpUntil([&] {
+            return players->Player(0).WaitForPacket(matches, std::chrono::milliseconds(1));
+        });
+    }
+
+    static bool IsReady(wxDialog* control) {
+        return PumpUntil([&] { return Find<wxGauge>(control, kProgressBar)->GetValue() > 0; });
+    }
+
+    wxWeakRef<CSontaroDlg> window;
+};
+
+TEST_F(MainWindow, EachLanguageHasItsOwnLayout) {
+    for (const Language language : {Language::kChinese, Language::kEnglish}) {
+        SetLanguage(language);
+        UiGate otherGate;
+        WindowDirectory other(otherGate);
+        wxWeakRef<CSontaroDlg> dialog = new CSontaroDlg(
+            {{other, threads, prompts}, preferences}, {folder.Path() / "Temp", Scan(), 0});
+        for (const FeatureButton& feature : kFeatureButtons) {
+            const auto* button = Find<wxButton>(dialog, feature.id);
+            EXPECT_EQ(button != nullptr, language == Language::kChinese || feature.text.english);
+            if (button) {
+                EXPECT_EQ(FromWx(button->GetLabelText()), Localized(feature.text));
+            }
+        }
+        EXPECT_EQ(Find<wxButton>(dialog, wxID_OK) != nullptr, language == Language::kEnglish);
+        dialog->Destroy();
+        ASSERT_TRUE(PumpUntil([&] { return !dialog; }));
+    }
+}
+
+TEST_F(MainWindow, PressingPlayReachesThePlayerAndThePositionComesBack) {
+    StartPlayers(1);
+    Open();
+    Control([&](wxDialog* control) {
+        ASSERT_TRUE(IsReady(control));
+        EXPECT_EQ(TextOf(control, kTitleText).find("->"), 6U);
+        Press(control, 2110);
+        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "暂停"));
+        EXPECT_FALSE(players->Player(0).State().playing);
+        Press(control, 2109);
+        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "播放"));
+        EXPECT_TRUE(players->Player(0).State().playing);
+    });
+}
+
+TEST_F(MainWindow, ThePlayersCaptionsDecideWhatIsShownAndSent) {
+    StartPlayers(1);
+    players->Player(0).ChangeState([](simulator::PlayerState& state) {
+        state.captions = {{simulator::Action::kPlay, "R&B 开始"}};
+    });
+    Open();
+    Control([&](wxDialog* control) {
+        ASSERT_TRUE(IsReady(control));
+        for (const VideoButton& button : kVideoButtons)
+            EXPECT_EQ(control->FindWindow(button.id)->IsShown(), button.id == 2109);
+        EXPECT_EQ(TextOf(control, 2109), "R&B 开始");
+        Press(control, 2109);
+        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "R&B 开始"));
+    });
+}
+
+TEST_F(MainWindow, VolumeAndChoicesAreSent) {
+    StartPlayers(1);
+    Open();
+    Control([&](wxDialog* control) {
+        ASSERT_TRUE(IsReady(control));
+        auto* slider = Find<wxSlider>(control, kVolumeSlider);
+        slider->SetValue(23);
+        wxCommandEvent moved(wxEVT_SLIDER, kVolumeSlider);
+        moved.SetInt(23);
+        slider->GetEventHandler()->ProcessEvent(moved);
+        EXPECT_TRUE(PlayerReceives(kVideoSound, "sound", "23"));
+        auto* usb = Find<wxComboBox>(control, kUsbVideo);
+        ASSERT_TRUE(PumpUntil([&] { return usb->GetCount() == 3; }));
+        usb->SetSelection(1);
+        wxCommandEvent chosen(wxEVT_COMBOBOX, kUsbVideo);
+        usb->GetEventHandler()->ProcessEvent(chosen);
+        const std::string name = FromWx(usb->GetString(1));
+        EXPECT_TRUE(PlayerReceives(kVideoUsbName, "usbVideoName", name));
+        EXPECT_TRUE(PumpUntil([&] { return TextOf(control, kUsbLabel) == "USB Video-" + name; }));
+        EXPECT_EQ(Find<wxComboBox>(control, kLayoutChoice)->GetCount(), 3U);
+    });
+}
+
+TEST_F(MainWindow, ADeadPlayerIsReportedOnceAndTheRemoteControlStaysUsable) {
+    StartPlayers(1);
+    simulator::FaultScript faults;
+    faults.refuse = true;
+    players->Player(0).SetFaults(faults);
+    Open();
+    Control([&](wxDialog* control) {
+        EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
+        Press(control, 2109);
+        EXPECT_EQ(prompts.texts, std::vector<std::string>{"Failed to connect player！"});
+        players->Player(0).SetFaults({});
+        Press(control, 2109);
+        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "播放"));
+    });
+}
+
+TEST_F(MainWindow, LeavesOnlyAfterAYesAndEmptiesItsWorkingFolder) {
+    folder.Write("Temp/left/over.bin", "x");
+    Open();
+    Press(window, wxID_OK);
+    Press(window, wxID_CANCEL);
+    EXPECT_EQ(prompts.texts, std::vector<std::string>{"Do you really want to exit?"});
+    EXPECT_FALSE(PumpUntil([&] { return !window; }, 200));
+    EXPECT_TRUE(std::filesystem::exists(folder / "Temp/left/over.bin"));
+    prompts.answers = {true};
+    Press(window, wxID_CANCEL);
+    EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "Temp"));
+}
+
+}  // namespace
+}  // namespace sontaro::test

@@ -1,0 +1,114 @@
+// Real windows for tests: they are shown, pressed and read.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/button.h>
+#include <wx/modalhook.h>
+#include <wx/stopwatch.h>
+
+#include <deque>
+#include <functional>
+
+#include "app/main_window.h"
+#include "simulator/player_group.h"
+#include "support/literals.h"
+#include "support/recording_prompts.h"
+#include "support/temporary_folder.h"
+#include "support/test_network.h"
+#include "widgets/ui_gate.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro::test {
+
+/// Runs the event loop until `holds`; false after `limit` milliseconds.
+template <class Predicate>
+bool PumpUntil(Predicate holds, long limit = 10000) {
+    for (const wxStopWatch watch;;) {
+        wxTheApp->Yield(true);
+        if (holds()) return true;
+        if (watch.Time() > limit) return false;
+        wxMilliSleep(2);
+    }
+}
+
+/// Presses a button as a click does; its handler has run when this returns.
+inline void Press(wxWindow* window, int id) {
+    auto* button = wxDynamicCast(window->FindWindow(id), wxButton);
+    ASSERT_TRUE(button && button->IsShown() && button->IsEnabled()) << "button " << id;
+    wxCommandEvent press(wxEVT_BUTTON, id);
+    press.SetEventObject(button);
+    button->GetEventHandler()->ProcessEvent(press);
+}
+
+template <class Control>
+Control* Find(wxWindow* window, int id) {
+    return dynamic_cast<Control*>(window->FindWindow(id));
+}
+
+/// What is done in each modal dialog that opens, in order. Dialogs are really shown.
+class ModalScript : public wxModalDialogHook {
+ public:
+    using Step = std::function<void(wxDialog*)>;
+
+    ModalScript(std::initializer_list<Step> steps) : steps_(steps) { Register(); }
+    ~ModalScript() override { EXPECT_TRUE(steps_.empty()) << "a dialog did not open"; }
+
+ private:
+    int Enter(wxDialog* dialog) override {
+        if (!open_.empty() && open_.back() == dialog) return wxID_NONE;  // told twice of some
+        if (steps_.empty()) {
+            ADD_FAILURE() << "unexpected dialog " << FromWx(dialog->GetTitle());
+            return wxID_CANCEL;
+        }
+        open_.push_back(dialog);
+        dialog->CallAfter([step = std::move(steps_.front()), dialog] { step(dialog); });
+        steps_.pop_front();
+        return wxID_NONE;
+    }
+    void Exit(wxDialog* dialog) override {
+        if (!open_.empty() && open_.back() == dialog) open_.pop_back();
+    }
+
+    std::deque<Step> steps_;
+    std::vector<wxDialog*> open_;
+};
+
+/// The services of the program with recorded message boxes, in a network of the test's own.
+class UiTest : public testing::Test {
+ protected:
+    UiTest() { SetApplicationTitle("Sontaro test"); }
+    ~UiTest() override {
+        directory.ShutDown();
+        SetLanguage(Language::kEnglish);
+    }
+
+    void StartPlayers(std::size_t count) {
+        simulator::LineUpOptions options;
+        options.count = count;
+        options.baseAddress = network.Player(0);
+        players = std::make_unique<simulator::PlayerGroup>(*simulator::LineUp(options));
+        ASSERT_TRUE(players->Start());
+    }
+
+    [[nodiscard]] ScanSetup Scan() { return {remarks, FormatIpv4(network.Local())}; }
+
+    CSontaroDlg* OpenMainWindow() {
+        auto* window = new CSontaroDlg(services, {folder.Path() / "Temp", Scan(), 0});
+        window->Show();
+        return window;
+    }
+
+    TemporaryFolder folder;
+    TestNetwork network;
+    std::unique_ptr<simulator::PlayerGroup> players;
+    UiGate gate;
+    WindowDirectory directory{gate};
+    RecordingPrompts prompts;
+    ThreadGroup threads;
+    JsonFile preferences{folder / "preferences.json"};
+    DeviceRemarks remarks{folder / "remarks.json"};
+    UiServices services{{directory, threads, prompts}, preferences};
+};
+
+}  // namespace sontaro::test

@@ -1,0 +1,36 @@
+#!/bin/bash
+# Installs the Debian 12 packages that are missing. Says nothing when there are none.
+set -euo pipefail
+
+packages=(
+    # build
+    g++ cmake ninja-build ccache pkg-config
+    libwxgtk3.2-dev libjsoncpp-dev libfmt-dev
+    # windows on a virtual display: the tour, the tests and the pictures they leave
+    xvfb xauth xdotool fonts-noto-cjk adwaita-icon-theme librsvg2-common
+    # tests and measurements
+    libgtest-dev libgmock-dev libx11-dev
+    # checks
+    clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
+)
+
+# dpkg-query fails when it has never heard of one of them; what it prints is enough.
+installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null || true)
+missing=()
+for package in "${packages[@]}"; do
+    [[ $'\n'$installed$'\n' == *$'\n'"$package installed"$'\n'* ]] || missing+=("$package")
+done
+((${#missing[@]})) || exit 0
+
+echo "Packages to install: ${missing[*]}"
+as_root=(env DEBIAN_FRONTEND=noninteractive)
+if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null; then
+        echo "Installing them takes root, and there is no sudo. Run this as root:" >&2
+        echo "    apt-get update && apt-get install --no-install-recommends ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo "${as_root[@]}")
+fi
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
