@@ -105,7 +105,9 @@ wxSizer* CSontaroDlg::MakeGroups() {
             if (feature.group != group.group || !IsInLayout(feature)) continue;
             auto* button = new wxButton(this, feature.id, ButtonLabel(feature.text, feature.key));
             button->SetBitmap(LineIcon(feature.icon, 32), wxTOP);
-            button->SetMinSize(buttonSize);
+            wxSize size = button->GetBestSize();
+            size.IncTo(buttonSize);
+            button->SetMinSize(size);
             grid->Add(button, wxSizerFlags().Expand());
         }
         column->Add(grid, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(14)));
@@ -177,6 +179,7 @@ void CSontaroDlg::ShowAbout() { AboutDialog(this).ShowModal(); }
 void CSontaroDlg::AskToExit() {
     if (fadeTimer_.IsRunning() || !services_.Messages().Confirm(Localized(kExitQuestion))) return;
     DeleteContents(setup_.temporaryFolder);
+    Disable();
     if (CanSetTransparent()) {
         fadeTimer_.Start(kFadeStepMilliseconds);
     } else {

@@ -1,6 +1,7 @@
 #include "devices/scan_dialog.h"
 
 #include <wx/button.h>
+#include <wx/gdicmn.h>
 #include <wx/settings.h>
 
 #include <algorithm>
@@ -69,7 +70,9 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     column->Add(MakeButtonRow(true, kCancelText), wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizer(column);
     SetMinClientSize(wxSize(70 * GetCharWidth(), 20 * GetCharHeight()));
-    SetClientSize(wxSize(155 * GetCharWidth(), 24 * GetCharHeight()));
+    wxSize size(155 * GetCharWidth(), 24 * GetCharHeight());
+    size.DecTo(wxGetClientDisplayRect().GetSize());
+    SetClientSize(size);
     CentreOnParent();
     RestoreWindow(*this, list_, kWindowName, Services().preferences);
     OfferAddresses();
@@ -92,7 +95,7 @@ wxSizer* CScanForDevices::MakeAddressRow() {
     row->Add(address_, centred);
     scanButton_ = new wxButton(this, kScanButton, ToWx(run_.ButtonText()));
     scanButton_->SetBitmap(LineIcon("scan", 18));
-    scanButton_->SetMinSize(wxSize(24 * GetCharWidth(), wxDefaultCoord));
+    scanButton_->SetMinSize(wxSize(24 * GetCharWidth(), scanButton_->GetBestSize().y));
     row->Add(scanButton_, centred);
     addressState_ = new wxStaticText(this, wxID_ANY, "");
     row->Add(addressState_, wxSizerFlags(1).CentreVertical());

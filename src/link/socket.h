@@ -77,6 +77,8 @@ class Socket {
     /// Lets several sockets share one address and port, and keeps the socket on the loopback
     /// interface; for simulated players.
     [[nodiscard]] bool ShareLoopbackAddress();
+    /// Lets a listening address be bound again while old connections of it linger.
+    void AllowRebinding();
     /// Makes closing reset the connection instead of ending it orderly.
     void ResetOnClose();
     /// Sends every piece at once instead of joining small ones.

@@ -49,6 +49,8 @@ constexpr ButtonIcon kButtonIcons[] = {
     {2120, "power"}, {2121, "power"}, {2124, "previous"}, {2123, "next"},
 };
 
+constexpr LocalText kSilent = {"播放器已有 %d 秒没有应答", "The player has been silent for %d s"};
+
 /// Where something stands in a group box: the box itself keeps no distance.
 wxSizerFlags Padded(const wxWindow& window) {
     return wxSizerFlags(1).CentreVertical().Border(wxALL, window.FromDIP(6));
@@ -105,8 +107,10 @@ wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
 
 wxSizer* CVideoControl::MakePositionRow() {
     auto* column = new wxBoxSizer(wxVERTICAL);
-    title_ = new wxStaticText(this, kTitleText, " ", wxDefaultPosition, wxDefaultSize,
-                              wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
+    title_ = new wxStaticText(this, kTitleText, wxString::FromUTF8("曲->g"), wxDefaultPosition,
+                              wxDefaultSize, wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
+    title_->SetMinSize(title_->GetBestSize());  // high enough for either script
+    title_->SetLabelText("");
     column->Add(title_, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(4)));
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     progress_ = new wxGauge(this, kProgressBar, 100);
@@ -214,6 +218,11 @@ void CVideoControl::Start() {
     run_.Opened();
 }
 
+void CVideoControl::Stop() {
+    timer_.Stop();
+    run_.Closing();
+}
+
 void CVideoControl::StartTimer() { timer_.Start(kTickMilliseconds); }
 
 void CVideoControl::ShowButton(int id, const std::string& caption) {
@@ -253,7 +262,10 @@ void CVideoControl::OfferLayouts(const std::vector<std::string>& names) { Offer(
 void CVideoControl::OfferVideos(const std::vector<std::string>& names) { Offer(*choices_[kVideoChoice], names); }
 
 void CVideoControl::StateChanged() {
-    state_->SetLabelText(ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]));
+    wxString text = ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);
+    if (const int seconds = run_.SecondsOfSilence())
+        text = wxString::Format(ToWx(kSilent), seconds);
+    state_->SetLabelText(text);
     Layout();
 }
 
@@ -275,6 +287,7 @@ CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
 }
 
 CVideoControlTab::~CVideoControlTab() {
+    control_->Stop();
     RememberWindow(*this, nullptr, kWindowName, Services().preferences);
 }
 

@@ -44,6 +44,8 @@ class CVideoControl : public wxPanel, private VideoControlView {
 
     /// Starts to ask the player for its state.
     void Start();
+    /// Sends what is still to be sent; nothing happens by itself from then on.
+    void Stop();
     /// Takes a reply that the main window forwards.
     void HandleMessage(const WindowMessage& message) { run_.Handle(message); }
 

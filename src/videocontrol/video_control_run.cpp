@@ -9,6 +9,7 @@ namespace sontaro {
 namespace {
 
 constexpr int kTicksPerPoll = 11;
+constexpr int kWorryingSilence = 15;
 constexpr std::uint32_t kReplyParam = 10;
 constexpr std::uint32_t kVolumeParam = 1;
 
@@ -30,12 +31,26 @@ void VideoControlRun::Opened() {
 
 void VideoControlRun::Tick() {
     if (movedVolume_) {
-        view_.Send(VideoCommandPacket(kVideoSound, std::to_string(*movedVolume_)));
-        movedVolume_.reset();
+        SendVolume();
     } else if (++ticks_ == kTicksPerPoll) {
         ticks_ = 0;
         Poll();
     }
+    ++silentTicks_;
+    if (SecondsOfSilence() > 0) view_.StateChanged();
+}
+
+void VideoControlRun::Closing() {
+    if (movedVolume_) SendVolume();
+}
+
+void VideoControlRun::SendVolume() {
+    view_.Send(VideoCommandPacket(kVideoSound, std::to_string(*movedVolume_)));
+    movedVolume_.reset();
+}
+
+int VideoControlRun::SecondsOfSilence() const {
+    return silentTicks_ >= kWorryingSilence ? silentTicks_ : 0;
 }
 
 void VideoControlRun::Poll() {
@@ -72,6 +87,9 @@ void VideoControlRun::SendChoice(std::uint16_t commandId, const std::string& nam
 }
 
 void VideoControlRun::Handle(const WindowMessage& message) {
+    const bool wasSilent = SecondsOfSilence() > 0;
+    silentTicks_ = 0;
+    if (wasSilent) view_.StateChanged();
     const auto* record = std::get_if<ReplyRecord>(&message.record);
     if (const auto* status = std::get_if<PlayerStatus>(&message.record)) {
         TakeStatus(message.wParam, *status);

@@ -48,7 +48,7 @@ class VideoControlView {
     virtual void OfferFolders(const std::vector<std::string>& names) = 0;
     virtual void OfferLayouts(const std::vector<std::string>& names) = 0;
     virtual void OfferVideos(const std::vector<std::string>& names) = 0;
-    /// The state has changed.
+    /// The state, or how long the player has been silent, has changed.
     virtual void StateChanged() = 0;
 };
 
@@ -67,6 +67,8 @@ class VideoControlRun {
     void Opened();
     /// A second has passed.
     void Tick();
+    /// The window is about to close: what has not been sent yet goes out.
+    void Closing();
 
     /// The user has moved the volume slider to `volume`; it is sent at the next tick.
     void MoveVolume(int volume) { movedVolume_ = volume; }
@@ -82,8 +84,11 @@ class VideoControlRun {
     void Handle(const WindowMessage& message);
 
     [[nodiscard]] State CurrentState() const { return state_; }
+    /// Seconds since the player's last message, 0 as long as that is nothing to worry about.
+    [[nodiscard]] int SecondsOfSilence() const;
 
    private:
+    void SendVolume();
     void Poll();
     void Enter(State state);
     void SendChoice(std::uint16_t commandId, const std::string& name);
@@ -97,6 +102,7 @@ class VideoControlRun {
     VideoControlView& view_;
     State state_ = State::kAskingState;
     int ticks_ = 0;
+    int silentTicks_ = 0;
     std::optional<int> movedVolume_;
     std::vector<std::string> folders_;
     std::vector<std::string> layouts_;

@@ -9,6 +9,7 @@ namespace {
 constexpr const char* kWindows = "windows";
 constexpr const char* kPlace = "place";
 constexpr const char* kColumns = "columns";
+constexpr const char* kUnit = "characterWidth";  // what was measured with another font is of no use
 constexpr Json::ArrayIndex kPlaceNumbers = 4;
 
 bool IsNumbers(const Json::Value& list, Json::ArrayIndex count) {
@@ -32,6 +33,7 @@ void RestoreWindow(wxTopLevelWindow& window, wxListCtrl* list, const std::string
     const Json::Value& windows = preferences.Root()[kWindows];
     if (!windows.isObject() || !windows[name].isObject()) return;
     const Json::Value& entry = windows[name];
+    if (entry[kUnit] != window.GetCharWidth()) return;
     if (const Json::Value& place = entry[kPlace]; IsNumbers(place, kPlaceNumbers)) {
         const wxRect rectangle(place[0].asInt(), place[1].asInt(), place[2].asInt(),
                                place[3].asInt());
@@ -49,6 +51,7 @@ void RememberWindow(const wxTopLevelWindow& window, const wxListCtrl* list, cons
     Json::Value& windows = preferences.Root()[kWindows];
     if (!windows.isObject()) windows = Json::Value(Json::objectValue);
     Json::Value entry;
+    entry[kUnit] = window.GetCharWidth();
     const wxRect rectangle = window.GetRect();
     for (int number : {rectangle.x, rectangle.y, rectangle.width, rectangle.height})
         entry[kPlace].append(number);

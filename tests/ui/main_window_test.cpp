@@ -68,8 +68,8 @@ TEST_F(MainWindow, EachLanguageHasItsOwnLayout) {
         SetLanguage(language);
         UiGate otherGate;
         WindowDirectory other(otherGate);
-        wxWeakRef<CSontaroDlg> dialog = new CSontaroDlg(
-            {{other, threads, prompts}, preferences}, {folder.Path() / "Temp", Scan(), 0});
+        wxWeakRef<CSontaroDlg> dialog = new CSontaroDlg({{other, threads, prompts}, preferences},
+                                                        {folder.Path() / "Temp", Scan(), 0});
         for (const FeatureButton& feature : kFeatureButtons) {
             const auto* button = Find<wxButton>(dialog, feature.id);
             EXPECT_EQ(button != nullptr, language == Language::kChinese || feature.text.english);

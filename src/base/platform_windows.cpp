@@ -1,0 +1,48 @@
+// What base/ asks of the operating system, on Windows.
+#include <shlobj.h>
+#include <windows.h>
+
+#include "base/folders.h"
+#include "base/local_text.h"
+
+namespace sontaro {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// One of the user's own folders; the working folder when the system does not name it.
+fs::path KnownFolder(const KNOWNFOLDERID& id) {
+    PWSTR path = nullptr;
+    const HRESULT result = SHGetKnownFolderPath(id, 0, nullptr, &path);
+    fs::path folder = SUCCEEDED(result) ? fs::path(path) : fs::path();
+    CoTaskMemFree(path);
+    return folder;
+}
+
+}  // namespace
+
+Language SystemLanguage() { return LanguageOfIdentifier(GetThreadUILanguage()); }
+
+fs::path ExecutableFolder() {
+    wchar_t path[32768] = L"";
+    GetModuleFileNameW(nullptr, path, 32768);
+    return fs::path(path).parent_path();
+}
+
+fs::path UserDataFolder() { return KnownFolder(FOLDERID_LocalAppData) / "Sontaro"; }
+
+fs::path ConfigFolder() { return KnownFolder(FOLDERID_RoamingAppData) / "Sontaro"; }
+
+fs::path RuntimeFolder() { return fs::temp_directory_path(); }
+
+bool IsWritableFolder(const fs::path& folder) {
+    const fs::path probe = folder / "sontaro-write-test.tmp";
+    const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    CloseHandle(file);
+    return true;
+}
+
+}  // namespace sontaro
