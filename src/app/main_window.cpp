@@ -51,7 +51,7 @@ CSontaroDlg::CSontaroDlg(const UiServices& services, const MainWindowSetup& setu
           [this](WindowMessage& message) { switchboard_.Handle(message); })),
       fadeTimer_(this, kFadeTimer) {
     SetEscapeId(wxID_NONE);
-    SetIcons(ApplicationIcons());
+    CallAfter([this] { SetIcons(ApplicationIcons()); });  // large: the window is shown first
     const int gap = FromDIP(16);
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, gap));

@@ -1,5 +1,7 @@
 #include "link/local_adapters.h"
 
+#include "link/socket_native.h"
+
 namespace sontaro {
 
 std::vector<LocalAdapter> PhysicalAddresses(const std::vector<SystemAdapter>& adapters) {
@@ -12,6 +14,24 @@ std::vector<LocalAdapter> PhysicalAddresses(const std::vector<SystemAdapter>& ad
                 rows.push_back({adapter.name, ip, adapter.mediaSubType});
     }
     return rows;
+}
+
+std::vector<std::string> HostAddressList() {
+    char host[100] = "";
+    if (gethostname(host, sizeof host - 1) != 0) return {};
+    addrinfo hints{};
+    hints.ai_family = AF_INET;
+    hints.ai_socktype = SOCK_STREAM;
+    hints.ai_flags = AI_PASSIVE;
+    addrinfo* first = nullptr;
+    if (getaddrinfo(host, nullptr, &hints, &first) != 0) return {};
+    std::vector<std::string> addresses;
+    for (const addrinfo* entry = first; entry; entry = entry->ai_next) {
+        const auto* address = reinterpret_cast<const sockaddr_in*>(entry->ai_addr);
+        addresses.push_back(FormatIpv4(native::ToEndpoint(*address).address));
+    }
+    freeaddrinfo(first);
+    return addresses;
 }
 
 }  // namespace sontaro

@@ -1,10 +1,7 @@
-#include <winsock2.h>
-#include <ws2tcpip.h>
+#include <winsock2.h>  // before windows.h, which declares an older one
 
 #include <iphlpapi.h>
 #include <windows.h>
-
-#include <optional>
 
 #include "link/local_adapters.h"
 
@@ -90,26 +87,6 @@ std::vector<LocalAdapter> LocalAdapterList() {
          info = info->Next)
         adapters.push_back(Describe(*info));
     return PhysicalAddresses(adapters);
-}
-
-std::vector<std::string> HostAddressList() {
-    char host[100] = "";
-    if (gethostname(host, sizeof host) != 0) return {};
-    addrinfo hints{};
-    hints.ai_family = AF_INET;
-    hints.ai_socktype = SOCK_STREAM;
-    hints.ai_flags = AI_PASSIVE;
-    addrinfo* first = nullptr;
-    if (getaddrinfo(host, nullptr, &hints, &first) != 0) return {};
-    std::vector<std::string> addresses;
-    for (const addrinfo* entry = first; entry; entry = entry->ai_next) {
-        char text[INET_ADDRSTRLEN] = "";
-        const auto* native = reinterpret_cast<const sockaddr_in*>(entry->ai_addr);
-        inet_ntop(AF_INET, &native->sin_addr, text, sizeof text);
-        addresses.emplace_back(text);
-    }
-    freeaddrinfo(first);
-    return addresses;
 }
 
 }  // namespace sontaro

@@ -17,14 +17,6 @@ sockaddr_in ToNative(const Endpoint& endpoint) {
     return address;
 }
 
-Endpoint FromNative(const sockaddr_in& address) {
-    Endpoint endpoint;
-    endpoint.port = ntohs(address.sin_port);
-    const auto* octets = reinterpret_cast<const std::uint8_t*>(&address.sin_addr);
-    std::copy_n(octets, endpoint.address.octets.size(), endpoint.address.octets.begin());
-    return endpoint;
-}
-
 const sockaddr* AsAddress(const sockaddr_in& address) {
     return reinterpret_cast<const sockaddr*>(&address);
 }
@@ -42,6 +34,14 @@ bool AwaitConnected(Socket::Handle handle, std::chrono::milliseconds limit) {
 }
 
 }  // namespace
+
+Endpoint native::ToEndpoint(const sockaddr_in& address) {
+    Endpoint endpoint;
+    endpoint.port = ntohs(address.sin_port);
+    const auto* octets = reinterpret_cast<const std::uint8_t*>(&address.sin_addr);
+    std::copy_n(octets, endpoint.address.octets.size(), endpoint.address.octets.begin());
+    return endpoint;
+}
 
 std::optional<Ipv4Address> ParseIpv4(const std::string& text) {
     Ipv4Address address;
@@ -101,7 +101,7 @@ Endpoint Socket::Local() const {
     sockaddr_in address{};
     socklen_t size = sizeof address;
     getsockname(native::Of(handle_), AsAddress(address), &size);
-    return FromNative(address);
+    return native::ToEndpoint(address);
 }
 
 std::int64_t Socket::Send(ByteView bytes) {
@@ -127,7 +127,7 @@ std::int64_t Socket::ReceiveFrom(std::span<std::uint8_t> buffer, Endpoint& sende
     const auto count = recvfrom(native::Of(handle_), reinterpret_cast<native::Data>(buffer.data()),
                                 static_cast<native::DataSize>(buffer.size()), 0,
                                 AsAddress(address), &size);
-    if (count >= 0) sender = FromNative(address);
+    if (count >= 0) sender = native::ToEndpoint(address);
     return count;
 }
 

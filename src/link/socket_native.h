@@ -6,9 +6,11 @@
 #include <ws2tcpip.h>
 #else
 #include <arpa/inet.h>
+#include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <unistd.h>
 #endif
 
 #include "link/socket.h"
@@ -44,6 +46,9 @@ bool SetOption(Socket::Handle handle, int level, int option, const Value& value)
     return setsockopt(Of(handle), level, option, reinterpret_cast<OptionData>(&value),
                       sizeof value) == 0;
 }
+
+/// The address and port in an IPv4 socket address.
+[[nodiscard]] Endpoint ToEndpoint(const sockaddr_in& address);
 
 /// Switches between blocking and non-blocking calls.
 void SetBlocking(Socket::Handle handle, bool blocking);

@@ -72,11 +72,11 @@ TEST_F(NineSlots, SameIpReusesItsConnectionAndNoTargetMeansTheCurrentDevice) {
 
 TEST_F(NineSlots, EmptyRequestClosesEveryLink) {
     Send({0, 1, 2}, "x");
+    std::vector<Socket> connections;
+    for (std::size_t i = 0; i < 3; ++i)
+        ExpectNext(connections.emplace_back(players[i].Accept()), "x");
     pool.Submit({});
-    for (std::size_t i = 0; i < 3; ++i) {
-        Socket connection = players[i].Accept();
-        EXPECT_EQ(ReceiveExactly(connection, 2), ToBytes("x"));
-    }
+    for (Socket& connection : connections) EXPECT_EQ(ReceiveExactly(connection, 1), Bytes());
     Send({0}, "y");
     Socket again = players[0].Accept();
     ExpectNext(again, "y");

@@ -73,17 +73,25 @@ struct MainWindowHalf : testing::Test {
         });
 };
 
-class AnsweredRequest : public MainWindowHalf, public testing::WithParamInterface<const char*> {};
+struct Delivery : NamedCase {
+    const char* faults;
+};
+
+class AnsweredRequest : public MainWindowHalf, public testing::WithParamInterface<Delivery> {};
 
 TEST_P(AnsweredRequest, ReachesItsWindowWhole) {
-    SetFaults(GetParam());
+    SetFaults(GetParam().faults);
     AskForData(0);
     AwaitData();
     EXPECT_THAT(surroundings.prompts.texts, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, AnsweredRequest,
-                         testing::Values("", "cut=16", "cut=1000", "garbage", "delay=100"));
+const Delivery kDeliveries[] = {{"AtOnce", ""},
+                                {"HeaderFirst", "cut=16"},
+                                {"InPieces", "cut=1000"},
+                                {"AfterGarbage", "garbage"},
+                                {"Late", "delay=100"}};
+INSTANTIATE_TEST_SUITE_P(Every, AnsweredRequest, testing::ValuesIn(kDeliveries), CaseName());
 
 struct Sickness : NamedCase {
     const char* faults;

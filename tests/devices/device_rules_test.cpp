@@ -66,7 +66,7 @@ TEST(DeviceOrder, IsByValueAndEqualRowsStayInOrder) {
     EXPECT_THAT(Sorted(DeviceColumn::kTcpPort, false),
                 ElementsAre("10.0.0.10", "10.0.0.9", "9.0.0.200"));
     EXPECT_THAT(Sorted(DeviceColumn::kRemarks, true),
-                ElementsAre("10.0.0.10", "10.0.0.9", "9.0.0.200"));
+                ElementsAre("10.0.0.10", "9.0.0.200", "10.0.0.9"));
 }
 
 TEST(LocalAddress, ThatIsRememberedIsKeptEvenWhenItHasVanished) {

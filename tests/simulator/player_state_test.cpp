@@ -103,11 +103,20 @@ TEST(PlayerArguments, AreTakenOrRefusedWithTheirReason) {
         {"--fault", "x"},    {"-x"}};
     for (const auto& arguments : refused)
         EXPECT_FALSE(ParsePlayerArguments(arguments)) << arguments[0];
-    LineUpOptions beyond{.count = 4, .baseAddress = {{127, 0, 0, 252}}};
-    EXPECT_FALSE(LineUp(beyond));
-    EXPECT_FALSE(LineUp({.count = 1, .baseAddress = {{10, 0, 0, 2}}}));
-    EXPECT_FALSE(LineUp({.count = 100, .name = "TenLetters"}));
-    EXPECT_EQ(LineUp({.count = 3, .name = "Bar"})->back().identity.id, "Bar3");
+}
+
+TEST(LineUp, StaysInItsNetworkAndWithinTheLengthOfAnId) {
+    const auto lineUp = [](std::size_t count, const Ipv4Address& first, const char* name) {
+        LineUpOptions options;
+        options.count = count;
+        options.baseAddress = first;
+        options.name = name;
+        return LineUp(options);
+    };
+    EXPECT_EQ(lineUp(3, {{127, 0, 0, 252}}, "Bar")->back().identity.id, "Bar3");
+    EXPECT_FALSE(lineUp(4, {{127, 0, 0, 252}}, "Bar"));
+    EXPECT_FALSE(lineUp(1, {{10, 0, 0, 2}}, "Bar"));
+    EXPECT_FALSE(lineUp(100, {{127, 0, 0, 2}}, "TenLetters"));
 }
 
 }  // namespace

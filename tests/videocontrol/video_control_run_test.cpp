@@ -77,14 +77,13 @@ TEST_F(RemoteControl, PollsAtEveryEleventhTickOfAStateUntilItIsReady) {
         {[this] { State508(); }, "send 52"},
         {[this] { Layouts(); }, "send 59{\"cmdId\":3}"}};
     for (const auto& [enter, poll] : states) {
-        Advance(7);
         enter();
         Log();
         Advance(10);
         EXPECT_THAT(Log(), IsEmpty());
         Advance(1);
         EXPECT_THAT(Log(), ElementsAre(poll));
-        Advance(11);
+        Advance(11 + 7);
         EXPECT_THAT(Log(), ElementsAre(poll));
     }
     Captions();
