@@ -13,6 +13,7 @@ namespace {
 
 enum ExitCode : int { kEnded = 0, kFailed = 1, kBadArguments = 2 };
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): set by a signal
 std::atomic_flag stopWanted = ATOMIC_FLAG_INIT;
 
 extern "C" void OnStopSignal(int) {
@@ -71,6 +72,8 @@ int Main(const std::vector<std::string_view>& texts) {
 
 }  // namespace sontaro::simulator
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     return sontaro::simulator::Main(std::vector<std::string_view>(argv + 1, argv + argc));
+} catch (const std::exception& error) {
+    return sontaro::simulator::Fail(sontaro::simulator::kFailed, error.what());
 }

@@ -7,7 +7,7 @@ packages=(
     g++ cmake ninja-build ccache pkg-config
     libwxgtk3.2-dev libjsoncpp-dev libfmt-dev
     # windows on a virtual display: the tour, the tests and the pictures they leave
-    xvfb xauth xdotool fonts-noto-cjk adwaita-icon-theme librsvg2-common
+    xvfb xauth xdotool x11-utils fonts-noto-cjk adwaita-icon-theme librsvg2-common
     # tests and measurements
     libgtest-dev libgmock-dev libx11-dev
     # checks

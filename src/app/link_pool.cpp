@@ -17,6 +17,7 @@ constexpr LocalText kConnectFailed = {"连接播放器失败！", "Failed to con
 template <class Slots, class Action>
 void ForEachAtOnce(Slots& slots, Action action) {
     std::vector<std::jthread> workers;
+    workers.reserve(slots.size());
     for (auto& slot : slots) workers.emplace_back([&slot, &action] { action(slot); });
 }
 

@@ -35,7 +35,7 @@ constexpr LocalText kNoDevice = {"当前播放器：无", "Current player: none"
 constexpr LocalText kCurrentDevice = {"当前播放器：", "Current player: "};
 
 bool IsInLayout(const FeatureButton& button) {
-    return CurrentLanguage() == Language::kChinese || button.text.english;
+    return CurrentLanguage() == Language::kChinese || button.text.english != nullptr;
 }
 
 }  // namespace

@@ -107,7 +107,7 @@ Message MakeParameterBlock(const Reply& reply, MessageId id) {
     constexpr std::size_t kShortForm = 6517;
     constexpr std::size_t kLongForm = 6526;
     ByteView payload = reply.payload;
-    if (payload.size() != 0 && payload.size() != kShortForm && payload.size() != kLongForm) return {};
+    if (!payload.empty() && payload.size() != kShortForm && payload.size() != kLongForm) return {};
     if (!payload.empty()) {
         if (!EndsWithChecksum(payload)) return {};
         payload = payload.first(payload.size() - 2);

@@ -6,6 +6,7 @@ namespace sontaro {
 
 namespace {
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): of the process
 std::atomic<Language> currentLanguage{Language::kEnglish};
 
 }  // namespace

@@ -70,7 +70,7 @@ bool DeviceList::HandleKey(int key) {
     return true;
 }
 
-void DeviceList::Update() {
+void DeviceList::ShowDevices() {
     const auto& devices = run_.Devices();
     updating_ = true;
     SetItemCount(static_cast<long>(devices.size()));

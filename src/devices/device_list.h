@@ -16,14 +16,14 @@ class DeviceList : public wxListView {
     DeviceList(wxWindow* parent, int id, ChoiceMode mode, ScanRun& run);
 
     /// Shows the devices as they are now.
-    void Update();
+    void ShowDevices();
 
     /// The row that the user acts on, or -1.
     [[nodiscard]] long CurrentRow() const { return GetFocusedItem(); }
 
    private:
-    wxString OnGetItemText(long row, long column) const override;
-    bool OnGetItemIsChecked(long row) const override;
+    [[nodiscard]] wxString OnGetItemText(long row, long column) const override;
+    [[nodiscard]] bool OnGetItemIsChecked(long row) const override;
 
     void AppendColumns();
     void BindEvents();

@@ -78,7 +78,7 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     OfferAddresses();
     BindEvents();
     run_.Opened();
-    Refresh();
+    DevicesChanged();
     scanButton_->SetFocus();
 }
 
@@ -179,8 +179,8 @@ bool CScanForDevices::SendRequest() {
 
 void CScanForDevices::StartTimer() { timer_.Start(kTickMilliseconds); }
 
-void CScanForDevices::Refresh() {
-    list_->Update();
+void CScanForDevices::DevicesChanged() {
+    list_->ShowDevices();
     listState_->SetLabelText(ListState());
     const wxString text = ToWx(run_.ButtonText());
     scanButton_->SetLabel(text);

@@ -44,7 +44,7 @@ class CScanForDevices : public FeatureDialog, private ScanActions {
     bool SendRequest() override;
     void StartTimer() override;
     void StopTimer() override { timer_.Stop(); }
-    void Refresh() override;
+    void DevicesChanged() override;
 
     void BindEvents();
     void OfferAddresses();

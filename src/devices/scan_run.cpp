@@ -31,7 +31,7 @@ void ScanRun::PressScan() {
     scanning_ = true;
     round_ = 0;
     actions_.StartTimer();
-    actions_.Refresh();
+    actions_.DevicesChanged();
 }
 
 void ScanRun::Tick() {
@@ -43,13 +43,13 @@ void ScanRun::Tick() {
     } else if (++round_ >= kLastRound || !actions_.SendRequest()) {
         Stop();
     }
-    actions_.Refresh();
+    actions_.DevicesChanged();
 }
 
 void ScanRun::Stop() {
     scanning_ = false;
     actions_.StopTimer();
-    actions_.Refresh();
+    actions_.DevicesChanged();
 }
 
 void ScanRun::Clear() {
@@ -70,14 +70,14 @@ void ScanRun::Receive(ByteView datagram) {
         devices_.push_back(*device);
     }
     SortDevices(devices_, sortColumn_, sortAscending_);
-    actions_.Refresh();
+    actions_.DevicesChanged();
 }
 
 void ScanRun::SortBy(DeviceColumn column, bool ascending) {
     sortColumn_ = column;
     sortAscending_ = ascending;
     SortDevices(devices_, column, ascending);
-    actions_.Refresh();
+    actions_.DevicesChanged();
 }
 
 void ScanRun::RemarksChanged() {

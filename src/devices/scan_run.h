@@ -20,7 +20,7 @@ class ScanActions {
     virtual void StartTimer() = 0;
     virtual void StopTimer() = 0;
     /// The devices, or how far the scan is, have changed.
-    virtual void Refresh() = 0;
+    virtual void DevicesChanged() = 0;
 };
 
 /// Asks once after opening, and in a scan four times, a second apart; the scan stops by itself a

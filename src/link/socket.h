@@ -16,6 +16,7 @@ namespace sontaro {
 struct Ipv4Address {
     std::array<std::uint8_t, 4> octets{};
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): it takes the 0 of a comparison for a pointer
     auto operator<=>(const Ipv4Address&) const = default;
 };
 

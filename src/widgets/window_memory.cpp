@@ -13,10 +13,10 @@ constexpr const char* kUnit = "characterWidth";  // what was measured with anoth
 constexpr Json::ArrayIndex kPlaceNumbers = 4;
 
 bool IsNumbers(const Json::Value& list, Json::ArrayIndex count) {
-    if (!list.isArray() || list.size() != count) return false;
-    for (const Json::Value& number : list)
-        if (!number.isInt()) return false;
-    return true;
+    return list.isArray() && list.size() == count &&
+           std::all_of(list.begin(), list.end(), [](const Json::Value& number) {
+               return number.isInt();
+           });
 }
 
 void RestoreColumns(wxListCtrl& list, const Json::Value& widths) {

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "support/fake_window.h"
 #include "support/link_surroundings.h"
 #include "support/literals.h"
 
@@ -16,17 +15,19 @@ struct NineSlots : testing::Test {
         for (std::size_t i = 0; i < 10; ++i) players.emplace_back(surroundings.network.Player(i));
     }
 
-    void Send(const std::vector<std::size_t>& targets, std::string_view text) {
-        SendRequest request{{}, std::make_shared<const Bytes>(ToBytes(text))};
-        for (const std::size_t i : targets)
-            request.targets.push_back(players[i].AsTarget(static_cast<std::uint16_t>(i)));
-        pool.Submit(request);
+    void SendTo(const std::vector<Target>& targets, std::string_view text) {
+        pool.Submit({targets, std::make_shared<const Bytes>(ToBytes(text))});
+    }
+    Target At(std::size_t player) {
+        return players[player].AsTarget(static_cast<std::uint16_t>(player));
+    }
+    Socket Accept(std::size_t player, std::string_view firstText) {
+        Socket connection = players[player].Accept();
+        ExpectNext(connection, firstText);
+        return connection;
     }
     static void ExpectNext(Socket& connection, std::string_view text) {
-        EXPECT_EQ(ReceiveExactly(connection, text.size()), ToBytes(text));
-    }
-    void AwaitEvents(std::size_t count) {
-        EXPECT_TRUE(surroundings.ui.PumpUntil([&] { return window.received.size() >= count; }));
+        EXPECT_EQ(AsText(ReceiveExactly(connection, text.size())), text);
     }
 
     LinkSurroundings surroundings;
@@ -36,66 +37,59 @@ struct NineSlots : testing::Test {
 };
 
 TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
-    Send({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, "first");
-    for (std::size_t i = 0; i < 9; ++i) {
-        Socket connection = players[i].Accept();
-        ExpectNext(connection, "first");
-    }
-    Send({9}, "again");
+    std::vector<Target> all;
+    for (std::size_t i = 0; i < 10; ++i) all.push_back(At(i));
+    SendTo(all, "first");
+    for (std::size_t i = 0; i < 9; ++i) Accept(i, "first");
+    SendTo({At(9)}, "again");
     EXPECT_THAT(surroundings.prompts.texts, ElementsAre("Failed to connect player！"));
     const InLanguage chinese(Language::kChinese);
     pool.ForgetShownFailure();
-    Send({9, 9}, "again");
-    EXPECT_THAT(surroundings.prompts.texts,
-                ElementsAre("Failed to connect player！", "连接播放器失败！"));
+    SendTo({At(9), At(9)}, "again");
+    EXPECT_EQ(surroundings.prompts.texts.size(), 2U);
+    EXPECT_EQ(surroundings.prompts.texts[1], "连接播放器失败！");
 }
 
 TEST_F(NineSlots, UnreachableTargetDoesNotKeepTheNextFromItsPacket) {
-    const Target gone = players[9].AsTarget();
+    const Target gone = At(9);
     players.pop_back();
-    pool.Submit({{gone, players[0].AsTarget()}, std::make_shared<const Bytes>(ToBytes("x"))});
-    Socket connection = players[0].Accept();
-    ExpectNext(connection, "x");
+    SendTo({gone, At(0)}, "x");
+    Accept(0, "x");
     EXPECT_EQ(surroundings.prompts.texts.size(), 1U);
 }
 
 TEST_F(NineSlots, SameIpReusesItsConnectionAndNoTargetMeansTheCurrentDevice) {
-    Send({0}, "one");
-    Socket connection = players[0].Accept();
-    Target sameIp = players[0].AsTarget();
-    sameIp.port = 1;
-    pool.Submit({{sameIp}, std::make_shared<const Bytes>(ToBytes("two"))});
+    SendTo({At(0)}, "one");
+    const Target sameIp{At(0).ip, 1, 0};
+    SendTo({sameIp}, "two");
     pool.SetCurrentDevice(sameIp);
-    Send({}, "three");
-    ExpectNext(connection, "onetwothree");
+    SendTo({}, "three");
+    Accept(0, "onetwothree");
 }
 
 TEST_F(NineSlots, EmptyRequestClosesEveryLink) {
-    Send({0, 1, 2}, "x");
+    SendTo({At(0), At(1), At(2)}, "x");
     std::vector<Socket> connections;
-    for (std::size_t i = 0; i < 3; ++i)
-        ExpectNext(connections.emplace_back(players[i].Accept()), "x");
+    for (std::size_t i = 0; i < 3; ++i) connections.push_back(Accept(i, "x"));
     pool.Submit({});
     for (Socket& connection : connections) EXPECT_EQ(ReceiveExactly(connection, 1), Bytes());
-    Send({0}, "y");
-    Socket again = players[0].Accept();
-    ExpectNext(again, "y");
+    SendTo({At(0)}, "y");
+    Accept(0, "y");
 }
 
 TEST_F(NineSlots, CountThatNamesAConnectedSlotKeepsItsSocketForTheNewTarget) {
-    Send({0, 1}, "x");
-    Socket first = players[0].Accept();
-    Socket second = players[1].Accept();
-    ExpectNext(second, "x");
+    SendTo({At(0), At(1)}, "x");
+    Socket first = Accept(0, "x");
+    Socket second = Accept(1, "x");
     first.Close();
-    AwaitEvents(2);
-    Send({2}, "for three");
+    EXPECT_TRUE(surroundings.ui.PumpUntil([&] { return window.Has(LinkCode::kReceiveEnded); }));
+    SendTo({At(2)}, "for three");
     ExpectNext(second, "for three");
-    window.received.clear();
+    window.Forget();
     second.Send(AsBytes("answer"));
-    AwaitEvents(1);
-    const auto& event = std::get<LinkEvent>(window.received.at(0).message.record);
-    EXPECT_EQ(event.ip, players[1].AsTarget().ip);
+    EXPECT_TRUE(surroundings.ui.PumpUntil([&] { return window.Has(LinkCode::kReceived); }));
+    const auto& event = std::get<LinkEvent>(window.messages[0].record);
+    EXPECT_EQ(event.ip, At(1).ip);
     EXPECT_EQ(event.deviceTag, 2);
 }
 

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
 #include "base/window_titles.h"
 #include "link/crc16.h"
 #include "support/fake_window.h"
@@ -27,9 +29,14 @@ constexpr LocalText kSerial = {"扩展串口配置", "ExtendedSerialPort"};
 constexpr LocalText kSubtitles = {"字幕配置", "Subtitles setting"};
 constexpr LocalText kTouch = {"触控配置", "TouchAction"};
 constexpr LocalText kCave = {"Cave配置", "Cave"};
-constexpr LocalText kMain = {"Star 1.0", "Star 1.0"};
-const LocalText kWindows[] = {kVideo, kSetParam, kBatchSend, kUart,  kPlayer, kTimeline,
-                              kOsd,   kSerial,   kSubtitles, kTouch, kCave,   kMain};
+const std::vector<LocalText> kAllWindows = {kVideo,     kSetParam, kBatchSend, kUart,
+                                            kPlayer,    kTimeline, kOsd,       kSerial,
+                                            kSubtitles, kTouch,    kCave};
+
+/// The header of a reply whose payload is given, as a player sends it.
+struct Header {
+    int command, subCommand = 0, argument = 0, qualifier = 0;
+};
 
 struct Routing : testing::Test, RouterActions {
     Routing() { SetApplicationTitle("Star 1.0"); }
@@ -38,201 +45,168 @@ struct Routing : testing::Test, RouterActions {
     void SendPacket(const Target& target, const DevicePacket& packet) override {
         sent.push_back(target.ip + " " + std::to_string(packet.header.command));
     }
-
-    void Open(const LocalText& window) {
-        const std::string title = Localized(window);
-        open[title] = std::make_unique<FakeWindow>(directory, title);
+    void Open(const std::vector<LocalText>& windows) {
+        open.clear();
+        for (const LocalText& window : windows)
+            open.try_emplace(Localized(window), directory, Localized(window));
     }
-    void OpenAll() {
-        for (const LocalText& window : kWindows) Open(window);
+    void Route(const Header& header, const Bytes& payload = {}) {
+        PacketHeader whole =
+            DevicePacket::Request(static_cast<unsigned>(header.command | header.qualifier << 8),
+                                  static_cast<unsigned>(header.subCommand | header.argument << 16))
+                .header;
+        whole.payloadLength = static_cast<std::uint32_t>(payload.size());
+        router.Route({whole, payload, sender});
     }
-    void Route(PacketHeader header, const Bytes& payload = {}) {
-        header.payloadLength = static_cast<std::uint32_t>(payload.size());
-        router.Route({header, payload, {"127.0.0.2", 9000, 5}});
-    }
-    static PacketHeader Header(int command, int subCommand = 0, int argument = 0,
-                               int qualifier = 0) {
-        PacketHeader header;
-        header.command = static_cast<std::uint8_t>(command);
-        header.qualifier = static_cast<std::uint8_t>(qualifier);
-        header.subCommand = static_cast<std::uint16_t>(subCommand);
-        header.argument = static_cast<std::uint16_t>(argument);
-        return header;
-    }
-    /// The titles of the windows that have been sent a message of that number.
-    std::vector<std::string> ReceiversOf(int id) {
+    /// The titles of the windows that have been sent a message of that number; of all with 0.
+    std::vector<std::string> Receivers(int id = 0) {
         std::vector<std::string> titles;
         for (const auto& [title, window] : open)
-            for (const auto& entry : window->received)
-                if (static_cast<int>(entry.message.id) == id) titles.push_back(title);
+            for (const WindowMessage& message : window.messages)
+                if (id == 0 || message.id == MessageId{static_cast<std::uint32_t>(id)})
+                    titles.push_back(title);
         return titles;
     }
-    std::size_t MessageCount() {
-        std::size_t count = 0;
-        for (const auto& [title, window] : open) count += window->received.size();
-        return count;
+    const WindowMessage& LastOf(const LocalText& window) {
+        return open.at(Localized(window)).messages.back();
     }
-    const WindowMessage& OnlyMessageOf(const LocalText& window) {
-        auto& received = open.at(Localized(window))->received;
-        EXPECT_EQ(received.size(), 1U);
-        return received.back().message;
+    template <class Record>
+    const Record& LastRecordOf(const LocalText& window) {
+        return *std::get<std::unique_ptr<Record>>(LastOf(window).record);
     }
 
     ManualUiThread ui;
     WindowDirectory directory{ui};
     RecordingPrompts prompts;
     ReplyRouter router{directory, prompts, *this};
-    std::map<std::string, std::unique_ptr<FakeWindow>> open;
+    std::map<std::string, FakeWindow> open;
+    const Target sender{"127.0.0.2", 9000, 5};
     int closings = 0;
     std::vector<std::string> sent;
 };
 
 struct Row : NamedCase {
-    int command, subCommand, argument;
+    Header header;
     std::size_t size;  // of the payload
     int id;
     std::uint32_t wParam;
     std::vector<LocalText> candidates;  // first choice first
 };
 
-class EveryRoute : public Routing, public testing::WithParamInterface<std::tuple<Row, Language>> {
- protected:
-    const Row& row = std::get<Row>(GetParam());
-    InLanguage language{std::get<Language>(GetParam())};
-};
+struct EveryRow : Routing, testing::WithParamInterface<Row> {};
 
-TEST_P(EveryRoute, LeadsToTheFirstOpenWindowInItsOwnMessage) {
-    OpenAll();
-    for (const LocalText& candidate : row.candidates) {
-        Route(Header(row.command | 0x80, row.subCommand, row.argument), Pattern(row.size));
-        ASSERT_THAT(ReceiversOf(row.id), ElementsAre(Localized(candidate)));
-        const auto& message = open.at(Localized(candidate))->received.back().message;
-        EXPECT_EQ(message.wParam, row.wParam);
-        if (const auto* record = std::get_if<ReplyRecord>(&message.record)) {
-            EXPECT_EQ(record->sender, (Target{"127.0.0.2", 9000, 5}));
-            EXPECT_EQ(record->command, row.command);
-            EXPECT_EQ(record->subCommand, row.subCommand);
-            EXPECT_EQ(record->argument, row.argument);
-            EXPECT_EQ(record->payload, Pattern(row.size));
+TEST_P(EveryRow, LeadsToTheFirstOpenWindowInItsOwnMessage) {
+    const Row& row = GetParam();
+    for (const Language language : {Language::kChinese, Language::kEnglish}) {
+        const InLanguage spoken(language);
+        Open(kAllWindows);
+        for (const LocalText& candidate : row.candidates) {
+            Route(row.header, Pattern(row.size));
+            ASSERT_THAT(Receivers(row.id), ElementsAre(Localized(candidate)));
+            EXPECT_EQ(LastOf(candidate).wParam, row.wParam);
+            if (const auto* record = std::get_if<ReplyRecord>(&LastOf(candidate).record)) {
+                EXPECT_EQ(record->sender, sender);
+                EXPECT_EQ(record->command | 0x80, row.header.command);
+                EXPECT_EQ(record->subCommand, row.header.subCommand);
+                EXPECT_EQ(record->argument, row.header.argument);
+                EXPECT_EQ(record->payload, Pattern(row.size));
+            }
+            open.erase(Localized(candidate));
         }
-        open.erase(Localized(candidate));
+        Route(row.header, Pattern(row.size));
+        EXPECT_THAT(Receivers(row.id), IsEmpty());
     }
-    Route(Header(row.command | 0x80, row.subCommand, row.argument), Pattern(row.size));
-    EXPECT_THAT(ReceiversOf(row.id), IsEmpty());
     EXPECT_EQ(closings, 0);
 }
 
 // clang-format off
 const Row kRows[] = {
-    {"ControlProtocol", 3, 1, 0, 9, 0x617, 1, {kSetParam, kBatchSend, kUart}},
-    {"Osd", 3, 4, 0, 9, 0x616, 0, {kOsd}},
-    {"SplitRead", 3, 12, 0, 9, 0x61A, 12, {kSetParam}},
-    {"SplitWritten", 3, 13, 0, 0, 0x61A, 13, {kSetParam}},
-    {"SerialPortDocument", 3, 15, 0, 9, 0x61F, 0, {kSerial}},
-    {"SerialPortSaved", 3, 15, 1, 0, 0x61F, 1, {kSerial}},
-    {"SubtitlesDocument", 3, 16, 0, 9, 0x620, 0, {kSubtitles}},
-    {"TouchSaved", 3, 18, 1, 0, 0x622, 1, {kTouch}},
-    {"CaveDocument", 3, 19, 0, 9, 0x623, 0, {kCave}},
-    {"PlayerControlDocument", 3, 21, 0, 9, 0x625, 0, {kPlayer}},
-    {"TimelineSaved", 3, 23, 1, 0, 0x625, 1, {kTimeline}},
-    {"PlayerState", 10, 1, 3, 9, 0x5FC, 3, {kPlayer, kTimeline, kUart}},
-    {"PlayerData", 19, 0, 1, 207'496, 0x5FC, 1, {kVideo, kBatchSend, kUart, kSetParam}},
-    {"PlayerDataStatus", 19, 0, 32767, 207'496, 0x606, 32767, {kVideo}},
-    {"Upload", 20, 7, 9, 0, 0x5FD, 7, {kBatchSend}},
-    {"DeviceModes", 36, 2, 0, 8, 0x604, 1, {kSetParam}},
-    {"SerialData", 50, 0, 0, 1023, 0x608, 0, {kUart, kSetParam, kPlayer}},
-    {"ParameterBlock", 54, 0, 0, 0, 0x60C, 0, {kSetParam}},
-    {"Video", 59, 4, 3, 9, 0x615, 10, {kVideo}},
+    {"ControlProtocol", {0x83, 1}, 9, 0x617, 1, {kSetParam, kBatchSend, kUart}},
+    {"Osd", {0x83, 4}, 9, 0x616, 0, {kOsd}},
+    {"SplitRead", {0x83, 12}, 9, 0x61A, 12, {kSetParam}},
+    {"SplitWritten", {0x83, 13}, 0, 0x61A, 13, {kSetParam}},
+    {"SerialPortDocument", {0x83, 15, 0}, 9, 0x61F, 0, {kSerial}},
+    {"SerialPortSaved", {0x83, 15, 1}, 0, 0x61F, 1, {kSerial}},
+    {"Subtitles", {0x83, 16, 0}, 9, 0x620, 0, {kSubtitles}},
+    {"TouchSaved", {0x83, 18, 1}, 0, 0x622, 1, {kTouch}},
+    {"Cave", {0x83, 19, 0}, 9, 0x623, 0, {kCave}},
+    {"PlayerControl", {0x83, 21, 0}, 9, 0x625, 0, {kPlayer}},
+    {"TimelineSaved", {0x83, 23, 1}, 0, 0x625, 1, {kTimeline}},
+    {"PlayerState", {0x8A, 1, 3}, 9, 0x5FC, 3, {kPlayer, kTimeline, kUart}},
+    {"PlayerData", {0x93, 0, 1}, 207'496, 0x5FC, 1, {kVideo, kBatchSend, kUart, kSetParam}},
+    {"PlayerDataStatus", {0x93, 0, 32767}, 207'496, 0x606, 32767, {kVideo}},
+    {"Upload", {0x94, 7, 9}, 0, 0x5FD, 7, {kBatchSend}},
+    {"DeviceModes", {0xA4, 2}, 8, 0x604, 1, {kSetParam}},
+    {"SerialData", {0xB2}, 1023, 0x608, 0, {kUart, kSetParam, kPlayer}},
+    {"ParameterBlock", {0xB6}, 0, 0x60C, 0, {kSetParam}},
+    {"Video", {0xBB, 4, 3}, 9, 0x615, 10, {kVideo}},
 };
 // clang-format on
-INSTANTIATE_TEST_SUITE_P(Every, EveryRoute,
-                         testing::Combine(testing::ValuesIn(kRows),
-                                          testing::Values(Language::kChinese, Language::kEnglish)),
-                         [](const auto& row) {
-                             return std::get<Row>(row.param).name +
-                                    std::to_string(static_cast<int>(std::get<Language>(row.param)));
-                         });
+INSTANTIATE_TEST_SUITE_P(Table, EveryRow, testing::ValuesIn(kRows), kCaseName);
 
 TEST_F(Routing, LayoutStateGoesToBothWindowsThatShowIt) {
-    OpenAll();
-    Route(Header(0xB4, 0, 2), ToBytes("a.lay?"));
-    EXPECT_THAT(ReceiversOf(0x627), ElementsAre("Setup UART", "Star 1.0Video Control"));
-    EXPECT_EQ(std::get<ReplyRecord>(OnlyMessageOf(kVideo).record).payload, ToBytes("a.lay?"));
-    open.erase("Star 1.0Video Control");
-    Route(Header(0xB4), ToBytes("a.lay?"));
-    EXPECT_THAT(ReceiversOf(0x627), ElementsAre("Setup UART", "Setup UART"));
+    Open({kVideo, kUart});
+    Route({0xB4, 0, 2}, ToBytes("a.lay?"));
+    EXPECT_THAT(Receivers(0x627), ElementsAre("Setup UART", "Star 1.0Video Control"));
+    EXPECT_EQ(std::get<ReplyRecord>(LastOf(kUart).record).payload, ToBytes("a.lay?"));
 }
 
-Bytes WithChecksum(std::size_t size) {
+/// A pattern with its checksum, of which one bit may be flipped.
+Bytes Block(std::size_t size, std::size_t flippedAt = SIZE_MAX) {
     Bytes bytes = Pattern(size);
     const std::uint16_t checksum = Crc16Modbus(bytes);
     bytes.push_back(static_cast<std::uint8_t>(checksum));
     bytes.push_back(static_cast<std::uint8_t>(checksum >> 8));
-    return bytes;
-}
-
-Bytes Flipped(Bytes bytes, std::size_t at) {
-    bytes[at] ^= 1;
+    if (flippedAt < bytes.size()) bytes[flippedAt] ^= 1;
     return bytes;
 }
 
 struct Drop : NamedCase {
-    int command, subCommand, argument, qualifier;
+    Header header;
     Bytes payload;
 };
 
-class DroppedReply : public Routing, public testing::WithParamInterface<Drop> {};
+struct DroppedReply : Routing, testing::WithParamInterface<Drop> {};
 
 TEST_P(DroppedReply, ReachesNobodyAndEndsNothing) {
-    OpenAll();
-    const Drop& drop = GetParam();
-    Route(Header(drop.command, drop.subCommand, drop.argument, drop.qualifier), drop.payload);
-    EXPECT_EQ(MessageCount(), 0U);
+    Open(kAllWindows);
+    Route(GetParam().header, GetParam().payload);
+    EXPECT_THAT(Receivers(), IsEmpty());
     EXPECT_EQ(closings, 0);
-    EXPECT_THAT(prompts.texts, IsEmpty());
-    EXPECT_THAT(sent, IsEmpty());
+    EXPECT_TRUE(prompts.texts.empty() && sent.empty());
 }
 
+// clang-format off
 const Drop kDrops[] = {
-    {"SettingsTested", 0x83, 19, 2, 0, Pattern(9)},
-    {"SettingsEmptyDocument", 0x83, 21, 0, 0, {}},
-    {"BlockZero", 0x83, 0, 0, 0, Pattern(9)},
-    {"BlockWithoutHandler", 0x83, 17, 0, 0, Pattern(9)},
-    {"BlockAbove23", 0x83, 24, 1, 0, Pattern(9)},
-    {"BlockThatIsOneModulo256", 0x83, 0x0104, 1, 0, Pattern(9)},
-    {"PlayerDataShort", 0x93, 0, 1, 0, Pattern(207'495)},
-    {"PlayerDataLong", 0x93, 0, 1, 0, Pattern(207'497)},
-    {"ModesOfAnotherLength", 0xA4, 2, 0, 0, Pattern(9)},
-    {"ModesWithoutTheirEntries", 0xA4, 2, 0, 0, {}},
-    {"SerialEmpty", 0xB2, 0, 0, 0, {}},
-    {"SerialTooLong", 0xB2, 0, 0, 0, Pattern(1024)},
-    {"LayoutOfAnotherQualifier", 0xB4, 0, 0, 1, Pattern(9)},
-    {"BlockOfAnotherLength", 0xB6, 0, 0, 0, WithChecksum(6516)},
-    {"BlockFlippedInside", 0xB6, 0, 0, 0, Flipped(WithChecksum(6515), 77)},
-    {"BlockFlippedChecksumLow", 0xB6, 0, 0, 0, Flipped(WithChecksum(6524), 6524)},
-    {"BlockFlippedChecksumHigh", 0xB6, 0, 0, 0, Flipped(WithChecksum(6524), 6525)},
+    {"SettingsTested", {0x83, 19, 2}, Pattern(9)}, {"SettingsEmptyDocument", {0x83, 21, 0}, {}},
+    {"BlockZero", {0x83, 0}, Pattern(9)}, {"BlockWithoutHandler", {0x83, 17}, Pattern(9)},
+    {"BlockAbove23", {0x83, 24, 1}, Pattern(9)}, {"BlockFourModulo256", {0x83, 0x0104}, Pattern(9)},
+    {"PlayerDataShort", {0x93, 0, 1}, Pattern(207'495)}, {"PlayerDataLong", {0x93, 0, 1}, Pattern(207'497)},
+    {"ModesOfAnotherLength", {0xA4, 2}, Pattern(9)}, {"ModesMissing", {0xA4, 2}, {}},
+    {"SerialEmpty", {0xB2}, {}}, {"SerialTooLong", {0xB2}, Pattern(1024)},
+    {"LayoutOfAnotherQualifier", {0xB4, 0, 0, 1}, Pattern(9)},
+    {"BlockOfAnotherLength", {0xB6}, Block(6516)}, {"BlockFlippedInside", {0xB6}, Block(6515, 77)},
+    {"BlockFlippedLow", {0xB6}, Block(6524, 6524)}, {"BlockFlippedHigh", {0xB6}, Block(6524, 6525)},
 };
-INSTANTIATE_TEST_SUITE_P(Every, DroppedReply, testing::ValuesIn(kDrops), CaseName());
+// clang-format on
+INSTANTIATE_TEST_SUITE_P(Every, DroppedReply, testing::ValuesIn(kDrops), kCaseName);
 
-TEST_F(Routing, ParameterBlockIsCheckedAndFilledUpWithZeros) {
+TEST_F(Routing, ParameterBlockIsFilledUpWithZerosBehindItsChecksum) {
+    Open({kSetParam});
     for (const std::size_t size : {0U, 6515U, 6524U}) {
-        Open(kSetParam);
-        Route(Header(0xB6), size == 0 ? Bytes() : WithChecksum(size));
+        Route({0xB6}, size == 0 ? Bytes() : Block(size));
         Bytes expected = Pattern(size);
         expected.resize(6524);
-        const auto& block =
-            std::get<std::unique_ptr<ParameterBlock>>(OnlyMessageOf(kSetParam).record);
-        EXPECT_TRUE(std::equal(block->begin(), block->end(), expected.begin())) << size;
+        EXPECT_TRUE(std::ranges::equal(LastRecordOf<ParameterBlock>(kSetParam), expected)) << size;
     }
 }
 
 TEST_F(Routing, DeviceModesHoldTwentyEntriesAtMost) {
+    Open({kSetParam});
     for (const int qualifier : {0, 1, 2, 3}) {
-        Open(kSetParam);
-        const std::size_t entries = qualifier == 0 ? 21 : 2;
-        Route(Header(0xA4, static_cast<int>(entries), 0, qualifier), Pattern(4 * entries));
-        const auto& modes =
-            *std::get<std::unique_ptr<DeviceModes>>(OnlyMessageOf(kSetParam).record);
+        const int entries = qualifier == 0 ? 21 : 2;
+        Route({0xA4, entries, 0, qualifier}, Pattern(4 * static_cast<std::size_t>(entries)));
+        const auto& modes = LastRecordOf<DeviceModes>(kSetParam);
         EXPECT_EQ(modes.mode, qualifier % 3);
         EXPECT_THAT(modes.entries[1], ElementsAre(4, 5, 6, 7));
         EXPECT_EQ(modes.entries[19][3], entries == 21 ? 79 : 0);
@@ -241,85 +215,68 @@ TEST_F(Routing, DeviceModesHoldTwentyEntriesAtMost) {
 }
 
 TEST_F(Routing, SerialDataAndUploadCarryWhatThePlayerSent) {
-    OpenAll();
-    Route(Header(0xB2), Hex("AA00BB"));
-    const auto& serial = *std::get<std::unique_ptr<SerialData>>(OnlyMessageOf(kUart).record);
+    Open({kUart, kBatchSend});
+    Route({0xB2}, Hex("AA00BB"));
+    const auto& serial = LastRecordOf<SerialData>(kUart);
     EXPECT_EQ(serial.count, 3);
     EXPECT_EQ(Bytes(serial.bytes.begin(), serial.bytes.begin() + 4), Hex("AA00BB00"));
-    Route(Header(0x94, 7, 9));
-    EXPECT_EQ(OnlyMessageOf(kBatchSend).lParam, 9U);
+    Route({0x94, 7, 9});
+    EXPECT_EQ(LastOf(kBatchSend).lParam, 9U);
 }
 
-struct Acknowledgement : NamedCase {
-    int qualifier;
-    bool batchSendOpen;
-    std::vector<std::string> sent, notices;
-};
-
-class SavedControlProtocol : public Routing, public testing::WithParamInterface<Acknowledgement> {};
-
-TEST_P(SavedControlProtocol, IsForwardedThenRestartsAndIsAnnounced) {
-    if (GetParam().batchSendOpen) Open(kBatchSend);
-    Open(kUart);
-    Route(Header(0x83, 1, 0, GetParam().qualifier));
-    EXPECT_EQ(OnlyMessageOf(GetParam().batchSendOpen ? kBatchSend : kUart).wParam, 0U);
-    EXPECT_EQ(sent, GetParam().sent);
-    EXPECT_EQ(prompts.texts, GetParam().notices);
+TEST_F(Routing, SavedControlProtocolRestartsThePlayerAndIsAnnouncedOutsideABatch) {
+    Open({kUart});
+    Route({0x83, 1, 0, 0});
+    EXPECT_EQ(LastOf(kUart).wParam, 0U);
+    EXPECT_THAT(sent, IsEmpty());
+    Route({0x83, 1, 0, 1});
+    EXPECT_THAT(sent, ElementsAre("127.0.0.2 33"));
+    Open({kUart, kBatchSend});
+    Route({0x83, 1, 0, 1});
+    EXPECT_EQ(sent.size(), 2U);
+    EXPECT_THAT(prompts.texts, ElementsAre("Changes have been saved!", "Changes have been saved!"));
 }
-
-const Acknowledgement kAcknowledgements[] = {
-    {"Plain", 0, false, {}, {"Changes have been saved!"}},
-    {"WithRestart", 1, false, {"127.0.0.2 33"}, {"Changes have been saved!"}},
-    {"InABatch", 1, true, {"127.0.0.2 33"}, {}},
-};
-INSTANTIATE_TEST_SUITE_P(Every, SavedControlProtocol, testing::ValuesIn(kAcknowledgements),
-                         CaseName());
 
 TEST_F(Routing, UnsupportedCommandIsShownAndClosesEveryLink) {
-    OpenAll();
-    for (const int command : {0xC3, 0x03, 0x43, 0x80, 0xFB}) Route(Header(command, 4), Pattern(9));
-    EXPECT_EQ(prompts.texts, std::vector<std::string>(
-                                 5, "This function is not supported in the current version!"));
+    Open(kAllWindows);
+    for (const int command : {0xC3, 0x03, 0x43, 0x80, 0xFB}) {
+        Route({command, 4}, Pattern(9));
+        EXPECT_EQ(prompts.texts.back(), "This function is not supported in the current version!");
+    }
     EXPECT_EQ(closings, 5);
-    EXPECT_EQ(MessageCount(), 0U);
+    EXPECT_THAT(Receivers(), IsEmpty());
 }
 
 TEST_F(Routing, UnknownCommandsAndThirtyThreeCloseEveryLink) {
-    OpenAll();
-    const int commands[] = {1, 2, 9, 33, 51, 58, 60, 63};
-    for (const int command : commands) Route(Header(0x80 | command), Pattern(9));
+    Open(kAllWindows);
+    const int commands[] = {0x81, 0x82, 0x89, 0xA1, 0xB3, 0xBA, 0xBC, 0xBF};
+    for (const int command : commands) Route({command}, Pattern(9));
     EXPECT_EQ(closings, std::ssize(commands));
-    EXPECT_THAT(prompts.texts, IsEmpty());
-    EXPECT_EQ(MessageCount(), 0U);
+    EXPECT_TRUE(prompts.texts.empty() && Receivers().empty());
 }
 
-TEST_F(Routing, LockedLayoutIsShownInsteadOfForwarded) {
-    OpenAll();
-    Route(Header(0xB4, 0, 1));
+TEST_F(Routing, NoticesAreInTheLanguageOfTheProcessAndALockedLayoutGoesNoFurther) {
+    Open({kVideo});
+    Route({0xB4, 0, 1});
     const InLanguage chinese(Language::kChinese);
-    Route(Header(0xB4, 0, 1));
-    Route(Header(0xC3));
-    Route(Header(0x83, 1));
+    for (const Header& header : {Header{0xB4, 0, 1}, Header{0xC3}, Header{0x83, 1}}) Route(header);
     EXPECT_THAT(
         prompts.texts,
         ElementsAre("The layout is locked, please unlock it first!", "布局已锁定，请先解锁！",
                     "当前版本不支持此功能,请及时更新！", "控制协议配置完成！"));
-    EXPECT_THAT(ReceiversOf(0x627), IsEmpty());
+    EXPECT_THAT(Receivers(), IsEmpty());
 }
 
 TEST_F(Routing, EndOfALinkIsToldToWhoUploadsAndWhoKeepsItAlive) {
-    const std::vector<LocalText> openings[] = {{kSetParam, kBatchSend, kUart, kPlayer},
-                                               {kBatchSend, kPlayer}};
-    const std::vector<std::string> expected[] = {{"Set Param", "Setup UART"},
-                                                 {"Batch Send", "PlayerControl"}};
-    for (std::size_t i = 0; i < std::size(openings); ++i) {
-        open.clear();
-        for (const LocalText& window : openings[i]) Open(window);
-        router.LinkEnded();
-        EXPECT_THAT(ReceiversOf(0x597), ElementsAre(expected[i][0]));
-        EXPECT_THAT(ReceiversOf(0x8001), ElementsAre(expected[i][1]));
-        EXPECT_EQ(open.at(expected[i][1])->received.back().message.wParam, 7U);
-    }
+    Open({kSetParam, kBatchSend, kUart, kPlayer});
+    router.LinkEnded();
+    EXPECT_THAT(Receivers(0x597), ElementsAre("Set Param"));
+    EXPECT_THAT(Receivers(0x8001), ElementsAre("Setup UART"));
+    Open({kBatchSend, kPlayer});
+    router.LinkEnded();
+    EXPECT_THAT(Receivers(0x597), ElementsAre("Batch Send"));
+    EXPECT_THAT(Receivers(0x8001), ElementsAre("PlayerControl"));
+    EXPECT_EQ(LastOf(kPlayer).wParam, 7U);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include "link/faulty_io.h"
 #include "link/udp_server.h"
-#include "support/fake_window.h"
 #include "support/link_surroundings.h"
 #include "support/literals.h"
 
@@ -15,222 +14,191 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::UnorderedElementsAreArray;
 
-class TcpLink : public testing::Test {
- protected:
+struct TcpLink : testing::Test {
+    void Make(LinkCode fault = {}, NetworkStart start = NetworkStart::kReady) {
+        io = std::make_shared<FaultyIo>(fault, start);
+        link = std::make_unique<CTCPClient>("main", surroundings.Services(io));
+    }
     Socket ConnectTo(Listener& listener, std::uint16_t tag = 0) {
         EXPECT_TRUE(link->Connect(listener.AsTarget(tag)));
         return listener.Accept();
     }
-    static std::shared_ptr<const Bytes> Packet(std::size_t size, std::uint8_t fill) {
-        return std::make_shared<const Bytes>(size, fill);
+    bool Queue(std::size_t size, std::uint8_t fill) {
+        return link->Queue(std::make_shared<const Bytes>(size, fill));
     }
-    void AwaitEvent(LinkCode code) {
+    void Await(LinkCode code) {
         EXPECT_TRUE(surroundings.ui.PumpUntil([&] { return window.Has(code); }));
     }
-    void ExpectExchangeOver(Socket& peer) {
-        ASSERT_TRUE(link->Queue(Packet(4, 'q')));
+    void ExpectExchangeWith(Socket& peer) {
+        ASSERT_TRUE(Queue(4, 'q'));
         EXPECT_EQ(ReceiveExactly(peer, 4), ToBytes("qqqq"));
-        window.received.clear();
+        window.Forget();
         peer.Send(AsBytes("reply"));
-        AwaitEvent(LinkCode::kReceived);
-        EXPECT_EQ(window.AllBytes(), ToBytes("reply"));
+        Await(LinkCode::kReceived);
+        EXPECT_EQ(window.bytes, ToBytes("reply"));
     }
     void ExpectNoSocket() {
-        EXPECT_FALSE(link->HasSocket());
-        EXPECT_FALSE(link->IsConnected());
+        EXPECT_FALSE(link->HasSocket() || link->IsConnected() || Queue(1, 'x'));
         EXPECT_EQ(link->RemoteIp(), "");
-        EXPECT_FALSE(link->Queue(Packet(1, 'x')));
     }
 
     LinkSurroundings surroundings;
-    Listener player{surroundings.network.Player(0)};
-    std::function<void(WindowMessage&)> react = [](WindowMessage&) {};
-    FakeWindow window{surroundings.directory, "main", [this](WindowMessage& m) { react(m); }};
-    std::shared_ptr<FaultyIo> io = std::make_shared<FaultyIo>(LinkCode{});
-    std::unique_ptr<CTCPClient> link =
-        std::make_unique<CTCPClient>("main", surroundings.Services(io));
+    Listener player{surroundings.network.Player(0)}, other{surroundings.network.Player(1)};
+    bool windowThrows = false;
+    FakeWindow window{surroundings.directory, "main", [this](const WindowMessage& message) {
+                          const bool data =
+                              std::get<LinkEvent>(message.record).code == LinkCode::kReceived;
+                          if (windowThrows && data) throw std::runtime_error("no memory");
+                      }};
+    std::shared_ptr<FaultyIo> io;
+    std::unique_ptr<CTCPClient> link;
 };
 
 TEST_F(TcpLink, ReportsWhatArrivesWithAddressAndTag) {
+    Make();
     Socket peer = ConnectTo(player, 77);
     EXPECT_EQ(link->RemoteIp(), player.AsTarget().ip);
-    peer.Send(AsBytes("abc"));
-    AwaitEvent(LinkCode::kReceived);
-    const WindowMessage& message = window.received.front().message;
-    const auto& event = std::get<LinkEvent>(message.record);
-    EXPECT_EQ(message.id, MessageId{0x464});
-    EXPECT_EQ(message.wParam, 77U);
+    ExpectExchangeWith(peer);
+    const auto& event = std::get<LinkEvent>(window.messages[0].record);
+    EXPECT_EQ(window.messages[0].id, MessageId{0x464});
+    EXPECT_EQ(window.messages[0].wParam, 77U);
     EXPECT_EQ((Target{event.ip, event.port, event.deviceTag}), player.AsTarget(77));
-    EXPECT_EQ(window.AllBytes(), ToBytes("abc"));
 }
 
 struct Ending : NamedCase {
     LinkCode fault;  // of the platform; 0: none
-    std::function<void(TcpLink&, CTCPClient& link, Socket& peer)> cause;
-    std::vector<int> codes;  // in any order; 8 comes last
+    std::function<void(TcpLink&, Socket& peer)> cause;
+    std::vector<int> codes;  // in any order but for the 8 at the end
 };
 
-class EndingTcpLink : public TcpLink, public testing::WithParamInterface<Ending> {
- protected:
-    EndingTcpLink() {
-        io = std::make_shared<FaultyIo>(GetParam().fault);
-        link = std::make_unique<CTCPClient>("main", surroundings.Services(io));
-        if (GetParam().fault == LinkCode::kReceiveException)
-            react = [](WindowMessage& message) {
-                if (std::get<LinkEvent>(message.record).code == LinkCode::kReceived)
-                    throw std::runtime_error("the window has no memory left");
-            };
-    }
-};
+struct EndingTcpLink : TcpLink, testing::WithParamInterface<Ending> {};
 
 TEST_P(EndingTcpLink, ReportsTheCauseThenEightAndConnectsAgain) {
+    Make(GetParam().fault);
     Socket peer = ConnectTo(player);
     io->Arm();
-    GetParam().cause(*this, *link, peer);
-    AwaitEvent(LinkCode::kReceiveEnded);
-    EXPECT_THAT(window.Codes(), UnorderedElementsAreArray(GetParam().codes));
-    EXPECT_EQ(window.Codes().back(), 8);
+    GetParam().cause(*this, peer);
+    Await(LinkCode::kReceiveEnded);
+    EXPECT_THAT(window.codes, testing::UnorderedElementsAreArray(GetParam().codes));
+    EXPECT_EQ(window.codes.back(), 8);
     ExpectNoSocket();
-
-    react = [](WindowMessage&) {};
-    Listener other(surroundings.network.Player(1));
+    windowThrows = false;
     Socket next = ConnectTo(other);
-    ExpectExchangeOver(next);
+    ExpectExchangeWith(next);
 }
 
-void Wake(TcpLink&, CTCPClient& link, Socket&) {
-    EXPECT_TRUE(link.Queue(std::make_shared<const Bytes>(1)));
+void Reset(Socket& peer) {
+    peer.ResetOnClose();
+    peer.Close();
 }
-
+void Wake(TcpLink& test, Socket&) { EXPECT_TRUE(test.Queue(1, 'x')); }
+void CloseLink(TcpLink& test, Socket&) { test.link->Close(); }
+void LetTheWindowThrow(TcpLink& test, Socket& peer) {
+    test.windowThrows = true;
+    peer.Send(AsBytes("x"));
+}
+void ResetDuringASend(TcpLink& test, Socket& peer) {
+    EXPECT_TRUE(test.Queue(kBufferSize, 'x'));  // does not fit into the sockets
+    EXPECT_EQ(ReceiveExactly(peer, 1).size(), 1U);
+    Reset(peer);
+}
 const Ending kEndings[] = {
-    {"PeerCloses", {}, [](auto&, auto&, Socket& peer) { peer.Close(); }, {7, 8}},
-    {"PeerResets",
-     {},
-     [](auto&, auto&, Socket& peer) {
-         peer.ResetOnClose();
-         peer.Close();
-     },
-     {6, 8}},
-    {"PeerResetsDuringASend",
-     {},
-     [](auto&, CTCPClient& link, Socket& peer) {
-         EXPECT_TRUE(link.Queue(std::make_shared<const Bytes>(kBufferSize)));
-         ReceiveExactly(peer, 1);  // the send has begun, and its end does not fit into the sockets
-         peer.ResetOnClose();
-         peer.Close();
-     },
-     {2, 6, 8}},
-    {"WindowThrows",
-     LinkCode::kReceiveException,
-     [](auto&, auto&, Socket& peer) { peer.Send(AsBytes("x")); },
-     {1, 8}},
+    {"PeerCloses", {}, [](auto&, Socket& peer) { peer.Close(); }, {7, 8}},
+    {"PeerResets", {}, [](auto&, Socket& peer) { Reset(peer); }, {6, 8}},
+    {"PeerResetsDuringASend", {}, ResetDuringASend, {2, 6, 8}},
+    {"WindowThrows", {}, LetTheWindowThrow, {1, 8}},
     {"WaitTimesOut", LinkCode::kSendWaitTimedOut, Wake, {3, 7, 8}},
     {"WaitFails", LinkCode::kSendWaitFailed, Wake, {4, 7, 8}},
-    {"OwnerCloses", {}, [](auto&, CTCPClient& link, auto&) { link.Close(); }, {7, 8}},
+    {"OwnerCloses", {}, CloseLink, {7, 8}},
 };
-INSTANTIATE_TEST_SUITE_P(Every, EndingTcpLink, testing::ValuesIn(kEndings), CaseName());
+INSTANTIATE_TEST_SUITE_P(Every, EndingTcpLink, testing::ValuesIn(kEndings), kCaseName);
 
 TEST_F(TcpLink, RefusedOrMistypedTargetFailsAndLeavesNoSocket) {
-    Target refused = Listener(surroundings.network.Player(1)).AsTarget();
-    EXPECT_FALSE(link->Connect(refused));
-    ExpectNoSocket();
-    EXPECT_FALSE(link->Connect({"127.0.0.256", refused.port, 0}));
-    ExpectNoSocket();
+    Make();
+    const Target refused = Listener(surroundings.network.Player(2)).AsTarget();
+    for (const Target& target : {refused, Target{"127.0.0.256", refused.port, 0}}) {
+        EXPECT_FALSE(link->Connect(target));
+        ExpectNoSocket();
+    }
 }
 
 TEST_F(TcpLink, SilentTargetIsGivenUpAfterASecond) {
-    const Endpoint free{surroundings.network.Player(1), 0};
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    inet_pton(AF_INET, FormatIpv4(free.address).c_str(), &address.sin_addr);
+    Make();
+    const Ipv4Address silent = surroundings.network.Player(2);
+    sockaddr_in address{AF_INET, 0, {std::bit_cast<in_addr_t>(silent.octets)}, {}};
     auto* native = reinterpret_cast<sockaddr*>(&address);
     socklen_t size = sizeof address;
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    ASSERT_TRUE(bind(listener, native, size) == 0 && listen(listener, 0) == 0 &&
-                getsockname(listener, native, &size) == 0);
+    ASSERT_EQ(bind(listener, native, size) + listen(listener, 0), 0);
+    ASSERT_EQ(getsockname(listener, native, &size), 0);
     const std::uint16_t port = ntohs(address.sin_port);
-    std::vector<Socket> queue;  // fills the listener's backlog: further attempts get no answer
-    do {
-        queue.push_back(Socket::Tcp());
-    } while (queue.back().Connect({free.address, port}, 50ms));
-
+    std::vector<Socket> queue;  // fills the listener's backlog: nobody else is answered
+    while (queue.emplace_back(Socket::Tcp()).Connect({silent, port}, 50ms)) {
+    }
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(link->Connect({FormatIpv4(free.address), port, 0}));
-    EXPECT_THAT(std::chrono::steady_clock::now() - start,
-                testing::AllOf(testing::Ge(900ms), testing::Lt(3s)));
+    EXPECT_FALSE(link->Connect({FormatIpv4(silent), port, 0}));
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    EXPECT_TRUE(elapsed > 900ms && elapsed < 3s);
     ExpectNoSocket();
     close(listener);
 }
 
 TEST_F(TcpLink, ConnectOnAHeldSocketKeepsItAndForgetsThePeer) {
+    Make();
     Socket peer = ConnectTo(player);
-    Listener other(surroundings.network.Player(1));
     EXPECT_TRUE(link->Connect(other.AsTarget()));
     EXPECT_TRUE(link->HasSocket());
     EXPECT_FALSE(link->IsConnected());
     EXPECT_EQ(link->RemoteIp(), "");
-    ExpectExchangeOver(peer);
+    ExpectExchangeWith(peer);
 }
 
 TEST_F(TcpLink, PeerThatHangsUpWhileThreadsSettleFailsConnect) {
+    Make();
     const std::jthread rudePeer([this] { player.Accept().Close(); });
     EXPECT_FALSE(link->Connect(player.AsTarget()));
     ExpectNoSocket();
-    AwaitEvent(LinkCode::kReceiveEnded);
-    EXPECT_THAT(window.Codes(), ElementsAre(7, 8));
+    Await(LinkCode::kReceiveEnded);
+    EXPECT_THAT(window.codes, ElementsAre(7, 8));
 }
 
 TEST_F(TcpLink, PacketsQueuedAtOnceArriveInOrder) {
+    Make();
     Socket peer = ConnectTo(player);
-    ASSERT_TRUE(link->Queue(Packet(3'000'000, 'a')));
-    ASSERT_TRUE(link->Queue(Packet(5, 'b')));
-    EXPECT_FALSE(link->Queue(Packet(kBufferSize + 1, 'c')));
-    Bytes expected(3'000'000, 'a');
-    expected.insert(expected.end(), 5, 'b');
-    EXPECT_TRUE(ReceiveExactly(peer, expected.size()) == expected);
+    ASSERT_TRUE(Queue(3'000'000, 'a') && Queue(5, 'b'));
+    EXPECT_FALSE(Queue(kBufferSize + 1, 'c'));
+    EXPECT_TRUE(ReceiveExactly(peer, 3'000'000) == Bytes(3'000'000, 'a'));
+    EXPECT_EQ(ReceiveExactly(peer, 5), ToBytes("bbbbb"));
 }
 
 TEST_F(TcpLink, SendingIntoADeadConnectionRaisesNoSignal) {
     Socket socket = Socket::Tcp();
-    const Target target = player.AsTarget();
-    ASSERT_TRUE(socket.Connect({*ParseIpv4(target.ip), target.port}, 1s));
+    ASSERT_TRUE(socket.Connect({surroundings.network.Player(0), player.AsTarget().port}, 1s));
     socket.Shutdown();
     EXPECT_LT(socket.Send(AsBytes("x")), 0);  // a signal would have ended the process
 }
 
 TEST_F(TcpLink, DestructionDoesNotWaitForAThreadThatWaitsForTheWindow) {
+    Make();
     Socket peer = ConnectTo(player);
     peer.Send(AsBytes("x"));
     surroundings.ui.AwaitCaller();
     link.reset();
     surroundings.directory.ShutDown();
     surroundings.threads.Join();
-    EXPECT_THAT(window.Codes(), ElementsAre());
+    EXPECT_THAT(window.codes, ElementsAre());
 }
 
-struct StartFailure : NamedCase {
-    NetworkStart start;
-    const char* text;
-};
-
-class NetworkStartFailure : public TcpLink, public testing::WithParamInterface<StartFailure> {};
-
-TEST_P(NetworkStartFailure, IsShownAndLeavesLinksUsable) {
-    const auto broken = std::make_shared<FaultyIo>(LinkCode{}, GetParam().start);
-    link = std::make_unique<CTCPClient>("main", surroundings.Services(broken));
-    CUDPServer server("main", surroundings.Services(broken));
-    EXPECT_THAT(surroundings.prompts.texts, ElementsAre(GetParam().text, GetParam().text));
+TEST_F(TcpLink, FailureToStartTheNetworkIsShownAndLeavesLinksUsable) {
+    CUDPServer server("main", surroundings.Services(
+                                  std::make_shared<FaultyIo>(LinkCode{}, NetworkStart::kFailed)));
+    Make({}, NetworkStart::kWrongVersion);
+    EXPECT_THAT(surroundings.prompts.texts, ElementsAre("WSAStartup err", "WSAStartup Ver err"));
     Socket peer = ConnectTo(player);
-    ExpectExchangeOver(peer);
+    ExpectExchangeWith(peer);
     EXPECT_TRUE(server.Open(FormatIpv4(surroundings.network.Local())));
 }
-
-const StartFailure kStartFailures[] = {
-    {"Fails", NetworkStart::kFailed, "WSAStartup err"},
-    {"HasAnotherVersion", NetworkStart::kWrongVersion, "WSAStartup Ver err"}};
-INSTANTIATE_TEST_SUITE_P(Every, NetworkStartFailure, testing::ValuesIn(kStartFailures), CaseName());
 
 }  // namespace
 }  // namespace sontaro::test

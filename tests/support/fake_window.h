@@ -1,6 +1,7 @@
 // A window that keeps what it is sent.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -10,59 +11,36 @@ namespace sontaro::test {
 
 class FakeWindow {
  public:
-    struct Received {
-        WindowMessage message;
-        Bytes bytes;  ///< a copy of what a socket event showed
-    };
+    using Reaction = std::function<void(WindowMessage&)>;
 
     /// `react` sees each message before it is kept; what it throws goes to the sender.
     FakeWindow(
-        WindowDirectory& directory, std::string title,
-        std::function<void(WindowMessage&)> react = [](WindowMessage&) {})
-        : registration_(directory.Register(
-              std::move(title), [this, react = std::move(react)](WindowMessage& message) {
-                  react(message);
-                  received.push_back({{}, CopyBytes(message)});
-                  received.back().message = std::move(message);
-              })) {}
-
-    /// The codes of the socket events, in order.
-    [[nodiscard]] std::vector<int> Codes() const {
-        std::vector<int> codes;
-        for (const Received& entry : received) codes.push_back(CodeOf(entry.message));
-        return codes;
-    }
+        WindowDirectory& directory, std::string title, Reaction react = [](auto&) {})
+        : react_(std::move(react)),
+          registration_(directory.Register(std::move(title), [this](auto& m) { Keep(m); })) {}
 
     [[nodiscard]] bool Has(LinkCode code) const {
-        const std::vector<int> codes = Codes();
-        return std::find(codes.begin(), codes.end(), static_cast<int>(code)) != codes.end();
+        return std::ranges::find(codes, static_cast<int>(code)) != codes.end();
     }
+    void Forget() { messages.clear(), codes.clear(), bytes.clear(); }
 
-    /// All bytes of the socket events.
-    [[nodiscard]] Bytes AllBytes() const {
-        Bytes all;
-        for (const Received& entry : received)
-            all.insert(all.end(), entry.bytes.begin(), entry.bytes.end());
-        return all;
-    }
-
-    std::vector<Received> received;
+    std::vector<WindowMessage> messages;
+    std::vector<int> codes;  ///< of the socket events
+    Bytes bytes;             ///< that the socket events showed, all together
 
  private:
-    static Bytes CopyBytes(const WindowMessage& message) {
-        ByteView bytes;
-        if (const auto* tcp = std::get_if<LinkEvent>(&message.record)) bytes = tcp->bytes;
-        if (const auto* udp = std::get_if<UdpEvent>(&message.record)) bytes = udp->bytes;
-        return {bytes.begin(), bytes.end()};
+    void Keep(WindowMessage& message) {
+        const auto keepEvent = [this](const auto& event) {
+            codes.push_back(static_cast<int>(event.code));
+            bytes.insert(bytes.end(), event.bytes.begin(), event.bytes.end());
+        };
+        react_(message);
+        if (const auto* tcp = std::get_if<LinkEvent>(&message.record)) keepEvent(*tcp);
+        if (const auto* udp = std::get_if<UdpEvent>(&message.record)) keepEvent(*udp);
+        messages.push_back(std::move(message));
     }
 
-    static int CodeOf(const WindowMessage& message) {
-        if (const auto* tcp = std::get_if<LinkEvent>(&message.record))
-            return static_cast<int>(tcp->code);
-        const auto* udp = std::get_if<UdpEvent>(&message.record);
-        return udp ? static_cast<int>(udp->code) : 0;
-    }
-
+    Reaction react_;
     WindowDirectory::Registration registration_;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "link/link_services.h"
+#include "support/fake_window.h"
 #include "support/manual_ui_thread.h"
 #include "support/recording_prompts.h"
 #include "support/test_network.h"
@@ -12,7 +13,7 @@ namespace sontaro::test {
 struct LinkSurroundings {
     ~LinkSurroundings() { directory.ShutDown(); }
 
-    [[nodiscard]] LinkServices Services(std::shared_ptr<LinkIo> io = std::make_shared<LinkIo>()) {
+    LinkServices Services(std::shared_ptr<LinkIo> io = std::make_shared<LinkIo>()) {
         return {directory, threads, prompts, std::move(io)};
     }
 
@@ -29,8 +30,7 @@ class Listener {
     explicit Listener(const Ipv4Address& address) : socket_(Socket::ListenAt({address, 0})) {}
 
     [[nodiscard]] Target AsTarget(std::uint16_t tag = 0) const {
-        const Endpoint local = socket_.Local();
-        return {FormatIpv4(local.address), local.port, tag};
+        return {FormatIpv4(socket_.Local().address), socket_.Local().port, tag};
     }
     [[nodiscard]] Socket Accept() { return socket_.Accept(); }
 
@@ -42,13 +42,20 @@ class Listener {
 inline Bytes ReceiveExactly(Socket& socket, std::size_t count) {
     Bytes bytes(count);
     std::size_t received = 0;
-    while (received < count) {
-        const auto got = socket.Receive(std::span(bytes).subspan(received));
-        if (got <= 0) break;
-        received += static_cast<std::size_t>(got);
-    }
+    for (std::int64_t got = 1; received < count && got > 0;
+         received += static_cast<std::size_t>(got))
+        got = std::max<std::int64_t>(0, socket.Receive(std::span(bytes).subspan(received)));
     bytes.resize(received);
     return bytes;
+}
+
+/// The datagram that has come to `socket`, and who sent it.
+inline Bytes ReceiveDatagram(Socket& socket, Endpoint* sender = nullptr) {
+    Bytes datagram(1000);
+    Endpoint from;
+    datagram.resize(
+        static_cast<std::size_t>(socket.ReceiveFrom(datagram, sender ? *sender : from)));
+    return datagram;
 }
 
 }  // namespace sontaro::test

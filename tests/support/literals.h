@@ -8,25 +8,19 @@
 
 #include "base/bytes.h"
 #include "base/local_text.h"
-#include "link/packet.h"
 
 namespace sontaro::test {
 
 /// The bytes that pairs of hexadecimal digits stand for; blanks separate nothing.
-inline Bytes Hex(std::string_view text) {
-    std::string digits;
-    for (const char c : text)
-        if (std::isxdigit(static_cast<unsigned char>(c)) != 0) digits += c;
-    Bytes bytes(digits.size() / 2);
+inline Bytes Hex(std::string text) {
+    std::erase(text, ' ');
+    Bytes bytes(text.size() / 2);
     for (std::size_t i = 0; i < bytes.size(); ++i)
-        std::from_chars(&digits[2 * i], &digits[2 * i] + 2, bytes[i], 16);
+        std::from_chars(&text[2 * i], &text[2 * i] + 2, bytes[i], 16);
     return bytes;
 }
 
-inline Bytes ToBytes(std::string_view text) {
-    const ByteView bytes = AsBytes(text);
-    return {bytes.begin(), bytes.end()};
-}
+inline Bytes ToBytes(std::string_view text) { return {text.begin(), text.end()}; }
 
 /// `size` bytes in a pattern that shows what is lost or swapped.
 inline Bytes Pattern(std::size_t size) {
@@ -35,22 +29,22 @@ inline Bytes Pattern(std::size_t size) {
     return bytes;
 }
 
+/// JSON text without the blanks between its parts.
+inline std::string Compact(ByteView json) {
+    std::string text(AsText(json));
+    std::erase_if(text, [](unsigned char c) { return std::isspace(c) != 0; });
+    return text;
+}
+
 /// What the cases of a parameterised test begin with.
 struct NamedCase {
     const char* name;
 
-    friend std::ostream& operator<<(std::ostream& out, const NamedCase& named) {
-        return out << named.name;
-    }
+    friend std::ostream& operator<<(std::ostream& out, const NamedCase& c) { return out << c.name; }
 };
 
 /// Names a parameterised test after its case.
-struct CaseName {
-    template <class Info>
-    std::string operator()(const Info& info) const {
-        return info.param.name;
-    }
-};
+inline constexpr auto kCaseName = [](const auto& info) { return std::string(info.param.name); };
 
 /// The process speaks `language` until the end of the scope, then English again.
 class InLanguage {

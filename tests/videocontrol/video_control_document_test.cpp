@@ -45,7 +45,7 @@ const CommandCase kCommands[] = {
     {"UsbName", 13, R"({"cmdId":13,"usbVideoName":"t"})"},
     {"Other", 14, R"({"cmdId":14})"},
 };
-INSTANTIATE_TEST_SUITE_P(Every, VideoCommandOf, testing::ValuesIn(kCommands), CaseName());
+INSTANTIATE_TEST_SUITE_P(Every, VideoCommandOf, testing::ValuesIn(kCommands), kCaseName);
 
 TEST(VideoReply, IsNotActedOnWhenItFailedOrNamesNoCommand) {
     for (const char* reply :

@@ -1,0 +1,72 @@
+// Chunks of several links through reassembly and routing into the remote control, and into windows
+// that take anything.
+#include <vector>
+
+#include "app/reply_router.h"
+#include "base/window_titles.h"
+#include "fuzz/fuzz_surroundings.h"
+#include "videocontrol/video_control_run.h"
+
+namespace sontaro {
+namespace {
+
+class NoActions : public RouterActions {
+    void CloseLinks() override {}
+    void SendPacket(const Target&, const DevicePacket&) override {}
+};
+
+class NoView : public VideoControlView {
+    void Send(const DevicePacket&) override {}
+    void StartTimer() override {}
+    void HideButtons() override {}
+    void ShowButton(int, const std::string&) override {}
+    void ButtonsChanged() override {}
+    void ShowPosition(int, const std::string&) override {}
+    void ShowTitle(const std::string&) override {}
+    void ShowVolume(int) override {}
+    void ShowUsbLabel(const std::string&) override {}
+    void ShowUsbVideos(const std::vector<std::string>&) override {}
+    void OfferFolders(const std::vector<std::string>&) override {}
+    void OfferLayouts(const std::vector<std::string>&) override {}
+    void OfferVideos(const std::vector<std::string>&) override {}
+    void StateChanged() override {}
+};
+
+constexpr Window kOpenWindows[] = {Window::kSetParam,      Window::kControlProtocol,
+                                   Window::kPlayerControl, Window::kPlayerTimeControl,
+                                   Window::kOsd,           Window::kExtendedSerialPort,
+                                   Window::kSubtitles,     Window::kTouchAction,
+                                   Window::kCave};
+
+/// Takes events off the input: a code, a length of two bytes, and so many bytes.
+void Run(ByteView input) {
+    fuzz::SameThread ui;
+    fuzz::NoPrompts prompts;
+    NoActions actions;
+    NoView view;
+    WindowDirectory directory(ui);
+    VideoControlRun control(view);
+    std::vector<WindowDirectory::Registration> windows;
+    windows.push_back(directory.Register(TitleOf(Window::kVideoControl),
+                                         [&](WindowMessage& m) { control.Handle(m); }));
+    for (const Window window : kOpenWindows)
+        windows.push_back(directory.Register(TitleOf(window), [](WindowMessage&) {}));
+    ReplyRouter router(directory, prompts, actions);
+    Reassembly reassembly([&](const Reply& reply) { router.Route(reply); });
+    while (input.size() >= 3) {
+        LinkEvent event{"127.0.0.2", 9000, 0, LinkCode(input[0] % 16), 0, {}};
+        const std::size_t length =
+            std::min(input[1] | std::size_t{input[2]} << 8, input.size() - 3);
+        event.bytes = input.subspan(3, length);
+        input = input.subspan(3 + length);
+        reassembly.Handle(event);
+    }
+}
+
+}  // namespace
+}  // namespace sontaro
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    sontaro::Run({data, size});
+    return 0;
+}

@@ -1,0 +1,59 @@
+#include <gtest/gtest.h>
+
+#include "app/application_title.h"
+#include "app/command_line.h"
+#include "support/temporary_folder.h"
+
+namespace sontaro::test {
+namespace {
+
+TEST(CustomerTitle, ReplacesTheNameAndKeepsTheVersion) {
+    const std::pair<const char*, const char*> titles[] = {{"星光 KTV", "星光 KTV 0.1.0 beta"},
+                                                          {"\xD0\xC7", "\u00D0\u00C7 0.1.0 beta"},
+                                                          {" Star\r\n", " Star\r\n 0.1.0 beta"},
+                                                          {"", " 0.1.0 beta"}};
+    for (const auto& [file, title] : titles)
+        EXPECT_EQ(CustomisedTitle("Sontaro 0.1.0 beta", file), title);
+}
+
+TEST(CustomerTitle, CountsUpToAThousandBytesOfItsFileEvenInMidCharacter) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(TitleFromTemplates(folder.Path()), ProgramTitle());
+    folder.Write("Templates/Co.txt", std::string(998, 'a') + "é" + "tail");
+    EXPECT_EQ(TitleFromTemplates(folder.Path()), std::string(998, 'a') + "é " + ProgramVersion());
+    folder.Write("Templates/Co.txt", std::string(999, 'a') + "é");
+    EXPECT_EQ(TitleFromTemplates(folder.Path()),
+              std::string(999, 'a') + "\u00C3 " + ProgramVersion());
+}
+
+TEST(CommandLine, TakesItsOptionsInBothForms) {
+    const auto line = ParseCommandLine(
+        {"--demo=12", "--local-address", "127.0.0.9", "--language=zh", "--tour", "图片"});
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->demoPlayers, 12);
+    EXPECT_EQ(line->localAddress, "127.0.0.9");
+    EXPECT_EQ(line->language, Language::kChinese);
+    EXPECT_EQ(line->tour, std::filesystem::path(u8"图片"));
+    EXPECT_EQ(ParseCommandLine({"--demo", "--language", "en"})->demoPlayers, 3);
+    EXPECT_FALSE(ParseCommandLine({})->demoPlayers);
+}
+
+TEST(CommandLine, RefusesWhatItDoesNotUnderstand) {
+    const std::vector<std::string> refused[] = {{"--demo=0"},
+                                                {"--demo=201"},
+                                                {"--demo=3x"},
+                                                {"--demo="},
+                                                {"--demo", "3"},
+                                                {"--language"},
+                                                {"--language=de"},
+                                                {"--local-address", "127.0.0"},
+                                                {"--local-address="},
+                                                {"--help=1"},
+                                                {"--tour=x"},
+                                                {"--demo", "--tour"},
+                                                {""}};
+    for (const auto& arguments : refused) EXPECT_FALSE(ParseCommandLine(arguments)) << arguments[0];
+}
+
+}  // namespace
+}  // namespace sontaro::test

@@ -1,0 +1,140 @@
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+
+#include "base/encoding.h"
+#include "base/file.h"
+#include "base/folders.h"
+#include "base/json.h"
+#include "base/json_file.h"
+#include "base/local_text.h"
+#include "base/name_list.h"
+#include "support/temporary_folder.h"
+
+namespace sontaro::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+
+TEST(Utf8, IsTestedByTheWideRuleAndDecodedByTheStrictOne) {
+    const struct {
+        const char* bytes;
+        bool wellFormed;
+        const char* decoded;  // with ? for U+FFFD
+    } cases[] = {{"", true, ""},
+                 {"a\u00E9\u64AD\U0001F3AC", true, "a\u00E9\u64AD\U0001F3AC"},
+                 {"\xF8\x88\x80\x80\x80z", true, "?z"},
+                 {"\xFD\x88\x80\x80\x80\x80z", true, "?z"},
+                 {"\xC0\x80\xE0\x9F\xBFz", true, "??z"},
+                 {"\xED\xA0\x80z", true, "?z"},
+                 {"\xF4\x90\x80\x80z", true, "?z"},
+                 {"\xFE\xFF", false, "??"},
+                 {"a\x80z", false, "a?z"},
+                 {"a\xE6\x92", false, "a??"},
+                 {"\xE6\x92z", false, "??z"},
+                 {"\xFD\x88\x80\x80\x80z", false, "?????z"}};
+    for (const auto& [bytes, wellFormed, decoded] : cases) {
+        std::string expected;
+        for (const char* c = decoded; *c != '\0'; ++c)
+            expected += *c == '?' ? "\uFFFD" : std::string(1, *c);
+        EXPECT_EQ(IsWellFormedUtf8(bytes), wellFormed) << decoded;
+        EXPECT_EQ(DecodeUtf8(bytes), expected);
+    }
+}
+
+TEST(LegacyText, BecomesOneCharacterPerByte) {
+    EXPECT_EQ(DecodeByteByByte("A\x7F\x80\xB2\xFF"), "A\x7F\u0080\u00B2\u00FF");
+}
+
+TEST(Language, IsChineseForExactlyOneLocaleAndIdentifier) {
+    for (const char* locale : {"zh_CN", "zh_CN.UTF-8", "zh_CN@pinyin", "zh_CN.GBK@x"})
+        EXPECT_EQ(LanguageOfLocale(locale), Language::kChinese) << locale;
+    for (const char* locale : {"", "C", "zh", "zh_TW.UTF-8", "zh_CNX", "ZH_CN", "en_US.zh_CN"})
+        EXPECT_EQ(LanguageOfLocale(locale), Language::kEnglish) << locale;
+    for (std::uint16_t identifier = 0; identifier < 0xFFFF; ++identifier)
+        EXPECT_EQ(LanguageOfIdentifier(identifier) == Language::kChinese, identifier == 0x0804);
+}
+
+TEST(Language, IsTheFirstVariableThatIsNotEmpty) {
+    setenv("LC_ALL", "", 1);
+    setenv("LC_MESSAGES", "zh_CN.UTF-8", 1);
+    setenv("LANG", "en_US.UTF-8", 1);
+    EXPECT_EQ(SystemLanguage(), Language::kChinese);
+    setenv("LC_ALL", "C", 1);
+    EXPECT_EQ(SystemLanguage(), Language::kEnglish);
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) unsetenv(name);
+    EXPECT_EQ(SystemLanguage(), Language::kEnglish);
+}
+
+TEST(NameList, DropsExtensionsAndWhatHasNoEnd) {
+    EXPECT_THAT(ParseNameList("Night.lay?四屏.lay?cut.lay"), ElementsAre("Night", "四屏"));
+    EXPECT_THAT(ParseNameList("??.lay?a.lay?频道号码?"), ElementsAre("a"));
+    EXPECT_THAT(ParseNameList("x\xE6\x92.lay?"), ElementsAre("x\uFFFD\uFFFD"));
+}
+
+TEST(Json, IsReadWithCommentsAndFailsOnWhatIsNoDocument) {
+    for (const char* bad : {"", "{", "{'a':1}", "nul", "\xFF\xFE"})
+        EXPECT_FALSE(ParseJson(bad)) << bad;
+    EXPECT_FALSE(ParseJson(std::string(1'000'000, '[')));
+    EXPECT_EQ(TextOf((*ParseJson("// remark\n{\"a\": /* b */ \"a\xE6z\"}"))["a"]), "a\uFFFDz");
+}
+
+struct Files : testing::Test {
+    void ExpectOneEntry() {
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()),
+                  1);
+    }
+
+    TemporaryFolder folder;
+    const fs::path file = folder / "settings.json";
+};
+
+TEST_F(Files, AreReplacedWholeAndFoldersMade) {
+    ASSERT_TRUE(WriteFileAtomically(folder / "new/file", std::string("a\0b", 3)));
+    ASSERT_TRUE(WriteFileAtomically(folder / "new/file", "second"));
+    EXPECT_EQ(folder.Read("new/file"), "second");
+    EXPECT_EQ(*ReadFile(folder / "new/file", 3), "sec");
+    EXPECT_FALSE(ReadFile(folder / "missing") || ReadFile(folder.Path()));
+}
+
+TEST_F(Files, StayAsTheyWereWhenTheDiskIsFull) {
+    folder.Write("settings.json", "first");
+    fs::create_symlink("/dev/full", folder / "settings.json.new");
+    EXPECT_FALSE(WriteFileAtomically(file, "second"));
+    EXPECT_EQ(folder.Read("settings.json"), "first");
+    ExpectOneEntry();
+}
+
+TEST_F(Files, LeaveNothingBehindWhenTheyCannotTakeTheirName) {
+    folder.Write("settings.json/inside", "kept");
+    EXPECT_FALSE(WriteFileAtomically(file, "second"));
+    EXPECT_EQ(folder.Read("settings.json/inside"), "kept");
+    ExpectOneEntry();
+}
+
+TEST_F(Files, OfJsonThatAreDamagedAreKeptAside) {
+    for (const char* damaged : {"{\"a\": 1", "[1, 2]", "7"}) {
+        JsonFile json(folder.Write("settings.json", damaged));
+        json.Root()["b"] = 2;
+        EXPECT_TRUE(json.Save() && json.Save());
+        EXPECT_EQ(folder.Read("settings.json.damaged"), damaged);
+        EXPECT_EQ(JsonFile(file).Root()["b"].asInt(), 2);
+    }
+}
+
+TEST_F(Files, BeneathTheTempFolderAreDeletedAndLinksNotFollowed) {
+    const TemporaryFolder elsewhere;
+    elsewhere.Write("precious", "kept");
+    folder.Write("Temp/a/b/c", "x");
+    const auto temp = EnsureTempFolder(folder.Path());
+    fs::create_directory_symlink(elsewhere.Path(), *temp / "link");
+    fs::create_symlink(elsewhere / "precious", *temp / "file link");
+    DeleteContents(*temp);
+    EXPECT_TRUE(fs::is_empty(*temp));
+    EXPECT_EQ(elsewhere.Read("precious"), "kept");
+    EXPECT_FALSE(EnsureTempFolder(folder.Write("file", "in place of the folder")));
+}
+
+}  // namespace
+}  // namespace sontaro::test
