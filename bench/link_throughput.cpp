@@ -21,7 +21,7 @@ constexpr Ipv4Address kLoopback{{127, 0, 0, 1}};
 
 /// A peer that takes one connection and reads everything that a run sends.
 class Sink {
- public:
+   public:
     Sink() : listener_(Socket::ListenAt({kLoopback, 0})) {
         if (!listener_.IsOpen()) throw std::runtime_error("no port to listen at");
         reader_ = std::jthread([this] { Read(); });
@@ -32,7 +32,7 @@ class Sink {
     /// Returns when the last byte has been read.
     void AwaitAll() { all_.get_future().get(); }
 
- private:
+   private:
     void Read() {
         Socket peer = listener_.Accept();
         peer.SetLinkOptions();
@@ -57,13 +57,13 @@ class Sink {
 
 /// A user interface that nobody sits at: link events go nowhere.
 class NoUi : public UiThread {
- public:
+   public:
     bool Call(const std::function<void()>&) override { return false; }
     void Close() override {}
 };
 
 class NoPrompts : public Prompts {
- public:
+   public:
     void Inform(const std::string&) override {}
     void Warn(const std::string&) override {}
     [[nodiscard]] bool Confirm(const std::string&) override { return false; }

@@ -33,7 +33,7 @@ double MedianMicroseconds(RoundTrip roundTrip) {
 
 /// Two threads that hand a turn to each other through a condition variable.
 class BareRoundTrip {
- public:
+   public:
     ~BareRoundTrip() { HandOver(Turn::kEnd); }
 
     void Go() {
@@ -42,7 +42,7 @@ class BareRoundTrip {
         changed_.wait(lock, [this] { return turn_ == Turn::kOurs; });
     }
 
- private:
+   private:
     enum class Turn { kOurs, kTheirs, kEnd };
 
     void HandOver(Turn turn) {

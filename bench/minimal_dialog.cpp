@@ -8,7 +8,7 @@
 namespace {
 
 class MinimalApp : public wxApp {
- public:
+   public:
     bool OnInit() override {
         auto* dialog = new wxDialog(nullptr, wxID_ANY, "Minimal");
         auto* column = new wxBoxSizer(wxVERTICAL);

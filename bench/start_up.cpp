@@ -32,7 +32,7 @@ struct Start {
 };
 
 class Display {
- public:
+   public:
     Display() : display_(XOpenDisplay(nullptr)) {
         if (!display_) throw std::runtime_error("there is no display");
         XSelectInput(display_, Root(), SubstructureNotifyMask);
@@ -71,7 +71,7 @@ class Display {
         return colour;
     }
 
- private:
+   private:
     [[nodiscard]] ::Window Root() { return DefaultRootWindow(display_); }
 
     ::Display* display_;
@@ -79,7 +79,7 @@ class Display {
 
 /// A program that runs as long as this object lives, in a session of its own.
 class Program {
- public:
+   public:
     explicit Program(const char* path) {
         std::filesystem::path folder = std::filesystem::temp_directory_path() / "sontaro-XXXXXX";
         std::string name = folder.string();
@@ -119,7 +119,7 @@ class Program {
         throw std::runtime_error("a program ended by itself");
     }
 
- private:
+   private:
     [[nodiscard]] std::string Proc(const char* file) const {
         return fmt::format("/proc/{}/{}", id_, file);
     }

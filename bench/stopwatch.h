@@ -7,12 +7,12 @@ namespace sontaro::bench {
 
 /// Runs from its construction on.
 class Stopwatch {
- public:
+   public:
     [[nodiscard]] double Seconds() const {
         return std::chrono::duration<double>(Clock::now() - start_).count();
     }
 
- private:
+   private:
     using Clock = std::chrono::steady_clock;
 
     Clock::time_point start_ = Clock::now();

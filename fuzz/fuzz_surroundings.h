@@ -8,7 +8,7 @@ namespace sontaro::fuzz {
 
 /// The only thread is the user-interface thread.
 class SameThread : public UiThread {
- public:
+   public:
     bool Call(const std::function<void()>& function) override {
         function();
         return true;
@@ -18,7 +18,7 @@ class SameThread : public UiThread {
 
 /// Nobody reads the message boxes.
 class NoPrompts : public Prompts {
- public:
+   public:
     void Inform(const std::string&) override {}
     void Warn(const std::string&) override {}
     bool Confirm(const std::string&) override { return true; }

@@ -17,7 +17,7 @@ namespace sontaro::simulator {
 
 /// What a connection asks of the player it belongs to. Called from the connection's two threads.
 class ConnectionOwner {
- public:
+   public:
     virtual ~ConnectionOwner() = default;
 
     /// The faults in force.
@@ -40,7 +40,7 @@ struct Pacing {
 /// Reads requests on one thread; sends replies and reports, in the faulty ways that the player's
 /// script has, on another. The socket closes with the object.
 class Connection {
- public:
+   public:
     /// `owner` outlives both threads.
     Connection(Socket socket, ConnectionOwner& owner, Pacing pacing);
 
@@ -51,7 +51,7 @@ class Connection {
     /// Ends the connection orderly, whatever its threads are doing. Any thread.
     void End();
 
- private:
+   private:
     using Clock = std::chrono::steady_clock;
 
     struct Outgoing {

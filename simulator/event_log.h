@@ -14,13 +14,13 @@ namespace sontaro::simulator {
 /// Writes one line per event: seconds since the log began, the player's address, what happened.
 /// Every line is flushed. Any thread.
 class EventLog {
- public:
+   public:
     /// `out` belongs to the caller and outlives the log.
     explicit EventLog(std::ostream& out) : out_(out) {}
 
     void Write(std::string_view player, std::string_view event);
 
- private:
+   private:
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::mutex mutex_;
     std::ostream& out_;

@@ -17,7 +17,7 @@ using PacketPredicate = std::function<bool(const DevicePacket&)>;
 
 /// The latest requests in order, up to 64 MiB of them. Any thread.
 class PacketHistory {
- public:
+   public:
     void Add(DevicePacket packet);
     void Clear();
     [[nodiscard]] std::vector<DevicePacket> Copy() const;
@@ -27,7 +27,7 @@ class PacketHistory {
     [[nodiscard]] std::optional<DevicePacket> WaitFor(const PacketPredicate& matches,
                                                       std::chrono::milliseconds limit) const;
 
- private:
+   private:
     mutable std::mutex mutex_;
     mutable std::condition_variable added_;
     std::deque<DevicePacket> packets_;

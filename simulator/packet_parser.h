@@ -14,14 +14,14 @@ inline constexpr std::uint32_t kLargestPayload = 0xA00000;
 
 /// Cuts the bytes of a connection into packets, however they were cut or joined on their way.
 class PacketParser {
- public:
+   public:
     void Append(ByteView bytes) { pending_.insert(pending_.end(), bytes.begin(), bytes.end()); }
 
     /// The next whole packet; none when its bytes have not all arrived. Fails on a wrong magic
     /// number or an absurd length: the stream is lost then.
     [[nodiscard]] Result<std::optional<DevicePacket>> Next();
 
- private:
+   private:
     Bytes pending_;
 };
 

@@ -77,15 +77,11 @@ void SwitchPower(PlayerState& state, bool on) {
 /// Follows the current video, which has ended, by what the play mode has next. False: nothing.
 bool Follow(PlayerState& state) {
     switch (state.playMode) {
-        case Action::kFolderLoop:
-            return Step(state, 1);
-        case Action::kSingleLoop:
-            return Step(state, 0);
+        case Action::kFolderLoop: return Step(state, 1);
+        case Action::kSingleLoop: return Step(state, 0);
         case Action::kFolderRandom:
-        case Action::kAllRandom:
-            return StepAtRandom(state);
-        default:
-            return false;
+        case Action::kAllRandom: return StepAtRandom(state);
+        default: return false;
     }
 }
 
@@ -127,32 +123,16 @@ bool Perform(PlayerState& state, Action action) {
         case Action::kSingleLoop:
         case Action::kSinglePlay:
         case Action::kFolderRandom:
-        case Action::kAllRandom:
-            state.playMode = action;
-            return true;
-        case Action::kPlay:
-            state.playing = true;
-            return true;
-        case Action::kPause:
-            state.playing = false;
-            return true;
-        case Action::kPrevious:
-            return Step(state, -1);
-        case Action::kNext:
-            return Step(state, 1);
-        case Action::kPowerOn:
-            SwitchPower(state, true);
-            return true;
-        case Action::kPowerOff:
-            SwitchPower(state, false);
-            return true;
-        case Action::kScreenEffect:
-            state.screenEffect = !state.screenEffect;
-            return true;
-        case Action::kUsbPrevious:
-            return StepOnUsb(state, -1);
-        case Action::kUsbNext:
-            return StepOnUsb(state, 1);
+        case Action::kAllRandom: state.playMode = action; return true;
+        case Action::kPlay: state.playing = true; return true;
+        case Action::kPause: state.playing = false; return true;
+        case Action::kPrevious: return Step(state, -1);
+        case Action::kNext: return Step(state, 1);
+        case Action::kPowerOn: SwitchPower(state, true); return true;
+        case Action::kPowerOff: SwitchPower(state, false); return true;
+        case Action::kScreenEffect: state.screenEffect = !state.screenEffect; return true;
+        case Action::kUsbPrevious: return StepOnUsb(state, -1);
+        case Action::kUsbNext: return StepOnUsb(state, 1);
     }
     return false;
 }

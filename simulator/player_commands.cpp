@@ -14,9 +14,9 @@ namespace {
 using Handler = void (*)(PlayerState& state, const DevicePacket& request, Answer& answer);
 
 struct CommandRow {
-    Command command;
+    Command command{};
     std::optional<std::uint16_t> block;  ///< the sub-command it is for; none: every one
-    Handler handle;
+    Handler handle = nullptr;
 };
 
 /// A period that no power of two divides shows pieces of the block that get lost or swapped.

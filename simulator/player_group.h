@@ -31,7 +31,7 @@ struct LineUpOptions {
 
 /// Owns its players, and hears broadcast discovery requests for them. One thread.
 class PlayerGroup {
- public:
+   public:
     explicit PlayerGroup(const std::vector<PlayerOptions>& players);
     ~PlayerGroup() { Stop(); }
     PlayerGroup(const PlayerGroup&) = delete;
@@ -46,7 +46,7 @@ class PlayerGroup {
     /// A player, by its place in the row from 0; it may be stopped and started by itself.
     [[nodiscard]] SimulatedPlayer& Player(std::size_t index) { return *players_.at(index); }
 
- private:
+   private:
     Status StartPlayers();
     Status HearBroadcasts();
     void PassOn(Socket& socket);

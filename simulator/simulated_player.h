@@ -32,7 +32,7 @@ struct PlayerOptions {
 /// Listens on TCP and for discovery requests to its own address; broadcasts reach it through
 /// `HearRequest`. `Start` and `Stop` are called by one thread, everything else by any.
 class SimulatedPlayer final : private ConnectionOwner {
- public:
+   public:
     explicit SimulatedPlayer(PlayerOptions options);
     ~SimulatedPlayer() override { Stop(); }
     SimulatedPlayer(const SimulatedPlayer&) = delete;
@@ -74,7 +74,7 @@ class SimulatedPlayer final : private ConnectionOwner {
     /// Answers a datagram from `sender` when it is a discovery request that the player hears.
     void HearRequest(ByteView datagram, const Endpoint& sender);
 
- private:
+   private:
     using Clock = std::chrono::steady_clock;
 
     [[nodiscard]] FaultScript Faults() const override;

@@ -27,12 +27,12 @@ constexpr LocalText kLicence = {"MIT 许可证，© 2026 Sontaro 开发者",
 constexpr LocalText kLibraries = {"使用的程序库：", "Libraries used:"};
 
 wxString LibraryNames() {
-    return wxString::Format("wxWidgets %d.%d.%d (wxWindows Library Licence)\n"
-                            "jsoncpp %s (MIT)\n"
-                            "fmt %d.%d.%d (MIT)",
-                            wxMAJOR_VERSION, wxMINOR_VERSION, wxRELEASE_NUMBER,
-                            JSONCPP_VERSION_STRING, FMT_VERSION / 10000, FMT_VERSION / 100 % 100,
-                            FMT_VERSION % 100);
+    return wxString::Format(
+        "wxWidgets %d.%d.%d (wxWindows Library Licence)\n"
+        "jsoncpp %s (MIT)\n"
+        "fmt %d.%d.%d (MIT)",
+        wxMAJOR_VERSION, wxMINOR_VERSION, wxRELEASE_NUMBER, JSONCPP_VERSION_STRING,
+        FMT_VERSION / 10000, FMT_VERSION / 100 % 100, FMT_VERSION % 100);
 }
 
 }  // namespace

@@ -22,7 +22,8 @@ constexpr const char* kDemoLocalAddress = "127.0.0.1";
 constexpr LocalText kAlreadyRunning = {"已经有一个实例在运行中！",
                                        "There is an running instance already!"};
 constexpr LocalText kDemoMark = {" 演示", " Demo"};
-constexpr LocalText kNoPlayers = {"无法启动模拟播放器：", "The simulated players cannot be started: "};
+constexpr LocalText kNoPlayers = {"无法启动模拟播放器：",
+                                  "The simulated players cannot be started: "};
 
 }  // namespace
 

@@ -43,8 +43,7 @@ Status SetLanguageOption(CommandLine& line, const Option& option) {
 }
 
 Status SetTour(CommandLine& line, const Option& option) {
-    line.tour = std::filesystem::path(
-        std::u8string(option.value->begin(), option.value->end()));
+    line.tour = std::filesystem::path(std::u8string(option.value->begin(), option.value->end()));
     return Done{};
 }
 

@@ -45,7 +45,7 @@ void LinkPool::Submit(const SendRequest& request) {
 
 bool LinkPool::SendTo(const Target& target, const std::shared_ptr<const Bytes>& bytes) {
     CTCPClient* link = LinkTo(target);
-    return link && link->Queue(bytes);
+    return link != nullptr && link->Queue(bytes);
 }
 
 CTCPClient* LinkPool::LinkTo(const Target& target) {

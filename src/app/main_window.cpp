@@ -122,7 +122,8 @@ wxSizer* CSontaroDlg::MakeFooter() {
     row->Add(about, wxSizerFlags().CentreVertical());
     currentDevice_ = new wxStaticText(this, wxID_ANY, ToWx(kNoDevice), wxDefaultPosition,
                                       wxDefaultSize, wxST_ELLIPSIZE_END);
-    row->Add(currentDevice_, wxSizerFlags(1).CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(12)));
+    row->Add(currentDevice_,
+             wxSizerFlags(1).CentreVertical().Border(wxLEFT | wxRIGHT, FromDIP(12)));
     if (CurrentLanguage() == Language::kEnglish)
         row->Add(new wxButton(this, wxID_OK, ButtonLabel(kOkText, 'O')),
                  wxSizerFlags().Border(wxRIGHT, FromDIP(8)));
@@ -132,11 +133,15 @@ wxSizer* CSontaroDlg::MakeFooter() {
 
 void CSontaroDlg::BindEvents() {
     for (const FeatureButton& feature : kFeatureButtons)
-        Bind(wxEVT_BUTTON, [this, id = feature.id](wxCommandEvent&) { OpenFeature(id); },
-             feature.id);
-    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { ShowAbout(); }, kAboutButton);
-    Bind(wxEVT_BUTTON, [](wxCommandEvent&) { /* OK has never done anything here */ }, wxID_OK);
-    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { AskToExit(); }, wxID_CANCEL);
+        Bind(
+            wxEVT_BUTTON, [this, id = feature.id](wxCommandEvent&) { OpenFeature(id); },
+            feature.id);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { ShowAbout(); }, kAboutButton);
+    Bind(
+        wxEVT_BUTTON, [](wxCommandEvent&) { /* OK has never done anything here */ }, wxID_OK);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { AskToExit(); }, wxID_CANCEL);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
         if (event.CanVeto()) {
             event.Veto();
@@ -145,7 +150,8 @@ void CSontaroDlg::BindEvents() {
             Destroy();
         }
     });
-    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FadeOut(); }, kFadeTimer);
+    Bind(
+        wxEVT_TIMER, [this](wxTimerEvent&) { FadeOut(); }, kFadeTimer);
 }
 
 void CSontaroDlg::OpenFeature(int id) {

@@ -123,12 +123,12 @@ constexpr std::uint16_t kAnyBlock = 0xFFFF;
 
 /// One way of a reply to a window. A reply takes every route that names it.
 struct RoutingRow {
-    std::uint8_t command;
-    std::uint16_t block;
+    std::uint8_t command = 0;
+    std::uint16_t block = 0;
     std::array<std::optional<Window>, 4> windows;  // candidates, first choice first
-    Delivery delivery;
-    MessageId message;
-    Message (*make)(const Reply&, MessageId);
+    Delivery delivery{};
+    MessageId message{};
+    Message (*make)(const Reply&, MessageId) = nullptr;
 };
 
 constexpr auto kFirst = Delivery::kFirstOpen;

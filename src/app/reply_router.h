@@ -24,7 +24,7 @@ class ReplyRouter {
     ReplyRouter(WindowDirectory& directory, Prompts& prompts, RouterActions& actions)
         : directory_(directory), prompts_(prompts), actions_(actions) {}
 
-    void Route(const Reply& reply);
+    void Route(const Reply& received);
 
     /// A link's receive loop has ended: tells the dialogs that depend on it.
     void LinkEnded();

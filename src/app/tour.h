@@ -19,10 +19,10 @@ namespace sontaro {
 class Tour {
    public:
     struct Step {
-        std::function<void()> act;           ///< presses something; must not block
-        std::function<bool()> done;          ///< whether the effect is there
-        std::function<std::string()> say;    ///< the line to print
-        std::string picture;                 ///< name of the picture; empty: none is taken
+        std::function<void()> act;         ///< presses something; must not block
+        std::function<bool()> done;        ///< whether the effect is there
+        std::function<std::string()> say;  ///< the line to print
+        std::string picture;               ///< name of the picture; empty: none is taken
     };
 
     /// Pictures go into `folder`, which is created.
@@ -45,7 +45,7 @@ class Tour {
     void Proceed();
     void Finish();
     [[nodiscard]] bool TakePicture(const std::string& name);
-    [[noreturn]] void Fail(const std::string& what);
+    [[noreturn]] static void Fail(const std::string& what);
 
     std::filesystem::path folder_;
     std::deque<Step> steps_;

@@ -74,8 +74,7 @@ class TourScript {
     bool Received(int commandId, const char* key, const std::string& text) {
         return std::ranges::any_of(
             players_.Player(0).ReceivedPackets(), [&](const DevicePacket& packet) {
-                if (packet.header.command != kCommandVideo ||
-                    packet.header.subCommand != commandId)
+                if (packet.header.command != kCommandVideo || packet.header.subCommand != commandId)
                     return false;
                 const auto document = ParseJson(AsText(packet.payload));
                 return document && document->isObject() && (*document)[key] == text;
@@ -84,8 +83,9 @@ class TourScript {
 
     void VisitMainWindow() {
         Step({}, InFront(Window::kMain), "opened the main window", "main");
-        Step(Pressing(kAboutButton), [] { return !InFront(Window::kMain)(); },
-             "pressed About: name, version, licence and libraries are shown", "about");
+        Step(
+            Pressing(kAboutButton), [] { return !InFront(Window::kMain)(); },
+            "pressed About: name, version, licence and libraries are shown", "about");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "closed About");
         Step(Pressing(1003), MessageInFront, "pressed OSD: it says that it is not built yet",
              "not-built");
@@ -94,7 +94,7 @@ class TourScript {
 
     void VisitScan() {
         const auto count = static_cast<int>(players_.Size());
-        const auto all = [count] { return List() && List()->GetItemCount() == count; };
+        const auto all = [count] { return List() != nullptr && List()->GetItemCount() == count; };
         Step(Pressing(kVideoControlButton), InFront(Window::kScan),
              "pressed Video Control: the scan dialog is open", "scan-empty");
         Step(Pressing(wxID_OK), MessageInFront, "pressed OK without a player: it asks for one",
@@ -103,7 +103,7 @@ class TourScript {
         Step(Pressing(kScanButton), all, fmt::format("found {} players", count), "scan-running");
         const auto stopped = [] {
             auto* address = Find<wxComboBox>(kScanAddress);
-            return address && address->IsEnabled();
+            return address != nullptr && address->IsEnabled();
         };
         Step({}, stopped, "the scan stopped by itself");
     }
@@ -115,14 +115,17 @@ class TourScript {
             activate.SetIndex(0);
             List()->GetEventHandler()->AddPendingEvent(activate);
         };
-        const std::string remarks = CurrentLanguage() == Language::kChinese ? "一号厅左侧" : "Hall 1, left";
-        Step(edit, [] { return Find<wxTextCtrl>(kRemarksText) != nullptr; },
-             "double-clicked a player: its remarks can be edited", "remarks");
+        const std::string remarks =
+            CurrentLanguage() == Language::kChinese ? "一号厅左侧" : "Hall 1, left";
+        Step(
+            edit, [] { return Find<wxTextCtrl>(kRemarksText) != nullptr; },
+            "double-clicked a player: its remarks can be edited", "remarks");
         Step([remarks] { Find<wxTextCtrl>(kRemarksText)->SetValue(ToWx(remarks)); },
              [] { return true; }, "typed remarks: " + remarks);
         const auto shown = [remarks] {
-            return List() && FromWx(List()->GetItemText(
-                                 0, static_cast<int>(DeviceColumn::kRemarks))) == remarks;
+            return List() != nullptr &&
+                   FromWx(List()->GetItemText(0, static_cast<int>(DeviceColumn::kRemarks))) ==
+                       remarks;
         };
         Step(Pressing(wxID_OK), shown, "the list shows the remarks");
     }
@@ -133,22 +136,24 @@ class TourScript {
         Step(Pressing(wxID_OK), InFront(Window::kVideoControl), "opened the remote control");
         const auto ready = [] {
             auto* position = Find<wxStaticText>(kPositionText);
-            return position && position->GetLabelText().length() > 11;  // longer than at first
+            return position != nullptr &&
+                   position->GetLabelText().length() > 11;  // longer than at first
         };
         Step({}, ready, "the player has sent its buttons and where it plays");
     }
 
-    void PressVideoButton(const VideoButton& button, Check effect, const std::string& meaning,
-                          const std::string& picture = "") {
+    void PressVideoButton(const VideoButton& button, const Check& effect,
+                          const std::string& meaning, const std::string& picture = "") {
         const std::string caption = button.caption;
-        Step([this, id = button.id] {
-                 players_.Player(0).ForgetPackets();
-                 Tour::Press(id);
-             },
-             [this, caption, effect] {
-                 return Received(kVideoPlayMode, "playMode", caption) && effect();
-             },
-             "pressed " + caption + ": player " + Address() + " " + meaning, picture);
+        Step(
+            [this, id = button.id] {
+                players_.Player(0).ForgetPackets();
+                Tour::Press(id);
+            },
+            [this, caption, effect] {
+                return Received(kVideoPlayMode, "playMode", caption) && effect();
+            },
+            "pressed " + caption + ": player " + Address() + " " + meaning, picture);
     }
 
     static const VideoButton& ButtonOf(int id) {
@@ -156,16 +161,22 @@ class TourScript {
     }
 
     void VisitPlayback() {
-        PressVideoButton(ButtonOf(2110), [this] { return !State().playing; }, "has paused");
-        PressVideoButton(ButtonOf(2109), [this] { return State().playing; }, "is playing");
+        PressVideoButton(
+            ButtonOf(2110), [this] { return !State().playing; }, "has paused");
+        PressVideoButton(
+            ButtonOf(2109), [this] { return State().playing; }, "is playing");
         PositionMoves();
         for (const VideoButton& button : kVideoButtons) {
             if (button.id == 2109 || button.id == 2110 || button.id == 2121) continue;
-            PressVideoButton(button, [] { return true; }, "has taken the command");
+            PressVideoButton(
+                button, [] { return true; }, "has taken the command");
         }
-        PressVideoButton(ButtonOf(2121), [this] { return !State().poweredOn; }, "is off");
-        PressVideoButton(ButtonOf(2120), [this] { return State().poweredOn; }, "is on");
-        PressVideoButton(ButtonOf(2109), [this] { return State().playing; }, "is playing");
+        PressVideoButton(
+            ButtonOf(2121), [this] { return !State().poweredOn; }, "is off");
+        PressVideoButton(
+            ButtonOf(2120), [this] { return State().poweredOn; }, "is on");
+        PressVideoButton(
+            ButtonOf(2109), [this] { return State().playing; }, "is playing");
     }
 
     void PositionMoves() {
@@ -201,20 +212,24 @@ class TourScript {
             moved.SetInt(kVolume);
             slider->GetEventHandler()->AddPendingEvent(moved);
         };
-        Step(move, [this] { return State().volume == kVolume; },
-             fmt::format("moved the volume: player {} has {}", Address(), kVolume));
+        Step(
+            move, [this] { return State().volume == kVolume; },
+            fmt::format("moved the volume: player {} has {}", Address(), kVolume));
         ChooseFirst(kLayoutChoice, kVideoLayout, "layoutName", "layout");
         ChooseFirst(kFolderChoice, kVideoFolder, "type", "folder");
         ChooseFirst(kVideoChoice, kVideoPlayName, "playName", "video");
         ChooseFirst(kUsbVideo, kVideoUsbName, "usbVideoName", "USB video");
-        const auto labelled = [] { return Find<wxStaticBox>(kUsbLabel)->GetLabelText().length() > 10; };
+        const auto labelled = [] {
+            return Find<wxStaticBox>(kUsbLabel)->GetLabelText().length() > 10;
+        };
         Step({}, labelled, "the player plays from its USB disk", "video-control-usb");
     }
 
     void LeaveVideoControl() {
         Step(Pressing(wxID_CANCEL), MessageInFront, "pressed Exit: it asks whether to leave",
              "exit-question");
-        Step(Pressing(wxID_YES), InFront(Window::kMain), "back in the main window", "main-afterwards");
+        Step(Pressing(wxID_YES), InFront(Window::kMain), "back in the main window",
+             "main-afterwards");
     }
 
     void Exit() {

@@ -34,7 +34,8 @@ bool IsScalarValue(std::string_view sequence) {
     if (sequence.size() == 1) return true;
     if (sequence.size() > 4) return false;
     std::uint32_t value = static_cast<std::uint8_t>(sequence.front()) & (0x7FU >> sequence.size());
-    for (char byte : sequence.substr(1)) value = value << 6 | (static_cast<std::uint8_t>(byte) & 0x3F);
+    for (char byte : sequence.substr(1))
+        value = value << 6 | (static_cast<std::uint8_t>(byte) & 0x3F);
     const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
     return value >= kSmallest[sequence.size()] && value <= 0x10FFFF && !surrogate;
 }

@@ -14,27 +14,27 @@ namespace sontaro {
 
 /// Message numbers. Receivers and senders: see the routing table in app/reply_router.cpp.
 enum class MessageId : std::uint32_t {
-    kLinkEvent = 0x464,            ///< TCP link threads -> main window: LinkEvent
-    kUdpEvent = 0x4C8,             ///< UDP socket threads -> the window the socket names: UdpEvent
-    kLinkEnded = 0x597,            ///< main window: a receive loop has ended; carries nothing
-    kSendRequest = 0x5F4,          ///< feature dialogs -> main window: SendRequest
-    kPlayerState = 0x5FC,          ///< replies 10 and 19: ReplyRecord
-    kUploadAcknowledged = 0x5FD,   ///< reply 20: wParam sub-command, lParam argument
-    kDeviceModes = 0x604,          ///< reply 36: DeviceModes
-    kPlayerStatus = 0x606,         ///< reply 19: PlayerStatus
-    kSerialData = 0x608,           ///< reply 50: SerialData
-    kParameterBlock = 0x60C,       ///< reply 54: ParameterBlock
-    kVideoReply = 0x615,           ///< reply 59: ReplyRecord
-    kOsd = 0x616,                  ///< settings block 4: ReplyRecord
-    kControlProtocol = 0x617,      ///< settings block 1: ReplyRecord
-    kScreenSplit = 0x61A,          ///< settings blocks 12 and 13: ReplyRecord
-    kExtendedSerialPort = 0x61F,   ///< settings block 15: ReplyRecord
-    kSubtitles = 0x620,            ///< settings block 16: ReplyRecord
-    kTouchAction = 0x622,          ///< settings block 18: ReplyRecord
-    kCave = 0x623,                 ///< settings block 19: ReplyRecord
-    kPlayerControl = 0x625,        ///< settings blocks 21 and 23: ReplyRecord
-    kLayoutState = 0x627,          ///< reply 52: ReplyRecord, its payload the list of names
-    kStopKeepAlive = 0x8001,       ///< main window: the link has ended, stop timer 7
+    kLinkEvent = 0x464,           ///< TCP link threads -> main window: LinkEvent
+    kUdpEvent = 0x4C8,            ///< UDP socket threads -> the window the socket names: UdpEvent
+    kLinkEnded = 0x597,           ///< main window: a receive loop has ended; carries nothing
+    kSendRequest = 0x5F4,         ///< feature dialogs -> main window: SendRequest
+    kPlayerState = 0x5FC,         ///< replies 10 and 19: ReplyRecord
+    kUploadAcknowledged = 0x5FD,  ///< reply 20: wParam sub-command, lParam argument
+    kDeviceModes = 0x604,         ///< reply 36: DeviceModes
+    kPlayerStatus = 0x606,        ///< reply 19: PlayerStatus
+    kSerialData = 0x608,          ///< reply 50: SerialData
+    kParameterBlock = 0x60C,      ///< reply 54: ParameterBlock
+    kVideoReply = 0x615,          ///< reply 59: ReplyRecord
+    kOsd = 0x616,                 ///< settings block 4: ReplyRecord
+    kControlProtocol = 0x617,     ///< settings block 1: ReplyRecord
+    kScreenSplit = 0x61A,         ///< settings blocks 12 and 13: ReplyRecord
+    kExtendedSerialPort = 0x61F,  ///< settings block 15: ReplyRecord
+    kSubtitles = 0x620,           ///< settings block 16: ReplyRecord
+    kTouchAction = 0x622,         ///< settings block 18: ReplyRecord
+    kCave = 0x623,                ///< settings block 19: ReplyRecord
+    kPlayerControl = 0x625,       ///< settings blocks 21 and 23: ReplyRecord
+    kLayoutState = 0x627,         ///< reply 52: ReplyRecord, its payload the list of names
+    kStopKeepAlive = 0x8001,      ///< main window: the link has ended, stop timer 7
 };
 
 /// Event codes of TCP links and of the UDP socket (which uses 1 to 7).

@@ -13,12 +13,9 @@ struct ColumnHead {
 
 // In the order of `DeviceColumn`.
 constexpr ColumnHead kColumns[] = {
-    {{"序号", "No."}, 8},
-    {{"IP地址", "IP"}, 16},
-    {{"MAC地址", "MAC"}, 21},
-    {{"TCP端口号", "TCP Port"}, 12},
-    {{"ID号", "ID"}, 18},
-    {{"版本信息", "Ver"}, 58},
+    {{"序号", "No."}, 8},      {{"IP地址", "IP"}, 16},
+    {{"MAC地址", "MAC"}, 21},  {{"TCP端口号", "TCP Port"}, 12},
+    {{"ID号", "ID"}, 18},      {{"版本信息", "Ver"}, 58},
     {{"备注", "Remarks"}, 20},
 };
 
@@ -36,8 +33,7 @@ DeviceList::DeviceList(wxWindow* parent, int id, ChoiceMode mode, ScanRun& run)
 
 void DeviceList::AppendColumns() {
     for (const ColumnHead& column : kColumns)
-        AppendColumn(ToWx(column.caption), wxLIST_FORMAT_LEFT,
-                     column.characters * GetCharWidth());
+        AppendColumn(ToWx(column.caption), wxLIST_FORMAT_LEFT, column.characters * GetCharWidth());
     ShowSortIndicator(static_cast<int>(DeviceColumn::kNumber), true);
 }
 

@@ -15,7 +15,7 @@ struct DeviceRecord {
     std::string mac;            ///< "02:00:7F:00:00:02"
     std::uint16_t tcpPort = 0;  ///< where its TCP link listens
     std::string id;
-    std::string versionText;  ///< versions and channels in the language of the process
+    std::string versionText;        ///< versions and channels in the language of the process
     std::uint16_t fpgaVersion = 0;  ///< 0: none
     std::uint16_t channelCode = 0;
     std::uint16_t versionWord = 0;  ///< major, minor and patch in bits 15..12, 11..8 and 7..4

@@ -52,8 +52,7 @@ bool IsSameNetwork(const std::string& localIp, const std::string& deviceIp) {
     const auto device = ParseIpv4(deviceIp);
     if (!local || !device) return true;
     const auto count = static_cast<std::ptrdiff_t>(NetworkOctets(*local));
-    return std::equal(local->octets.begin(), local->octets.begin() + count,
-                      device->octets.begin());
+    return std::equal(local->octets.begin(), local->octets.begin() + count, device->octets.begin());
 }
 
 void SortDevices(std::vector<DeviceRecord>& devices, DeviceColumn column, bool ascending) {

@@ -15,6 +15,7 @@ inline constexpr int kRemarksText = 2310;
 
 /// Lets the user edit the remarks of `device`, modally; the new text, or none when the user
 /// leaves without OK.
-[[nodiscard]] std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& device);
+[[nodiscard]] std::optional<std::string> AskForRemarks(wxWindow* parent,
+                                                       const DeviceRecord& device);
 
 }  // namespace sontaro

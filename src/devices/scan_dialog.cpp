@@ -39,11 +39,13 @@ constexpr LocalText kUnusableAddress = {
     "This local IP cannot be used. It may no longer belong to this computer; please choose "
     "another one."};
 constexpr LocalText kAddressVanished = {"此地址当前不在本机上", "Not on this computer at present"};
-constexpr LocalText kNobodyAnswered = {"没有找到播放器。请按“查找设备”，并确认播放器已开机且在同一网络。",
-                                       "No players found. Press \"Scan\" and make sure that the "
-                                       "players are switched on and in this network."};
+constexpr LocalText kNobodyAnswered = {
+    "没有找到播放器。请按“查找设备”，并确认播放器已开机且在同一网络。",
+    "No players found. Press \"Scan\" and make sure that the "
+    "players are switched on and in this network."};
 constexpr LocalText kOpening = {"正在寻找播放器…", "Looking for players…"};
-constexpr LocalText kScanning = {"正在查找，已找到 %d 台播放器", "Scanning, %d player(s) found so far"};
+constexpr LocalText kScanning = {"正在查找，已找到 %d 台播放器",
+                                 "Scanning, %d player(s) found so far"};
 constexpr LocalText kFound = {"找到 %d 台播放器", "%d player(s) found"};
 constexpr LocalText kRemarksNotSaved = {"备注没有保存！", "The remarks could not be saved!"};
 
@@ -103,8 +105,10 @@ wxSizer* CScanForDevices::MakeAddressRow() {
 }
 
 void CScanForDevices::BindEvents() {
-    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { run_.Tick(); }, kScanTimer);
-    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); }, wxID_OK);
+    Bind(
+        wxEVT_TIMER, [this](wxTimerEvent&) { run_.Tick(); }, kScanTimer);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); }, wxID_OK);
     scanButton_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { PressScan(); });
     address_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { ShowAddressState(); });
     list_->Bind(wxEVT_LIST_ITEM_ACTIVATED,

@@ -10,7 +10,8 @@ constexpr std::array<std::uint16_t, 256> kTable = [] {
     std::array<std::uint16_t, 256> table{};
     for (unsigned index = 0; index < table.size(); ++index) {
         unsigned value = index;
-        for (int bit = 0; bit < 8; ++bit) value = (value & 1) != 0 ? value >> 1 ^ 0xA001 : value >> 1;
+        for (int bit = 0; bit < 8; ++bit)
+            value = (value & 1) != 0 ? value >> 1 ^ 0xA001 : value >> 1;
         table[index] = static_cast<std::uint16_t>(value);
     }
     return table;

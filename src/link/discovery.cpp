@@ -19,7 +19,8 @@ Bytes DiscoveryRequest(const Ipv4Address& destination) {
 
 bool SendDiscovery(CUDPServer& socket, const Ipv4Address& destination) {
     constexpr std::chrono::milliseconds kBetweenPorts{20};
-    const bool first = socket.Send({destination, kDiscoveryPorts[0]}, DiscoveryRequest(destination));
+    const bool first =
+        socket.Send({destination, kDiscoveryPorts[0]}, DiscoveryRequest(destination));
     std::this_thread::sleep_for(kBetweenPorts);
     return socket.Send({destination, kDiscoveryPorts[1]}, DiscoveryRequest(destination)) && first;
 }

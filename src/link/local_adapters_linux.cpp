@@ -45,7 +45,8 @@ std::vector<LocalAdapter> LocalAdapterList() {
     std::vector<SystemAdapter> adapters;
     for (const ifaddrs* entry = first; entry; entry = entry->ifa_next)
         if (entry->ifa_addr && entry->ifa_addr->sa_family == AF_INET)
-            AdapterNamed(adapters, entry->ifa_name).addresses.push_back(AddressText(entry->ifa_addr));
+            AdapterNamed(adapters, entry->ifa_name)
+                .addresses.push_back(AddressText(entry->ifa_addr));
     freeifaddrs(first);
     return PhysicalAddresses(adapters);
 }

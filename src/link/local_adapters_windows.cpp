@@ -14,7 +14,7 @@ constexpr const char* kNetworkConnections =
 
 /// A registry key that is open for reading, or not open.
 class RegistryKey {
- public:
+   public:
     explicit RegistryKey(const std::string& path) {
         if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key_) != ERROR_SUCCESS)
             key_ = nullptr;
@@ -29,8 +29,8 @@ class RegistryKey {
     [[nodiscard]] std::string Text(const wchar_t* name) const {
         wchar_t text[512] = L"";
         DWORD size = sizeof text;
-        if (!key_ || RegGetValueW(key_, nullptr, name, RRF_RT_REG_SZ, nullptr, text, &size) !=
-                         ERROR_SUCCESS)
+        if (!key_ ||
+            RegGetValueW(key_, nullptr, name, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
             return "";
         char utf8[2048] = "";
         WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, nullptr, nullptr);
@@ -47,7 +47,7 @@ class RegistryKey {
         return number;
     }
 
- private:
+   private:
     HKEY key_ = nullptr;
 };
 
@@ -70,8 +70,10 @@ std::vector<std::uint8_t> AdapterRecords() {
 SystemAdapter Describe(const IP_ADAPTER_INFO& info) {
     const RegistryKey connection(std::string(kNetworkConnections) + info.AdapterName +
                                  "\\Connection");
-    SystemAdapter adapter{connection.Text(L"Name"), connection.Text(L"PnpInstanceID"),
-                          connection.Number(L"MediaSubType"), {}};
+    SystemAdapter adapter{connection.Text(L"Name"),
+                          connection.Text(L"PnpInstanceID"),
+                          connection.Number(L"MediaSubType"),
+                          {}};
     for (const IP_ADDR_STRING* entry = &info.IpAddressList; entry; entry = entry->Next)
         adapter.addresses.emplace_back(entry->IpAddress.String);
     return adapter;

@@ -56,27 +56,24 @@ std::string FormatIpv4(const Ipv4Address& address) {
 }
 
 Socket Socket::Tcp() {
-    return Socket(static_cast<Handle>(
-        socket(AF_INET, SOCK_STREAM | native::kNotInherited, IPPROTO_TCP)));
+    return Socket(
+        static_cast<Handle>(socket(AF_INET, SOCK_STREAM | native::kNotInherited, IPPROTO_TCP)));
 }
 
 Socket Socket::Udp() {
-    return Socket(static_cast<Handle>(
-        socket(AF_INET, SOCK_DGRAM | native::kNotInherited, IPPROTO_UDP)));
+    return Socket(
+        static_cast<Handle>(socket(AF_INET, SOCK_DGRAM | native::kNotInherited, IPPROTO_UDP)));
 }
 
-void Socket::ResetOnClose() {
-    native::SetOption(handle_, SOL_SOCKET, SO_LINGER, linger{1, 0});
-}
+void Socket::ResetOnClose() { native::SetOption(handle_, SOL_SOCKET, SO_LINGER, linger{1, 0}); }
 
 void Socket::SendAtOnce() { native::SetOption(handle_, IPPROTO_TCP, TCP_NODELAY, int{1}); }
 
 bool Socket::Connect(const Endpoint& remote, std::chrono::milliseconds limit) {
     const sockaddr_in address = ToNative(remote);
     native::SetBlocking(handle_, false);
-    const bool connected =
-        connect(native::Of(handle_), AsAddress(address), sizeof address) == 0 ||
-        AwaitConnected(handle_, limit);
+    const bool connected = connect(native::Of(handle_), AsAddress(address), sizeof address) == 0 ||
+                           AwaitConnected(handle_, limit);
     if (connected) native::SetBlocking(handle_, true);
     return connected;
 }
@@ -124,9 +121,9 @@ std::int64_t Socket::Receive(std::span<std::uint8_t> buffer) {
 std::int64_t Socket::ReceiveFrom(std::span<std::uint8_t> buffer, Endpoint& sender) {
     sockaddr_in address{};
     socklen_t size = sizeof address;
-    const auto count = recvfrom(native::Of(handle_), reinterpret_cast<native::Data>(buffer.data()),
-                                static_cast<native::DataSize>(buffer.size()), 0,
-                                AsAddress(address), &size);
+    const auto count =
+        recvfrom(native::Of(handle_), reinterpret_cast<native::Data>(buffer.data()),
+                 static_cast<native::DataSize>(buffer.size()), 0, AsAddress(address), &size);
     if (count >= 0) sender = native::ToEndpoint(address);
     return count;
 }

@@ -69,7 +69,8 @@ class Socket {
     void Close();
 
     /// Options of a link before it connects: no lingering, 10 MiB buffers, and the send time-out
-    /// in the eight-byte form that this system has always passed, whatever the platform makes of it.
+    /// in the eight-byte form that this system has always passed, whatever the platform makes of
+    /// it.
     void SetLinkOptions();
     /// Drops the receive time-out.
     void ClearReceiveTimeout();

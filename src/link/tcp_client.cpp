@@ -127,7 +127,8 @@ class CTCPClient::Connection {
 
     /// False when the loop is to end.
     bool ReceiveOnce() try {
-        const std::int64_t count = services_.io->Receive(socket_, {receiveBuffer_.get(), kBufferSize});
+        const std::int64_t count =
+            services_.io->Receive(socket_, {receiveBuffer_.get(), kBufferSize});
         const int error = LastSocketError();
         if (count > 0) {
             Report(LinkCode::kReceived, 0, {receiveBuffer_.get(), static_cast<std::size_t>(count)});
@@ -149,8 +150,8 @@ class CTCPClient::Connection {
     void Report(LinkCode code, int error, ByteView bytes) {
         LinkEvent event{target_.ip, target_.port, tag_, code, static_cast<std::uint16_t>(error),
                         bytes};
-        services_.directory.Send(
-            eventWindow_, {MessageId::kLinkEvent, event.deviceTag, std::move(event), 0});
+        services_.directory.Send(eventWindow_,
+                                 {MessageId::kLinkEvent, event.deviceTag, std::move(event), 0});
     }
 
     void ReportFailure(LinkCode code, int error) try {

@@ -114,12 +114,10 @@ class CUDPServer::Channel {
     /// An exception of the window is shown: it must not end the thread, and nobody else sees it.
     void Report(LinkCode code, int error, const Endpoint& sender = {}, ByteView bytes = {}) try {
         if (!running_ || eventWindow_.empty()) return;
-        services_.directory.Send(
-            eventWindow_,
-            {MessageId::kUdpEvent, 0,
-             UdpEvent{sender.address.octets, sender.port, code, static_cast<std::uint16_t>(error),
-                      bytes},
-             0});
+        services_.directory.Send(eventWindow_, {MessageId::kUdpEvent, 0,
+                                                UdpEvent{sender.address.octets, sender.port, code,
+                                                         static_cast<std::uint16_t>(error), bytes},
+                                                0});
     } catch (const std::exception& exception) {
         services_.directory.Call(
             [&, text = std::string(exception.what())] { services_.prompts.Inform(text); });

@@ -25,7 +25,8 @@ class CUDPServer {
     /// one of this machine's or the socket cannot be had.
     [[nodiscard]] bool Open(const std::string& localIp);
 
-    /// Closes the socket. Events end at once; the socket's threads leave within 600 ms on their own.
+    /// Closes the socket. Events end at once; the socket's threads leave within 600 ms on their
+    /// own.
     void Close();
 
     /// Hands a datagram to the send thread. False when the socket is not open.

@@ -45,7 +45,7 @@ struct ButtonIcon {
     const char* name;
 };
 constexpr ButtonIcon kButtonIcons[] = {
-    {2109, "play"}, {2110, "pause"}, {2113, "previous"}, {2114, "next"},
+    {2109, "play"},  {2110, "pause"}, {2113, "previous"}, {2114, "next"},
     {2120, "power"}, {2121, "power"}, {2124, "previous"}, {2123, "next"},
 };
 
@@ -88,7 +88,8 @@ CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Sende
     column->Add(MakeUsbGroup(), row);
     column->AddSpacer(gap);
     SetSizer(column);
-    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { run_.Tick(); }, kPollTimer);
+    Bind(
+        wxEVT_TIMER, [this](wxTimerEvent&) { run_.Tick(); }, kPollTimer);
 }
 
 wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
@@ -257,9 +258,15 @@ void CVideoControl::ShowUsbVideos(const std::vector<std::string>& names) {
     usbVideo_->Set(items);
 }
 
-void CVideoControl::OfferFolders(const std::vector<std::string>& names) { Offer(*choices_[kFolderChoice], names); }
-void CVideoControl::OfferLayouts(const std::vector<std::string>& names) { Offer(*choices_[kLayoutChoice], names); }
-void CVideoControl::OfferVideos(const std::vector<std::string>& names) { Offer(*choices_[kVideoChoice], names); }
+void CVideoControl::OfferFolders(const std::vector<std::string>& names) {
+    Offer(*choices_[kFolderChoice], names);
+}
+void CVideoControl::OfferLayouts(const std::vector<std::string>& names) {
+    Offer(*choices_[kLayoutChoice], names);
+}
+void CVideoControl::OfferVideos(const std::vector<std::string>& names) {
+    Offer(*choices_[kVideoChoice], names);
+}
 
 void CVideoControl::StateChanged() {
     wxString text = ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);

@@ -17,15 +17,17 @@ struct CommandKey {
 };
 
 constexpr CommandKey kCommandKeys[] = {
-    {kVideoFolder, "type"},     {kVideoPlayMode, "playMode"},      {kVideoLayout, "layoutName"},
-    {kVideoSound, "sound"},     {kVideoPlay, "play"},              {kVideoPosition, "playStep"},
+    {kVideoFolder, "type"},       {kVideoPlayMode, "playMode"},
+    {kVideoLayout, "layoutName"}, {kVideoSound, "sound"},
+    {kVideoPlay, "play"},         {kVideoPosition, "playStep"},
     {kVideoPlayName, "playName"}, {kVideoUsbName, "usbVideoName"},
 };
 
 /// The success code: its low 16 bits when it is there and integral, else 1.
 unsigned ReplyCode(const Json::Value& code) {
     if (!code.isIntegral()) return 1;
-    const std::uint64_t value = code.isInt64() ? static_cast<std::uint64_t>(code.asInt64()) : code.asUInt64();
+    const std::uint64_t value =
+        code.isInt64() ? static_cast<std::uint64_t>(code.asInt64()) : code.asUInt64();
     return static_cast<unsigned>(value & 0xFFFF);
 }
 
@@ -50,7 +52,9 @@ DevicePacket VideoCommandPacket(std::uint16_t commandId, const std::string& text
     return DevicePacket::Request(kCommandVideo, commandId, WriteJson(document));
 }
 
-int VideoPosition::Percent() const { return static_cast<int>(std::int64_t{seconds} * 100 / duration); }
+int VideoPosition::Percent() const {
+    return static_cast<int>(std::int64_t{seconds} * 100 / duration);
+}
 
 std::string VideoPosition::Text() const { return ClockText(seconds) + "/" + ClockText(duration); }
 
@@ -87,7 +91,7 @@ std::optional<VideoPosition> VideoReply::Position() const {
         return std::nullopt;
     const Json::Value* folder = FindText(root_, "typeName");
     const Json::Value* video = FindText(root_, "videoName");
-    position.named = folder && video;
+    position.named = folder != nullptr && video != nullptr;
     if (folder) position.folder = TextOf(*folder);
     if (video) position.video = TextOf(*video);
     return position;

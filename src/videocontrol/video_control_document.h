@@ -28,7 +28,8 @@ enum VideoCommand : std::uint16_t {
 };
 
 /// The packet of a command. `text` is the value of the command's own key, for those that have one.
-[[nodiscard]] DevicePacket VideoCommandPacket(std::uint16_t commandId, const std::string& text = {});
+[[nodiscard]] DevicePacket VideoCommandPacket(std::uint16_t commandId,
+                                              const std::string& text = {});
 
 /// A button's caption as the player gives it.
 struct VideoCaption {

@@ -55,9 +55,7 @@ int VideoControlRun::SecondsOfSilence() const {
 
 void VideoControlRun::Poll() {
     switch (state_) {
-        case State::kAskingState:
-            view_.Send(DevicePacket::Request(kCommandPlayerData, 0));
-            break;
+        case State::kAskingState: view_.Send(DevicePacket::Request(kCommandPlayerData, 0)); break;
         case State::kAskingLayouts:
             view_.Send(DevicePacket::Request(kCommandLayoutState, 0));
             break;

@@ -14,9 +14,9 @@ namespace sontaro {
 
 /// A button that sends its own caption. The player decides which exist and what they say.
 struct VideoButton {
-    int id;                ///< control number
-    int type;              ///< the number that the player knows it by
-    const char* caption;   ///< until the player gives one; in one language only
+    int id;               ///< control number
+    int type;             ///< the number that the player knows it by
+    const char* caption;  ///< until the player gives one; in one language only
 };
 
 // clang-format off

@@ -23,7 +23,8 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
             EndModal(wxID_CANCEL);
         }
     });
-    Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
 }
 
 bool FeatureDialog::MayClose() { return services_.Messages().Confirm(Localized(kExitQuestion)); }

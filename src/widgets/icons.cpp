@@ -24,7 +24,8 @@ void Replace(std::string& text, const std::string& what, const std::string& with
 }
 
 wxBitmapBundle FromSvg(const std::string& svg, int size) {
-    return svg.empty() ? wxBitmapBundle() : wxBitmapBundle::FromSVG(svg.c_str(), wxSize(size, size));
+    return svg.empty() ? wxBitmapBundle()
+                       : wxBitmapBundle::FromSVG(svg.c_str(), wxSize(size, size));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <wx/display.h>
 
+#include <algorithm>
+
 namespace sontaro {
 
 namespace {
@@ -14,9 +16,8 @@ constexpr Json::ArrayIndex kPlaceNumbers = 4;
 
 bool IsNumbers(const Json::Value& list, Json::ArrayIndex count) {
     return list.isArray() && list.size() == count &&
-           std::all_of(list.begin(), list.end(), [](const Json::Value& number) {
-               return number.isInt();
-           });
+           std::all_of(list.begin(), list.end(),
+                       [](const Json::Value& number) { return number.isInt(); });
 }
 
 void RestoreColumns(wxListCtrl& list, const Json::Value& widths) {

@@ -19,7 +19,8 @@ inline wxString ButtonLabel(const LocalText& text, char key) {
     wxString label = ToWx(text);
     label.Replace("&", "&&");
     const std::size_t place = label.find(key);
-    if (CurrentLanguage() == Language::kEnglish && place != wxString::npos) label.insert(place, "&");
+    if (CurrentLanguage() == Language::kEnglish && place != wxString::npos)
+        label.insert(place, "&");
     return label;
 }
 

@@ -3,16 +3,15 @@
 #include <gmock/gmock.h>
 
 #include "support/link_surroundings.h"
-#include "support/literals.h"
 
 namespace sontaro::test {
 namespace {
 
 using testing::ElementsAre;
 
-struct NineSlots : testing::Test {
+struct NineSlots : testing::Test, LinkSurroundings {
     NineSlots() {
-        for (std::size_t i = 0; i < 10; ++i) players.emplace_back(surroundings.network.Player(i));
+        for (std::size_t i = 0; i < 10; ++i) players.emplace_back(network.Player(i));
     }
 
     void SendTo(const std::vector<Target>& targets, std::string_view text) {
@@ -30,10 +29,9 @@ struct NineSlots : testing::Test {
         EXPECT_EQ(AsText(ReceiveExactly(connection, text.size())), text);
     }
 
-    LinkSurroundings surroundings;
     std::vector<Listener> players;
-    FakeWindow window{surroundings.directory, "main"};
-    LinkPool pool{"main", surroundings.Services()};
+    FakeWindow window{directory, "main"};
+    LinkPool pool{"main", Services()};
 };
 
 TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
@@ -42,12 +40,12 @@ TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
     SendTo(all, "first");
     for (std::size_t i = 0; i < 9; ++i) Accept(i, "first");
     SendTo({At(9)}, "again");
-    EXPECT_THAT(surroundings.prompts.texts, ElementsAre("Failed to connect player！"));
+    EXPECT_THAT(prompts.texts, ElementsAre("Failed to connect player！"));
     const InLanguage chinese(Language::kChinese);
     pool.ForgetShownFailure();
     SendTo({At(9), At(9)}, "again");
-    EXPECT_EQ(surroundings.prompts.texts.size(), 2U);
-    EXPECT_EQ(surroundings.prompts.texts[1], "连接播放器失败！");
+    EXPECT_EQ(prompts.texts.size(), 2U);
+    EXPECT_EQ(prompts.texts[1], "连接播放器失败！");
 }
 
 TEST_F(NineSlots, UnreachableTargetDoesNotKeepTheNextFromItsPacket) {
@@ -55,7 +53,7 @@ TEST_F(NineSlots, UnreachableTargetDoesNotKeepTheNextFromItsPacket) {
     players.pop_back();
     SendTo({gone, At(0)}, "x");
     Accept(0, "x");
-    EXPECT_EQ(surroundings.prompts.texts.size(), 1U);
+    EXPECT_EQ(prompts.texts.size(), 1U);
 }
 
 TEST_F(NineSlots, SameIpReusesItsConnectionAndNoTargetMeansTheCurrentDevice) {
@@ -82,12 +80,12 @@ TEST_F(NineSlots, CountThatNamesAConnectedSlotKeepsItsSocketForTheNewTarget) {
     Socket first = Accept(0, "x");
     Socket second = Accept(1, "x");
     first.Close();
-    EXPECT_TRUE(surroundings.ui.PumpUntil([&] { return window.Has(LinkCode::kReceiveEnded); }));
+    Await([&] { return window.Has(LinkCode::kReceiveEnded); });
     SendTo({At(2)}, "for three");
     ExpectNext(second, "for three");
     window.Forget();
     second.Send(AsBytes("answer"));
-    EXPECT_TRUE(surroundings.ui.PumpUntil([&] { return window.Has(LinkCode::kReceived); }));
+    Await([&] { return window.Has(LinkCode::kReceived); });
     const auto& event = std::get<LinkEvent>(window.messages[0].record);
     EXPECT_EQ(event.ip, At(1).ip);
     EXPECT_EQ(event.deviceTag, 2);

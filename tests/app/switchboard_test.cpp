@@ -5,7 +5,6 @@
 #include "base/window_titles.h"
 #include "simulator/player_group.h"
 #include "support/link_surroundings.h"
-#include "support/literals.h"
 
 namespace sontaro::test {
 namespace {
@@ -14,7 +13,7 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 /// The main window's half and two simulated players, of which the first may have faults.
-struct MainWindowHalf : testing::Test {
+struct MainWindowHalf : testing::Test, LinkSurroundings {
     MainWindowHalf() {
         SetApplicationTitle("Star 1.0");
         EXPECT_TRUE(players.Start());
@@ -32,55 +31,44 @@ struct MainWindowHalf : testing::Test {
     void Ask(std::size_t player, Command command) {
         const Endpoint at = players.Player(player).Address();
         const auto bytes = DevicePacket::Request(command, 0x10000).Serialize();
-        surroundings.directory.Send("Star 1.0", {MessageId::kSendRequest, 0,
-                                                 SendRequest{{{FormatIpv4(at.address), at.port, 5}},
-                                                             std::make_shared<const Bytes>(bytes)},
-                                                 0});
+        directory.Send("Star 1.0", {MessageId::kSendRequest, 0,
+                                    SendRequest{{{FormatIpv4(at.address), at.port, 5}},
+                                                std::make_shared<const Bytes>(bytes)},
+                                    0});
     }
-    void Await(const std::function<bool()>& holds) {
-        ASSERT_TRUE(surroundings.ui.PumpUntil(holds));
+    /// Whether the remote control has been given the player's whole block.
+    void ExpectData(bool given) {
+        ASSERT_EQ(!remote.messages.empty(), given);
+        for (const WindowMessage& message : std::exchange(remote.messages, {}))
+            EXPECT_TRUE(std::get_if<PlayerStatus>(&message.record) ||
+                        std::get<ReplyRecord>(message.record).payload == Pattern(207'496));
     }
     void AskAndAwaitData(std::size_t player) {
         Ask(player, kCommandPlayerData);
         Await([this] { return !remote.messages.empty(); });
-        EXPECT_TRUE(std::get<ReplyRecord>(remote.messages[0].record).payload == Pattern(207'496));
+        ExpectData(true);
     }
 
-    LinkSurroundings surroundings;
-    simulator::PlayerGroup players{
-        {PlayerAt(surroundings.network.Player(0)), PlayerAt(surroundings.network.Player(1))}};
-    FakeWindow remote{surroundings.directory, "Star 1.0Video Control"};
-    FakeWindow parameters{surroundings.directory, "Set Param"};
+    simulator::PlayerGroup players{{PlayerAt(network.Player(0)), PlayerAt(network.Player(1))}};
+    FakeWindow remote{directory, "Star 1.0Video Control"};
+    FakeWindow parameters{directory, "Set Param"};
     std::unique_ptr<Switchboard> switchboard =
-        std::make_unique<Switchboard>("Star 1.0", surroundings.Services());
-    FakeWindow window{surroundings.directory, "Star 1.0",
+        std::make_unique<Switchboard>("Star 1.0", Services());
+    FakeWindow window{directory, "Star 1.0",
                       [this](auto& message) { switchboard->Handle(message); }};
 };
 
 struct Fault : NamedCase {
     const char* script;
-    std::size_t bytes = 0;  // that arrive from the faulty player
+    std::size_t bytes;  // that arrive from the faulty player
+    bool answered = false;
     bool endsLink = false;
     std::vector<std::string> texts = {};
 };
 
-struct CutOrLateReply : MainWindowHalf, testing::WithParamInterface<Fault> {};
+struct FaultyPlayer : MainWindowHalf, testing::WithParamInterface<Fault> {};
 
-TEST_P(CutOrLateReply, ReachesItsWindowWhole) {
-    SetFaults(GetParam().script);
-    AskAndAwaitData(0);
-}
-
-const Fault kHarmless[] = {{"NoFault", ""},
-                           {"HeaderFirst", "cut=16"},
-                           {"InPieces", "cut=1000"},
-                           {"AfterGarbage", "garbage"},
-                           {"Late", "delay=100"}};
-INSTANTIATE_TEST_SUITE_P(Every, CutOrLateReply, testing::ValuesIn(kHarmless), kCaseName);
-
-struct SickPlayer : MainWindowHalf, testing::WithParamInterface<Fault> {};
-
-TEST_P(SickPlayer, DoesNotKeepTheNextAnswerFromItsWindow) {
+TEST_P(FaultyPlayer, IsAnsweredForWholeOrNotAtAllAndTheNextPlayerIsHeard) {
     SetFaults(GetParam().script);
     Ask(0, kCommandPlayerData);
     ASSERT_TRUE(players.Player(0).WaitForPacket([](const auto&) { return true; }, 5s));
@@ -89,48 +77,44 @@ TEST_P(SickPlayer, DoesNotKeepTheNextAnswerFromItsWindow) {
                (window.Has(LinkCode::kReceiveEnded) || !GetParam().endsLink);
     });
     EXPECT_EQ(window.bytes.size(), GetParam().bytes);
-    EXPECT_TRUE(remote.messages.empty());
-    EXPECT_EQ(surroundings.prompts.texts, GetParam().texts);
+    EXPECT_EQ(prompts.texts, GetParam().texts);
     EXPECT_EQ(!parameters.messages.empty(), GetParam().endsLink);
+    ExpectData(GetParam().answered);
     AskAndAwaitData(1);
 }
 
-const Fault kSicknesses[] = {
-    {"CutsItsHeaderToBytes", "cut=1", 207'512},
-    {"CutsItsHeaderToPieces", "cut=7", 207'512},
-    {"AnnouncesTooMuch", "oversize", 207'512},
-    {"IsSilent", "silent"},
-    {"Drops", "drop", 0, true},
-    {"DiesInAReply", "close-after=100000", 100'000, true},
-    {"DiesInAHeader", "close-after=9", 9, true},
-    {"SupportsNothing",
-     "not-supported",
-     16,
-     false,
-     {"This function is not supported in the current version!"}},
+// clang-format off
+const Fault kFaults[] = {
+    {"None", "", 207'512, true}, {"CutBehindTheHeader", "cut=16", 207'512, true},
+    {"CutToPieces", "cut=1000", 207'512, true}, {"Garbage", "garbage", 207'544, true},
+    {"Late", "delay=100", 207'512, true}, {"CutToBytes", "cut=1", 207'512}, {"CutInTheHeader", "cut=7", 207'512},
+    {"Oversize", "oversize", 207'512}, {"Silent", "silent", 0}, {"Drops", "drop", 0, false, true},
+    {"DiesInAReply", "close-after=100000", 100'000, false, true}, {"DiesInAHeader", "close-after=9", 9, false, true},
+    {"SupportsNothing", "not-supported", 16, false, false, {"This function is not supported in the current version!"}},
 };
-INSTANTIATE_TEST_SUITE_P(Every, SickPlayer, testing::ValuesIn(kSicknesses), kCaseName);
+// clang-format on
+INSTANTIATE_TEST_SUITE_P(Every, FaultyPlayer, testing::ValuesIn(kFaults), kCaseName);
 
 TEST_F(MainWindowHalf, ReachesARefusingPlayerOnceItListens) {
     SetFaults("refuse");
     Ask(0, kCommandPlayerData);
-    EXPECT_THAT(surroundings.prompts.texts, ElementsAre("Failed to connect player！"));
+    EXPECT_THAT(prompts.texts, ElementsAre("Failed to connect player！"));
     SetFaults("");
     AskAndAwaitData(0);
 }
 
 TEST_F(MainWindowHalf, LetsRepliesInWhileAMessageBoxIsOpen) {
-    surroundings.prompts.whileShown = [this] { AskAndAwaitData(1); };
+    prompts.whileShown = [this] { AskAndAwaitData(1); };
     players.Player(0).ChangeState([](simulator::PlayerState& state) { state.layoutLocked = true; });
     Ask(0, kCommandLayoutState);
     Await([this] { return !remote.messages.empty(); });
-    EXPECT_EQ(surroundings.prompts.texts.size(), 1U);
+    EXPECT_EQ(prompts.texts.size(), 1U);
 }
 
 TEST_F(MainWindowHalf, EndsWhileAPlayerKeepsTalking) {
     SetFaults("cut=1000");
     Ask(0, kCommandPlayerData);
-    surroundings.ui.AwaitCaller();
+    ui.AwaitCaller();
     switchboard.reset();
     EXPECT_TRUE(players.Player(0).WaitForConnectionCount(0, 5s));
 }

@@ -5,20 +5,21 @@
 #include "link/discovery.h"
 #include "link/faulty_io.h"
 #include "support/link_surroundings.h"
-#include "support/literals.h"
 
 namespace sontaro::test {
 namespace {
 
 using testing::ElementsAre;
 
-struct UdpServer : testing::Test {
-    UdpServer() { EXPECT_TRUE(player.Bind({surroundings.network.Player(0), 0})); }
+struct UdpServer : testing::Test, LinkSurroundings {
+    UdpServer() { EXPECT_TRUE(player.Bind({network.Player(0), 0})); }
 
-    void Open(LinkCode fault = {}) {
+    /// Opens the socket and returns where it sends from.
+    Endpoint Open(LinkCode fault = {}) {
         io = std::make_shared<FaultyIo>(fault);
-        server = std::make_unique<CUDPServer>("scan", surroundings.Services(io));
-        ASSERT_TRUE(server->Open(local));
+        server = std::make_unique<CUDPServer>("scan", Services(io));
+        EXPECT_TRUE(server->Open(local));
+        return Ask();
     }
     /// Sends one datagram to the player and returns where it came from.
     Endpoint Ask() {
@@ -27,28 +28,19 @@ struct UdpServer : testing::Test {
         EXPECT_EQ(ReceiveDatagram(player, &sender), ToBytes("who"));
         return sender;
     }
-    void Await(const std::function<bool()>& holds) {
-        EXPECT_TRUE(surroundings.ui.PumpUntil(holds));
-    }
     void AwaitText(std::string_view text) {
         Await([&] { return AsText(window.bytes).ends_with(text); });
     }
 
-    LinkSurroundings surroundings;
-    const std::string local = FormatIpv4(surroundings.network.Local());
+    const std::string local = FormatIpv4(network.Local());
     Socket player = Socket::Udp();
-    std::string failure;  // of the window, thrown when there is one
-    FakeWindow window{surroundings.directory, "scan", [this](auto&) {
-                          if (!failure.empty())
-                              throw std::runtime_error(std::exchange(failure, ""));
-                      }};
+    FakeWindow window{directory, "scan"};
     std::shared_ptr<FaultyIo> io;
     std::unique_ptr<CUDPServer> server;
 };
 
 TEST_F(UdpServer, ReportsDatagramsWithTheirSenderAndEmptyOnesAsSeven) {
-    Open();
-    const Endpoint scanner = Ask();
+    const Endpoint scanner = Open();
     EXPECT_EQ(FormatIpv4(scanner.address), local);
     player.SendTo({}, scanner);
     player.SendTo(AsBytes("here"), scanner);
@@ -63,8 +55,7 @@ struct FaultyUdpServer : UdpServer, testing::WithParamInterface<int> {};
 
 TEST_P(FaultyUdpServer, ReportsTheFaultAndCarriesOn) {
     const LinkCode fault{static_cast<std::uint16_t>(GetParam())};
-    Open(fault);
-    const Endpoint scanner = Ask();
+    const Endpoint scanner = Open(fault);
     io->Arm();
     player.SendTo(AsBytes("lost"), scanner);
     EXPECT_TRUE(server->Send(player.Local(), ToBytes("who")));
@@ -77,18 +68,16 @@ TEST_P(FaultyUdpServer, ReportsTheFaultAndCarriesOn) {
 INSTANTIATE_TEST_SUITE_P(EveryCode, FaultyUdpServer, testing::Values(1, 2, 3, 4, 6));
 
 TEST_F(UdpServer, ExceptionOfTheWindowIsShownAndEndsNothing) {
-    Open();
-    const Endpoint scanner = Ask();
-    failure = "cannot list it";
+    const Endpoint scanner = Open();
+    window.react = [](auto&) { throw std::runtime_error("cannot list it"); };
     player.SendTo(AsBytes("first"), scanner);
     player.SendTo(AsBytes("second"), scanner);
     AwaitText("second");
-    EXPECT_THAT(surroundings.prompts.texts, ElementsAre("cannot list it"));
+    EXPECT_EQ(prompts.texts.at(0), "cannot list it");
 }
 
 TEST_F(UdpServer, OpeningTwiceKeepsTheSocketAndABadAddressLeavesNone) {
-    Open();
-    const Endpoint scanner = Ask();
+    const Endpoint scanner = Open();
     EXPECT_TRUE(server->Open(local));
     EXPECT_EQ(Ask(), scanner);
     server->Close();
@@ -98,13 +87,12 @@ TEST_F(UdpServer, OpeningTwiceKeepsTheSocketAndABadAddressLeavesNone) {
 }
 
 TEST_F(UdpServer, ReportsNothingThatComesOnceItIsClosed) {
-    Open();
-    const Endpoint scanner = Ask();
+    const Endpoint scanner = Open();
     player.SendTo(AsBytes("before"), scanner);
-    surroundings.ui.AwaitCaller();
+    ui.AwaitCaller();
     server->Close();
     player.SendTo(AsBytes("after"), scanner);
-    surroundings.ui.RunAside([this] { surroundings.threads.Join(); });
+    ui.RunAside([this] { threads.Join(); });
     EXPECT_EQ(window.bytes, ToBytes("before"));
 }
 
@@ -112,7 +100,7 @@ TEST_F(UdpServer, DiscoveryAsksBothPortsOfAPlayer) {
     Bytes expected = Hex("5A5A5AA5 01 00 0000 0000 0100 01000000");
     expected.resize(46);
     std::array<Socket, 2> ports = {Socket::Udp(), Socket::Udp()};
-    const Ipv4Address address = surroundings.network.Player(0);
+    const Ipv4Address address = network.Player(0);
     ASSERT_TRUE(ports[0].Bind({address, 6000}) && ports[1].Bind({address, 7656}));
     Open();
     EXPECT_TRUE(SendDiscovery(*server, address));

@@ -93,42 +93,5 @@ TEST_F(Player, HearsOnlyItsOwnNetwork) {
     EXPECT_FALSE(SimulatedPlayer(options).Start());
 }
 
-TEST(Playback, FollowsAVideoAsThePlayModeHasIt) {
-    PlayerState state = FactoryState();
-    state.folders = {{"A", {{"a1", 10}, {"a2", 20}}}};
-    Advance(state, 35s);
-    EXPECT_EQ(state.position, 5s);
-    EXPECT_TRUE(Perform(state, Action::kNext) && Perform(state, Action::kSingleLoop));
-    Advance(state, 24s);
-    EXPECT_EQ(CurrentVideo(state)->name, "a2");
-    EXPECT_EQ(state.position, 4s);
-    EXPECT_TRUE(Perform(state, Action::kSinglePlay));
-    Advance(state, 24s);
-    EXPECT_EQ(state.position, 20s);
-    EXPECT_FALSE(state.playing);
-    EXPECT_TRUE(Perform(state, Action::kPowerOff));
-    EXPECT_FALSE(Perform(state, Action::kPlay));
-}
-
-TEST(FaultScript, NamesFaultsAndRefusesTheRest) {
-    EXPECT_EQ(*ParseFaultScript("cut=7,delay=500ms,close-after=0"),
-              (FaultScript{.cut = 7, .closeAfter = 0, .delay = 500ms}));
-    for (const char* bad : {"cut", "cut=0", "cut=x", "refuse=1", "sleepy", "cut=7,,drop"})
-        EXPECT_FALSE(ParseFaultScript(bad)) << bad;
-}
-
-TEST(PlayerArguments, RefuseWhatCannotBe) {
-    EXPECT_EQ(ParsePlayerArguments({"--count", "3", "--fault", "drop"})->lineUp.count, 3U);
-    const std::vector<std::string_view> refused[] = {
-        {"--count"}, {"--count", "0"}, {"--port", "65536"}, {"--fault", "x"}, {"-x"}};
-    for (const auto& arguments : refused)
-        EXPECT_FALSE(ParsePlayerArguments(arguments)) << arguments[0];
-    const Ipv4Address last{{127, 0, 0, 252}};
-    EXPECT_EQ(LineUp({3, last, 0, "Bar", {}, {}, nullptr})->back().identity.id, "Bar3");
-    EXPECT_FALSE(LineUp({4, last, 0, "Bar", {}, {}, nullptr}) ||
-                 LineUp({1, {{10, 0, 0, 2}}, 0, "", {}, {}, nullptr}));
-    EXPECT_FALSE(LineUp({100, {{127, 0, 0, 2}}, 0, "TenLetters", {}, {}, nullptr}));
-}
-
 }  // namespace
 }  // namespace sontaro::simulator

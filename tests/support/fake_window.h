@@ -10,13 +10,12 @@
 namespace sontaro::test {
 
 class FakeWindow {
- public:
+   public:
     using Reaction = std::function<void(WindowMessage&)>;
 
-    /// `react` sees each message before it is kept; what it throws goes to the sender.
     FakeWindow(
-        WindowDirectory& directory, std::string title, Reaction react = [](auto&) {})
-        : react_(std::move(react)),
+        WindowDirectory& directory, std::string title, Reaction reaction = [](auto&) {})
+        : react(std::move(reaction)),
           registration_(directory.Register(std::move(title), [this](auto& m) { Keep(m); })) {}
 
     [[nodiscard]] bool Has(LinkCode code) const {
@@ -24,23 +23,23 @@ class FakeWindow {
     }
     void Forget() { messages.clear(), codes.clear(), bytes.clear(); }
 
+    Reaction react;  ///< sees each message before it is kept; what it throws goes to the sender
     std::vector<WindowMessage> messages;
     std::vector<int> codes;  ///< of the socket events
     Bytes bytes;             ///< that the socket events showed, all together
 
- private:
+   private:
     void Keep(WindowMessage& message) {
         const auto keepEvent = [this](const auto& event) {
             codes.push_back(static_cast<int>(event.code));
             bytes.insert(bytes.end(), event.bytes.begin(), event.bytes.end());
         };
-        react_(message);
         if (const auto* tcp = std::get_if<LinkEvent>(&message.record)) keepEvent(*tcp);
         if (const auto* udp = std::get_if<UdpEvent>(&message.record)) keepEvent(*udp);
+        react(message);
         messages.push_back(std::move(message));
     }
 
-    Reaction react_;
     WindowDirectory::Registration registration_;
 };
 

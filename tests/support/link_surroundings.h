@@ -1,21 +1,27 @@
 // What links need around them.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "link/link_services.h"
 #include "support/fake_window.h"
+#include "support/literals.h"
 #include "support/manual_ui_thread.h"
 #include "support/recording_prompts.h"
 #include "support/test_network.h"
 
 namespace sontaro::test {
 
-/// Outlives the links of a test and takes leave of their threads as the program does.
+/// A base of fixtures: outlives their links and takes leave of link threads as the program does.
 struct LinkSurroundings {
     ~LinkSurroundings() { directory.ShutDown(); }
 
     LinkServices Services(std::shared_ptr<LinkIo> io = std::make_shared<LinkIo>()) {
         return {directory, threads, prompts, std::move(io)};
     }
+
+    /// Serves the link threads until `holds`.
+    void Await(const std::function<bool()>& holds) { ASSERT_TRUE(ui.PumpUntil(holds)); }
 
     ManualUiThread ui;
     WindowDirectory directory{ui};
@@ -26,7 +32,7 @@ struct LinkSurroundings {
 
 /// A socket that a link connects to; connections wait until they are accepted.
 class Listener {
- public:
+   public:
     explicit Listener(const Ipv4Address& address) : socket_(Socket::ListenAt({address, 0})) {}
 
     [[nodiscard]] Target AsTarget(std::uint16_t tag = 0) const {
@@ -34,7 +40,7 @@ class Listener {
     }
     [[nodiscard]] Socket Accept() { return socket_.Accept(); }
 
- private:
+   private:
     Socket socket_;
 };
 

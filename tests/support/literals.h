@@ -48,7 +48,7 @@ inline constexpr auto kCaseName = [](const auto& info) { return std::string(info
 
 /// The process speaks `language` until the end of the scope, then English again.
 class InLanguage {
- public:
+   public:
     explicit InLanguage(Language language) { SetLanguage(language); }
     ~InLanguage() { SetLanguage(Language::kEnglish); }
     InLanguage(const InLanguage&) = delete;

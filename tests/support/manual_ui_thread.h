@@ -12,7 +12,7 @@ namespace sontaro::test {
 
 /// Serves other threads only while the test waits for something. Created by the serving thread.
 class ManualUiThread final : public UiThread {
- public:
+   public:
     bool Call(const std::function<void()>& function) override {
         if (std::this_thread::get_id() == thread_) return function(), true;
         std::packaged_task<void()> job(function);
@@ -62,7 +62,7 @@ class ManualUiThread final : public UiThread {
         pushed_.wait(lock, [this] { return !jobs_.empty(); });
     }
 
- private:
+   private:
     bool Push(std::packaged_task<void()> job) {
         const std::lock_guard lock(mutex_);
         if (!closed_) jobs_.push_back(std::move(job));

@@ -11,7 +11,7 @@ namespace sontaro::test {
 
 /// Keeps every text and answers questions as scripted, No when the script is over.
 class RecordingPrompts final : public Prompts {
- public:
+   public:
     void Inform(const std::string& text) override { Show(text); }
     void Warn(const std::string& text) override { Show(text); }
     bool Confirm(const std::string& text) override {
@@ -26,7 +26,7 @@ class RecordingPrompts final : public Prompts {
     std::deque<bool> answers;
     std::function<void()> whileShown = [] {};  ///< what goes on while a box is open
 
- private:
+   private:
     void Show(const std::string& text) {
         texts.push_back(text);
         whileShown();

@@ -11,7 +11,7 @@
 namespace sontaro::test {
 
 class TemporaryFolder {
- public:
+   public:
     TemporaryFolder() {
         std::string name = std::filesystem::temp_directory_path() / "sontaro-test-XXXXXX";
         path_ = mkdtemp(name.data());
@@ -37,7 +37,7 @@ class TemporaryFolder {
         return content.str();
     }
 
- private:
+   private:
     std::filesystem::path path_;
 };
 

@@ -10,7 +10,7 @@ namespace sontaro::test {
 /// A /24 network within 127.0.0.0/8 of this process alone: simulated players hear only requests
 /// from their own, so that tests run side by side. 127.0.0.x is left to demonstrations.
 class TestNetwork {
- public:
+   public:
     /// The address to scan from.
     [[nodiscard]] Ipv4Address Local() const { return {{127, high_, low_, 1}}; }
     /// The address of a player, counted from 0.
@@ -18,7 +18,7 @@ class TestNetwork {
         return {{127, high_, low_, static_cast<std::uint8_t>(2 + index)}};
     }
 
- private:
+   private:
     const std::uint8_t high_ = static_cast<std::uint8_t>(1 + getpid() / 256 % 254);
     const std::uint8_t low_ = static_cast<std::uint8_t>(getpid() % 256);
 };

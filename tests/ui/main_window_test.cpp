@@ -14,7 +14,7 @@ namespace sontaro::test {
 namespace {
 
 class MainWindow : public UiTest {
- protected:
+   protected:
     ~MainWindow() override {
         if (window) window->Destroy();
         EXPECT_TRUE(PumpUntil([&] { return !window; }));

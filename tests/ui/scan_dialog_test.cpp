@@ -11,7 +11,7 @@ namespace sontaro::test {
 namespace {
 
 class ScanDialog : public UiTest {
- protected:
+   protected:
     static DeviceList* List(wxWindow* dialog) { return Find<DeviceList>(dialog, kScanList); }
 
     /// Presses the scan button and waits until `count` players are listed.
