@@ -45,7 +45,7 @@ void Run(ByteView input) {
     NoActions actions;
     NoView view;
     WindowDirectory directory(ui);
-    VideoControlRun control(view);
+    VideoControlRun control(view, "127.0.0.2");
     std::vector<WindowDirectory::Registration> windows;
     windows.push_back(directory.Register(TitleOf(Window::kVideoControl),
                                          [&](WindowMessage& m) { control.Handle(m); }));

@@ -4,6 +4,7 @@
 #include <wx/log.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "app/application_title.h"
 #include "app/tour_script.h"
@@ -22,15 +23,16 @@ constexpr const char* kDemoLocalAddress = "127.0.0.1";
 constexpr LocalText kAlreadyRunning = {"已经有一个实例在运行中！",
                                        "There is an running instance already!"};
 constexpr LocalText kDemoMark = {" 演示", " Demo"};
-constexpr LocalText kNoPlayers = {"无法启动模拟播放器：",
-                                  "The simulated players cannot be started: "};
+constexpr LocalText kNoPlayers = {
+    "无法启动模拟播放器。可能有其他程序占用了从 127.0.0.2 开始的地址。",
+    "The simulated players cannot be started. Another program may be using the addresses from "
+    "127.0.0.2 on."};
 
 }  // namespace
 
 bool CSontaroApp::OnInit() {
     delete wxLog::SetActiveTarget(new wxLogStderr);
     ended_ = true;
-    if (!TakeCommandLine()) return true;
     FixTitleAndLanguage();
     if (!IsOnlyInstance() || !StartDemoPlayers()) return true;
     ended_ = false;
@@ -44,18 +46,22 @@ bool CSontaroApp::OnInit() {
     return true;
 }
 
-bool CSontaroApp::TakeCommandLine() {
+/// Takes the options before the toolkit looks for a display, which --help does not need.
+bool CSontaroApp::Initialize(int& count, wxChar** values) {
     std::vector<std::string> arguments;
-    for (int i = 1; i < argc; ++i) arguments.push_back(FromWx(argv[i]));
+    for (int i = 1; i < count; ++i) arguments.push_back(FromWx(values[i]));
     const Result<CommandLine> line = ParseCommandLine(arguments);
     if (!line) {
         std::fprintf(stderr, "sontaro: %s\n%s", line.reason().c_str(), CommandLineHelp().c_str());
-        exitCode_ = kUsageError;
-        return false;
+        std::exit(kUsageError);
+    }
+    if (line->help) {
+        std::fputs(CommandLineHelp().c_str(), stdout);
+        std::exit(0);
     }
     commandLine_ = *line;
-    if (commandLine_.help) std::fputs(CommandLineHelp().c_str(), stdout);
-    return !commandLine_.help;
+    count = 1;  // the options are ours, the toolkit has none
+    return wxApp::Initialize(count, values);
 }
 
 void CSontaroApp::FixTitleAndLanguage() {
@@ -87,7 +93,8 @@ bool CSontaroApp::StartDemoPlayers() {
         started = players_->Start();
     }
     if (started) return true;
-    prompts_.Warn(Localized(kNoPlayers) + started.reason());
+    std::fprintf(stderr, "sontaro: %s\n", started.reason().c_str());
+    prompts_.Warn(Localized(kNoPlayers));
     exitCode_ = kStartFailed;
     return false;
 }
@@ -106,7 +113,8 @@ void CSontaroApp::OpenMainWindow() {
     const UiServices services{{*directory_, *threads_, prompts_}, *preferences_};
     std::string address = commandLine_.localAddress;
     if (address.empty() && commandLine_.demoPlayers) address = kDemoLocalAddress;
-    const auto temporary = EnsureTempFolder(ProgramFolder());
+    const auto temporary =
+        EnsureTempFolder(commandLine_.demoPlayers ? ProgramFolder() / "Demo" : ProgramFolder());
     window_ = new CSontaroDlg(services, {temporary ? *temporary : std::filesystem::path(),
                                          {*remarks_, address},
                                          commandLine_.demoPlayers.value_or(0)});

@@ -18,13 +18,12 @@ namespace sontaro {
 /// Fixes title and language, makes sure that it is alone, and runs the main window.
 class CSontaroApp : public wxApp {
    public:
+    bool Initialize(int& count, wxChar** values) override;
     bool OnInit() override;
     int OnRun() override;
     int OnExit() override;
 
    private:
-    /// Reads the options; false when the program ends here, with `exitCode_`.
-    [[nodiscard]] bool TakeCommandLine();
     void FixTitleAndLanguage();
     [[nodiscard]] bool IsOnlyInstance();
     [[nodiscard]] bool StartDemoPlayers();

@@ -28,7 +28,7 @@ inline constexpr FeatureButton kFeatureButtons[] = {
     {1003,                {"OSD", "OSD"},                       FeatureGroup::kPicture,  "osd",            'D'},
     {1005,                {"画面分割配置", nullptr},            FeatureGroup::kPicture,  "screen-split",   ' '},
     {1007,                {"字幕配置", nullptr},                FeatureGroup::kPicture,  "subtitles",      ' '},
-    {1009,                {"Cave配置", nullptr},                FeatureGroup::kPicture,  "cave",           ' '},
+    {1009,                {"Cave配置", nullptr},                FeatureGroup::kPicture,  "cave",           'C'},
     {1004,                {"控制协议配置", "Setup UART"},       FeatureGroup::kControl,  "setup-uart",     'U'},
     {1010,                {"播放器控制协议", "Player Control"}, FeatureGroup::kControl,  "player-control", 'P'},
     {1006,                {"扩展串口配置", nullptr},            FeatureGroup::kControl,  "serial-port",    ' '},

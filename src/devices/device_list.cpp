@@ -93,8 +93,7 @@ bool DeviceList::OnGetItemIsChecked(long row) const {
 
 void DeviceList::ChooseOnly(long row) {
     if (updating_ || mode_ == ChoiceMode::kMultiple) return;
-    for (std::size_t i = 0; i < run_.Devices().size(); ++i)
-        run_.SetTicked(i, static_cast<long>(i) == row);
+    run_.ChooseOnly(static_cast<std::size_t>(row));
 }
 
 void DeviceList::SortByColumn(int column) {

@@ -25,12 +25,15 @@ void DeviceRemarks::ApplyTo(DeviceRecord& device) const {
 }
 
 Status DeviceRemarks::SetRemarks(const std::string& mac, const std::string& remarks) {
+    const Json::Value before = file_.Root();
     Json::Value& entry = file_.Root()[mac];
     if (!entry.isObject()) entry = Json::Value(Json::objectValue);
     entry[kRemarks] = remarks;
     for (const char* key : {kInputs, kOutputs})
         if (!entry.isMember(key)) entry[key] = 0;
-    return file_.Save();
+    Status saved = file_.Save();
+    if (!saved) file_.Root() = before;  // what is not in the file is not shown as kept
+    return saved;
 }
 
 }  // namespace sontaro

@@ -1,6 +1,7 @@
 #include "devices/device_rules.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "link/socket.h"
 
@@ -28,7 +29,9 @@ bool IsLess(const DeviceRecord& a, const DeviceRecord& b, DeviceColumn column) {
         case DeviceColumn::kMac: return a.mac < b.mac;
         case DeviceColumn::kTcpPort: return a.tcpPort < b.tcpPort;
         case DeviceColumn::kId: return a.id < b.id;
-        case DeviceColumn::kVersion: return a.versionText < b.versionText;
+        case DeviceColumn::kVersion:
+            return std::tie(a.versionWord, a.fpgaVersion, a.versionText) <
+                   std::tie(b.versionWord, b.fpgaVersion, b.versionText);
         case DeviceColumn::kRemarks: return a.remarks < b.remarks;
     }
     return false;

@@ -30,7 +30,8 @@ std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& d
              wxSizerFlags().CentreVertical().Border(wxRIGHT, gap));
     auto* text = new wxTextCtrl(&dialog, kRemarksText, ToWx(device.remarks), wxDefaultPosition,
                                 wxSize(45 * dialog.GetCharWidth(), wxDefaultCoord));
-    text->SetMaxLength(kLongestRemarks);
+    text->SetMaxLength(
+        std::max(kLongestRemarks, static_cast<unsigned long>(text->GetLastPosition())));
     row->Add(text, wxSizerFlags(1));
     column->Add(row, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, gap));
     auto* buttons = new wxBoxSizer(wxHORIZONTAL);

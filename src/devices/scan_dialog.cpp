@@ -43,6 +43,9 @@ constexpr LocalText kNobodyAnswered = {
     "没有找到播放器。请按“查找设备”，并确认播放器已开机且在同一网络。",
     "No players found. Press \"Scan\" and make sure that the "
     "players are switched on and in this network."};
+constexpr LocalText kNotAsked = {"无法从此本机IP发出查找请求。请检查网络连接，或选择其他地址。",
+                                 "The request cannot be sent from this local IP. Check the network "
+                                 "connection, or choose another address."};
 constexpr LocalText kOpening = {"正在寻找播放器…", "Looking for players…"};
 constexpr LocalText kScanning = {"正在查找，已找到 %d 台播放器",
                                  "Scanning, %d player(s) found so far"};
@@ -95,7 +98,7 @@ wxSizer* CScanForDevices::MakeAddressRow() {
     address_ = new wxComboBox(this, kScanAddress, "", wxDefaultPosition,
                               wxSize(24 * GetCharWidth(), wxDefaultCoord));
     row->Add(address_, centred);
-    scanButton_ = new wxButton(this, kScanButton, ToWx(run_.ButtonText()));
+    scanButton_ = new wxButton(this, kScanButton, ButtonLabel(run_.ButtonText(), 'S'));
     scanButton_->SetBitmap(LineIcon("scan", 18));
     scanButton_->SetMinSize(wxSize(24 * GetCharWidth(), scanButton_->GetBestSize().y));
     row->Add(scanButton_, centred);
@@ -121,7 +124,8 @@ void CScanForDevices::OfferAddresses() {
     offered_ = LocalAdapterList();
     if (offered_.empty())
         for (const std::string& ip : HostAddressList()) offered_.push_back({"", ip, 0});
-    if (!setup_.forcedAddress.empty())
+    const auto forced = std::ranges::find(offered_, setup_.forcedAddress, &LocalAdapter::ip);
+    if (forced == offered_.end() && !setup_.forcedAddress.empty())
         offered_.insert(offered_.begin(), {"", setup_.forcedAddress, 0});
     std::vector<std::string> addresses;
     for (const LocalAdapter& adapter : offered_) {
@@ -137,7 +141,8 @@ void CScanForDevices::OfferAddresses() {
 void CScanForDevices::ShowAddressState() {
     const std::string ip = FromWx(address_->GetValue());
     const auto adapter = std::ranges::find(offered_, ip, &LocalAdapter::ip);
-    const bool vanished = adapter == offered_.end() && !ip.empty();
+    const bool vanished =
+        adapter == offered_.end() && ParseIpv4(ip).has_value() && !IsLocalAddress(ip);
     addressState_->SetLabelText(vanished ? ToWx(kAddressVanished)
                                          : ToWx(adapter == offered_.end() ? "" : adapter->name));
 }
@@ -186,8 +191,7 @@ void CScanForDevices::StartTimer() { timer_.Start(kTickMilliseconds); }
 void CScanForDevices::DevicesChanged() {
     list_->ShowDevices();
     listState_->SetLabelText(ListState());
-    const wxString text = ToWx(run_.ButtonText());
-    scanButton_->SetLabel(text);
+    scanButton_->SetLabel(ButtonLabel(run_.ButtonText(), 'S'));
     address_->Enable(!run_.IsScanning());
 }
 
@@ -195,12 +199,14 @@ wxString CScanForDevices::ListState() const {
     const auto count = static_cast<int>(run_.Devices().size());
     if (run_.IsOpening()) return ToWx(kOpening);
     if (run_.IsScanning()) return wxString::Format(ToWx(kScanning), count);
+    if (!run_.HasAsked()) return ToWx(kNotAsked);
     return count == 0 ? ToWx(kNobodyAnswered) : wxString::Format(ToWx(kFound), count);
 }
 
 void CScanForDevices::HandleMessage(WindowMessage& message) {
     const auto* event = std::get_if<UdpEvent>(&message.record);
     if (event && event->code == LinkCode::kReceived) run_.Receive(event->bytes);
+    if (event && event->code == LinkCode::kShortSend) run_.RequestFailed();
 }
 
 std::vector<DeviceRecord> CScanForDevices::Chosen() const {
@@ -224,14 +230,15 @@ void CScanForDevices::Confirm() {
 }
 
 void CScanForDevices::EditRemarks(long row) {
-    const DeviceRecord device = run_.Devices()[static_cast<std::size_t>(row)];
-    const auto remarks = AskForRemarks(this, device);
-    if (!remarks) return;
-    if (!setup_.remarks.SetRemarks(device.mac, *remarks)) {
+    DeviceRecord device = run_.Devices()[static_cast<std::size_t>(row)];
+    while (const auto remarks = AskForRemarks(this, device)) {
+        if (setup_.remarks.SetRemarks(device.mac, *remarks)) {
+            run_.RemarksChanged();
+            return;
+        }
         Services().Messages().Inform(Localized(kRemarksNotSaved));
-        return;
+        device.remarks = *remarks;  // what was typed is not lost with the attempt
     }
-    run_.RemarksChanged();
 }
 
 void CScanForDevices::CopyId(long row) {

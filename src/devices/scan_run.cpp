@@ -39,11 +39,26 @@ void ScanRun::Tick() {
         opening_ = false;
         actions_.StopTimer();
         Clear();
-        actions_.SendRequest();
-    } else if (++round_ >= kLastRound || !actions_.SendRequest()) {
+        static_cast<void>(Ask());
+    } else if (++round_ >= kLastRound || !Ask()) {
         Stop();
     }
     actions_.DevicesChanged();
+}
+
+bool ScanRun::Ask() {
+    asked_ = actions_.SendRequest();
+    return asked_;
+}
+
+void ScanRun::RequestFailed() {
+    asked_ = false;
+    actions_.DevicesChanged();
+}
+
+void ScanRun::ChooseOnly(std::size_t row) {
+    tickedBefore_.clear();
+    for (std::size_t i = 0; i < devices_.size(); ++i) devices_[i].ticked = i == row;
 }
 
 void ScanRun::Stop() {
@@ -66,7 +81,7 @@ void ScanRun::Receive(ByteView datagram) {
     if (const auto known = std::ranges::find_if(devices_, isSame); known != devices_.end()) {
         device->ticked = device->ticked || known->ticked;
         *known = *device;
-    } else {
+    } else if (devices_.size() < kLongestList) {
         devices_.push_back(*device);
     }
     SortDevices(devices_, sortColumn_, sortAscending_);

@@ -30,6 +30,9 @@ class ScanRun {
     ScanRun(ScanActions& actions, const DeviceRemarks& remarks)
         : actions_(actions), remarks_(remarks) {}
 
+    /// Most players that are listed: more can only be forged replies.
+    static constexpr std::size_t kLongestList = 1000;
+
     /// The dialog has opened: the first tick empties the list and asks once.
     void Opened();
 
@@ -43,8 +46,14 @@ class ScanRun {
     /// A datagram has arrived. What is no discovery reply is ignored.
     void Receive(ByteView datagram);
 
-    /// Ticks or unticks a player, or chooses the only one.
+    /// Ticks or unticks a player.
     void SetTicked(std::size_t row, bool ticked) { devices_[row].ticked = ticked; }
+
+    /// Ticks this player and no other, those included that have not answered again yet.
+    void ChooseOnly(std::size_t row);
+
+    /// A request could not be sent after all.
+    void RequestFailed();
 
     /// The user's notes about players have changed.
     void RemarksChanged();
@@ -56,12 +65,15 @@ class ScanRun {
     /// Whether nobody has been asked yet since the dialog opened.
     [[nodiscard]] bool IsOpening() const { return opening_; }
     [[nodiscard]] const std::vector<DeviceRecord>& Devices() const { return devices_; }
+    /// Whether the latest request has gone out.
+    [[nodiscard]] bool HasAsked() const { return asked_; }
     /// The text of the scan button, in the language of the process.
     [[nodiscard]] std::string ButtonText() const;
 
    private:
     void Stop();
     void Clear();
+    [[nodiscard]] bool Ask();
 
     ScanActions& actions_;
     const DeviceRemarks& remarks_;
@@ -70,6 +82,7 @@ class ScanRun {
     DeviceColumn sortColumn_ = DeviceColumn::kNumber;
     bool sortAscending_ = true;
     bool opening_ = false;
+    bool asked_ = false;
     bool scanning_ = false;
     int round_ = 0;
 };

@@ -16,6 +16,12 @@ std::vector<LocalAdapter> PhysicalAddresses(const std::vector<SystemAdapter>& ad
     return rows;
 }
 
+bool IsLocalAddress(const std::string& ip) {
+    const std::optional<Ipv4Address> address = ParseIpv4(ip);
+    Socket socket = Socket::Udp();
+    return address && socket.IsOpen() && socket.Bind({*address, 0});
+}
+
 std::vector<std::string> HostAddressList() {
     char host[100] = "";
     if (gethostname(host, sizeof host - 1) != 0) return {};

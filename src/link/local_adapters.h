@@ -34,6 +34,9 @@ struct SystemAdapter {
 /// getifaddrs and the device's ancestors under /sys/class/net.
 [[nodiscard]] std::vector<LocalAdapter> LocalAdapterList();
 
+/// Whether sockets can be bound to `ip`, that is, whether it is one of this machine's at present.
+[[nodiscard]] bool IsLocalAddress(const std::string& ip);
+
 /// The IPv4 addresses that this machine's host name resolves to, dotted.
 [[nodiscard]] std::vector<std::string> HostAddressList();
 

@@ -1,12 +1,14 @@
 #include "videocontrol/video_control_dialog.h"
 
 #include <wx/button.h>
+#include <wx/dcclient.h>
 #include <wx/notebook.h>
 #include <wx/statbmp.h>
 
 #include <algorithm>
 
 #include "widgets/common_texts.h"
+#include "widgets/front_dialog.h"
 #include "widgets/icons.h"
 #include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
@@ -67,7 +69,7 @@ void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
 }  // namespace
 
 CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Sender send)
-    : wxPanel(parent), send_(std::move(send)), run_(*this), timer_(this, kPollTimer) {
+    : wxPanel(parent), send_(std::move(send)), run_(*this, player.ip), timer_(this, kPollTimer) {
     const int gap = FromDIP(8);
     const auto row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap);
     const auto cell = wxSizerFlags(1).Expand().Border(wxRIGHT, gap);
@@ -89,7 +91,13 @@ CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Sende
     column->AddSpacer(gap);
     SetSizer(column);
     Bind(
-        wxEVT_TIMER, [this](wxTimerEvent&) { run_.Tick(); }, kPollTimer);
+        wxEVT_TIMER, [this](wxTimerEvent&) { Tick(); }, kPollTimer);
+}
+
+/// Time stands still under a message box: the player's answers wait behind it, and every poll
+/// would add one more.
+void CVideoControl::Tick() {
+    if (FrontDialog() == wxGetTopLevelParent(this)) run_.Tick();
 }
 
 wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
@@ -99,8 +107,10 @@ wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
     auto* name = new wxStaticText(this, wxID_ANY, ToWx(player.ip + "   " + player.id));
     name->SetFont(name->GetFont().Bold());
     row->Add(name, flags);
-    row->Add(new wxStaticText(this, wxID_ANY, ToWx(player.remarks)), flags);
-    row->AddStretchSpacer();
+    auto* remarks = new wxStaticText(this, wxID_ANY, ToWx(player.remarks), wxDefaultPosition,
+                                     wxDefaultSize, wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
+    remarks->SetMinSize(wxSize(10 * GetCharWidth(), wxDefaultCoord));
+    row->Add(remarks, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
     state_ = new wxStaticText(this, wxID_ANY, ToWx(kStates[0]));
     row->Add(state_, wxSizerFlags().CentreVertical());
     return row;
@@ -156,7 +166,7 @@ wxSizer* CVideoControl::MakeUsbGroup() {
     auto* group = new wxStaticBoxSizer(usbBox_, wxHORIZONTAL);
     auto* icon = new wxStaticBitmap(usbBox_, wxID_ANY, LineIcon("usb", 20));
     group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
-    usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, wxDefaultSize, 0, nullptr,
+    usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, NameSize(), 0, nullptr,
                                wxCB_READONLY);
     usbVideo_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) {
         run_.ChooseUsbVideo(FromWx(usbVideo_->GetStringSelection()));
@@ -172,17 +182,23 @@ wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, Chooser 
     return group;
 }
 
+/// Of a drop-down, whatever names it will offer.
+wxSize CVideoControl::NameSize() const { return {18 * GetCharWidth(), wxDefaultCoord}; }
+
 /// A drop-down that sends what is chosen at once, and what is typed at the press of a button.
 wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, Chooser chooser) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    auto* names = new wxComboBox(parent, id);
-    auto* button = new wxButton(parent, wxID_ANY, ToWx(kSwitchTo));
+    auto* names = new wxComboBox(parent, id, "", wxDefaultPosition, NameSize());
+    auto* button = new wxButton(parent, wxID_ANY, ButtonLabel(kSwitchTo, 'w'));
     row->Add(names, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(6)));
     row->Add(button, wxSizerFlags().CentreVertical());
     const auto send = [this, names, chooser](wxCommandEvent&) {
         (run_.*chooser)(FromWx(names->GetValue()));
     };
-    names->Bind(wxEVT_COMBOBOX, send);
+    names->Bind(wxEVT_COMBOBOX, [send](wxCommandEvent& event) {
+        // Passing a name with an arrow key is not choosing it.
+        if (!wxGetKeyState(WXK_UP) && !wxGetKeyState(WXK_DOWN)) send(event);
+    });
     button->Bind(wxEVT_BUTTON, send);
     choices_[id] = names;
     return row;
@@ -236,6 +252,11 @@ void CVideoControl::ShowButton(int id, const std::string& caption) {
 void CVideoControl::ButtonsChanged() {
     for (const auto& [id, button] : buttons_) button->Show(shownButtons_.contains(id));
     Layout();
+    wxWindow* dialog = wxGetTopLevelParent(this);
+    wxSize size = dialog->GetSizer()->ComputeFittingWindowSize(dialog);
+    size.IncTo(dialog->GetSize());
+    size.DecTo(wxGetClientDisplayRect().GetSize());
+    dialog->SetSize(size);  // captions may be longer than those of the resource
 }
 
 void CVideoControl::ShowPosition(int percent, const std::string& text) {
@@ -250,7 +271,12 @@ void CVideoControl::ShowVolume(int volume) {
     volumeText_->SetLabelText(wxString::Format("%d", volume));
 }
 
-void CVideoControl::ShowUsbLabel(const std::string& text) { usbBox_->SetLabelText(ToWx(text)); }
+void CVideoControl::ShowUsbLabel(const std::string& text) {
+    const wxClientDC measure(usbBox_);
+    const int width = usbBox_->GetSize().x - FromDIP(32);
+    usbBox_->SetLabelText(wxControl::Ellipsize(ToWx(text), measure, wxELLIPSIZE_MIDDLE, width,
+                                               wxELLIPSIZE_FLAGS_NONE));
+}
 
 void CVideoControl::ShowUsbVideos(const std::vector<std::string>& names) {
     wxArrayString items;
@@ -295,6 +321,7 @@ CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
 
 CVideoControlTab::~CVideoControlTab() {
     control_->Stop();
+    CloseLinks();  // the player would go on reporting its position
     RememberWindow(*this, nullptr, kWindowName, Services().preferences);
 }
 

@@ -50,6 +50,9 @@ class CVideoControl : public wxPanel, private VideoControlView {
     void HandleMessage(const WindowMessage& message) { run_.Handle(message); }
 
    private:
+    void Tick();
+    [[nodiscard]] wxSize NameSize() const;
+
     using Chooser = void (VideoControlRun::*)(const std::string&);
 
     void Send(const DevicePacket& packet) override { send_(packet); }

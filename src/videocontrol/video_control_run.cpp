@@ -50,7 +50,7 @@ void VideoControlRun::SendVolume() {
 }
 
 int VideoControlRun::SecondsOfSilence() const {
-    return silentTicks_ >= kWorryingSilence ? silentTicks_ : 0;
+    return state_ == State::kReady && silentTicks_ >= kWorryingSilence ? silentTicks_ : 0;
 }
 
 void VideoControlRun::Poll() {
@@ -85,10 +85,9 @@ void VideoControlRun::SendChoice(std::uint16_t commandId, const std::string& nam
 }
 
 void VideoControlRun::Handle(const WindowMessage& message) {
-    const bool wasSilent = SecondsOfSilence() > 0;
-    silentTicks_ = 0;
-    if (wasSilent) view_.StateChanged();
     const auto* record = std::get_if<ReplyRecord>(&message.record);
+    if (record && record->sender.ip != playerIp_) return;
+    EndSilence();
     if (const auto* status = std::get_if<PlayerStatus>(&message.record)) {
         TakeStatus(message.wParam, *status);
     } else if (!record) {
@@ -100,6 +99,16 @@ void VideoControlRun::Handle(const WindowMessage& message) {
     } else if (message.id == MessageId::kVideoReply && message.wParam == kReplyParam) {
         TakeReply(AsText(record->payload));
     }
+}
+
+/// A player that was away may have started anew: only the question for its captions makes it
+/// report its position again.
+void VideoControlRun::EndSilence() {
+    const bool wasSilent = SecondsOfSilence() > 0;
+    silentTicks_ = 0;
+    if (!wasSilent) return;
+    view_.Send(VideoCommandPacket(kVideoCaptions));
+    view_.StateChanged();
 }
 
 void VideoControlRun::TakeStatus(std::uint32_t wParam, const PlayerStatus& status) {

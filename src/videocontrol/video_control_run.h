@@ -61,7 +61,9 @@ class VideoControlRun {
    public:
     enum class State { kAskingState, kAskingLayouts, kAskingCaptions, kReady };
 
-    explicit VideoControlRun(VideoControlView& view) : view_(view) {}
+    /// Listens to the player at `playerIp` alone: a link to another one may still be open.
+    VideoControlRun(VideoControlView& view, std::string playerIp)
+        : view_(view), playerIp_(std::move(playerIp)) {}
 
     /// The window has opened: asks for the player's state at once and every eleventh second.
     void Opened();
@@ -84,11 +86,13 @@ class VideoControlRun {
     void Handle(const WindowMessage& message);
 
     [[nodiscard]] State CurrentState() const { return state_; }
-    /// Seconds since the player's last message, 0 as long as that is nothing to worry about.
+    /// Seconds since the player's last message; 0 as long as that is nothing to worry about, or
+    /// the player is being waited for anyway.
     [[nodiscard]] int SecondsOfSilence() const;
 
    private:
     void SendVolume();
+    void EndSilence();
     void Poll();
     void Enter(State state);
     void SendChoice(std::uint16_t commandId, const std::string& name);
@@ -100,6 +104,7 @@ class VideoControlRun {
     void TakeUsbVideos(const VideoReply& reply);
 
     VideoControlView& view_;
+    const std::string playerIp_;
     State state_ = State::kAskingState;
     int ticks_ = 0;
     int silentTicks_ = 0;

@@ -14,8 +14,15 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
       registration_(services_.Directory().Register(
           TitleOf(window), [this](WindowMessage& message) { HandleMessage(message); })) {
     // Without an escape button Escape does nothing, and without a default button neither does
-    // Enter: that swallows both where an open cell editor still gets them.
+    // Enter: that swallows both where an open cell editor still gets them. A button in focus
+    // would take Enter for a press.
     SetEscapeId(wxID_NONE);
+    Bind(wxEVT_CHAR_HOOK, [](wxKeyEvent& event) {
+        const bool enter =
+            event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
+        const bool onButton = wxDynamicCast(wxWindow::FindFocus(), wxButton) != nullptr;
+        if (!enter || !onButton) event.Skip();
+    });
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
         if (event.CanVeto() && !MayClose()) {
             event.Veto();
@@ -33,6 +40,11 @@ bool FeatureDialog::SendPacket(const DevicePacket& packet, std::vector<Target> t
     SendRequest request{std::move(targets), std::make_shared<const Bytes>(packet.Serialize())};
     return services_.Directory().Send(TitleOf(Window::kMain),
                                       {MessageId::kSendRequest, 0, std::move(request), 0});
+}
+
+void FeatureDialog::CloseLinks() {
+    services_.Directory().Send(TitleOf(Window::kMain),
+                               {MessageId::kSendRequest, 0, SendRequest{}, 0});
 }
 
 wxSizer* FeatureDialog::MakeButtonRow(bool withOk, const LocalText& cancelText) {

@@ -33,6 +33,9 @@ class FeatureDialog : public wxDialog {
     /// device. False when there is no main window.
     bool SendPacket(const DevicePacket& packet, std::vector<Target> targets);
 
+    /// Has the main window close every link.
+    void CloseLinks();
+
     /// The bottom row: OK (where wanted) and Cancel at the right, none of them a default button.
     [[nodiscard]] wxSizer* MakeButtonRow(bool withOk, const LocalText& cancelText);
 

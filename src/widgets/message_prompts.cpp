@@ -14,9 +14,9 @@ namespace {
 int Show(const std::string& text, long style) {
     wxGenericMessageDialog box(FrontDialog(), ToWx(text), ToWx(ApplicationTitle()), style);
     if ((style & wxYES_NO) != 0) {
-        box.SetYesNoLabels(ToWx(kYesText), ToWx(kNoText));
+        box.SetYesNoLabels(ButtonLabel(kYesText, 'Y'), ButtonLabel(kNoText, 'N'));
     } else {
-        box.SetOKLabel(ToWx(kOkText));
+        box.SetOKLabel(ButtonLabel(kOkText, 'O'));
     }
     return box.ShowModal();
 }

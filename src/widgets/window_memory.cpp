@@ -38,8 +38,10 @@ void RestoreWindow(wxTopLevelWindow& window, wxListCtrl* list, const std::string
     if (const Json::Value& place = entry[kPlace]; IsNumbers(place, kPlaceNumbers)) {
         const wxRect rectangle(place[0].asInt(), place[1].asInt(), place[2].asInt(),
                                place[3].asInt());
-        window.SetSize(wxSize(std::max(rectangle.width, window.GetMinWidth()),
-                              std::max(rectangle.height, window.GetMinHeight())));
+        wxSize size = rectangle.GetSize();
+        size.DecTo(wxGetClientDisplayRect().GetSize());
+        size.IncTo(window.GetMinSize());
+        window.SetSize(size);
         if (wxDisplay::GetFromPoint(rectangle.GetPosition()) != wxNOT_FOUND)
             window.Move(rectangle.GetPosition());
     }

@@ -13,15 +13,17 @@ inline wxString ToWx(const std::string& text) { return wxString::FromUTF8(text);
 inline wxString ToWx(const LocalText& text) { return ToWx(Localized(text)); }
 inline std::string FromWx(const wxString& text) { return text.utf8_string(); }
 
-/// A button's label: the text itself, in English with `key` as its mnemonic. Chinese texts have
-/// no letter that could be one.
-inline wxString ButtonLabel(const LocalText& text, char key) {
+/// A button's label: the text itself with `key` as its mnemonic where it has that letter. A
+/// Chinese text that has none goes without.
+inline wxString ButtonLabel(const std::string& text, char key) {
     wxString label = ToWx(text);
     label.Replace("&", "&&");
-    const std::size_t place = label.find(key);
-    if (CurrentLanguage() == Language::kEnglish && place != wxString::npos)
+    if (const std::size_t place = label.find(key); place != wxString::npos)
         label.insert(place, "&");
     return label;
+}
+inline wxString ButtonLabel(const LocalText& text, char key) {
+    return ButtonLabel(Localized(text), key);
 }
 
 }  // namespace sontaro

@@ -98,8 +98,12 @@ TEST_F(Remarks, AreWrittenBesideWhatIsNotKnown) {
 }
 
 TEST_F(Remarks, ThatCannotBeKeptAreReported) {
-    std::filesystem::create_directories(folder / "remarks.json.new");
-    EXPECT_FALSE(DeviceRemarks(path).SetRemarks("02:00", "left"));
+    DeviceRemarks remarks(folder.Write("file", "") / "inside");
+    EXPECT_FALSE(remarks.SetRemarks("02:00", "left"));
+    DeviceRecord device;
+    device.mac = "02:00";
+    remarks.ApplyTo(device);
+    EXPECT_EQ(device.remarks, "");
 }
 
 TEST(DeviceChoice, IsOneDeviceOrUpToEight) {

@@ -4,7 +4,7 @@
 
 #include "link/discovery.h"
 #include "simulator/player_group.h"
-#include "support/link_h"
+#include "support/link_surroundings.h"
 #include "support/temporary_folder.h"
 
 namespace sontaro::test {
@@ -94,10 +94,11 @@ TEST_F(Scan, KeepsTicksOfPlayersThatAnswerAgain) {
     Reply(2, "b");
     Reply(1, "a");
     EXPECT_EQ(Ids(), "a b* ");
-    scan.SetTicked(1, false);
     for (int press = 0; press < 2; ++press) scan.PressScan();
+    Reply(1, "a");
+    scan.ChooseOnly(0);
     Reply(2, "b");
-    EXPECT_EQ(Ids(), "b ");
+    EXPECT_EQ(Ids(), "a* b ");
 }
 
 TEST_F(Scan, ShowsRemarksAtOnceAndAtEveryLaterReply) {

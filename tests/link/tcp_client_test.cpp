@@ -122,8 +122,9 @@ TEST_F(TcpLink, SilentTargetIsGivenUpAfterASecond) {
     auto* native = reinterpret_cast<sockaddr*>(&address);
     socklen_t size = sizeof address;
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    ASSERT_EQ(bind(listener, native, size) + listen(listener, 0), 0);
-    ASSERT_EQ(getsockname(listener, native, &size), 0);
+    ASSERT_EQ(
+        bind(listener, native, size) + listen(listener, 0) + getsockname(listener, native, &size),
+        0);
     const std::uint16_t port = ntohs(address.sin_port);
     std::vector<Socket> queue;  // fills the listener's backlog: nobody else is answered
     while (queue.emplace_back(Socket::Tcp()).Connect({silent, port}, 50ms)) {

@@ -21,21 +21,16 @@ struct Player : testing::Test {
     Player() {
         options.address = network.Player(0);
         options.file = folder / "player.json";
-        options.pacing = {0ms, 1ms};
-        options.speed = 10000;
     }
     static Socket ConnectTo(const SimulatedPlayer& player) {
         Socket socket = Socket::Tcp();
         EXPECT_TRUE(socket.Connect(player.Address(), 1s));
         return socket;
     }
-    static Json::Value Receive(Socket& socket) {
-        const PacketHeader header = DecodeHeader(ReceiveExactly(socket, kHeaderSize));
-        return *ParseJson(AsText(ReceiveExactly(socket, header.payloadLength)));
-    }
-    static Json::Value Ask(Socket& socket, const char* json) {
+    static int CodeOf(Socket& socket, const char* json) {
         socket.Send(DevicePacket::Request(kCommandVideo, 0, json).Serialize());
-        return Receive(socket);
+        const PacketHeader header = DecodeHeader(ReceiveExactly(socket, kHeaderSize));
+        return (*ParseJson(AsText(ReceiveExactly(socket, header.payloadLength))))["code"].asInt();
     }
 
     test::TestNetwork network;
@@ -48,10 +43,10 @@ TEST_F(Player, KeepsWhatItWasToldFromOneStartToTheNextOnTheSamePort) {
     ASSERT_TRUE(player.Start());
     const Endpoint address = player.Address();
     Socket socket = ConnectTo(player);
-    EXPECT_EQ(Ask(socket, R"({"cmdId":8,"sound":"33"})")["code"].asInt(), 0);
+    EXPECT_EQ(CodeOf(socket, R"({"cmdId":8,"sound":"33"})"), 0);
     for (const char* refused :
          {R"({"cmdId":8,"sound":"101"})", R"({"cmdId":6,"layoutName":"-"})", "{"})
-        EXPECT_EQ(Ask(socket, refused)["code"].asInt(), 1) << refused;
+        EXPECT_EQ(CodeOf(socket, refused), 1) << refused;
     player.Stop();
     SimulatedPlayer again(options);
     ASSERT_TRUE(again.Start());
@@ -61,19 +56,6 @@ TEST_F(Player, KeepsWhatItWasToldFromOneStartToTheNextOnTheSamePort) {
     EXPECT_EQ(player.Address(), address);
     folder.Write("player.json", "damaged");
     EXPECT_FALSE(SimulatedPlayer(options).Start());
-}
-
-TEST_F(Player, ReportsAMovingPositionOnceItsCaptionsWereAsked) {
-    SimulatedPlayer player(options);
-    ASSERT_TRUE(player.Start());
-    Socket socket = ConnectTo(player);
-    EXPECT_EQ(Ask(socket, R"({"cmdId":3})")["data"].size(), 14U);
-    for (int last = -1, moved = 0; moved < 3;) {
-        const Json::Value report = Receive(socket);
-        const int position =
-            report["data"].isObject() ? report["data"]["currentPosition"].asInt() : last;
-        if (std::exchange(last, position) != position) ++moved;
-    }
 }
 
 TEST_F(Player, HearsOnlyItsOwnNetwork) {

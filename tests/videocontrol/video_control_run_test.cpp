@@ -39,7 +39,7 @@ struct RemoteControl : testing::Test, VideoControlView {
     void StateChanged() override {}
 
     void Reply(MessageId id, std::string_view payload = {}, std::uint32_t wParam = 10) {
-        run.Handle({id, wParam, ReplyRecord{{}, 0, 0, 0, ToBytes(payload)}, 0});
+        run.Handle({id, wParam, ReplyRecord{player, 0, 0, 0, ToBytes(payload)}, 0});
     }
     void StateReply() { Reply(MessageId::kPlayerState); }
     void Layouts(std::string_view names = {}) { Reply(MessageId::kLayoutState, names); }
@@ -54,7 +54,8 @@ struct RemoteControl : testing::Test, VideoControlView {
     std::string Log() { return std::exchange(log, ""); }
 
     std::string log;
-    VideoControlRun run{*this};
+    const Target player{"127.0.0.2", 9000, 5};
+    VideoControlRun run{*this, player.ip};
 };
 
 TEST_F(RemoteControl, AsksForStateLayoutsAndCaptionsOneAfterTheOther) {
@@ -70,24 +71,23 @@ TEST_F(RemoteControl, AsksForStateLayoutsAndCaptionsOneAfterTheOther) {
 }
 
 TEST_F(RemoteControl, PollsAtEveryEleventhTickOfAStateUntilItIsReady) {
-    const std::pair<std::function<void()>, std::string> states[] = {
-        {[this] { run.Opened(); }, "send 19; "},
-        {[this] { StateReply(); }, "send 52; "},
-        {[this] { Layouts(); }, R"(send 59{"cmdId":3}; )"}};
-    for (const auto& [enter, poll] : states) {
-        enter();
+    const auto expectPolls = [this](const std::string& poll) {
         Log();
         Advance(10);
         EXPECT_EQ(Log(), "");
         Advance(1);
-        EXPECT_EQ(Log(), "");
+        EXPECT_EQ(Log(), poll);
         Advance(11 + 7);
-        EXPECT_EQ(Log(), "");
-    }
+        EXPECT_EQ(Log(), poll);
+    };
+    run.Opened();
+    expectPolls("send 19; ");
+    StateReply();
+    expectPolls("send 52; ");
+    Layouts();
+    expectPolls(R"(send 59{"cmdId":3}; )");
     Captions();
-    Log();
-    Advance(100);
-    EXPECT_EQ(Log(), "");
+    expectPolls("");
 }
 
 TEST_F(RemoteControl, NeverGoesBackToAnEarlierState) {
@@ -110,7 +110,24 @@ TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
     run.MoveVolume(40);
     run.MoveVolume(41);
     Advance(2);
-    EXPECT_EQ(Log(), R"(send 59{"cmdId":8,"sound":"41"}; send 19; )");
+    run.MoveVolume(42);
+    run.Closing();
+    EXPECT_EQ(Log(),
+              R"(send 59{"cmdId":8,"sound":"41"}; send 19; send 59{"cmdId":8,"sound":"42"}; )");
+}
+
+TEST_F(RemoteControl, AsksForCaptionsAgainWhenAReadyPlayerEndsItsSilence) {
+    Advance(100);
+    EXPECT_EQ(run.SecondsOfSilence(), 0);
+    Captions();
+    Advance(14);
+    EXPECT_EQ(run.SecondsOfSilence(), 0);
+    Advance(1);
+    EXPECT_EQ(run.SecondsOfSilence(), 15);
+    Log();
+    StateReply();
+    EXPECT_EQ(Log(), R"(send 59{"cmdId":3}; )");
+    EXPECT_EQ(run.SecondsOfSilence(), 0);
 }
 
 TEST_F(RemoteControl, SetsTheSliderFromAStatusWithParameterOne) {
@@ -172,6 +189,7 @@ TEST_F(RemoteControl, ActsOnNoOtherReplies) {
     Reply(MessageId::kVideoReply, R"({"code":0,)" + position, 9);
     Reply(MessageId::kVideoReply, R"({"code":1,)" + position);
     Reply(MessageId::kCave, R"({"code":0,)" + position);
+    run.Handle({MessageId::kPlayerState, 0, ReplyRecord{{"127.0.0.3", 9000, 5}, 0, 0, 0, {}}, 0});
     for (const char* id : {"1", "2", "4", "13", "59"})
         Video(R"("data":[],"cmdId":)" + std::string(id));
     EXPECT_EQ(Log(), "");
