@@ -87,7 +87,7 @@ wxDialog* Tour::FrontTitled(const std::string& title) {
 
 bool Tour::Press(int id) {
     wxDialog* front = FrontDialog();
-    auto* button = front ? wxDynamicCast(front->FindWindow(id), wxButton) : nullptr;
+    auto* button = front ? dynamic_cast<wxButton*>(front->FindWindow(id)) : nullptr;
     if (!button || !button->IsShownOnScreen() || !button->IsEnabled()) return false;
     wxCommandEvent press(wxEVT_BUTTON, id);
     press.SetEventObject(button);

@@ -55,14 +55,14 @@ class TourScript {
     }
 
     static bool IsMessage(wxDialog* dialog) {
-        return wxDynamicCast(dialog, wxGenericMessageDialog) != nullptr;
+        return dynamic_cast<wxGenericMessageDialog*>(dialog) != nullptr;
     }
     static bool MessageInFront() { return IsMessage(FrontDialog()); }
 
     template <class Control>
     static Control* Find(int id) {
         wxDialog* front = FrontDialog();
-        return front ? wxDynamicCast(front->FindWindow(id), Control) : nullptr;
+        return front ? dynamic_cast<Control*>(front->FindWindow(id)) : nullptr;
     }
 
     static DeviceList* List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }

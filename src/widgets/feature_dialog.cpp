@@ -20,7 +20,7 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
     Bind(wxEVT_CHAR_HOOK, [](wxKeyEvent& event) {
         const bool enter =
             event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
-        const bool onButton = wxDynamicCast(wxWindow::FindFocus(), wxButton) != nullptr;
+        const bool onButton = dynamic_cast<wxButton*>(wxWindow::FindFocus()) != nullptr;
         if (!enter || !onButton) event.Skip();
     });
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {

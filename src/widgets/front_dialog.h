@@ -9,7 +9,7 @@ namespace sontaro {
 /// there is none.
 inline wxDialog* FrontDialog() {
     for (auto* node = wxTopLevelWindows.GetLast(); node; node = node->GetPrevious()) {
-        auto* dialog = wxDynamicCast(node->GetData(), wxDialog);
+        auto* dialog = dynamic_cast<wxDialog*>(node->GetData());
         if (dialog && dialog->IsShown() && !dialog->IsBeingDeleted()) return dialog;
     }
     return nullptr;

@@ -56,12 +56,6 @@ TEST_F(Reassembling, TakesAPacketCutAnywhereBehindItsHeaderAndLosesOthersAlone) 
         }
 }
 
-TEST_F(Reassembling, HeaderWithoutPayloadCompletesAtOnceWithItsSender) {
-    Chunk(Packet(0x9A, 0, 0), "127.0.0.7");
-    EXPECT_THAT(commands, ElementsAre(0x9A));
-    EXPECT_EQ(sender, (Target{"127.0.0.7", 9000, 5}));
-}
-
 TEST_F(Reassembling, ShortHeaderChunkIsIgnoredAndTheNextIsAHeaderWithoutACheck) {
     Chunk(ByteView(Packet(0x9A, 4, 4)).first(10));
     Chunk(Hex("00 11"));
@@ -109,7 +103,9 @@ TEST_F(Reassembling, EndsAndFailuresDiscardAndUnknownCodesDoNot) {
 TEST_F(Reassembling, IsSharedByAllLinksAndTheLastChunkNamesTheSender) {
     Chunk(Packet(0x9A, 2, 4), "127.0.0.2");
     Chunk(AsBytes("yz"), "127.0.0.3");
-    EXPECT_EQ(sender.ip, "127.0.0.3");
+    EXPECT_EQ(sender, (Target{"127.0.0.3", 9000, 5}));
+    Chunk(Packet(0x9B, 0, 0), "127.0.0.7");  // complete without a payload
+    EXPECT_EQ(sender.ip, "127.0.0.7");
 }
 
 TEST_F(Reassembling, AnnouncedLengthAllocatesNothing) {

@@ -107,8 +107,7 @@ TEST_F(MainWindowHalf, LetsRepliesInWhileAMessageBoxIsOpen) {
     prompts.whileShown = [this] { AskAndAwaitData(1); };
     players.Player(0).ChangeState([](simulator::PlayerState& state) { state.layoutLocked = true; });
     Ask(0, kCommandLayoutState);
-    Await([this] { return !remote.messages.empty(); });
-    EXPECT_EQ(prompts.texts.size(), 1U);
+    Await([this] { return !prompts.texts.empty(); });
 }
 
 TEST_F(MainWindowHalf, EndsWhileAPlayerKeepsTalking) {

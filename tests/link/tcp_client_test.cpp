@@ -82,29 +82,25 @@ TEST_P(EndingTcpLink, ReportsTheCauseThenEightAndConnectsAgain) {
     ExpectExchangeWith(next);
 }
 
-void Reset(Socket& peer) {
-    peer.ResetOnClose();
-    peer.Close();
-}
+void ResetPeer(TcpLink&, Socket& peer) { peer.ResetOnClose(), peer.Close(); }
 void Wake(TcpLink& test, Socket&) { EXPECT_TRUE(test.Queue(1, 'x')); }
-void CloseLink(TcpLink& test, Socket&) { test.link->Close(); }
+void ResetPeerDuringASend(TcpLink& test, Socket& peer) {
+    EXPECT_TRUE(test.Queue(kBufferSize, 'x'));  // does not fit into the sockets
+    EXPECT_EQ(ReceiveExactly(peer, 1).size(), 1U);
+    ResetPeer(test, peer);
+}
 void LetTheWindowThrow(TcpLink& test, Socket& peer) {
     test.window.react = [](auto&) { throw std::runtime_error("no memory"); };
     peer.Send(AsBytes("x"));
 }
-void ResetDuringASend(TcpLink& test, Socket& peer) {
-    EXPECT_TRUE(test.Queue(kBufferSize, 'x'));  // does not fit into the sockets
-    EXPECT_EQ(ReceiveExactly(peer, 1).size(), 1U);
-    Reset(peer);
-}
 const Ending kEndings[] = {
     {"PeerCloses", {}, [](auto&, Socket& peer) { peer.Close(); }, {7, 8}},
-    {"PeerResets", {}, [](auto&, Socket& peer) { Reset(peer); }, {6, 8}},
-    {"PeerResetsDuringASend", {}, ResetDuringASend, {2, 6, 8}},
+    {"PeerResets", {}, ResetPeer, {6, 8}},
+    {"PeerResetsDuringASend", {}, ResetPeerDuringASend, {2, 6, 8}},
     {"WindowThrows", {}, LetTheWindowThrow, {5, 1, 8}},
     {"WaitTimesOut", LinkCode::kSendWaitTimedOut, Wake, {3, 7, 8}},
     {"WaitFails", LinkCode::kSendWaitFailed, Wake, {4, 7, 8}},
-    {"OwnerCloses", {}, CloseLink, {7, 8}},
+    {"OwnerCloses", {}, [](TcpLink& test, Socket&) { test.link->Close(); }, {7, 8}},
 };
 INSTANTIATE_TEST_SUITE_P(Every, EndingTcpLink, testing::ValuesIn(kEndings), kCaseName);
 

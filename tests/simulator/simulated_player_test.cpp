@@ -13,26 +13,13 @@
 namespace sontaro::simulator {
 namespace {
 
-using namespace std::chrono_literals;
 using test::ReceiveDatagram;
-using test::ReceiveExactly;
 
 struct Player : testing::Test {
     Player() {
         options.address = network.Player(0);
         options.file = folder / "player.json";
     }
-    static Socket ConnectTo(const SimulatedPlayer& player) {
-        Socket socket = Socket::Tcp();
-        EXPECT_TRUE(socket.Connect(player.Address(), 1s));
-        return socket;
-    }
-    static int CodeOf(Socket& socket, const char* json) {
-        socket.Send(DevicePacket::Request(kCommandVideo, 0, json).Serialize());
-        const PacketHeader header = DecodeHeader(ReceiveExactly(socket, kHeaderSize));
-        return (*ParseJson(AsText(ReceiveExactly(socket, header.payloadLength))))["code"].asInt();
-    }
-
     test::TestNetwork network;
     test::TemporaryFolder folder;
     PlayerOptions options;
@@ -42,20 +29,24 @@ TEST_F(Player, KeepsWhatItWasToldFromOneStartToTheNextOnTheSamePort) {
     SimulatedPlayer player(options);
     ASSERT_TRUE(player.Start());
     const Endpoint address = player.Address();
-    Socket socket = ConnectTo(player);
-    EXPECT_EQ(CodeOf(socket, R"({"cmdId":8,"sound":"33"})"), 0);
-    for (const char* refused :
-         {R"({"cmdId":8,"sound":"101"})", R"({"cmdId":6,"layoutName":"-"})", "{"})
-        EXPECT_EQ(CodeOf(socket, refused), 1) << refused;
+    player.ChangeState([](PlayerState& state) { state.volume = 33; });
+    ASSERT_TRUE(player.Start());
+    EXPECT_EQ(player.Address(), address);
     player.Stop();
     SimulatedPlayer again(options);
     ASSERT_TRUE(again.Start());
     EXPECT_EQ(again.State().volume, 33);
-    again.Stop();
-    ASSERT_TRUE(player.Start());
-    EXPECT_EQ(player.Address(), address);
     folder.Write("player.json", "damaged");
     EXPECT_FALSE(SimulatedPlayer(options).Start());
+}
+
+TEST_F(Player, AnswersImpossibleCommandsWithAFailure) {
+    for (const char* json :
+         {R"({"cmdId":8,"sound":"101"})", R"({"cmdId":6,"layoutName":"-"})", "{"}) {
+        const Answer answer =
+            HandleRequest(options.state, DevicePacket::Request(kCommandVideo, 0, json));
+        EXPECT_EQ((*ParseJson(AsText(answer.reply.payload)))["code"].asInt(), 1) << json;
+    }
 }
 
 TEST_F(Player, HearsOnlyItsOwnNetwork) {

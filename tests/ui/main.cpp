@@ -7,7 +7,7 @@
 namespace {
 
 class TestApp : public wxApp {
- public:
+   public:
     bool OnInit() override {
         delete wxLog::SetActiveTarget(new wxLogStderr);
         SetExitOnFrameDelete(false);
@@ -28,7 +28,7 @@ class TestApp : public wxApp {
             << "assertion of the toolkit: " << wxString(condition).utf8_string();
     }
 
- private:
+   private:
     int result_ = 1;
 };
 

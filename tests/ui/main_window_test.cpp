@@ -114,6 +114,22 @@ TEST_F(MainWindow, ThePlayersCaptionsDecideWhatIsShownAndSent) {
     });
 }
 
+TEST_F(MainWindow, ARemoteControlHearsItsOwnPlayerAlone) {
+    StartPlayers(1);
+    Open();
+    Control([&](wxDialog* control) {
+        ASSERT_TRUE(IsReady(control));
+        const std::string other =
+            R"({"code":0,"cmdId":10,"data":{"currentPosition":1,"totalDuration":7200}})";
+        ReplyRecord record{
+            {"127.0.0.250", 9000, 0}, kCommandVideo, kVideoPosition, 0, ToBytes(other)};
+        directory.Send(TitleOf(Window::kVideoControl),
+                       {MessageId::kVideoReply, 10, std::move(record), 0});
+        EXPECT_EQ(TextOf(control, kPositionText).find("02:00:00"), std::string::npos);
+    });
+    EXPECT_TRUE(players->Player(0).WaitForConnectionCount(0, std::chrono::seconds(5)));
+}
+
 TEST_F(MainWindow, VolumeAndChoicesAreSent) {
     StartPlayers(1);
     Open();

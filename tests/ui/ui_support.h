@@ -34,7 +34,7 @@ bool PumpUntil(Predicate holds, long limit = 10000) {
 
 /// Presses a button as a click does; its handler has run when this returns.
 inline void Press(wxWindow* window, int id) {
-    auto* button = wxDynamicCast(window->FindWindow(id), wxButton);
+    auto* button = dynamic_cast<wxButton*>(window->FindWindow(id));
     ASSERT_TRUE(button && button->IsShown() && button->IsEnabled()) << "button " << id;
     wxCommandEvent press(wxEVT_BUTTON, id);
     press.SetEventObject(button);

@@ -1,5 +1,6 @@
 #include "videocontrol/video_control_run.h"
 
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 #include "support/literals.h"
@@ -12,30 +13,25 @@ using Texts = std::vector<std::string>;
 
 /// Writes down, in order, what the window would show and send.
 struct RemoteControl : testing::Test, VideoControlView {
-    void Write(const char* what, const Texts& texts) {
-        log += what;
-        for (const std::string& text : texts) log += " " + text;
-        log += "; ";
+    template <class... Parts>
+    void Write(fmt::format_string<Parts...> format, Parts&&... parts) {
+        log += fmt::format(format, std::forward<Parts>(parts)...) + "; ";
     }
     void Send(const DevicePacket& packet) override {
-        Write("send", {std::to_string(packet.header.command) + Compact(packet.payload)});
+        Write("send {}{}", packet.header.command, Compact(packet.payload));
     }
-    void StartTimer() override { Write("timer", {}); }
-    void HideButtons() override { Write("hide", {}); }
-    void ShowButton(int id, const std::string& text) override {
-        Write("button", {std::to_string(id), text});
-    }
-    void ButtonsChanged() override { Write("buttons", {}); }
-    void ShowPosition(int percent, const std::string& text) override {
-        Write("at", {std::to_string(percent), text});
-    }
-    void ShowTitle(const std::string& text) override { Write("title", {text}); }
-    void ShowVolume(int volume) override { Write("volume", {std::to_string(volume)}); }
-    void ShowUsbLabel(const std::string& text) override { Write("label", {text}); }
-    void ShowUsbVideos(const Texts& names) override { Write("usb", names); }
-    void OfferFolders(const Texts& names) override { Write("folders", names); }
-    void OfferLayouts(const Texts& names) override { Write("layouts", names); }
-    void OfferVideos(const Texts& names) override { Write("videos", names); }
+    void StartTimer() override { Write("timer"); }
+    void HideButtons() override { Write("hide"); }
+    void ShowButton(int id, const std::string& text) override { Write("button {} {}", id, text); }
+    void ButtonsChanged() override { Write("buttons"); }
+    void ShowPosition(int done, const std::string& at) override { Write("at {} {}", done, at); }
+    void ShowTitle(const std::string& text) override { Write("title {}", text); }
+    void ShowVolume(int volume) override { Write("volume {}", volume); }
+    void ShowUsbLabel(const std::string& text) override { Write("label {}", text); }
+    void ShowUsbVideos(const Texts& t) override { Write("usb {}", fmt::join(t, " ")); }
+    void OfferFolders(const Texts& t) override { Write("folders {}", fmt::join(t, " ")); }
+    void OfferLayouts(const Texts& t) override { Write("layouts {}", fmt::join(t, " ")); }
+    void OfferVideos(const Texts& t) override { Write("videos {}", fmt::join(t, " ")); }
     void StateChanged() override {}
 
     void Reply(MessageId id, std::string_view payload = {}, std::uint32_t wParam = 10) {
@@ -67,7 +63,6 @@ TEST_F(RemoteControl, AsksForStateLayoutsAndCaptionsOneAfterTheOther) {
     EXPECT_EQ(Log(), R"(layouts Night Day; send 59{"cmdId":3}; )");
     Captions();
     EXPECT_EQ(Log(), "hide; buttons; timer; ");
-    EXPECT_EQ(run.CurrentState(), State::kReady);
 }
 
 TEST_F(RemoteControl, PollsAtEveryEleventhTickOfAStateUntilItIsReady) {
@@ -90,19 +85,19 @@ TEST_F(RemoteControl, PollsAtEveryEleventhTickOfAStateUntilItIsReady) {
     expectPolls("");
 }
 
-TEST_F(RemoteControl, NeverGoesBackToAnEarlierState) {
-    run.Opened();
-    Layouts();
-    EXPECT_EQ(run.CurrentState(), State::kAskingState);
-    for (int i = 0; i < 2; ++i) StateReply();
-    EXPECT_EQ(run.CurrentState(), State::kAskingLayouts);
-    Layouts();
+TEST_F(RemoteControl, TakesEachStepOnceAndNeverGoesBack) {
+    const auto expectAfterEveryReply = [this](State state) {
+        if (state != State::kAskingState) StateReply();
+        if (state != State::kAskingLayouts) Layouts();
+        EXPECT_EQ(run.CurrentState(), state);
+    };
+    expectAfterEveryReply(State::kAskingState);
     StateReply();
-    EXPECT_EQ(run.CurrentState(), State::kAskingCaptions);
+    expectAfterEveryReply(State::kAskingLayouts);
+    Layouts();
+    expectAfterEveryReply(State::kAskingCaptions);
     Captions();
-    StateReply();
-    Layouts();
-    EXPECT_EQ(run.CurrentState(), State::kReady);
+    expectAfterEveryReply(State::kReady);
 }
 
 TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
@@ -181,7 +176,7 @@ TEST_F(RemoteControl, RefillsUsbVideosOnlyWhenTheyDiffer) {
     EXPECT_EQ(Log(), "label USB视频-婚礼; ");
     for (const char* list : {R"(["b","a"])", "{}", "[]"})
         Video(R"("cmdId":12,"data":)" + std::string(list));
-    EXPECT_EQ(Log(), "label USB视频; usb b a; label USB视频; label USB视频; usb; ");
+    EXPECT_EQ(Log(), "label USB视频; usb b a; label USB视频; label USB视频; usb ; ");
 }
 
 TEST_F(RemoteControl, ActsOnNoOtherReplies) {
