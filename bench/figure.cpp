@@ -6,6 +6,17 @@
 
 namespace sontaro::bench {
 
+namespace {
+
+/// Values that were measured in turn: `ours[i]` next to `baseline[i]`.
+Comparison Compare(const std::vector<double>& ours, const std::vector<double>& baseline) {
+    std::vector<double> ratios(ours.size());
+    std::ranges::transform(ours, baseline, ratios.begin(), std::divides());
+    return {Median(ours), Median(baseline), Median(ratios)};
+}
+
+}  // namespace
+
 std::string Figure::Line() const {
     return fmt::format("{:<20} {:6.2f}  {} {:.2f}  {}", name, ratio,
                        direction == Goal::kAtLeast ? ">=" : "<=", goal, IsMet() ? "PASS" : "FAIL");
@@ -15,12 +26,6 @@ double Median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::ranges::nth_element(values, middle);
     return *middle;
-}
-
-Comparison Compare(const std::vector<double>& ours, const std::vector<double>& baseline) {
-    std::vector<double> ratios(ours.size());
-    std::ranges::transform(ours, baseline, ratios.begin(), std::divides());
-    return {Median(ours), Median(baseline), Median(ratios)};
 }
 
 Comparison CompareInTurn(int repetitions, const std::function<double()>& ours,

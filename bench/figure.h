@@ -35,10 +35,6 @@ struct Comparison {
     double ratio = 0;
 };
 
-/// Values of ours and the baseline that were measured in turn: `ours[i]` next to `baseline[i]`.
-[[nodiscard]] Comparison Compare(const std::vector<double>& ours,
-                                 const std::vector<double>& baseline);
-
 /// Measures both in turn, `repetitions` times after one that does not count; which one goes first
 /// alternates, so that a machine that gets slower or faster favours neither.
 [[nodiscard]] Comparison CompareInTurn(int repetitions, const std::function<double()>& ours,

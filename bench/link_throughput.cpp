@@ -1,6 +1,7 @@
 #include <fmt/core.h>
 
 #include <future>
+#include <semaphore>
 #include <stdexcept>
 #include <thread>
 
@@ -69,18 +70,32 @@ class NoPrompts : public Prompts {
     [[nodiscard]] bool Confirm(const std::string&) override { return false; }
 };
 
+/// Sends like any other, and says so whenever a packet has left the queue.
+class AnnouncingIo : public LinkIo {
+   public:
+    std::int64_t Send(Socket& socket, ByteView bytes) override {
+        taken_.release();
+        return LinkIo::Send(socket, bytes);
+    }
+    void AwaitTaken() { taken_.acquire(); }
+
+   private:
+    std::counting_semaphore<> taken_{0};
+};
+
 double MegabytesPerSecondOfLink(const std::shared_ptr<const Bytes>& packet) {
     NoUi ui;
     WindowDirectory directory(ui);
     ThreadGroup threads;
     NoPrompts prompts;
     Sink sink;
-    CTCPClient link("", {directory, threads, prompts});
+    const auto io = std::make_shared<AnnouncingIo>();
+    CTCPClient link("", {directory, threads, prompts, io});
     if (!link.Connect({FormatIpv4(kLoopback), sink.Port(), 0}))
         throw std::runtime_error("the link does not connect");
     const Stopwatch stopwatch;
     for (int i = 0; i < kPackets; ++i)
-        while (!link.Queue(packet)) std::this_thread::sleep_for(100us);  // enough is waiting
+        while (!link.Queue(packet)) io->AwaitTaken();
     sink.AwaitAll();
     return kMegabytes / stopwatch.Seconds();
 }

@@ -4,11 +4,11 @@
 set -euo pipefail
 
 home=$(mktemp -d)
-trap 'rm -rf "$home"' EXIT
-mkdir -m 700 "$home/run"
+run=$(mktemp -d -p "$([[ -w /dev/shm ]] && echo /dev/shm || echo "$home")")  # in memory, as a session's is
+trap 'rm -rf "$home" "$run"' EXIT
 
 unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS LANGUAGE XDG_DATA_HOME XDG_CACHE_HOME
-export HOME=$home XDG_CONFIG_HOME=$home/config XDG_RUNTIME_DIR=$home/run
+export HOME=$home XDG_CONFIG_HOME=$home/config XDG_RUNTIME_DIR=$run
 export LC_ALL=C.UTF-8
 export GDK_BACKEND=x11 GSETTINGS_BACKEND=memory NO_AT_BRIDGE=1
 

@@ -22,6 +22,32 @@ constexpr int kPaceMilliseconds = 50;
 constexpr auto kPatience = 20s;
 constexpr auto kSettleTime = 350ms;  // until everything is painted
 
+/// What is seen of a window that nothing covers.
+wxImage PictureOf(wxWindow& window) {
+    const wxSize size = window.GetClientSize();
+    wxBitmap bitmap(size);
+    wxClientDC screen(&window);
+    wxMemoryDC memory(bitmap);
+    memory.Blit(wxPoint(0, 0), size, &screen, wxPoint(0, 0));
+    memory.SelectObject(wxNullBitmap);
+    return bitmap.ConvertToImage();
+}
+
+/// Whether a window shows one colour alone: it has not been painted yet.
+bool IsBlank(wxWindow& window) {
+    const wxImage image = PictureOf(window);
+    const unsigned char* data = image.GetData();
+    const std::ptrdiff_t size = std::ptrdiff_t{3} * image.GetWidth() * image.GetHeight();
+    return std::equal(data + 3, data + size, data);
+}
+
+/// Whether a picture is worth taking `waited` after the step's effect came.
+bool IsPainted(Tour::Clock::duration waited) {
+    if (waited < kSettleTime) return false;
+    wxDialog* window = FrontDialog();
+    return !window || !IsBlank(*window) || waited > kPatience;
+}
+
 }  // namespace
 
 Tour::Tour(std::filesystem::path folder) : folder_(std::move(folder)) {
@@ -46,7 +72,7 @@ void Tour::Proceed() {
         } else if (now - actedAt_ > kPatience) {
             Fail("in vain: " + steps_.front().say());
         }
-    } else if (now - doneAt_ > kSettleTime || steps_.front().picture.empty()) {
+    } else if (steps_.front().picture.empty() || IsPainted(now - doneAt_)) {
         Finish();
     }
 }
@@ -64,14 +90,9 @@ void Tour::Finish() {
 bool Tour::TakePicture(const std::string& name) {
     wxDialog* window = FrontDialog();
     if (!window) return false;
-    const wxSize size = window->GetClientSize();
-    wxBitmap bitmap(size);
-    wxClientDC screen(window);
-    wxMemoryDC memory(bitmap);
-    memory.Blit(wxPoint(0, 0), size, &screen, wxPoint(0, 0));
-    memory.SelectObject(wxNullBitmap);
+    const wxImage image = PictureOf(*window);
     const std::string file = fmt::format("{:02}-{}.png", ++pictures_, name);
-    return bitmap.SaveFile(ToWx((folder_ / file).string()), wxBITMAP_TYPE_PNG);
+    return image.SaveFile(ToWx((folder_ / file).string()), wxBITMAP_TYPE_PNG);
 }
 
 void Tour::Fail(const std::string& what) {

@@ -18,6 +18,8 @@ namespace sontaro {
 /// wait for: it ends the program.
 class Tour {
    public:
+    using Clock = std::chrono::steady_clock;
+
     struct Step {
         std::function<void()> act;         ///< presses something; must not block
         std::function<bool()> done;        ///< whether the effect is there
@@ -40,8 +42,6 @@ class Tour {
     static bool Press(int id);
 
    private:
-    using Clock = std::chrono::steady_clock;
-
     void Proceed();
     void Finish();
     [[nodiscard]] bool TakePicture(const std::string& name);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "devices/device_remarks.h"
 #include "devices/device_rules.h"
 #include "support/literals.h"
@@ -143,6 +145,10 @@ TEST(DeviceOrder, IsByValueAndEqualRowsStayInOrder) {
     EXPECT_EQ(sorted(DeviceColumn::kTcpPort, true), "9 b 10");
     EXPECT_EQ(sorted(DeviceColumn::kTcpPort, false), "10 9 b");
     EXPECT_EQ(sorted(DeviceColumn::kRemarks, true), "10 9 b");
+    std::vector<DeviceRecord> alike(100);
+    for (std::size_t i = 0; i < alike.size(); ++i) alike[i].authorisedInputs = static_cast<int>(i);
+    SortDevices(alike, DeviceColumn::kTcpPort, true);
+    EXPECT_TRUE(std::ranges::is_sorted(alike, {}, &DeviceRecord::authorisedInputs));
 }
 
 TEST(LocalAddress, ThatIsRememberedIsKeptEvenWhenItHasVanished) {

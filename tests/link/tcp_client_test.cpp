@@ -135,7 +135,7 @@ TEST_F(TcpLink, SilentTargetIsGivenUpAfterASecond) {
 
 TEST_F(TcpLink, ConnectOnAHeldSocketKeepsItAndForgetsThePeer) {
     Socket peer = ConnectTo(player);
-    EXPECT_TRUE(link->Connect(other.AsTarget()));
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(link->Connect(other.AsTarget()));
     EXPECT_TRUE(link->HasSocket());
     EXPECT_FALSE(link->IsConnected());
     EXPECT_EQ(link->RemoteIp(), "");

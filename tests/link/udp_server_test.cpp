@@ -88,12 +88,10 @@ TEST_F(UdpServer, OpeningTwiceKeepsTheSocketAndABadAddressLeavesNone) {
 
 TEST_F(UdpServer, ReportsNothingThatComesOnceItIsClosed) {
     const Endpoint scanner = Open();
-    player.SendTo(AsBytes("before"), scanner);
-    ui.AwaitCaller();
     server->Close();
     player.SendTo(AsBytes("after"), scanner);
     ui.RunAside([this] { threads.Join(); });
-    EXPECT_EQ(window.bytes, ToBytes("before"));
+    EXPECT_THAT(window.codes, ElementsAre());
 }
 
 TEST_F(UdpServer, DiscoveryAsksBothPortsOfAPlayer) {
