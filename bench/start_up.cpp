@@ -1,3 +1,5 @@
+#include "base/folders.h"  // before Xlib, to which "Status" is a macro
+
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <fmt/core.h>
@@ -13,7 +15,6 @@
 #include <stdexcept>
 #include <thread>
 
-#include "base/folders.h"
 #include "bench/figures.h"
 #include "bench/stopwatch.h"
 

@@ -53,11 +53,11 @@ bool CSontaroApp::Initialize(int& count, wxChar** values) {
     const Result<CommandLine> line = ParseCommandLine(arguments);
     if (!line) {
         std::fprintf(stderr, "sontaro: %s\n%s", line.reason().c_str(), CommandLineHelp().c_str());
-        std::exit(kUsageError);
+        std::exit(kUsageError);  // NOLINT(concurrency-mt-unsafe): no other thread yet
     }
     if (line->help) {
         std::fputs(CommandLineHelp().c_str(), stdout);
-        std::exit(0);
+        std::exit(0);  // NOLINT(concurrency-mt-unsafe): no other thread yet
     }
     commandLine_ = *line;
     count = 1;  // the options are ours, the toolkit has none

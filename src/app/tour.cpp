@@ -45,7 +45,7 @@ bool IsBlank(wxWindow& window) {
 bool IsPainted(Tour::Clock::duration waited) {
     if (waited < kSettleTime) return false;
     wxDialog* window = FrontDialog();
-    return !window || !IsBlank(*window) || waited > kPatience;
+    return window == nullptr || !IsBlank(*window) || waited > kPatience;
 }
 
 }  // namespace

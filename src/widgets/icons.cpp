@@ -41,7 +41,7 @@ wxBitmapBundle ApplicationPicture(int size) { return FromSvg(SvgNamed("sontaro")
 
 wxIconBundle ApplicationIcons() {
     wxIconBundle icons;
-    for (int size : {16, 24, 32, 48, 64, 128, 256}) {
+    for (int size : {16, 24, 32, 48, 64, 128}) {
         wxIcon icon;
         icon.CopyFromBitmap(ApplicationPicture(size).GetBitmap(wxSize(size, size)));
         icons.AddIcon(icon);

@@ -80,7 +80,9 @@ struct Files : testing::Test {
 
 TEST_F(Files, AreReplacedWholeAndFoldersMade) {
     ASSERT_TRUE(WriteFileAtomically(folder / "new/file", std::string("a\0b", 3)));
+    fs::create_hard_link(folder / "new/file", folder / "held");
     ASSERT_TRUE(WriteFileAtomically(folder / "new/file", "second"));
+    EXPECT_EQ(folder.Read("held").size(), 3U);  // as by a reader in the middle of it
     EXPECT_EQ(folder.Read("new/file"), "second");
     EXPECT_EQ(*ReadFile(folder / "new/file", 3), "sec");
     EXPECT_FALSE(ReadFile(folder / "missing") || ReadFile(folder.Path()));

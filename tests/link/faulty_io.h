@@ -9,7 +9,7 @@ namespace sontaro::test {
 
 /// The platform's calls, the first one after `Arm` failing in the way that leads to `code`.
 class FaultyIo final : public LinkIo {
- public:
+   public:
     explicit FaultyIo(LinkCode code, NetworkStart start = NetworkStart::kReady)
         : code_(code), start_(start) {}
 
@@ -33,7 +33,7 @@ class FaultyIo final : public LinkIo {
         return Strikes(LinkCode::kReceiveFailed) ? -1 : count;
     }
 
- private:
+   private:
     bool Strikes(LinkCode code) { return code == code_ && armed_.exchange(false); }
 
     const LinkCode code_;

@@ -48,13 +48,13 @@ Control* Find(wxWindow* window, int id) {
 
 /// What is done in each modal dialog that opens, in order. Dialogs are really shown.
 class ModalScript : public wxModalDialogHook {
- public:
+   public:
     using Step = std::function<void(wxDialog*)>;
 
     ModalScript(std::initializer_list<Step> steps) : steps_(steps) { Register(); }
     ~ModalScript() override { EXPECT_TRUE(steps_.empty()) << "a dialog did not open"; }
 
- private:
+   private:
     int Enter(wxDialog* dialog) override {
         if (!open_.empty() && open_.back() == dialog) return wxID_NONE;  // told twice of some
         if (steps_.empty()) {
@@ -76,7 +76,7 @@ class ModalScript : public wxModalDialogHook {
 
 /// The services of the program with recorded message boxes, in a network of the test's own.
 class UiTest : public testing::Test {
- protected:
+   protected:
     UiTest() { SetApplicationTitle("Sontaro test"); }
     ~UiTest() override {
         directory.ShutDown();
