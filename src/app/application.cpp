@@ -10,6 +10,7 @@
 #include "app/tour_script.h"
 #include "base/folders.h"
 #include "base/window_titles.h"
+#include "widgets/font_start.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -61,6 +62,7 @@ bool CSontaroApp::Initialize(int& count, wxChar** values) {
     }
     commandLine_ = *line;
     count = 1;  // the options are ours, the toolkit has none
+    fontStart_ = StartFonts();
     return wxApp::Initialize(count, values);
 }
 

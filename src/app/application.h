@@ -4,6 +4,7 @@
 #include <wx/app.h>
 
 #include <memory>
+#include <thread>
 
 #include "app/command_line.h"
 #include "app/main_window.h"
@@ -31,6 +32,7 @@ class CSontaroApp : public wxApp {
     void OpenMainWindow();
 
     CommandLine commandLine_;
+    std::jthread fontStart_;
     int exitCode_ = 0;
     bool ended_ = false;  // nothing to run
     std::unique_ptr<SingleInstance> instance_;

@@ -21,6 +21,8 @@ namespace sontaro {
 namespace {
 
 constexpr int kFadeTimer = 1;
+constexpr int kIconTimer = 2;
+constexpr int kIconDelayMilliseconds = 150;
 constexpr int kFadeStepMilliseconds = 20;
 constexpr int kFadeStep = 5;  // 51 steps: one second from opaque to invisible
 
@@ -49,9 +51,10 @@ CSontaroDlg::CSontaroDlg(const UiServices& services, const MainWindowSetup& setu
       registration_(services_.Directory().Register(
           TitleOf(Window::kMain),
           [this](WindowMessage& message) { switchboard_.Handle(message); })),
-      fadeTimer_(this, kFadeTimer) {
+      fadeTimer_(this, kFadeTimer),
+      iconTimer_(this, kIconTimer) {
     SetEscapeId(wxID_NONE);
-    CallAfter([this] { SetIcons(ApplicationIcons()); });  // large: the window is shown first
+    iconTimer_.StartOnce(kIconDelayMilliseconds);  // they are large: the window is painted first
     const int gap = FromDIP(16);
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(MakeHeader(), wxSizerFlags().Expand().Border(wxALL, gap));
@@ -150,6 +153,8 @@ void CSontaroDlg::BindEvents() {
             Destroy();
         }
     });
+    Bind(
+        wxEVT_TIMER, [this](wxTimerEvent&) { SetIcons(ApplicationIcons()); }, kIconTimer);
     Bind(
         wxEVT_TIMER, [this](wxTimerEvent&) { FadeOut(); }, kFadeTimer);
 }

@@ -52,6 +52,7 @@ class CSontaroDlg : public wxDialog {
     Switchboard switchboard_;
     WindowDirectory::Registration registration_;
     wxTimer fadeTimer_;
+    wxTimer iconTimer_;
     int opacity_ = 255;
     wxStaticText* currentDevice_ = nullptr;
 };
