@@ -5,6 +5,8 @@
 namespace sontaro {
 
 // Failure shows when the toolkit asks for the same itself.
-std::jthread StartFonts() { return std::jthread([] { FcInit(); }); }
+std::jthread StartFonts() {
+    return std::jthread([] { FcInit(); });
+}
 
 }  // namespace sontaro

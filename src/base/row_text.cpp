@@ -1,0 +1,78 @@
+#include "base/row_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace sontaro {
+
+namespace {
+
+constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kDigitsAndPoint = "0123456789.";
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+constexpr std::string_view kBlanks = " \t\n\v\f\r";
+
+bool ConsistsOf(std::string_view text, std::string_view characters) {
+    return !text.empty() && text.find_first_not_of(characters) == std::string_view::npos;
+}
+
+/// The text from its number on, for from_chars, which knows neither blanks nor a plus sign.
+std::string_view NumberIn(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    return text;
+}
+
+}  // namespace
+
+std::optional<std::string> FittingRowText(RowKind kind, const std::string& text,
+                                          const std::vector<std::string>& choices) {
+    const auto textIf = [&](bool fits) { return fits ? std::optional(text) : std::nullopt; };
+    switch (kind) {
+        case RowKind::kWholeNumber: return textIf(ConsistsOf(text, kDigits));
+        case RowKind::kDecimal: return textIf(ConsistsOf(text, kDigitsAndPoint));
+        case RowKind::kHexCommand: return NormalizedHexCommand(text);
+        case RowKind::kChoice: return textIf(std::ranges::find(choices, text) != choices.end());
+        case RowKind::kYesNo: return textIf(text == kRowYes || text == kRowNo);
+        case RowKind::kReadOnly: return std::nullopt;
+        case RowKind::kText:
+        case RowKind::kChoiceOrText:
+        case RowKind::kColour: break;
+    }
+    return text;
+}
+
+std::optional<std::string> NormalizedHexCommand(std::string_view text) {
+    std::string command;
+    for (const char c : text) {
+        if (kBlanks.find(c) != std::string_view::npos) continue;
+        command += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    }
+    if (command.size() % 2 != 0) return std::nullopt;
+    if (command.find_first_not_of(kHexDigits) != std::string::npos) return std::nullopt;
+    return command;
+}
+
+std::int32_t LeadingInteger(std::string_view text) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    const std::string_view digits = NumberIn(text);
+    std::int32_t number = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (read.ec != std::errc::result_out_of_range) return number;
+    return digits.starts_with('-') ? Limits::min() : Limits::max();
+}
+
+double LeadingDouble(std::string_view text) {
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    const std::string digits(NumberIn(text));
+    double number = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    // Too large or too small: from_chars does not say which.
+    if (read.ec == std::errc::result_out_of_range) number = std::strtod(digits.c_str(), nullptr);
+    return std::isnan(number) ? 0 : std::clamp(number, -kLargest, kLargest);
+}
+
+}  // namespace sontaro

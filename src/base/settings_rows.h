@@ -1,0 +1,75 @@
+// Settings as rows of a grid, whatever document they come from.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sontaro {
+
+/// What a row holds, how it is edited, and which texts it takes (see base/row_text.h).
+enum class RowKind {
+    kText,
+    kWholeNumber,   ///< digits alone
+    kDecimal,       ///< digits and points
+    kHexCommand,    ///< bytes as pairs of hexadecimal digits
+    kChoice,        ///< one of the choices
+    kChoiceOrText,  ///< one of the choices or any other text
+    kYesNo,         ///< kRowYes or kRowNo
+    kColour,        ///< "#RRGGBB", or empty for the player's default colour
+    kReadOnly,
+};
+
+/// One row. Texts are UTF-8.
+struct SettingsRow {
+    RowKind kind = RowKind::kText;
+    std::string name;
+    std::string value;
+    std::string help = {};                  ///< what is explained while the row is chosen
+    std::vector<std::string> choices = {};  ///< of the two kinds of choices, each once
+    std::string refusal = {};  ///< shown when a text does not fit the kind; empty: only hinted at
+    int item = 0;              ///< index of the document's item that the row stands for
+    int position = 0;          ///< which of the rows of one item this is
+
+    bool operator==(const SettingsRow&) const = default;
+};
+
+/// Rows under a heading, then sub-groups.
+struct SettingsGroup {
+    std::string name;
+    int index = 0;  ///< the document's own number of the group
+    std::vector<SettingsRow> rows;
+    std::vector<SettingsGroup> groups = {};
+
+    bool operator==(const SettingsGroup&) const = default;
+};
+
+using SettingsRows = std::vector<SettingsGroup>;
+
+/// Values of a yes/no row.
+inline constexpr const char* kRowYes = "1";
+inline constexpr const char* kRowNo = "0";
+
+/// The user has given a row another value.
+struct SettingsEdit {
+    int group = 0;  ///< index of the group that holds the row
+    int item = 0;   ///< as in the row; so is `position`
+    int position = 0;
+    std::string groupName;
+    std::string rowName;
+    std::string text;  ///< fits the row's kind
+};
+
+/// What becomes of an edit.
+struct EditAnswer {
+    enum class Outcome {
+        kAccepted,  ///< `text` is what the row shows from now on
+        kRefused,   ///< the row keeps its value, and `text` is told in a message box
+        kIgnored,   ///< the row keeps its value, and a hint says that it does
+    };
+    Outcome outcome = Outcome::kIgnored;
+    std::string text = {};
+
+    bool operator==(const EditAnswer&) const = default;
+};
+
+}  // namespace sontaro

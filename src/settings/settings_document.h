@@ -1,0 +1,38 @@
+// A document of settings that a grid shows and a player keeps.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/local_text.h"
+#include "base/settings_rows.h"
+
+namespace sontaro {
+
+/// What a settings dialog needs of its document. Texts are UTF-8. User-interface thread.
+class SettingsDocument {
+   public:
+    virtual ~SettingsDocument() = default;
+
+    /// Takes what a player has sent. False when it is of no use; whether the document keeps what
+    /// it held is the document's own rule.
+    [[nodiscard]] virtual bool TakeReply(std::string_view text) = 0;
+
+    /// Takes what a file holds. False when it is of no use; the document is as it was then.
+    [[nodiscard]] virtual bool TakeFile(std::string_view text) = 0;
+
+    /// The whole document as players read it.
+    [[nodiscard]] virtual std::string Write() const = 0;
+
+    /// The rows that show the document, in its own order.
+    [[nodiscard]] virtual SettingsRows Rows() const = 0;
+
+    /// Takes over an edit of one of those rows, or says why not.
+    [[nodiscard]] virtual EditAnswer Edit(const SettingsEdit& edit) = 0;
+
+    /// Why the document must not be sent as it stands; none when it may.
+    [[nodiscard]] virtual std::optional<LocalText> RefusalToSend() const { return std::nullopt; }
+};
+
+}  // namespace sontaro
