@@ -68,6 +68,8 @@ class NoPrompts : public Prompts {
     void Inform(const std::string&) override {}
     void Warn(const std::string&) override {}
     [[nodiscard]] bool Confirm(const std::string&) override { return false; }
+    std::optional<std::filesystem::path> ChooseFile(const FileQuestion&) override { return {}; }
+    std::optional<std::uint32_t> ChooseColour(std::uint32_t) override { return {}; }
 };
 
 /// Sends like any other, and says so whenever a packet has left the queue.

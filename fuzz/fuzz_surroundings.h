@@ -22,6 +22,8 @@ class NoPrompts : public Prompts {
     void Inform(const std::string&) override {}
     void Warn(const std::string&) override {}
     bool Confirm(const std::string&) override { return true; }
+    std::optional<std::filesystem::path> ChooseFile(const FileQuestion&) override { return {}; }
+    std::optional<std::uint32_t> ChooseColour(std::uint32_t) override { return {}; }
 };
 
 }  // namespace sontaro::fuzz

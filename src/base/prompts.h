@@ -1,11 +1,24 @@
-// What Sontaro tells and asks the user in message boxes.
+// What Sontaro tells and asks the user in windows of the system.
 #pragma once
 
+#include <cstdint>
+#include <filesystem>
+#include <optional>
 #include <string>
 
 namespace sontaro {
 
-/// Modal message boxes; tests replace them. User-interface thread only. Texts are UTF-8.
+/// What a file is chosen for. Texts are UTF-8.
+struct FileQuestion {
+    enum class Purpose { kOpen, kSave };
+    Purpose purpose{};
+    std::string caption;
+    std::string filter;     ///< as "description|patterns"
+    std::string name;       ///< that is suggested; may be empty
+    std::string extension;  ///< that a name without one is given, without a point
+};
+
+/// Modal boxes; tests replace them. User-interface thread only. Texts are UTF-8.
 class Prompts {
    public:
     virtual ~Prompts() = default;
@@ -19,6 +32,15 @@ class Prompts {
 
     /// Asks a question with Yes and No (question icon); true is Yes.
     [[nodiscard]] virtual bool Confirm(const std::string& text) = 0;
+
+    /// Asks for a file; none when the user has thought better of it. To replace a file is asked
+    /// about.
+    [[nodiscard]] virtual std::optional<std::filesystem::path> ChooseFile(
+        const FileQuestion& question) = 0;
+
+    /// Asks for a colour as 0x00BBGGRR, beginning at `colour`; none when the user has thought
+    /// better of it.
+    [[nodiscard]] virtual std::optional<std::uint32_t> ChooseColour(std::uint32_t colour) = 0;
 };
 
 }  // namespace sontaro

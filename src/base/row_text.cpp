@@ -1,5 +1,7 @@
 #include "base/row_text.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -73,6 +75,21 @@ double LeadingDouble(std::string_view text) {
     // Too large or too small: from_chars does not say which.
     if (read.ec == std::errc::result_out_of_range) number = std::strtod(digits.c_str(), nullptr);
     return std::isnan(number) ? 0 : std::clamp(number, -kLargest, kLargest);
+}
+
+std::string ColourRowText(std::uint32_t colour) {
+    return fmt::format("#{:02X}{:02X}{:02X}", colour & 0xFF, colour >> 8 & 0xFF,
+                       colour >> 16 & 0xFF);
+}
+
+std::optional<std::uint32_t> ColourOfRowText(std::string_view text) {
+    constexpr std::size_t kLength = 7;
+    std::uint32_t rgb = 0;
+    if (text.size() != kLength || text.front() != '#') return std::nullopt;
+    const char* const end = text.data() + kLength;
+    const auto read = std::from_chars(text.data() + 1, end, rgb, 16);
+    if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+    return (rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16;
 }
 
 }  // namespace sontaro

@@ -30,4 +30,10 @@ namespace sontaro {
 /// there is none. Always finite: beyond the range of a double it is the nearest number within.
 [[nodiscard]] double LeadingDouble(std::string_view text);
 
+/// The text of a colour row: "#RRGGBB" for 0x00BBGGRR.
+[[nodiscard]] std::string ColourRowText(std::uint32_t colour);
+
+/// The colour as 0x00BBGGRR that a colour row's text stands for; none for the default colour.
+[[nodiscard]] std::optional<std::uint32_t> ColourOfRowText(std::string_view text);
+
 }  // namespace sontaro

@@ -1,5 +1,7 @@
 #include "widgets/message_prompts.h"
 
+#include <wx/colordlg.h>
+#include <wx/filedlg.h>
 #include <wx/msgdlg.h>
 
 #include "base/window_titles.h"
@@ -29,6 +31,26 @@ void MessagePrompts::Warn(const std::string& text) { Show(text, wxOK | wxICON_QU
 
 bool MessagePrompts::Confirm(const std::string& text) {
     return Show(text, wxYES_NO | wxNO_DEFAULT | wxICON_QUESTION) == wxID_YES;
+}
+
+std::optional<std::filesystem::path> MessagePrompts::ChooseFile(const FileQuestion& question) {
+    const bool saves = question.purpose == FileQuestion::Purpose::kSave;
+    wxFileDialog box(FrontDialog(), ToWx(question.caption), "", ToWx(question.name),
+                     ToWx(question.filter),
+                     saves ? wxFD_SAVE | wxFD_OVERWRITE_PROMPT : wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    if (box.ShowModal() != wxID_OK) return std::nullopt;
+    std::filesystem::path path = PathFromWx(box.GetPath());
+    if (saves && !path.has_extension()) path.replace_extension(question.extension);
+    return path;
+}
+
+std::optional<std::uint32_t> MessagePrompts::ChooseColour(std::uint32_t colour) {
+    wxColourData data;
+    data.SetChooseFull(true);
+    data.SetColour(wxColour(static_cast<unsigned long>(colour)));
+    wxColourDialog box(FrontDialog(), &data);
+    if (box.ShowModal() != wxID_OK) return std::nullopt;
+    return box.GetColourData().GetColour().GetRGB();
 }
 
 }  // namespace sontaro

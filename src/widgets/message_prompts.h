@@ -1,16 +1,20 @@
-// The message boxes of the real user interface.
+// The boxes of the real user interface.
 #pragma once
 
 #include "base/prompts.h"
 
 namespace sontaro {
 
-/// Message boxes over the window that the user works in, the same on every system.
+/// Boxes over the window that the user works in. Message boxes are the same on every system, the
+/// questions for a file and a colour are the system's own.
 class MessagePrompts : public Prompts {
    public:
     void Inform(const std::string& text) override;
     void Warn(const std::string& text) override;
     [[nodiscard]] bool Confirm(const std::string& text) override;
+    [[nodiscard]] std::optional<std::filesystem::path> ChooseFile(
+        const FileQuestion& question) override;
+    [[nodiscard]] std::optional<std::uint32_t> ChooseColour(std::uint32_t colour) override;
 };
 
 }  // namespace sontaro

@@ -3,6 +3,7 @@
 
 #include <wx/string.h>
 
+#include <filesystem>
 #include <string>
 
 #include "base/local_text.h"
@@ -12,6 +13,12 @@ namespace sontaro {
 inline wxString ToWx(const std::string& text) { return wxString::FromUTF8(text); }
 inline wxString ToWx(const LocalText& text) { return ToWx(Localized(text)); }
 inline std::string FromWx(const wxString& text) { return text.utf8_string(); }
+
+/// A path that wxWidgets knows; names may have any characters on every system.
+inline std::filesystem::path PathFromWx(const wxString& path) {
+    return std::filesystem::path(std::u8string_view(
+        reinterpret_cast<const char8_t*>(path.utf8_str().data()), path.utf8_str().length()));
+}
 
 /// A button's label: the text itself with `key` as its mnemonic where it has that letter. A
 /// Chinese text that has none goes without.

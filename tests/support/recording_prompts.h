@@ -21,9 +21,16 @@ class RecordingPrompts final : public Prompts {
         answers.pop_front();
         return answer;
     }
+    std::optional<std::filesystem::path> ChooseFile(const FileQuestion& question) override {
+        Show(question.caption);
+        return file;
+    }
+    std::optional<std::uint32_t> ChooseColour(std::uint32_t) override { return colour; }
 
     std::vector<std::string> texts;
     std::deque<bool> answers;
+    std::optional<std::filesystem::path> file;  ///< that is chosen; none: it is left
+    std::optional<std::uint32_t> colour;
     std::function<void()> whileShown = [] {};  ///< what goes on while a box is open
 
    private:

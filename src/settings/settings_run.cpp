@@ -1,0 +1,110 @@
+#include "settings/settings_run.h"
+
+#include "base/file.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr LocalText kSaved = {"配置完成！", "Changes have been saved!"};
+constexpr LocalText kTooLong = {"设置内容过长，无法发送！",
+                                "The settings are too long to be sent!"};
+constexpr LocalText kNoSettings = {"文件中没有可用的设置，未作任何更改！",
+                                   "The file holds no such settings. Nothing has been changed!"};
+constexpr LocalText kFileWritten = {"保存完成！", "Save OK!"};
+constexpr LocalText kFileNotWritten = {"无法写入文件！", "The file cannot be written!"};
+
+constexpr std::size_t kLongestPayload = kBufferSize - kHeaderSize;
+
+}  // namespace
+
+void SettingsRun::Opened() { view_.Send(DevicePacket::Request(kCommandSettings, exchange_.block)); }
+
+void SettingsRun::Handle(const WindowMessage& message) {
+    constexpr std::uint32_t kSaveIsDone = 1;
+    const auto* reply = std::get_if<ReplyRecord>(&message.record);
+    if (message.id != exchange_.reply || !reply || reply->sender.ip != playerIp_) return;
+    if (!exchange_.announcesSaves) {
+        TakeAnswer(AsText(reply->payload));
+    } else if (message.wParam == kSaveIsDone) {
+        Confirm();
+        prompts_.Inform(Localized(kSaved));
+    } else {
+        TakeDocument(AsText(reply->payload));
+    }
+}
+
+/// A document that cannot be used must not be sent: it would take the player's settings away.
+void SettingsRun::TakeDocument(std::string_view text) {
+    const bool usable = document_.TakeReply(text);
+    newer_.clear();
+    awaitsAnswer_ = false;
+    view_.ShowRows();
+    Enter(usable ? State::kRead : State::kUnreadable);
+}
+
+/// What the player answers to a read, and to a save. Edits made since the save outlive its answer.
+void SettingsRun::TakeAnswer(std::string_view text) {
+    if (!text.empty() && !document_.TakeReply(text)) return;
+    const bool changes = !text.empty() || !IsUsable();
+    if (!awaitsAnswer_ && changes) newer_.clear();
+    if (changes) {
+        for (const SettingsEdit& edit : newer_) static_cast<void>(document_.Edit(edit));
+        view_.ShowRows();
+    }
+    if (awaitsAnswer_)
+        Confirm();
+    else if (changes)
+        Enter(State::kRead);
+}
+
+void SettingsRun::Confirm() {
+    awaitsAnswer_ = false;
+    if (state_ != State::kSent) return;
+    view_.MarkSaved();
+    Enter(State::kSaved);
+}
+
+EditAnswer SettingsRun::Edit(const SettingsEdit& edit) {
+    EditAnswer answer = document_.Edit(edit);
+    if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
+    newer_.push_back(edit);
+    Enter(State::kChanged);
+    return answer;
+}
+
+void SettingsRun::Save() {
+    if (!IsUsable()) return;
+    if (const std::optional<LocalText> refusal = document_.RefusalToSend())
+        return prompts_.Warn(Localized(*refusal));
+    const std::string text = document_.Write();
+    if (text.size() > kLongestPayload) return prompts_.Warn(Localized(kTooLong));
+    newer_.clear();
+    awaitsAnswer_ = true;
+    Enter(State::kSent);
+    const std::uint32_t selector = exchange_.block | std::uint32_t{exchange_.saveArgument} << 16;
+    view_.Send(DevicePacket::Request(kCommandSettings, selector, text));
+}
+
+void SettingsRun::OpenFile(const std::filesystem::path& path) {
+    const Result<std::string> text = ReadFile(path);
+    if (!text || !document_.TakeFile(*text)) return prompts_.Warn(Localized(kNoSettings));
+    newer_.clear();
+    view_.ShowRows();
+    Enter(State::kChanged);
+}
+
+void SettingsRun::SaveFile(const std::filesystem::path& path) {
+    if (WriteFileAtomically(path, document_.Write()))
+        prompts_.Inform(Localized(kFileWritten));
+    else
+        prompts_.Warn(Localized(kFileNotWritten));
+}
+
+void SettingsRun::Enter(State state) {
+    if (state == state_) return;
+    state_ = state;
+    view_.StateChanged();
+}
+
+}  // namespace sontaro

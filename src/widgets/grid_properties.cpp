@@ -1,0 +1,177 @@
+#include "widgets/grid_properties.h"
+
+#include <wx/dc.h>
+#include <wx/propgrid/advprops.h>
+#include <wx/settings.h>
+
+#include "base/row_text.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+// Values of a colour row besides the colours themselves, which are 0x00BBGGRR.
+constexpr int kDefaultColour = -1;
+constexpr int kOtherColour = -2;
+
+struct NamedColour {
+    LocalText name;
+    int value;
+};
+
+constexpr NamedColour kColours[] = {
+    {{"默认", "default"}, kDefaultColour}, {{"黑色", "black"}, 0x000000},
+    {{"白色", "white"}, 0xFFFFFF},         {{"灰色", "grey"}, 0x808080},
+    {{"红色", "red"}, 0x0000FF},           {{"橙色", "orange"}, 0x00A5FF},
+    {{"黄色", "yellow"}, 0x00FFFF},        {{"绿色", "green"}, 0x008000},
+    {{"青色", "cyan"}, 0xFFFF00},          {{"蓝色", "blue"}, 0xFF0000},
+    {{"紫色", "magenta"}, 0xFF00FF},       {{"其他...", "other..."}, kOtherColour},
+};
+
+std::string ColourText(long value) {
+    return value < 0 ? "" : ColourRowText(static_cast<std::uint32_t>(value));
+}
+
+int ColourValue(const std::string& text) {
+    return static_cast<int>(
+        ColourOfRowText(text).value_or(static_cast<std::uint32_t>(kDefaultColour)));
+}
+
+/// A drop-down of colours, each beside a sample.
+class ColourProperty : public wxEnumProperty {
+   public:
+    ColourProperty(const wxString& label, const wxString& name)
+        : wxEnumProperty(label, name, Choices()) {}
+
+    /// Offers a colour that the list does not have.
+    void Offer(int value) {
+        if (m_choices.Index(value) == wxNOT_FOUND)
+            m_choices.Insert(ToWx(ColourText(value)), static_cast<int>(m_choices.GetCount()) - 1,
+                             value);
+    }
+
+    wxSize OnMeasureImage(int) const override { return wxPG_DEFAULT_IMAGE_SIZE; }
+
+    void OnCustomPaint(wxDC& dc, const wxRect& rectangle, wxPGPaintData& data) override {
+        const int value = data.m_choiceItem >= 0
+                              ? m_choices.GetValue(static_cast<unsigned>(data.m_choiceItem))
+                              : static_cast<int>(GetValue().GetLong());
+        const bool isColour = value >= 0;
+        dc.SetPen(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
+        dc.SetBrush(isColour ? wxBrush(wxColour(static_cast<unsigned long>(value)))
+                             : *wxTRANSPARENT_BRUSH);
+        dc.DrawRectangle(rectangle);
+    }
+
+   private:
+    /// One list for all rows, until a row has a colour of its own.
+    static wxPGChoices& Choices() {
+        static wxPGChoices choices = [] {
+            wxPGChoices all;
+            for (const NamedColour& colour : kColours) all.Add(ToWx(colour.name), colour.value);
+            return all;
+        }();
+        return choices;
+    }
+};
+
+/// A drop-down. A value that is not among the choices is offered besides them.
+std::unique_ptr<wxPGProperty> MakeChoice(const SettingsRow& row, const wxString& name) {
+    wxPGChoices choices;
+    int index = 0;
+    int chosen = -1;
+    for (const std::string& choice : row.choices) {
+        if (choice == row.value) chosen = index;
+        choices.Add(ToWx(choice), index++);
+    }
+    if (chosen < 0) choices.Add(ToWx(row.value), chosen = index);
+    return std::make_unique<wxEnumProperty>(ToWx(row.name), name, choices, chosen);
+}
+
+std::unique_ptr<wxPGProperty> MakeChoiceOrText(const SettingsRow& row, const wxString& name) {
+    wxPGChoices choices;
+    for (const std::string& choice : row.choices) choices.Add(ToWx(choice));
+    return std::make_unique<wxEditEnumProperty>(ToWx(row.name), name, choices, ToWx(row.value));
+}
+
+std::unique_ptr<wxPGProperty> MakeYesNo(const SettingsRow& row, const wxString& name) {
+    auto property = std::make_unique<wxBoolProperty>(ToWx(row.name), name, row.value == kRowYes);
+    property->SetAttribute(wxPG_BOOL_USE_CHECKBOX, true);
+    return property;
+}
+
+std::unique_ptr<wxPGProperty> MakeColour(const SettingsRow& row, const wxString& name) {
+    auto property = std::make_unique<ColourProperty>(ToWx(row.name), name);
+    property->Offer(ColourValue(row.value));
+    property->SetValue(static_cast<long>(ColourValue(row.value)));
+    return property;
+}
+
+std::unique_ptr<wxPGProperty> MakeByKind(const SettingsRow& row, const wxString& name) {
+    switch (row.kind) {
+        case RowKind::kChoice: return MakeChoice(row, name);
+        case RowKind::kChoiceOrText: return MakeChoiceOrText(row, name);
+        case RowKind::kYesNo: return MakeYesNo(row, name);
+        case RowKind::kColour: return MakeColour(row, name);
+        case RowKind::kText:
+        case RowKind::kWholeNumber:
+        case RowKind::kDecimal:
+        case RowKind::kHexCommand:
+        case RowKind::kReadOnly: break;
+    }
+    return std::make_unique<wxStringProperty>(ToWx(row.name), name, ToWx(row.value));
+}
+
+}  // namespace
+
+std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row, const wxString& name) {
+    std::unique_ptr<wxPGProperty> property = MakeByKind(row, name);
+    if (!row.help.empty()) property->SetHelpString(ToWx(row.help));
+    if (row.kind == RowKind::kReadOnly) property->ChangeFlag(wxPG_PROP_READONLY, true);
+    return property;
+}
+
+std::string RowTextOf(const wxPGProperty& property, const SettingsRow& row,
+                      const wxVariant& value) {
+    switch (row.kind) {
+        case RowKind::kYesNo: return value.GetBool() ? kRowYes : kRowNo;
+        case RowKind::kColour: return ColourText(value.GetLong());
+        case RowKind::kChoice: {
+            wxVariant copy = value;
+            return FromWx(property.ValueToString(copy));
+        }
+        case RowKind::kText:
+        case RowKind::kWholeNumber:
+        case RowKind::kDecimal:
+        case RowKind::kHexCommand:
+        case RowKind::kChoiceOrText:
+        case RowKind::kReadOnly: break;
+    }
+    return FromWx(value.GetString());
+}
+
+wxVariant RowValueOf(wxPGProperty& property, const SettingsRow& row, const std::string& text) {
+    switch (row.kind) {
+        case RowKind::kYesNo: return {text == kRowYes};
+        case RowKind::kChoice: return {property.GetChoices().Index(ToWx(text))};
+        case RowKind::kColour: {
+            const int value = ColourValue(text);
+            if (auto* colour = dynamic_cast<ColourProperty*>(&property)) colour->Offer(value);
+            return {static_cast<long>(value)};
+        }
+        case RowKind::kText:
+        case RowKind::kWholeNumber:
+        case RowKind::kDecimal:
+        case RowKind::kHexCommand:
+        case RowKind::kChoiceOrText:
+        case RowKind::kReadOnly: break;
+    }
+    return {ToWx(text)};
+}
+
+bool IsOtherColour(const SettingsRow& row, const wxVariant& value) {
+    return row.kind == RowKind::kColour && value.GetLong() == kOtherColour;
+}
+
+}  // namespace sontaro

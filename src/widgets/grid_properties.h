@@ -1,0 +1,28 @@
+// The property of a property grid that stands for a row of settings.
+#pragma once
+
+#include <wx/propgrid/property.h>
+
+#include <memory>
+#include <string>
+
+#include "base/settings_rows.h"
+
+namespace sontaro {
+
+/// A new property for `row`, with its value, choices and help. `name` is its name in the grid.
+[[nodiscard]] std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row,
+                                                         const wxString& name);
+
+/// The row's text for a value of its property.
+[[nodiscard]] std::string RowTextOf(const wxPGProperty& property, const SettingsRow& row,
+                                    const wxVariant& value);
+
+/// The value with which the row's property shows `text`.
+[[nodiscard]] wxVariant RowValueOf(wxPGProperty& property, const SettingsRow& row,
+                                   const std::string& text);
+
+/// Whether a value of a colour row asks for a colour that is not in its list.
+[[nodiscard]] bool IsOtherColour(const SettingsRow& row, const wxVariant& value);
+
+}  // namespace sontaro

@@ -1,0 +1,133 @@
+#include "widgets/settings_dialog.h"
+
+#include <fmt/printf.h>
+#include <wx/button.h>
+#include <wx/sizer.h>
+
+#include "widgets/common_texts.h"
+#include "widgets/window_memory.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr LocalText kOpen = {"打开", "Open"};
+constexpr LocalText kSave = {"保存", "Save"};
+constexpr LocalText kOpenCaption = {"打开%s文件", "Open %s file"};
+constexpr LocalText kSaveCaption = {"保存%s文件", "Save %s file"};
+constexpr LocalText kFilter = {"%s文件(*.JSON)|*.JSON;*.json", "%s File(*.JSON)|*.JSON;*.json"};
+constexpr const char* kExtension = "JSON";
+
+/// In the order of `SettingsRun::State`.
+constexpr LocalText kStates[] = {
+    {"正在等待播放器的设置…", "Waiting for the player's settings…"},
+    {"播放器发来的设置无法使用。", "The settings that the player has sent cannot be used."},
+    {"与播放器中的设置一致。", "As the player has sent them."},
+    {"有修改尚未发送到播放器。", "There are changes that have not been sent to the player."},
+    {"正在等待播放器确认…", "Waiting for the player to confirm…"},
+    {"播放器已确认。", "The player has confirmed."},
+};
+
+}  // namespace
+
+SettingsDialog::SettingsDialog(wxWindow* parent, const UiServices& services,
+                               const SettingsDialogDesign& design, const DeviceRecord& player,
+                               std::unique_ptr<SettingsDocument> document)
+    : FeatureDialog(parent, design.window, services),
+      design_(design),
+      player_{player.ip, player.tcpPort, 0},
+      document_(std::move(document)),
+      run_(design.exchange, *document_, *this, services.Messages(), player.ip) {
+    LayOut(player);
+    BindEvents();
+    StateChanged();
+    CentreOnParent();
+    RestoreWindow(*this, nullptr, design_.name, services.preferences);
+    CallAfter([this] { run_.Opened(); });
+}
+
+SettingsDialog::~SettingsDialog() {
+    RememberWindow(*this, nullptr, design_.name, Services().preferences);
+}
+
+void SettingsDialog::LayOut(const DeviceRecord& player) {
+    const int gap = FromDIP(10);
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    auto* heading = new wxStaticText(this, wxID_ANY, "");
+    heading->SetFont(heading->GetFont().Bold());
+    heading->SetLabelText(ToWx(player.ip + "   " + player.id));
+    column->Add(heading, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxTOP, gap));
+    grid_ = new SettingsGrid(this, kSettingsGrid, design_.withTitles, Services().Messages(),
+                             [this](const SettingsEdit& edit) { return run_.Edit(edit); });
+    grid_->SetMinSize(wxSize(72 * GetCharWidth(), 24 * GetCharHeight()));
+    column->Add(grid_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
+    state_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                              wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+    column->Add(state_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
+    column->Add(MakeBottomRow(), wxSizerFlags().Expand().Border(wxALL, gap));
+    SetSizerAndFit(column);
+}
+
+wxSizer* SettingsDialog::MakeBottomRow() {
+    wxSizer* row = MakeButtonRow(true, kCancelText);
+    auto* open = new wxButton(this, kOpenSettings, ButtonLabel(kOpen, 'p'));
+    auto* save = new wxButton(this, kSaveSettings, ButtonLabel(kSave, 'S'));
+    open->MoveBeforeInTabOrder(FindWindow(wxID_OK));
+    save->MoveAfterInTabOrder(open);
+    row->Prepend(save);
+    row->PrependSpacer(FromDIP(8));
+    row->Prepend(open);
+    return row;
+}
+
+void SettingsDialog::BindEvents() {
+    const auto onCommit = [this](int id, auto action) {
+        Bind(
+            wxEVT_BUTTON,
+            [this, action](wxCommandEvent&) {
+                if (grid_->Commit()) action();
+            },
+            id);
+    };
+    onCommit(wxID_OK, [this] { run_.Save(); });
+    onCommit(kSaveSettings, [this] { SaveFile(); });
+    onCommit(kOpenSettings, [this] { OpenFile(); });
+}
+
+void SettingsDialog::Send(const DevicePacket& packet) {
+    std::vector<Target> targets;
+    if (design_.namesItsPlayer) targets.push_back(player_);
+    SendPacket(packet, std::move(targets));
+}
+
+void SettingsDialog::ShowRows() { grid_->Fill(document_->Rows()); }
+
+void SettingsDialog::StateChanged() {
+    const wxString text = ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);
+    grid_->SetEmptyText(text);
+    state_->SetLabelText(run_.IsUsable() ? text : wxString());
+    for (const int id : {static_cast<int>(wxID_OK), kOpenSettings, kSaveSettings})
+        FindWindow(id)->Enable(run_.IsUsable());
+}
+
+FileQuestion SettingsDialog::Question(FileQuestion::Purpose purpose) const {
+    const bool saves = purpose == FileQuestion::Purpose::kSave;
+    const std::string title = TitleOf(design_.window);
+    const LocalText& caption = saves ? kSaveCaption : kOpenCaption;
+    return {purpose, fmt::sprintf(Localized(caption), title),
+            fmt::sprintf(Localized(kFilter), title), saves ? title + "." + kExtension : "",
+            kExtension};
+}
+
+void SettingsDialog::OpenFile() {
+    const auto path = Services().Messages().ChooseFile(Question(FileQuestion::Purpose::kOpen));
+    if (path) run_.OpenFile(*path);
+}
+
+void SettingsDialog::SaveFile() {
+    const auto path = Services().Messages().ChooseFile(Question(FileQuestion::Purpose::kSave));
+    if (path) run_.SaveFile(*path);
+}
+
+}  // namespace sontaro

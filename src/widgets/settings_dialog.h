@@ -1,0 +1,61 @@
+// What the dialogs that show a player's settings in one grid share.
+#pragma once
+
+#include <wx/stattext.h>
+
+#include <memory>
+#include <string>
+
+#include "devices/device_record.h"
+#include "settings/settings_run.h"
+#include "widgets/feature_dialog.h"
+#include "widgets/settings_grid.h"
+
+namespace sontaro {
+
+/// Control numbers of the settings dialogs, besides OK and Cancel.
+inline constexpr int kSettingsGrid = 2801;
+inline constexpr int kOpenSettings = 2811;
+inline constexpr int kSaveSettings = 2812;
+
+/// What tells one settings dialog from another.
+struct SettingsDialogDesign {
+    Window window{};
+    const char* name = "";  ///< in the preferences
+    SettingsExchange exchange;
+    bool withTitles = false;      ///< whether the grid's columns have titles
+    bool namesItsPlayer = false;  ///< in requests, which otherwise go to the current device
+};
+
+/// Reads the settings of one player into a grid when it opens, and sends them back on OK. They can
+/// be kept in files. Closes only through Cancel or its close box.
+class SettingsDialog : public FeatureDialog, private SettingsView {
+   public:
+    SettingsDialog(wxWindow* parent, const UiServices& services, const SettingsDialogDesign& design,
+                   const DeviceRecord& player, std::unique_ptr<SettingsDocument> document);
+    ~SettingsDialog() override;
+
+   private:
+    void LayOut(const DeviceRecord& player);
+    [[nodiscard]] wxSizer* MakeBottomRow();
+    void BindEvents();
+
+    void HandleMessage(WindowMessage& message) override { run_.Handle(message); }
+    void Send(const DevicePacket& packet) override;
+    void ShowRows() override;
+    void MarkSaved() override { grid_->ForgetChanges(); }
+    void StateChanged() override;
+
+    void OpenFile();
+    void SaveFile();
+    [[nodiscard]] FileQuestion Question(FileQuestion::Purpose purpose) const;
+
+    const SettingsDialogDesign design_;
+    const Target player_;
+    std::unique_ptr<SettingsDocument> document_;
+    SettingsRun run_;
+    SettingsGrid* grid_ = nullptr;
+    wxStaticText* state_ = nullptr;
+};
+
+}  // namespace sontaro

@@ -1,0 +1,301 @@
+#include "widgets/settings_grid.h"
+
+#include <wx/headerctrl.h>
+#include <wx/settings.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+#include <wx/wupdlock.h>
+
+#include "base/row_text.h"
+#include "widgets/grid_properties.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+using Outcome = EditAnswer::Outcome;
+
+constexpr LocalText kTitles[] = {{"属性", "Property"}, {"值", "Value"}};
+constexpr int kFirstColumn = 200;  // device-independent pixels
+constexpr int kLeastSecondColumn = 160;
+constexpr int kHelpLines = 3;
+
+constexpr LocalText kIgnored = {"输入未被接受，原值保持不变。",
+                                "This input is not accepted. The value stays as it was."};
+constexpr LocalText kDigitsOnly = {
+    "只接受数字 0 到 9，原值保持不变。",
+    "Only the digits 0 to 9 are accepted. The value stays as it was."};
+constexpr LocalText kDecimalsOnly = {
+    "只接受数字 0 到 9 和小数点，原值保持不变。",
+    "Only the digits 0 to 9 and a point are accepted. The value stays as it was."};
+
+const LocalText& HintFor(RowKind kind) {
+    if (kind == RowKind::kWholeNumber) return kDigitsOnly;
+    if (kind == RowKind::kDecimal) return kDecimalsOnly;
+    return kIgnored;
+}
+
+int HeightOfLines(const wxWindow& window, int count) { return count * window.GetCharHeight(); }
+
+wxString NameIn(const wxString& group, int number) {
+    return group + wxString::Format(".%d", number);
+}
+
+}  // namespace
+
+/// The titles of the two columns; they cannot be dragged, the columns can.
+class SettingsGrid::Titles : public wxHeaderCtrl {
+   public:
+    explicit Titles(wxWindow* parent)
+        : wxHeaderCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0) {
+        SetColumnCount(2);
+    }
+    void SetWidths(int first, int second) {
+        columns_[0].SetWidth(first);
+        columns_[1].SetWidth(second);
+        UpdateColumn(0);
+        UpdateColumn(1);
+    }
+
+   private:
+    const wxHeaderColumn& GetColumn(unsigned column) const override { return columns_.at(column); }
+
+    std::array<wxHeaderColumnSimple, 2> columns_ = {
+        wxHeaderColumnSimple(ToWx(kTitles[0]), 1, wxALIGN_LEFT, 0),
+        wxHeaderColumnSimple(ToWx(kTitles[1]), 1, wxALIGN_LEFT, 0)};
+};
+
+SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& prompts,
+                           EditHandler onEdit)
+    : wxPanel(parent), prompts_(prompts), onEdit_(std::move(onEdit)) {
+    grid_ = new wxPropertyGrid(this, id, wxDefaultPosition, wxDefaultSize,
+                               long{wxPG_BOLD_MODIFIED} | wxBORDER_THEME);
+    grid_->SetValidationFailureBehavior(wxPG_VFB_BEEP);  // what is wrong is told in our own words
+    grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_RETURN);
+    grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_NUMPAD_ENTER);
+    grid_->SetMinSize(FromDIP(wxSize(kFirstColumn + kLeastSecondColumn, 120)));
+    if (withTitles) titles_ = new Titles(this);
+    empty_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                              wxALIGN_CENTRE_HORIZONTAL);
+    help_ = new wxTextCtrl(this, wxID_ANY, "", wxDefaultPosition,
+                           wxSize(-1, HeightOfLines(*this, kHelpLines) + FromDIP(12)),
+                           wxTE_MULTILINE | wxTE_READONLY | wxBORDER_THEME);
+    help_->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
+    LayOut();
+    BindEvents();
+}
+
+void SettingsGrid::LayOut() {
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    if (titles_) column->Add(titles_, wxSizerFlags().Expand());
+    column->Add(grid_, wxSizerFlags(1).Expand());
+    emptyArea_ = new wxBoxSizer(wxVERTICAL);
+    emptyArea_->AddStretchSpacer();
+    emptyArea_->Add(empty_, wxSizerFlags().Expand().Border(wxALL, FromDIP(16)));
+    emptyArea_->AddStretchSpacer();
+    column->Add(emptyArea_, wxSizerFlags(1).Expand());
+    column->Add(help_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(6)));
+    SetSizer(column);
+    grid_->SetSplitterPosition(FromDIP(kFirstColumn));
+    ShowRowsOrText();
+}
+
+void SettingsGrid::BindEvents() {
+    grid_->Bind(wxEVT_PG_CHANGING, &SettingsGrid::OnChanging, this);
+    grid_->Bind(wxEVT_PG_CHANGED, &SettingsGrid::OnChanged, this);
+    grid_->Bind(wxEVT_PG_SELECTED, [this](wxPropertyGridEvent&) { ShowHelp(); });
+    const auto placeTitles = [this](wxEvent& event) {
+        event.Skip();
+        CallAfter([this] { PlaceTitles(); });
+    };
+    grid_->Bind(wxEVT_SIZE, placeTitles);
+    grid_->Bind(wxEVT_PG_COL_DRAGGING, placeTitles);
+    grid_->Bind(wxEVT_PG_COL_END_DRAG, placeTitles);
+    Bind(wxEVT_CHAR_HOOK, &SettingsGrid::OnKey, this);
+}
+
+/// Tab leaves the grid: by itself it would stop at every part of it.
+void SettingsGrid::OnKey(wxKeyEvent& event) {
+    if (event.GetKeyCode() == WXK_TAB && !event.HasModifiers()) {
+        Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
+                                   : wxNavigationKeyEvent::IsForward);
+    } else {
+        event.Skip();
+    }
+}
+
+void SettingsGrid::Fill(SettingsRows groups) {
+    const View view = CurrentView();
+    {
+        const wxWindowUpdateLocker lock(grid_);
+        grid_->Clear();
+        places_.clear();
+        groups_ = std::move(groups);
+        int number = 0;
+        for (const SettingsGroup& group : groups_)
+            AppendGroup(nullptr, group, wxString::Format("%d", number++));
+        for (const wxString& name : view.folded)
+            if (wxPGProperty* group = grid_->GetPropertyByName(name)) grid_->Collapse(group);
+    }
+    ShowRowsOrText();
+    Restore(view);
+    ShowHelp();
+}
+
+void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group,
+                               const wxString& name) {
+    auto* category = new wxPropertyCategory(ToWx(group.name), name);
+    if (parent)
+        grid_->AppendIn(parent, category);
+    else
+        grid_->Append(category);
+    int number = 0;
+    for (const SettingsRow& row : group.rows) {
+        wxPGProperty* property = MakeProperty(row, NameIn(name, number++)).release();
+        property->SetClientData(&places_.emplace_back(Place{&group, &row}));
+        grid_->AppendIn(category, property);
+        if (row.kind == RowKind::kReadOnly)
+            grid_->SetPropertyTextColour(property,
+                                         wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
+    }
+    for (const SettingsGroup& inner : group.groups)
+        AppendGroup(category, inner, NameIn(name, number++));
+}
+
+SettingsGrid::View SettingsGrid::CurrentView() const {
+    View view;
+    view.scroll = grid_->GetScrollPos(wxVERTICAL);
+    for (auto at = grid_->GetVIterator(wxPG_ITERATE_ALL); !at.AtEnd(); at.Next()) {
+        const wxPGProperty* property = at.GetProperty();
+        if (property->IsCategory() && !property->IsExpanded())
+            view.folded.insert(property->GetName());
+    }
+    const wxPGProperty* chosen = grid_->GetSelection();
+    if (!chosen) return view;
+    view.chosen = chosen->GetName();
+    const wxTextCtrl* editor = grid_->GetEditorTextCtrl();
+    view.typing = editor != nullptr && grid_->IsEditorsValueModified();
+    if (view.typing) view.typed = editor->GetValue();
+    return view;
+}
+
+/// A frozen grid would have no editor yet that could take the text.
+void SettingsGrid::Restore(const View& view) {
+    if (wxPGProperty* chosen = grid_->GetPropertyByName(view.chosen)) {
+        grid_->SelectProperty(chosen, view.typing);
+        if (wxTextCtrl* editor = grid_->GetEditorTextCtrl(); editor && view.typing) {
+            editor->SetValue(view.typed);
+            editor->SetInsertionPointEnd();
+        }
+    }
+    grid_->Scroll(0, view.scroll);
+}
+
+void SettingsGrid::SetEmptyText(const wxString& text) {
+    empty_->SetLabelText(text);
+    empty_->Wrap(GetClientSize().x - FromDIP(32));
+    Layout();
+}
+
+void SettingsGrid::ShowRowsOrText() {
+    const bool hasRows = !places_.empty();
+    wxSizer* column = GetSizer();
+    if (titles_) column->Show(titles_, hasRows);
+    column->Show(grid_, hasRows);
+    column->Show(help_, hasRows);
+    column->Show(emptyArea_, !hasRows);
+    Layout();
+}
+
+bool SettingsGrid::Commit() {
+    rejected_ = false;
+    return grid_->CommitChangesFromEditor() && !rejected_;
+}
+
+void SettingsGrid::ForgetChanges() {
+    if (!grid_->IsEditorsValueModified()) grid_->ClearModifiedStatus();
+    grid_->Refresh();
+}
+
+void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
+    const auto* place = static_cast<const Place*>(event.GetProperty()->GetClientData());
+    const wxString name = event.GetPropertyName();
+    if (IsOtherColour(*place->row, event.GetValue())) {
+        event.Veto();
+        CallAfter([this, name] { AskForColour(name); });
+        return;
+    }
+    const EditAnswer answer =
+        Submit(*place, RowTextOf(*event.GetProperty(), *place->row, event.GetValue()));
+    if (answer.outcome == Outcome::kAccepted) {
+        accepted_ = answer.text;
+        return;
+    }
+    event.Veto();
+    rejected_ = true;
+    // Not now: a message box takes the focus away, which would commit the same edit once more.
+    CallAfter([this, name, answer] { Reject(name, answer); });
+}
+
+EditAnswer SettingsGrid::Submit(const Place& place, const std::string& text) const {
+    const SettingsRow& row = *place.row;
+    const std::optional<std::string> fitting = FittingRowText(row.kind, text, row.choices);
+    if (fitting)
+        return onEdit_(
+            {place.group->index, row.item, row.position, place.group->name, row.name, *fitting});
+    if (row.refusal.empty()) return {};
+    return {Outcome::kRefused, row.refusal};
+}
+
+/// The row shows the text as it was taken, which may be another form of what was typed.
+void SettingsGrid::OnChanged(wxPropertyGridEvent& event) {
+    wxPGProperty* property = event.GetProperty();
+    const auto* place = static_cast<const Place*>(property->GetClientData());
+    if (RowTextOf(*property, *place->row, property->GetValue()) != accepted_)
+        grid_->SetPropertyValue(property, RowValueOf(*property, *place->row, accepted_));
+}
+
+void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
+    wxPGProperty* property = grid_->GetPropertyByName(name);
+    if (!property) return;
+    grid_->RefreshProperty(property);
+    if (answer.outcome == Outcome::kRefused) {
+        prompts_.Warn(answer.text);
+    } else {
+        const auto* place = static_cast<const Place*>(property->GetClientData());
+        help_->ChangeValue(ToWx(HintFor(place->row->kind)));
+    }
+}
+
+void SettingsGrid::AskForColour(const wxString& name) {
+    constexpr std::uint32_t kBlack = 0;
+    wxPGProperty* property = grid_->GetPropertyByName(name);
+    if (!property) return;
+    grid_->RefreshProperty(property);
+    const long shown = property->GetValue().GetLong();
+    const auto colour =
+        prompts_.ChooseColour(shown < 0 ? kBlack : static_cast<std::uint32_t>(shown));
+    property = grid_->GetPropertyByName(name);  // the question has taken its time
+    if (!colour || !property) return;
+    const auto* place = static_cast<const Place*>(property->GetClientData());
+    const wxVariant value = RowValueOf(*property, *place->row, ColourRowText(*colour));
+    grid_->RefreshProperty(property);
+    grid_->ChangePropertyValue(property, value);
+}
+
+void SettingsGrid::ShowHelp() {
+    const wxPGProperty* chosen = grid_->GetSelection();
+    wxString text;
+    if (chosen && chosen->GetClientData())
+        text = chosen->GetLabel() + "\n" + chosen->GetHelpString();
+    help_->ChangeValue(text);
+}
+
+void SettingsGrid::PlaceTitles() {
+    const int first = grid_->GetSplitterPosition();
+    if (titles_) titles_->SetWidths(first, grid_->GetClientSize().x - first);
+}
+
+}  // namespace sontaro

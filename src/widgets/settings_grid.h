@@ -1,0 +1,96 @@
+// The property grid that every settings dialog stands on.
+#pragma once
+
+#include <wx/panel.h>
+#include <wx/propgrid/propgrid.h>
+
+#include <deque>
+#include <functional>
+#include <set>
+#include <string>
+
+#include "base/prompts.h"
+#include "base/settings_rows.h"
+
+class wxSizer;
+class wxStaticText;
+class wxTextCtrl;
+
+namespace sontaro {
+
+/// Shows settings in two columns, groups and sub-groups in their own order, with an explanation of
+/// the chosen row below. What the user has changed is bold. Up and Down choose a row, Enter edits
+/// it, Escape leaves the edit. User-interface thread.
+class SettingsGrid : public wxPanel {
+   public:
+    /// Decides on an edit. Is given only texts that fit the row's kind.
+    using EditHandler = std::function<EditAnswer(const SettingsEdit&)>;
+
+    /// `id` is the control number of the property grid inside. Refusals and questions for a
+    /// colour go to `prompts`.
+    SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& prompts, EditHandler onEdit);
+
+    /// Shows other rows. The place, the chosen row, the folded groups and a text that is being
+    /// typed stay where they are, as far as the new rows have them too.
+    void Fill(SettingsRows groups);
+
+    /// What is shown while there are no rows.
+    void SetEmptyText(const wxString& text);
+
+    /// Ends the edit that is open in a cell. False when it is not accepted: the user has been
+    /// told, and the row keeps its value.
+    [[nodiscard]] bool Commit();
+
+    /// Every row counts as unchanged from now on. Does nothing while a text is being typed.
+    void ForgetChanges();
+
+    /// The property grid, whose names are "0", "0.3" and so on: groups and rows by their places.
+    [[nodiscard]] wxPropertyGrid& Properties() { return *grid_; }
+
+   private:
+    class Titles;
+
+    /// A row and the group that it stands in.
+    struct Place {
+        const SettingsGroup* group;
+        const SettingsRow* row;
+    };
+    /// What a rebuild keeps.
+    struct View {
+        std::set<wxString> folded;
+        wxString chosen;
+        wxString typed;
+        bool typing = false;
+        int scroll = 0;
+    };
+
+    void LayOut();
+    void BindEvents();
+    void ShowRowsOrText();
+    void AppendGroup(wxPGProperty* parent, const SettingsGroup& group, const wxString& name);
+    [[nodiscard]] View CurrentView() const;
+    void Restore(const View& view);
+
+    void OnChanging(wxPropertyGridEvent& event);
+    void OnChanged(wxPropertyGridEvent& event);
+    void OnKey(wxKeyEvent& event);
+    [[nodiscard]] EditAnswer Submit(const Place& place, const std::string& text) const;
+    void Reject(const wxString& name, const EditAnswer& answer);
+    void AskForColour(const wxString& name);
+    void ShowHelp();
+    void PlaceTitles();
+
+    Prompts& prompts_;
+    EditHandler onEdit_;
+    SettingsRows groups_;
+    std::deque<Place> places_;  // what the properties point to
+    wxPropertyGrid* grid_ = nullptr;
+    Titles* titles_ = nullptr;
+    wxSizer* emptyArea_ = nullptr;
+    wxStaticText* empty_ = nullptr;
+    wxTextCtrl* help_ = nullptr;
+    std::string accepted_;  // what the edit in progress is to show
+    bool rejected_ = false;
+};
+
+}  // namespace sontaro

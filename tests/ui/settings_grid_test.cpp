@@ -1,0 +1,184 @@
+#include "widgets/settings_grid.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <wx/sizer.h>
+#include <wx/textctrl.h>
+#include <wx/uiaction.h>
+
+#include "ui/ui_support.h"
+
+namespace sontaro::test {
+namespace {
+
+using Outcome = EditAnswer::Outcome;
+using testing::ElementsAre;
+
+struct Grid : UiTest {
+    Grid() {
+        dialog = new wxDialog(nullptr, wxID_ANY, "Grid", wxDefaultPosition, wxSize(500, 400));
+        dialog->SetEscapeId(wxID_NONE);
+        grid = new SettingsGrid(dialog, 2801, true, prompts, [this](const SettingsEdit& edit) {
+            edits.push_back(fmt::format("{}.{}.{} {}/{}: {}", edit.group, edit.item, edit.position,
+                                        edit.groupName, edit.rowName, edit.text));
+            return answer.value_or(EditAnswer{Outcome::kAccepted, edit.text});
+        });
+        dialog->SetSizer(new wxBoxSizer(wxVERTICAL));
+        dialog->GetSizer()->Add(grid, wxSizerFlags(1).Expand());
+        dialog->Layout();
+        dialog->Show();
+    }
+    ~Grid() override {
+        dialog->Destroy();
+        EXPECT_TRUE(PumpUntil([] { return wxTopLevelWindows.empty(); }));
+    }
+
+    wxPropertyGrid& Properties() { return grid->Properties(); }
+    std::string Shown(const char* name) {
+        return FromWx(Properties().GetPropertyByName(name)->GetDisplayedString());
+    }
+    /// Chooses a row and types into it, as by hand but for the Enter at the end.
+    void Type(const char* name, const char* text) {
+        Properties().SelectProperty(name, true);
+        wxTextCtrl* editor = Properties().GetEditorTextCtrl();
+        dialog->Raise();
+        editor->SetFocus();
+        ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive(); }));
+        editor->SelectAll();
+        wxUIActionSimulator().Text(text);
+        ASSERT_TRUE(PumpUntil([&] { return editor->GetValue() == text; }));
+    }
+    void Key(int key) {
+        wxUIActionSimulator().Char(key);
+        PumpUntil([] { return false; }, 100);
+    }
+    /// Two groups of one sub-group each, with many rows.
+    static SettingsRows Many() {
+        SettingsRows groups;
+        for (int i = 0; i < 2; ++i) {
+            SettingsGroup inner{"inner", 10 + i, {}};
+            for (int row = 0; row < 30; ++row)
+                inner.rows.push_back({RowKind::kText, "row " + std::to_string(row), "v"});
+            groups.push_back({"outer", i, {{RowKind::kText, "first", "v"}}, {inner}});
+        }
+        return groups;
+    }
+
+    wxDialog* dialog;
+    SettingsGrid* grid;
+    std::vector<std::string> edits;
+    std::optional<EditAnswer> answer;  // to every edit; none: accepted as it is
+};
+
+TEST_F(Grid, ReportsAnEditOfEveryKindByItsIndicesAndNames) {
+    const std::vector<std::string> choices = {"one", "two"};
+    grid->Fill({{"g",
+                 4,
+                 {{RowKind::kText, "text", "a"},
+                  {RowKind::kWholeNumber, "whole", "1"},
+                  {RowKind::kDecimal, "decimal", "0.5"},
+                  {RowKind::kHexCommand, "hex", "", "", {}, "", 8, 3},
+                  {RowKind::kChoice, "choice", "unlisted", "", choices},
+                  {RowKind::kChoiceOrText, "free", "one", "", choices},
+                  {RowKind::kYesNo, "yes", kRowNo},
+                  {RowKind::kColour, "colour", "#010203"},
+                  {RowKind::kReadOnly, "fixed", "f"}}}});
+    EXPECT_EQ(Shown("0.4"), "unlisted");
+    EXPECT_EQ(Shown("0.7"), "#010203");
+    const std::pair<const char*, wxVariant> changes[] = {
+        {"0.0", "b"}, {"0.1", "12"}, {"0.2", "0.25"}, {"0.3", " a5 0b"}, {"0.4", 1L},
+        {"0.5", "x"}, {"0.6", true}, {"0.7", -1L},    {"0.7", 0x0000FFL}};
+    for (const auto& [name, value] : changes)
+        EXPECT_TRUE(Properties().ChangePropertyValue(name, value)) << name;
+    EXPECT_FALSE(Properties().ChangePropertyValue("0.8", "g"));
+    EXPECT_THAT(edits,
+                ElementsAre("4.0.0 g/text: b", "4.0.0 g/whole: 12", "4.0.0 g/decimal: 0.25",
+                            "4.8.3 g/hex: A50B", "4.0.0 g/choice: two", "4.0.0 g/free: x",
+                            "4.0.0 g/yes: 1", "4.0.0 g/colour: ", "4.0.0 g/colour: #FF0000"));
+    EXPECT_EQ(Shown("0.3"), "A50B");
+    EXPECT_TRUE(Properties().IsPropertyModified("0.3"));
+}
+
+TEST_F(Grid, KeepsTheOldValueWhenAnEditIsNotTaken) {
+    grid->Fill({{"g",
+                 0,
+                 {{RowKind::kWholeNumber, "told", "1", "", {}, "not that!"},
+                  {RowKind::kWholeNumber, "hinted", "2"}}}});
+    for (const char* bad : {"", "-1", "1.5", "1 "}) {
+        for (const char* name : {"0.0", "0.1"})
+            EXPECT_FALSE(Properties().ChangePropertyValue(name, bad)) << bad;
+    }
+    answer = EditAnswer{Outcome::kRefused, "too large!"};
+    EXPECT_FALSE(Properties().ChangePropertyValue("0.1", "7"));
+    EXPECT_TRUE(PumpUntil([&] { return prompts.texts.size() == 5; }));
+    EXPECT_THAT(prompts.texts,
+                ElementsAre("not that!", "not that!", "not that!", "not that!", "too large!"));
+    EXPECT_THAT(edits, ElementsAre("0.0.0 g/hinted: 7"));
+    EXPECT_EQ(Shown("0.0") + Shown("0.1"), "12");
+}
+
+TEST_F(Grid, IsUsedByKeysAlone) {
+    grid->Fill({{"g", 0, {{RowKind::kText, "a", "old"}, {RowKind::kText, "b", "old"}}}});
+    answer = EditAnswer{Outcome::kAccepted, "as taken"};
+    Type("0.0", "new");
+    Key(WXK_RETURN);
+    EXPECT_EQ(Shown("0.0"), "as taken");
+    Key(WXK_ESCAPE);
+    Key(WXK_DOWN);
+    Key(WXK_RETURN);
+    Type("0.1", "half");
+    Key(WXK_ESCAPE);
+    EXPECT_EQ(Properties().GetSelection()->GetName(), "0.1");
+    EXPECT_FALSE(Properties().IsEditorFocused());
+    Key(WXK_ESCAPE);
+    EXPECT_TRUE(grid->Commit());
+    EXPECT_THAT(edits, ElementsAre("0.0.0 g/a: new"));
+    EXPECT_TRUE(dialog->IsShown());
+}
+
+TEST_F(Grid, CommitsWhatIsBeingTypedAndSaysWhenItIsNotTaken) {
+    grid->Fill({{"g", 0, {{RowKind::kDecimal, "a", "1", "", {}, "not that!"}}}});
+    Type("0.0", "2.5");
+    EXPECT_TRUE(grid->Commit());
+    Type("0.0", "2,5");
+    EXPECT_FALSE(grid->Commit());
+    EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
+    EXPECT_TRUE(grid->Commit());
+    EXPECT_THAT(edits, ElementsAre("0.0.0 g/a: 2.5"));
+    EXPECT_THAT(prompts.texts, ElementsAre("not that!"));
+    EXPECT_EQ(Properties().GetEditorTextCtrl()->GetValue(), "2.5");
+}
+
+TEST_F(Grid, RebuiltKeepsItsPlaceItsFoldsAndWhatIsBeingTyped) {
+    grid->Fill(Many());
+    Properties().Collapse("0.1");
+    Type("1.1.25", "half");
+    const int scroll = Properties().GetScrollPos(wxVERTICAL);
+    EXPECT_GT(scroll, 0);
+    grid->Fill(Many());
+    EXPECT_EQ(Properties().GetScrollPos(wxVERTICAL), scroll);
+    EXPECT_FALSE(Properties().IsPropertyExpanded("0.1"));
+    EXPECT_TRUE(Properties().IsPropertyExpanded("1.1"));
+    EXPECT_TRUE(edits.empty());
+    EXPECT_TRUE(grid->Commit());
+    EXPECT_THAT(edits, ElementsAre("11.0.0 inner/row 25: half"));
+    grid->Fill({});
+    EXPECT_FALSE(Properties().IsShown());
+}
+
+TEST_F(Grid, AsksForAnotherColour) {
+    constexpr long kOther = -2;
+    grid->Fill({{"g", 0, {{RowKind::kColour, "c", ""}}}});
+    EXPECT_EQ(Shown("0.0"), "default");
+    Properties().ChangePropertyValue("0.0", kOther);
+    PumpUntil([] { return false; }, 50);
+    EXPECT_TRUE(edits.empty());
+    prompts.colour = 0x563412;
+    Properties().ChangePropertyValue("0.0", kOther);
+    EXPECT_TRUE(PumpUntil([&] { return !edits.empty(); }));
+    EXPECT_THAT(edits, ElementsAre("0.0.0 g/c: #123456"));
+    EXPECT_EQ(Shown("0.0"), "#123456");
+}
+
+}  // namespace
+}  // namespace sontaro::test
