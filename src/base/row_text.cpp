@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
+#include <locale>
+#include <sstream>
 
 namespace sontaro {
 
@@ -26,6 +27,16 @@ std::string_view NumberIn(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     return text;
+}
+
+/// A number too large or too small for from_chars, which does not say which. Not strtod, whose
+/// decimal point is that of the user's language.
+double NearestDouble(const std::string& digits) {
+    std::istringstream stream(digits);
+    stream.imbue(std::locale::classic());
+    double number = 0;
+    stream >> number;
+    return number;
 }
 
 }  // namespace
@@ -49,9 +60,9 @@ std::optional<std::string> FittingRowText(RowKind kind, const std::string& text,
 
 std::optional<std::string> NormalizedHexCommand(std::string_view text) {
     std::string command;
-    for (const char c : text) {
-        if (kBlanks.find(c) != std::string_view::npos) continue;
-        command += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    for (const char digit : text) {
+        if (kBlanks.find(digit) != std::string_view::npos) continue;
+        command += digit >= 'a' && digit <= 'z' ? static_cast<char>(digit - 'a' + 'A') : digit;
     }
     if (command.size() % 2 != 0) return std::nullopt;
     if (command.find_first_not_of(kHexDigits) != std::string::npos) return std::nullopt;
@@ -72,8 +83,7 @@ double LeadingDouble(std::string_view text) {
     const std::string digits(NumberIn(text));
     double number = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    // Too large or too small: from_chars does not say which.
-    if (read.ec == std::errc::result_out_of_range) number = std::strtod(digits.c_str(), nullptr);
+    if (read.ec == std::errc::result_out_of_range) number = NearestDouble(digits);
     return std::isnan(number) ? 0 : std::clamp(number, -kLargest, kLargest);
 }
 
