@@ -53,6 +53,7 @@ bool IsWellFormedUtf8(std::string_view bytes) {
 
 std::string DecodeUtf8(std::string_view bytes) {
     std::string text;
+    text.reserve(bytes.size());
     while (!bytes.empty()) {
         const std::size_t length = SequenceLength(bytes);
         const std::string_view sequence = bytes.substr(0, length == 0 ? 1 : length);

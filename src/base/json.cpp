@@ -27,6 +27,11 @@ std::string WriteJson(const Json::Value& value) {
     return Json::writeString(Json::StreamWriterBuilder(), value);
 }
 
-std::string TextOf(const Json::Value& value) { return DecodeUtf8(value.asString()); }
+std::string TextOf(const Json::Value& value) {
+    const char* begin = nullptr;
+    const char* end = nullptr;
+    if (!value.getString(&begin, &end)) return "";
+    return DecodeUtf8({begin, static_cast<std::size_t>(end - begin)});
+}
 
 }  // namespace sontaro
