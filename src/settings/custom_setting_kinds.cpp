@@ -1,0 +1,342 @@
+#include "settings/custom_setting_kinds.h"
+
+#include <fmt/printf.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <tuple>
+#include <unordered_set>
+
+#include "base/json.h"
+#include "base/row_text.h"
+
+namespace sontaro {
+
+namespace {
+
+using Document = CCustomSettingAnalysor;
+using Rows = std::vector<SettingsRow>;
+using Shown = std::optional<std::string>;
+using Ticks = std::vector<bool>;
+
+constexpr const char* kInputType = "inputType";
+constexpr const char* kSelect = "select";
+constexpr const char* kValueRange = "valueRange";
+
+struct CommonText {
+    const char* key;
+    std::string Document::BASE::*text;
+};
+
+constexpr CommonText kCommonTexts[] = {
+    {"keyVal", &Document::BASE::key},
+    {"lableName", &Document::BASE::label},
+    {kInputType, &Document::BASE::inputType},
+    {"remarks", &Document::BASE::remarks},
+};
+
+/// How values of one type are carried by JSON, shown and typed.
+template <class T>
+struct Plain;
+
+template <>
+struct Plain<std::int32_t> {
+    static constexpr RowKind kRow = RowKind::kWholeNumber;
+    static bool Is(const Json::Value& json) { return json.isInt(); }
+    static std::int32_t Get(const Json::Value& json) { return json.asInt(); }
+    static Json::Value Put(std::int32_t value) { return value; }
+    static std::int32_t Typed(const std::string& text) { return LeadingInteger(text); }
+    static std::string Text(std::int32_t value) { return std::to_string(value); }
+};
+
+template <>
+struct Plain<double> {
+    static constexpr RowKind kRow = RowKind::kDecimal;
+    static constexpr double kLargest = std::numeric_limits<double>::max();
+    static bool Is(const Json::Value& json) { return json.isNumeric(); }
+    /// Later versions of jsoncpp read what is beyond a double's range as infinite.
+    static double Get(const Json::Value& json) {
+        return std::clamp(json.asDouble(), -kLargest, kLargest);
+    }
+    static Json::Value Put(double value) { return value; }
+    static double Typed(const std::string& text) { return LeadingDouble(text); }
+    static std::string Text(double value) { return fmt::sprintf("%.04f", value); }
+};
+
+template <>
+struct Plain<std::string> {
+    static constexpr RowKind kRow = RowKind::kText;
+    static bool Is(const Json::Value& json) { return json.isString(); }
+    static std::string Get(const Json::Value& json) { return TextOf(json); }
+    static Json::Value Put(const std::string& value) { return value; }
+    static const std::string& Typed(const std::string& text) { return text; }
+    static const std::string& Text(const std::string& value) { return value; }
+};
+
+/// Numbers that JSON carries as texts.
+template <class T>
+struct AsText {
+    static bool Is(const Json::Value& json) { return json.isString(); }
+    static T Get(const Json::Value& json) { return Plain<T>::Typed(json.asString()); }
+    static Json::Value Put(T value) { return Plain<T>::Text(value); }
+};
+
+template <class T>
+std::vector<T> ReadList(const Json::Value& json) {
+    std::vector<T> values;
+    if (!json.isArray()) return values;
+    values.reserve(json.size());
+    for (const Json::Value& element : json)
+        if (Plain<T>::Is(element)) values.push_back(Plain<T>::Get(element));
+    return values;
+}
+
+template <class T>
+void WriteList(const std::vector<T>& values, Json::Value& json) {
+    json = Json::Value(Json::arrayValue);
+    for (const T& value : values) json.append(Plain<T>::Put(value));
+}
+
+template <class T>
+SettingsRow RowOf(SettingsRow row, const T& value) {
+    row.kind = Plain<T>::kRow;
+    row.value = Plain<T>::Text(value);
+    return row;
+}
+
+/// Gives `value` what was typed, or exactly the allowed value that is shown as what was typed.
+template <class T>
+Shown TakeOver(const SettingsEdit& edit, T& value, const std::vector<T>& allowed = {}) {
+    if (edit.position != 0 || !FittingRowText(Plain<T>::kRow, edit.text, {})) return std::nullopt;
+    const auto meant = std::ranges::find(allowed, edit.text, Plain<T>::Text);
+    value = meant != allowed.end() ? *meant : Plain<T>::Typed(edit.text);
+    return Plain<T>::Text(value);
+}
+
+/// One value. The allowed values are of no use to anyone.
+struct Single {
+    template <class Record>
+    static bool Read(const Json::Value& select, const Json::Value&, Record& record) {
+        using Value = Plain<decltype(record.value)>;
+        if (!Value::Is(select)) return false;
+        record.value = Value::Get(select);
+        return true;
+    }
+    template <class Record>
+    static void Write(const Record& record, Json::Value& select, Json::Value& range) {
+        select = Plain<decltype(record.value)>::Put(record.value);
+        range.append(select);
+    }
+    template <class Record>
+    static void AddRows(const Record& record, const Ticks&, const SettingsRow& row, Rows& rows) {
+        rows.push_back(RowOf(row, record.value));
+    }
+    template <class Record>
+    static Shown Edit(Record& record, Ticks&, const SettingsEdit& edit) {
+        return TakeOver(edit, record.value);
+    }
+};
+
+/// One of the allowed values, though a player may have chosen another.
+struct Choice {
+    template <class Record>
+    static bool Read(const Json::Value& select, const Json::Value& range, Record& record) {
+        using T = decltype(record.chosen);
+        if (!Plain<T>::Is(select)) return false;
+        record.chosen = Plain<T>::Get(select);
+        record.allowed = ReadList<T>(range);
+        return true;
+    }
+    template <class Record>
+    static void Write(const Record& record, Json::Value& select, Json::Value& range) {
+        select = Plain<decltype(record.chosen)>::Put(record.chosen);
+        WriteList(record.allowed, range);
+    }
+    template <class Record>
+    static void AddRows(const Record& record, const Ticks&, const SettingsRow& row, Rows& rows) {
+        SettingsRow& added = rows.emplace_back(RowOf(row, record.chosen));
+        added.kind = RowKind::kChoice;
+        std::unordered_set<std::string> seen;
+        for (const auto& value : record.allowed) {
+            const std::string text = Plain<decltype(record.chosen)>::Text(value);
+            if (seen.insert(text).second) added.choices.push_back(text);
+        }
+    }
+    template <class Record>
+    static Shown Edit(Record& record, Ticks&, const SettingsEdit& edit) {
+        return TakeOver(edit, record.chosen, record.allowed);
+    }
+};
+
+/// A number between two bounds, whose order in a document does not matter. The player, not the
+/// grid, holds the number within them.
+template <template <class> class Carrier, bool kMayHaveMoreThanTwo = false>
+struct Range : Single {
+    template <class Record>
+    static bool Read(const Json::Value& select, const Json::Value& range, Record& record) {
+        using Number = Carrier<decltype(record.value)>;
+        if (!Number::Is(select)) return false;
+        record.value = Number::Get(select);
+        const unsigned size = range.isArray() ? range.size() : 0;
+        if (size < 2 || (size > 2 && !kMayHaveMoreThanTwo)) return true;
+        if (Number::Is(range[0U]) && Number::Is(range[1U]))
+            std::tie(record.minimum, record.maximum) =
+                std::minmax({Number::Get(range[0U]), Number::Get(range[1U])});
+        return true;
+    }
+    template <class Record>
+    static void Write(const Record& record, Json::Value& select, Json::Value& range) {
+        using Number = Carrier<decltype(record.value)>;
+        select = Number::Put(record.value);
+        range.append(Number::Put(record.minimum));
+        range.append(Number::Put(record.maximum));
+    }
+};
+
+/// Some of the offered values, each with a yes/no row of its own.
+struct Multiple {
+    template <class Record>
+    static bool Read(const Json::Value& select, const Json::Value& range, Record& record) {
+        using T = typename decltype(record.offered)::value_type;
+        if (!select.isArray()) return false;
+        record.chosen = ReadList<T>(select);
+        record.offered = ReadList<T>(range);
+        return true;
+    }
+    template <class Record>
+    static void Write(const Record& record, Json::Value& select, Json::Value& range) {
+        WriteList(record.chosen, select);
+        WriteList(record.offered, range);
+    }
+    /// Which of the offered values are chosen. Kept by position once there was an edit, since a
+    /// value may be offered twice.
+    template <class Record>
+    static Ticks TicksOf(const Record& record, const Ticks& edited) {
+        if (!edited.empty()) return edited;
+        auto chosen = record.chosen;
+        std::ranges::sort(chosen);
+        Ticks ticks;
+        for (const auto& value : record.offered)
+            ticks.push_back(std::ranges::binary_search(chosen, value));
+        return ticks;
+    }
+    template <class Record>
+    static void AddRows(const Record& record, const Ticks& edited, SettingsRow row, Rows& rows) {
+        using T = typename decltype(record.offered)::value_type;
+        const Ticks ticks = TicksOf(record, edited);
+        row.kind = RowKind::kYesNo;
+        for (std::size_t i = 0; i < ticks.size(); ++i) {
+            row.name = record.label + "[" + Plain<T>::Text(record.offered[i]) + "]";
+            row.value = ticks[i] ? kRowYes : kRowNo;
+            row.position = static_cast<int>(i);
+            rows.push_back(row);
+        }
+    }
+    template <class Record>
+    static Shown Edit(Record& record, Ticks& edited, const SettingsEdit& edit) {
+        const auto at = static_cast<std::size_t>(edit.position);
+        if (edit.position < 0 || at >= record.offered.size()) return std::nullopt;
+        if (!FittingRowText(RowKind::kYesNo, edit.text, {})) return std::nullopt;
+        edited = TicksOf(record, edited);
+        edited[at] = edit.text == kRowYes;
+        record.chosen.clear();
+        for (std::size_t i = 0; i < edited.size(); ++i)
+            if (edited[i]) record.chosen.push_back(record.offered[i]);
+        return edit.text;
+    }
+};
+
+template <class Record, class Shape>
+constexpr CustomSettingKind Kind(std::string_view keyword) {
+    using Item = CustomSettingKind::Item;
+    return {keyword,
+            [](const Json::Value& select, const Json::Value& range) -> CustomSettingKind::Record {
+                auto record = std::make_unique<Record>();
+                if (!Shape::Read(select, range, *record)) return nullptr;
+                return record;
+            },
+            [](const Item& item, const SettingsRow& row, Rows& rows) {
+                Shape::AddRows(dynamic_cast<const Record&>(*item.record), item.ticks, row, rows);
+            },
+            [](Item& item, const SettingsEdit& edit) {
+                return Shape::Edit(dynamic_cast<Record&>(*item.record), item.ticks, edit);
+            }};
+}
+
+constexpr CustomSettingKind kKinds[] = {
+    Kind<Document::GroupName, Single>("GroupName"),
+    Kind<Document::Int, Single>("Int"),
+    Kind<Document::Double, Single>("Double"),
+    Kind<Document::String, Single>("String"),
+    Kind<Document::IntArray, Choice>("IntArry"),
+    Kind<Document::DoubleArray, Choice>("DoubleArry"),
+    Kind<Document::StringArray, Choice>("StringArry"),
+    Kind<Document::IntRange, Range<Plain>>("IntRange"),
+    Kind<Document::DoubleRange, Range<Plain, true>>("DoubleRange"),
+    Kind<Document::IntMultiple, Multiple>("IntMultiple"),
+    Kind<Document::DoubleMultiple, Multiple>("DoubleMultiple"),
+    Kind<Document::StringMultiple, Multiple>("StringMultiple"),
+    Kind<Document::IntStringRange, Range<AsText>>("IntStringRange"),
+    Kind<Document::DoubleStringRange, Range<AsText>>("DoubleStringRange"),
+};
+
+const CustomSettingKind* KindOf(const Json::Value& inputType) {
+    const char* begin = nullptr;
+    const char* end = nullptr;
+    if (!inputType.isString() || !inputType.getString(&begin, &end)) return nullptr;
+    const std::string_view keyword(begin, static_cast<std::size_t>(end - begin));
+    const auto* kind = std::ranges::find(kKinds, keyword, &CustomSettingKind::keyword);
+    return kind != std::end(kKinds) ? kind : nullptr;
+}
+
+template <class Shape, class Record>
+Json::Value Written(const Record& record) {
+    Json::Value json = record.BASE::ToJson();
+    Json::Value& select = json[Json::StaticString(kSelect)];
+    Json::Value& range = json[Json::StaticString(kValueRange)];
+    Shape::Write(record, select, range);
+    return json;
+}
+
+}  // namespace
+
+Json::Value Document::BASE::ToJson() const {
+    Json::Value json;
+    for (const CommonText& common : kCommonTexts)
+        json[Json::StaticString(common.key)] = this->*common.text;
+    return json;
+}
+
+Json::Value Document::String::ToJson() const { return Written<Single>(*this); }
+Json::Value Document::Int::ToJson() const { return Written<Single>(*this); }
+Json::Value Document::Double::ToJson() const { return Written<Single>(*this); }
+Json::Value Document::IntArray::ToJson() const { return Written<Choice>(*this); }
+Json::Value Document::DoubleArray::ToJson() const { return Written<Choice>(*this); }
+Json::Value Document::StringArray::ToJson() const { return Written<Choice>(*this); }
+Json::Value Document::IntRange::ToJson() const { return Written<Range<Plain>>(*this); }
+Json::Value Document::DoubleRange::ToJson() const { return Written<Range<Plain>>(*this); }
+Json::Value Document::IntMultiple::ToJson() const { return Written<Multiple>(*this); }
+Json::Value Document::DoubleMultiple::ToJson() const { return Written<Multiple>(*this); }
+Json::Value Document::StringMultiple::ToJson() const { return Written<Multiple>(*this); }
+Json::Value Document::IntStringRange::ToJson() const { return Written<Range<AsText>>(*this); }
+Json::Value Document::DoubleStringRange::ToJson() const { return Written<Range<AsText>>(*this); }
+
+const CustomSettingKind& TitleKind() { return kKinds[0]; }
+
+Document::Item ReadCustomSetting(const Json::Value& element) {
+    if (!element.isObject()) return {};
+    const CustomSettingKind* kind = KindOf(element[kInputType]);
+    const Json::Value& select = element[kSelect];
+    const Json::Value& range = element[kValueRange];
+    if (!kind || select.isNull() || range.isNull()) return {};
+    auto record = kind->read(select, range);
+    if (!record) return {};
+    for (const CommonText& common : kCommonTexts) {
+        const Json::Value& text = element[common.key];
+        if (text.isString()) record.get()->*common.text = TextOf(text);
+    }
+    return {kind, std::move(record)};
+}
+
+}  // namespace sontaro

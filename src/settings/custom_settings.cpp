@@ -1,0 +1,103 @@
+#include "settings/custom_settings.h"
+
+#include <algorithm>
+
+#include "base/json.h"
+#include "settings/custom_setting_kinds.h"
+
+namespace sontaro {
+
+namespace {
+
+using Document = CCustomSettingAnalysor;
+
+constexpr const char* kVersion = "Version";
+constexpr const char* kCustomSettings = "CustomSettings";
+
+/// The element at an index that may be any number.
+template <class T>
+T* At(std::vector<T>& elements, int index) {
+    const auto at = static_cast<std::size_t>(index);
+    return index >= 0 && at < elements.size() ? &elements[at] : nullptr;
+}
+
+/// A group from its elements, of which the last title counts.
+Document::Group ReadGroup(const Json::Value& elements) {
+    Document::Group group{std::make_unique<Document::GroupName>(), {}};
+    group.title->inputType = TitleKind().keyword;
+    if (!elements.isArray()) return group;
+    for (const Json::Value& element : elements) {
+        Document::Item item = ReadCustomSetting(element);
+        if (item.kind == &TitleKind())
+            *group.title = dynamic_cast<const Document::GroupName&>(*item.record);
+        else if (item.record)
+            group.items.push_back(std::move(item));
+    }
+    return group;
+}
+
+}  // namespace
+
+bool CCustomSettingAnalysor::Parse(std::string_view text) {
+    Clear();
+    const Result<Json::Value> document = ParseJson(text);
+    if (!document) return false;
+    if (!document->isObject()) return true;
+    if (document->isMember(kVersion)) {
+        const Json::Value& version = (*document)[kVersion];
+        version_ = version.isString() ? Json::Value(TextOf(version)) : version;
+    }
+    const Json::Value& groups = (*document)[kCustomSettings];
+    if (!groups.isArray()) return true;
+    groups_.reserve(groups.size());
+    for (const Json::Value& elements : groups) groups_.push_back(ReadGroup(elements));
+    return true;
+}
+
+std::string CCustomSettingAnalysor::Serialise() const {
+    Json::Value document;
+    if (version_) document[kVersion] = *version_;
+    Json::Value& groups = document[kCustomSettings] = Json::Value(Json::arrayValue);
+    for (const Group& group : groups_) {
+        Json::Value& elements = groups.append(Json::Value(Json::arrayValue));
+        elements.append(group.title->ToJson());
+        for (const Item& item : group.items) elements.append(item.record->ToJson());
+    }
+    return WriteJson(document);
+}
+
+SettingsRows CCustomSettingAnalysor::BuildGrid() const {
+    SettingsRows groups;
+    for (const Group& group : groups_) {
+        SettingsGroup shown{group.title->value, static_cast<int>(groups.size()), {}};
+        int index = 0;
+        for (const Item& item : group.items) {
+            SettingsRow row;
+            row.name = item.record->label;
+            row.help = item.record->remarks;
+            row.item = index++;
+            item.kind->addRows(item, row, shown.rows);
+        }
+        groups.push_back(std::move(shown));
+    }
+    return groups;
+}
+
+EditAnswer CCustomSettingAnalysor::UpdateFromGrid(const SettingsEdit& edit) {
+    Group* group = At(groups_, edit.group);
+    Item* item = group ? At(group->items, edit.item) : nullptr;
+    if (!item) return {};
+    const std::optional<std::string> shown = item->kind->edit(*item, edit);
+    return shown ? EditAnswer{EditAnswer::Outcome::kAccepted, *shown} : EditAnswer{};
+}
+
+void CCustomSettingAnalysor::Clear() {
+    version_.reset();
+    groups_.clear();
+}
+
+bool CCustomSettingAnalysor::HasItems() const {
+    return std::ranges::any_of(groups_, [](const Group& group) { return !group.items.empty(); });
+}
+
+}  // namespace sontaro
