@@ -13,6 +13,10 @@ namespace sontaro::bench {
 /// A reply put together from chunks, against memcpy of the same chunks.
 [[nodiscard]] Figure ReassemblyThroughput();
 
+/// A large document of custom settings parsed and serialised, against jsoncpp's own reader and
+/// writer.
+[[nodiscard]] std::vector<Figure> CustomSettingsDocument();
+
 /// A message from a link thread to the user-interface thread and back, against a bare round trip
 /// between two threads. Needs a display.
 [[nodiscard]] Figure MessageRoundTrip();

@@ -29,6 +29,7 @@ int Run(const char* path) {
     std::vector<Figure> figures;
     Show(figures, LinkThroughput());
     Show(figures, ReassemblyThroughput());
+    for (const Figure& figure : CustomSettingsDocument()) Show(figures, figure);
     for (const Figure& figure : StartUp()) Show(figures, figure);
     Show(figures, MessageRoundTrip());
     if (!Write(figures, path)) {
