@@ -1,5 +1,6 @@
 #include "base/encoding.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 
@@ -61,6 +62,16 @@ std::string DecodeUtf8(std::string_view bytes) {
         bytes.remove_prefix(sequence.size());
     }
     return text;
+}
+
+std::size_t LegacyLength(std::string_view utf8) {
+    std::size_t length = 0;
+    while (!utf8.empty()) {
+        const std::size_t size = std::max<std::size_t>(SequenceLength(utf8), 1);
+        length += LegacyCharacterLength(utf8.substr(0, size)).value_or(size);
+        utf8.remove_prefix(size);
+    }
+    return length;
 }
 
 std::string DecodeByteByByte(std::string_view bytes) {

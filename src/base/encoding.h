@@ -1,6 +1,7 @@
 // Character encodings of texts that come from files and players.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,13 @@ namespace sontaro {
 
 /// `bytes` as valid UTF-8: what does not decode to a Unicode scalar value becomes U+FFFD.
 [[nodiscard]] std::string DecodeUtf8(std::string_view bytes);
+
+/// The bytes of `character`, one character in UTF-8, in the system's legacy code page; none when
+/// the code page lacks it. Source: on Windows the ANSI code page; elsewhere GBK.
+[[nodiscard]] std::optional<std::size_t> LegacyCharacterLength(std::string_view character);
+
+/// The bytes of `utf8` in that code page. What the code page lacks counts as it is sent: in UTF-8.
+[[nodiscard]] std::size_t LegacyLength(std::string_view utf8);
 
 /// Each byte as the character of the same number (ISO 8859-1), in UTF-8.
 [[nodiscard]] std::string DecodeByteByByte(std::string_view bytes);

@@ -1,9 +1,12 @@
 // What base/ asks of the operating system, on Linux.
+#include <iconv.h>
 #include <pwd.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 
+#include "base/encoding.h"
 #include "base/folders.h"
 #include "base/local_text.h"
 
@@ -30,7 +33,39 @@ fs::path XdgFolder(const char* variable, const char* fallback) {
     return named.is_absolute() ? named : HomeFolder() / fallback;
 }
 
+/// Turns UTF-8 into GBK. A system without that code page turns nothing.
+class GbkConverter {
+   public:
+    GbkConverter() : converter_(iconv_open("GBK", "UTF-8")) {}
+    ~GbkConverter() {
+        if (IsOpen()) iconv_close(converter_);
+    }
+    GbkConverter(const GbkConverter&) = delete;
+    GbkConverter& operator=(const GbkConverter&) = delete;
+
+    [[nodiscard]] std::optional<std::size_t> LengthOf(std::string text) const {
+        std::array<char, 16> converted{};
+        char* from = text.data();
+        char* into = converted.data();
+        std::size_t fromLeft = text.size();
+        std::size_t intoLeft = converted.size();
+        if (!IsOpen() || iconv(converter_, &from, &fromLeft, &into, &intoLeft) != 0)
+            return std::nullopt;
+        return converted.size() - intoLeft;
+    }
+
+   private:
+    [[nodiscard]] bool IsOpen() const { return reinterpret_cast<std::intptr_t>(converter_) != -1; }
+
+    iconv_t converter_;
+};
+
 }  // namespace
+
+std::optional<std::size_t> LegacyCharacterLength(std::string_view character) {
+    thread_local const GbkConverter converter;
+    return converter.LengthOf(std::string(character));
+}
 
 Language SystemLanguage() {
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {

@@ -2,6 +2,7 @@
 #include <shlobj.h>
 #include <windows.h>
 
+#include "base/encoding.h"
 #include "base/folders.h"
 #include "base/local_text.h"
 
@@ -21,6 +22,18 @@ fs::path KnownFolder(const KNOWNFOLDERID& id) {
 }
 
 }  // namespace
+
+// Where UTF-8 is the code page itself, the conversion fails: it takes no flags there.
+std::optional<std::size_t> LegacyCharacterLength(std::string_view character) {
+    wchar_t wide[2] = L"";
+    BOOL lacking = FALSE;
+    const int units = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, character.data(),
+                                          static_cast<int>(character.size()), wide, 2);
+    const int length = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide, units, nullptr, 0,
+                                           nullptr, &lacking);
+    if (units <= 0 || length <= 0 || lacking) return std::nullopt;
+    return static_cast<std::size_t>(length);
+}
 
 Language SystemLanguage() { return LanguageOfIdentifier(GetThreadUILanguage()); }
 

@@ -1,0 +1,134 @@
+#include "osd/osd_document.h"
+
+#include <gmock/gmock.h>
+
+#include "base/json.h"
+#include "support/literals.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* kReply = R"({"data":[{"osdEnable":true,"bgColor":16711935,"textColor":255,
+    "bgCorner":3,"showTime":20000,"speed":7,"transparent":40,"left":0.1,"top":0,"width":0.3,
+    "height":1e-7,"texts":["欢迎","b"],"flash":{"x":[1]}},{"speed":9}],"code":0})";
+
+class Osd : public testing::Test {
+   protected:
+    Osd() { EXPECT_TRUE(osd.TakeReply(kReply)); }
+
+    SettingsRow Row(const std::string& name) const {
+        const std::vector<SettingsRow> rows = osd.Rows().front().rows;
+        return *std::ranges::find(rows, name, &SettingsRow::name);
+    }
+    EditAnswer EditItem(int item, const std::string& text) {
+        return osd.Edit({0, item, 0, "", "", text});
+    }
+    std::string Enter(const std::string& name, const std::string& text) {
+        const EditAnswer answer = EditItem(Row(name).item, text);
+        constexpr const char* kOutcomes[] = {"=", "!", "ignored"};
+        return kOutcomes[static_cast<int>(answer.outcome)] + answer.text;
+    }
+    Json::Value Element() const { return (*ParseJson(osd.Write()))["data"][0]; }
+    std::string Json(const char* key) const { return Compact(AsBytes(WriteJson(Element()[key]))); }
+    void TakeElement(const std::string& element) {
+        EXPECT_TRUE(osd.TakeReply(R"({"data":[)" + element + "]}")) << element;
+    }
+
+    OsdSettings osd;
+};
+
+TEST_F(Osd, UneditedIsWrittenBackAsItWasReadInOneElement) {
+    const Json::Value before = (*ParseJson(kReply))["data"][0];
+    Json::Value after = Element();
+    EXPECT_EQ(after["top"].asDouble(), 0);
+    after["top"] = 0;
+    EXPECT_EQ(after, before);
+    EXPECT_EQ((*ParseJson(osd.Write()))["data"].size(), 1U);
+}
+
+TEST_F(Osd, WhatIsMissingOrOfAnotherTypeStays) {
+    TakeElement(R"({"osdEnable":1,"bgColor":-1,"textColor":"0","bgCorner":4294967296,"showTime":1.5,
+        "transparent":true,"left":true,"top":"0","width":null,"texts":"","blink":2})");
+    EXPECT_EQ(Json("speed") + Json("bgCorner") + Json("showTime"), "7320000");
+    EXPECT_EQ(Row("Left(0.0~1.0)").value + Row("Enable").value + Row("TextColor").value,
+              "0.11#FF0000");
+    EXPECT_EQ(Json("flash") + Json("blink"), R"({"x":[1]}2)");
+    TakeElement(R"({"texts":[null,["x"],7,"d"]})");
+    EXPECT_EQ(Row("Text1").value + '|' + Row("Text2").value + '|' + Row("Text4").value, "欢迎|b|d");
+    EXPECT_EQ(Element()["texts"][2], "");
+}
+
+TEST_F(Osd, TextsOfNoUseChangeNothing) {
+    const std::string before = osd.Write();
+    for (const char* bad : {"", "{", "7", "null", "[]", "{}", R"({"data":{}})", R"({"data":[]})",
+                            R"({"data":[[]]})", R"({"data":[null,{}]})"})
+        EXPECT_FALSE(osd.TakeReply(bad) || osd.TakeFile(bad)) << bad;
+    EXPECT_EQ(osd.Write(), before);
+}
+
+TEST_F(Osd, ColoursAreTurnedAround) {
+    EXPECT_EQ(Row("BgColor").value, "#FF00FF");
+    EXPECT_EQ(Enter("BgColor", "#0a0B0c"), "=#0A0B0C");
+    EXPECT_EQ(Json("bgColor"), std::to_string(0x0C0B0A));
+    EXPECT_EQ(Enter("TextColor", ""), "=");
+    EXPECT_EQ(Json("textColor"), "4294967295");
+    for (const char* bad : {"#12345", "#1234567", "#-12345", "#12345G", "1234567", "red"})
+        EXPECT_EQ(Enter("BgColor", bad), "ignored") << bad;
+    EXPECT_EQ(Row("BgColor").value, "#0A0B0C");
+}
+
+TEST_F(Osd, EditsAreTakenUpToTheirLimits) {
+    EXPECT_EQ(Enter("Transparent", "0100") + Enter("DisplayTime", "10000"), "=100=10000");
+    EXPECT_EQ(Enter("Left(0.0~1.0)", "1.0") + Enter("Top(0.0~1.0)", ".50"), "=1=0.5");
+    EXPECT_EQ(Enter("Text2", "再见") + Enter("Enable", "0"), "=再见=0");
+    EXPECT_EQ(Json("transparent") + Json("left") + Json("top") + Json("osdEnable"),
+              "1001.00.5false");
+    EXPECT_EQ(Element()["texts"][1], "再见");
+    EXPECT_EQ(EditItem(Row("Text2").item + 1, "x"), EditAnswer{});
+}
+
+TEST_F(Osd, RefusalsAreWordedInBothLanguages) {
+    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
+        {"Transparent", "101", "透明度输入错误!", "Transparent input error!"},
+        {"Transparent", "", "透明度输入错误!", "Transparent input error!"},
+        {"DisplayTime", "10001", "显示时间输入错误!", "ShowTime input error!"},
+        {"DisplayTime", "99999999999999999999", "显示时间输入错误!", "ShowTime input error!"},
+        {"DisplayTime", "-1", "显示时间输入错误!", "ShowTime input error!"},
+        {"Left(0.0~1.0)", "1.01", "左输入错误!", "left input error!"},
+        {"Left(0.0~1.0)", ".", "左输入错误!", "left input error!"},
+        {"Top(0.0~1.0)", "0.2.3", "上输入错误!", "top input error!"},
+        {"Width(0.0~1.0)", "1e0", "宽度输入错误!", "Width input error!"},
+        {"Height(0.0~1.0)", "2", "高度输入错误!", "Height input error!"}};
+    const std::string before = osd.Write();
+    for (const auto& [row, text, chinese, english] : cases) {
+        EXPECT_EQ(Enter(row, text), std::string("!") + english) << row << ' ' << text;
+        EXPECT_EQ(Row(row).refusal, english);
+        const int item = Row(row).item;
+        const InLanguage inChinese(Language::kChinese);
+        EXPECT_EQ(EditItem(item, text).text, chinese);
+    }
+    EXPECT_EQ(osd.Write(), before);
+}
+
+TEST_F(Osd, LinesAreMeasuredInTheLegacyCodePage) {
+    const auto times = [](std::size_t count, const std::string& text) {
+        std::string line;
+        while (count-- > 0) line += text;
+        return line;
+    };
+    // A character that the code page lacks counts four bytes, as it is sent.
+    for (const std::string& line : {times(70, "汉"), times(140, "a"), times(69, "汉") + "ab",
+                                    times(35, "\U0001F3AC"), times(68, "汉") + "\U0001F3AC"}) {
+        Enter("Text1", line);
+        EXPECT_EQ(osd.RefusalToSend(), std::nullopt) << line;
+        Enter("Text2", line + (line == times(70, "汉") ? "汉" : "a"));
+        ASSERT_TRUE(osd.RefusalToSend()) << line;
+        EXPECT_STREQ(osd.RefusalToSend()->chinese, "显示字符不能超过70个汉字!");
+        Enter("Text2", "");
+    }
+}
+
+}  // namespace
+}  // namespace sontaro::test
