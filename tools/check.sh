@@ -42,6 +42,7 @@ step "tests, asan-ubsan" tests_under asan-ubsan
 step "tests, tsan" tests_under tsan
 step "fuzz_reassembly, one minute" fuzz fuzz_reassembly
 step "fuzz_discovery_reply, one minute" fuzz fuzz_discovery_reply
+step "fuzz_osd_document, one minute" fuzz fuzz_osd_document
 
 echo
 printf '%s\n' "${steps[@]}"
