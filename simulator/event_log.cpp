@@ -13,11 +13,20 @@ namespace sontaro::simulator {
 
 namespace {
 
+/// The start of a text that is too long for a line, and how long it is.
+std::string Shortened(std::string text) {
+    constexpr std::size_t kLongest = 1000;
+    if (text.size() <= kLongest) return text;
+    std::size_t end = kLongest;
+    while ((static_cast<std::uint8_t>(text[end]) & 0xC0) == 0x80) --end;
+    return fmt::format("{} ... ({} bytes)", text.substr(0, end), text.size());
+}
+
 std::string OnOneLine(const Json::Value& json) {
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
     builder["emitUTF8"] = true;
-    return DecodeUtf8(Json::writeString(builder, json));
+    return Shortened(DecodeUtf8(Json::writeString(builder, json)));
 }
 
 std::string DescribePayload(const Bytes& payload) {

@@ -27,7 +27,8 @@ class EventLog {
 };
 
 /// A packet on one line: command, sub-command, argument and the payload. A JSON payload is printed
-/// with readable UTF-8 characters, another one as its length and its first bytes.
+/// with readable UTF-8 characters, cut off after a thousand bytes, another one as its length and
+/// its first bytes.
 [[nodiscard]] std::string Describe(const DevicePacket& packet);
 
 }  // namespace sontaro::simulator
