@@ -3,32 +3,42 @@
 #include <algorithm>
 
 #include "simulator/number.h"
+#include "simulator/sample_schema.h"
 
 namespace sontaro::simulator {
 
 namespace {
 
 constexpr std::size_t kLargestNumber = 100'000'000;
+constexpr std::size_t kMostItems = 100'000;
+constexpr std::size_t kNoNumber = 0;
 
 struct FaultRow {
     std::string_view name;
-    std::size_t least;  ///< of the number behind "="; `kNoNumber`: there is none
+    std::size_t least;  ///< of the number behind "="
+    std::size_t most;   ///< `kNoNumber`: there is none
     void (*apply)(FaultScript& faults, std::size_t number);
 };
 
-constexpr std::size_t kNoNumber = kLargestNumber + 1;
-
 constexpr FaultRow kFaults[] = {
-    {"refuse", kNoNumber, [](FaultScript& faults, std::size_t) { faults.refuse = true; }},
-    {"silent", kNoNumber, [](FaultScript& faults, std::size_t) { faults.silent = true; }},
-    {"drop", kNoNumber, [](FaultScript& faults, std::size_t) { faults.drop = true; }},
-    {"not-supported", kNoNumber,
+    {"refuse", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.refuse = true; }},
+    {"silent", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.silent = true; }},
+    {"drop", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.drop = true; }},
+    {"not-supported", 0, kNoNumber,
      [](FaultScript& faults, std::size_t) { faults.notSupported = true; }},
-    {"garbage", kNoNumber, [](FaultScript& faults, std::size_t) { faults.garbage = true; }},
-    {"oversize", kNoNumber, [](FaultScript& faults, std::size_t) { faults.oversize = true; }},
-    {"cut", 1, [](FaultScript& faults, std::size_t number) { faults.cut = number; }},
-    {"close-after", 0, [](FaultScript& faults, std::size_t number) { faults.closeAfter = number; }},
-    {"delay", 0,
+    {"garbage", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.garbage = true; }},
+    {"oversize", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.oversize = true; }},
+    {"bad-json", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.badJson = true; }},
+    {"no-ack", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noAck = true; }},
+    {"items", 0, kMostItems,
+     [](FaultScript& faults, std::size_t number) {
+         faults.schema = std::make_shared<const std::string>(LargeSchema(number));
+     }},
+    {"cut", 1, kLargestNumber,
+     [](FaultScript& faults, std::size_t number) { faults.cut = number; }},
+    {"close-after", 0, kLargestNumber,
+     [](FaultScript& faults, std::size_t number) { faults.closeAfter = number; }},
+    {"delay", 0, kLargestNumber,
      [](FaultScript& faults, std::size_t number) {
          faults.delay = std::chrono::milliseconds(number);
      }},
@@ -39,10 +49,10 @@ bool ApplyFault(FaultScript& faults, std::string_view text) {
     const std::size_t equals = text.find('=');
     const bool hasNumber = equals != std::string_view::npos;
     const auto row = std::ranges::find(kFaults, text.substr(0, equals), &FaultRow::name);
-    if (row == std::end(kFaults) || hasNumber == (row->least == kNoNumber)) return false;
+    if (row == std::end(kFaults) || hasNumber == (row->most == kNoNumber)) return false;
     std::string_view digits = hasNumber ? text.substr(equals + 1) : "0";
     if (row->name == "delay" && digits.ends_with("ms")) digits.remove_suffix(2);
-    const auto number = ParseNumber(digits, hasNumber ? row->least : 0, kLargestNumber);
+    const auto number = ParseNumber(digits, row->least, row->most);
     if (number) row->apply(faults, *number);
     return number.has_value();
 }

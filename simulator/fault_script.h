@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,16 +20,21 @@ struct FaultScript {
     bool notSupported = false;  ///< every request is answered as not supported
     bool garbage = false;       ///< random bytes go ahead of every reply as a packet of their own
     bool oversize = false;      ///< replies announce 0xFFFFFFF0 payload bytes
+    bool badJson = false;       ///< settings that are read end in their middle
+    bool noAck = false;         ///< settings are saved without a word
     std::size_t cut = 0;        ///< bytes per piece in which packets go out; 0: in one
     std::optional<std::size_t> closeAfter;  ///< a connection ends after so many bytes to the tool
     std::chrono::milliseconds delay{0};     ///< before every reply
+    /// Read in place of the settings that describe themselves; absent: those are.
+    std::shared_ptr<const std::string> schema;
 
     bool operator==(const FaultScript&) const = default;
 };
 
 /// The faults that `script` names, separated by commas: refuse, silent, drop, not-supported,
-/// garbage, oversize, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty
-/// script has none. Fails, with a reason for the user, on anything else.
+/// garbage, oversize, bad-json, no-ack, items=N (settings that describe themselves have N items),
+/// cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty script has none.
+/// Fails, with a reason for the user, on anything else.
 [[nodiscard]] Result<FaultScript> ParseFaultScript(std::string_view script);
 
 }  // namespace sontaro::simulator

@@ -51,6 +51,11 @@ bool SetStore(PlayerArguments& arguments, std::string_view value) {
     return !value.empty();
 }
 
+bool SetSchema(PlayerArguments& arguments, std::string_view value) {
+    arguments.lineUp.schema = value;
+    return !value.empty();
+}
+
 bool SetLog(PlayerArguments& arguments, std::string_view value) {
     arguments.log = value;
     return !value.empty();
@@ -71,10 +76,16 @@ constexpr OptionRow kOptions[] = {
     {"--port", "PORT", "TCP port of each player, 0 for any free one (9000)", SetPort},
     {"--name", "TEXT", "start of the IDs, up to 12 bytes with the number (SIMPLAYER)", SetName},
     {"--store", "DIR", "keep each player's state in a file in DIR", SetStore},
+    {"--schema", "FILE",
+     "serve FILE, whatever it holds, as the schema of serial ports,\n"
+     "subtitles, touch and Cave",
+     SetSchema},
     {"--log", "FILE", "write a line per event to FILE", SetLog},
     {"--fault", "SCRIPT",
      "faults of every player, separated by commas: refuse, silent, drop,\n"
-     "not-supported, garbage, oversize, cut=BYTES, close-after=BYTES, delay=500ms",
+     "not-supported, garbage, oversize, bad-json (settings end halfway),\n"
+     "no-ack (saves are not answered), items=N (in schemas), cut=BYTES,\n"
+     "close-after=BYTES, delay=500ms",
      SetFaults},
     {"--help", "", "show this text", SetHelp},
 };
@@ -86,7 +97,7 @@ std::string PlayerHelp() {
     std::string text = "sontaro-player: simulated video players on this machine\n\n";
     for (const OptionRow& row : kOptions) {
         std::string help(row.help);
-        if (const std::size_t end = help.find('\n'); end != std::string::npos)
+        for (std::size_t end = help.find('\n'); end < help.size(); end = help.find('\n', end + 1))
             help.insert(end + 1, kColumn + 2, ' ');
         text +=
             fmt::format("  {:<{}}{}\n", fmt::format("{} {}", row.name, row.value), kColumn, help);

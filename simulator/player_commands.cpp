@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "simulator/settings_commands.h"
 #include "simulator/video_commands.h"
 
 namespace sontaro::simulator {
@@ -39,7 +40,17 @@ void HandleLayoutState(PlayerState& state, const DevicePacket&, Answer& answer) 
 
 void HandleCloseLinks(PlayerState&, const DevicePacket&, Answer&) {}
 
+template <Document kDocument>
+void HandleSchema(PlayerState& state, const DevicePacket& request, Answer& answer) {
+    HandleSchema(state, kDocument, request, answer);
+}
+
 constexpr CommandRow kCommands[] = {
+    {kCommandSettings, kBlockOsd, HandleOsd},
+    {kCommandSettings, kBlockExtendedSerialPort, HandleSchema<&PlayerState::serialPort>},
+    {kCommandSettings, kBlockSubtitles, HandleSchema<&PlayerState::subtitles>},
+    {kCommandSettings, kBlockTouchAction, HandleSchema<&PlayerState::touchAction>},
+    {kCommandSettings, kBlockCave, HandleSchema<&PlayerState::cave>},
     {kCommandPlayerData, std::nullopt, HandlePlayerData},
     {kCommandCloseLinks, std::nullopt, HandleCloseLinks},
     {kCommandLayoutState, std::nullopt, HandleLayoutState},

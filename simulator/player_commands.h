@@ -6,8 +6,13 @@
 
 namespace sontaro::simulator {
 
+/// What an answer is about, as far as faults make a difference.
+enum class Content { kOther, kDocument, kSchema, kSaved };
+
 struct Answer {
     DevicePacket reply;
+    Content content = Content::kOther;
+    bool silent = false;       ///< nothing is answered at all
     bool startPushes = false;  ///< from now on the player reports position and USB videos unasked
 };
 

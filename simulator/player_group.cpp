@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/file.h"
 #include "link/discovery.h"
 
 namespace sontaro::simulator {
@@ -73,6 +74,10 @@ Result<std::vector<PlayerOptions>> LineUp(const LineUpOptions& options) {
     if (const Status checked = Check(options); !checked) return Error{checked.reason()};
     std::vector<PlayerOptions> players;
     for (std::size_t i = 0; i < options.count; ++i) players.push_back(PlayerAt(options, i));
+    if (options.schema.empty()) return players;
+    const Result<std::string> schema = ReadFile(options.schema);
+    if (!schema) return Error{"--schema: " + schema.reason()};
+    for (PlayerOptions& player : players) player.schema = *schema;
     return players;
 }
 

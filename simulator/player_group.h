@@ -20,13 +20,15 @@ struct LineUpOptions {
     std::uint16_t port = 0;                   ///< TCP port of each; 0: the system picks them
     std::string name;             ///< start of the IDs; a number follows unless there is one player
     std::filesystem::path store;  ///< folder of a state file per player; empty: none is kept
+    std::filesystem::path schema;  ///< file with the settings that all describe; empty: the sample
     FaultScript faults;
     EventLog* log = nullptr;  ///< outlives the players
 };
 
 /// Players on consecutive addresses with versions and outputs that differ as in a real list.
 /// Without a name they are SIMPLAYER1, SIMPLAYER2 and so on. Fails, with a reason for the user,
-/// when an address leaves the /24 network or 127.0.0.0/8, or an ID would be too long.
+/// when an address leaves the /24 network or 127.0.0.0/8, an ID would be too long, or the schema
+/// cannot be read.
 [[nodiscard]] Result<std::vector<PlayerOptions>> LineUp(const LineUpOptions& options);
 
 /// Owns its players, and hears broadcast discovery requests for them. One thread.

@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "base/json.h"
+#include "simulator/sample_schema.h"
 
 namespace sontaro::simulator {
 
@@ -54,6 +55,11 @@ void VisitFields(Record& record, Visitor&& visit) {
     visit("folder", record.folder);
     visit("video", record.video);
     visit("shuffle", record.shuffle);
+    visit("osd", record.osd);
+    visit("serialPort", record.serialPort);
+    visit("subtitles", record.subtitles);
+    visit("touchAction", record.touchAction);
+    visit("cave", record.cave);
 }
 
 struct Writer {
@@ -120,6 +126,17 @@ std::vector<Caption> FactoryCaptions() {
             {Action::kUsbPrevious, "上一首"},  {Action::kUsbNext, "下一首"}};
 }
 
+/// White on dark blue along the lower edge. "marquee" is a setting of this player alone.
+constexpr const char* kFactoryOsd = R"({
+    "data": [{
+        "osdEnable": true, "bgColor": 6307872, "textColor": 16777215, "bgCorner": 1,
+        "showTime": 30, "speed": 3, "transparent": 40,
+        "left": 0.1, "top": 0.85, "width": 0.8, "height": 0.1,
+        "texts": ["欢迎光临", "Welcome to the show", "今晚八点：霓虹之夜", "Please silence your phone"],
+        "marquee": {"direction": "left", "pause": 2}
+    }]
+})";
+
 }  // namespace
 
 PlayerState FactoryState() {
@@ -131,7 +148,13 @@ PlayerState FactoryState() {
         {"舞曲", {{"霓虹之夜.mp4", 215}, {"Midnight Parade.mp4", 187}, {"城市的风.mp4", 242}}},
         {"Ambient", {{"Slow Harbour.mp4", 300}, {"雨后花园.mp4", 264}}}};
     state.usb = {"USB", {{"Birthday.mp4", 95}, {"婚礼.mp4", 160}, {"Logo Loop.mp4", 30}}};
+    state.osd = kFactoryOsd;
+    SetSchemas(state, SampleSchema());
     return state;
+}
+
+void SetSchemas(PlayerState& state, const std::string& schema) {
+    state.serialPort = state.subtitles = state.touchAction = state.cave = schema;
 }
 
 std::string WriteState(const PlayerState& state) { return WriteJson(Writer::ToJson(state)); }

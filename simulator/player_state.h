@@ -57,23 +57,32 @@ struct PlayerState {
     bool layoutLocked = false;
     bool screenEffect = false;
     Action playMode = Action::kFolderLoop;
-    int volume = 60;                        ///< 0 to 100
-    std::string layout;                     ///< the one shown, of `layouts`
-    std::vector<std::string> layouts;       ///< file names
-    std::vector<Caption> captions;          ///< of equal texts the first one counts
-    std::vector<VideoFolder> folders;       ///< on the player's own disk
-    VideoFolder usb;                        ///< on the USB disk
-    bool playingUsb = false;                ///< the video is one of `usb`, else of `folders`
-    int folder = 0;                         ///< index of the folder played, or played last
-    int video = 0;                          ///< index in that folder or in `usb`
-    unsigned shuffle = 1;                   ///< where the random play modes have got to
+    int volume = 60;                   ///< 0 to 100
+    std::string layout;                ///< the one shown, of `layouts`
+    std::vector<std::string> layouts;  ///< file names
+    std::vector<Caption> captions;     ///< of equal texts the first one counts
+    std::vector<VideoFolder> folders;  ///< on the player's own disk
+    VideoFolder usb;                   ///< on the USB disk
+    bool playingUsb = false;           ///< the video is one of `usb`, else of `folders`
+    int folder = 0;                    ///< index of the folder played, or played last
+    int video = 0;                     ///< index in that folder or in `usb`
+    unsigned shuffle = 1;              ///< where the random play modes have got to
+    std::string osd;                   ///< settings as JSON texts, handed out as they are
+    std::string serialPort;            ///< this one and those below describe themselves
+    std::string subtitles;
+    std::string touchAction;
+    std::string cave;
     std::chrono::microseconds position{0};  ///< in the current video; not kept in the file
 
     bool operator==(const PlayerState&) const = default;
 };
 
-/// A player as it comes: two folders of videos, three layouts, three USB videos, Chinese captions.
+/// A player as it comes: two folders of videos, three layouts, three USB videos, Chinese captions,
+/// an on-screen display of four lines, and the sample of settings that describe themselves.
 [[nodiscard]] PlayerState FactoryState();
+
+/// Gives all settings that describe themselves the same description.
+void SetSchemas(PlayerState& state, const std::string& schema);
 
 /// The state as JSON text.
 [[nodiscard]] std::string WriteState(const PlayerState& state);

@@ -8,6 +8,7 @@
 #include "base/file.h"
 #include "link/discovery.h"
 #include "simulator/playback.h"
+#include "simulator/settings_commands.h"
 
 namespace sontaro::simulator {
 
@@ -40,6 +41,8 @@ Status SimulatedPlayer::Start() {
         stateTime_ = Clock::now();
     }
     Status started = Load();
+    if (started && options_.schema)
+        ChangeState([&](PlayerState& state) { SetSchemas(state, *options_.schema); });
     if (started) started = Open();
     if (started) started = StartThreads();
     if (!started) Stop();
@@ -202,8 +205,9 @@ std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
         answer = NotSupported(request);
     else if (!faults.silent && !faults.drop)
         ChangeState([&](PlayerState& state) { answer = HandleRequest(state, request); });
+    if (answer) Spoil(*answer, faults);
     history_.Add(request);
-    return answer;
+    return answer && answer->silent ? std::nullopt : answer;
 }
 
 FaultScript SimulatedPlayer::Faults() const {

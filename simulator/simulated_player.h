@@ -21,6 +21,8 @@ struct PlayerOptions {
     std::uint16_t port = 0;               ///< TCP port; 0: the system picks one at the first start
     PlayerIdentity identity;
     PlayerState state = FactoryState();
+    /// Takes the place of the settings that describe themselves, at every start.
+    std::optional<std::string> schema = {};
     FaultScript faults;
     Pacing pacing;
     double speed = 1;  ///< seconds of video that go by in a second

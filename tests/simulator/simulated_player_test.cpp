@@ -5,7 +5,8 @@
 #include "base/json.h"
 #include "link/discovery.h"
 #include "simulator/playback.h"
-#include "simulator/player_arguments.h"
+#include "simulator/player_group.h"
+#include "simulator/settings_commands.h"
 #include "support/link_surroundings.h"
 #include "support/literals.h"
 #include "support/temporary_folder.h"
@@ -47,6 +48,71 @@ TEST_F(Player, AnswersImpossibleCommandsWithAFailure) {
             HandleRequest(options.state, DevicePacket::Request(kCommandVideo, 0, json));
         EXPECT_EQ((*ParseJson(AsText(answer.reply.payload)))["code"].asInt(), 1) << json;
     }
+}
+
+/// A request about a settings block.
+DevicePacket Settings(std::uint16_t block, std::uint32_t argument, std::string_view payload = {}) {
+    return DevicePacket::Request(kCommandSettings, argument << 16 | block, payload);
+}
+
+TEST_F(Player, KeepsSettingsThatAreSavedAndReadsThemOut) {
+    options.state.osd = "damaged";
+    for (const auto& [block, argument] :
+         {std::pair{4, 0U}, {15, 1U}, {16, 1U}, {18, 1U}, {19, 1U}}) {
+        const auto number = static_cast<std::uint16_t>(block);
+        const std::string json = "{\"block\": " + std::to_string(block) + "}";
+        const Answer saved = HandleRequest(options.state, Settings(number, argument, json));
+        EXPECT_EQ(saved.reply.header.argument, argument);
+        EXPECT_EQ(AsText(saved.reply.payload), block == 4 ? json : "");
+        for (const char* bad : {"{", "[1]", "7"})
+            EXPECT_TRUE(HandleRequest(options.state, Settings(number, argument, bad)).silent)
+                << bad;
+        const PlayerState kept = *ReadState(WriteState(options.state));
+        options.state = kept;
+        const Answer read = HandleRequest(options.state, Settings(number, 0));
+        EXPECT_EQ(AsText(read.reply.payload), json);
+    }
+    EXPECT_NE(
+        HandleRequest(options.state, Settings(15, 0, "{}")).reply.header.command & kNotSupportedBit,
+        0);
+}
+
+TEST_F(Player, SpoilsSettingsAsItsFaultsHaveIt) {
+    const auto answer = [&](const char* script, const DevicePacket& request) {
+        Answer spoilt = HandleRequest(options.state, request);
+        Spoil(spoilt, *ParseFaultScript(script));
+        EXPECT_EQ(spoilt.reply.header.payloadLength, spoilt.reply.payload.size());
+        return spoilt;
+    };
+    const auto json = [&](const char* script, std::uint16_t block) {
+        return ParseJson(AsText(answer(script, Settings(block, 0)).reply.payload));
+    };
+    EXPECT_FALSE(json("bad-json", 4) || json("bad-json", 19) || json("bad-json,items=9", 15));
+    EXPECT_EQ((*json("items=5", 18))["CustomSettings"][0].size(), 5U);
+    EXPECT_TRUE(json("items=5", 4)->isMember("data"));
+    EXPECT_TRUE(answer("no-ack", Settings(16, 0x1, R"({"taken":1})")).silent);
+    EXPECT_EQ(options.state.subtitles, R"({"taken":1})");
+    EXPECT_FALSE(answer("no-ack", Settings(16, 0)).silent);
+    for (const char* bad : {"items", "items=", "items=100001", "no-ack=1"})
+        EXPECT_FALSE(ParseFaultScript(bad)) << bad;
+}
+
+TEST_F(Player, ServesASchemaOfTheUsersAsItIs) {
+    const auto lineUp = [&](const std::filesystem::path& schema) {
+        LineUpOptions row;
+        row.baseAddress = network.Player(0);
+        row.schema = schema;
+        return LineUp(row);
+    };
+    EXPECT_FALSE(lineUp(folder / "missing"));
+    PlayerOptions served = lineUp(folder.Write("schema", "{\"half\":"))->front();
+    served.file = folder.Write("player.json", R"({"cave":"{}"})");
+    SimulatedPlayer player(served);
+    ASSERT_TRUE(player.Start());
+    EXPECT_EQ(player.State().cave, "{\"half\":");
+    folder.Write("player.json", "damaged");
+    EXPECT_FALSE(player.Start());
+    EXPECT_EQ(folder.Read("player.json"), "damaged");
 }
 
 TEST_F(Player, HearsOnlyItsOwnNetwork) {

@@ -1,0 +1,62 @@
+#include "simulator/settings_commands.h"
+
+#include "base/json.h"
+
+namespace sontaro::simulator {
+
+namespace {
+
+enum Operation : std::uint16_t { kRead = 0, kWrite = 1 };
+
+bool IsRead(const DevicePacket& request) {
+    return request.header.argument == kRead && request.payload.empty();
+}
+
+void SetPayload(Answer& answer, std::string_view text) {
+    const ByteView bytes = AsBytes(text);
+    answer.reply.payload.assign(bytes.begin(), bytes.end());
+}
+
+/// Keeps what the request carries; says nothing when that is no object.
+void Save(std::string& document, const DevicePacket& request, Answer& answer) {
+    const std::string_view text = AsText(request.payload);
+    const Result<Json::Value> json = ParseJson(text);
+    answer.content = Content::kSaved;
+    answer.silent = !json || !json->isObject();
+    if (!answer.silent) document = text;
+}
+
+}  // namespace
+
+void HandleOsd(PlayerState& state, const DevicePacket& request, Answer& answer) {
+    if (request.header.argument != kRead) {
+        answer = NotSupported(request);
+        return;
+    }
+    answer.content = Content::kDocument;
+    if (!IsRead(request)) Save(state.osd, request, answer);
+    SetPayload(answer, state.osd);
+}
+
+void HandleSchema(PlayerState& state, Document document, const DevicePacket& request,
+                  Answer& answer) {
+    if (IsRead(request)) {
+        answer.content = Content::kSchema;
+        SetPayload(answer, state.*document);
+    } else if (request.header.argument == kWrite) {
+        answer.reply.header.argument = kWrite;
+        Save(state.*document, request, answer);
+    } else {
+        answer = NotSupported(request);
+    }
+}
+
+void Spoil(Answer& answer, const FaultScript& faults) {
+    const bool isRead = answer.content == Content::kDocument || answer.content == Content::kSchema;
+    if (answer.content == Content::kSchema && faults.schema) SetPayload(answer, *faults.schema);
+    if (isRead && faults.badJson) answer.reply.payload.resize(answer.reply.payload.size() / 2);
+    if (answer.content == Content::kSaved && faults.noAck) answer.silent = true;
+    answer.reply.header.payloadLength = static_cast<std::uint32_t>(answer.reply.payload.size());
+}
+
+}  // namespace sontaro::simulator
