@@ -18,11 +18,15 @@ namespace sontaro::bench {
 [[nodiscard]] std::vector<Figure> CustomSettingsDocument();
 
 /// A message from a link thread to the user-interface thread and back, against a bare round trip
-/// between two threads. Needs a display.
+/// between two threads. Needs the toolkit.
 [[nodiscard]] Figure MessageRoundTrip();
 
 /// Time until the main window is on the screen, and memory once it is idle, against a minimal
 /// dialog program. Needs a display.
 [[nodiscard]] std::vector<Figure> StartUp();
+
+/// The largest dialog's rows in a settings grid, against a bare property grid; and a player's
+/// 10,000 settings, by the row. Needs the toolkit.
+[[nodiscard]] std::vector<Figure> SettingsGrids();
 
 }  // namespace sontaro::bench

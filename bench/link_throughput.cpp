@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "bench/figures.h"
+#include "bench/no_prompts.h"
 #include "bench/stopwatch.h"
 #include "link/tcp_client.h"
 
@@ -61,15 +62,6 @@ class NoUi : public UiThread {
    public:
     bool Call(const std::function<void()>&) override { return false; }
     void Close() override {}
-};
-
-class NoPrompts : public Prompts {
-   public:
-    void Inform(const std::string&) override {}
-    void Warn(const std::string&) override {}
-    [[nodiscard]] bool Confirm(const std::string&) override { return false; }
-    std::optional<std::filesystem::path> ChooseFile(const FileQuestion&) override { return {}; }
-    std::optional<std::uint32_t> ChooseColour(std::uint32_t) override { return {}; }
 };
 
 /// Sends like any other, and says so whenever a packet has left the queue.

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "bench/figures.h"
+#include "bench/toolkit.h"
 
 namespace {
 
@@ -31,6 +32,8 @@ int Run(const char* path) {
     Show(figures, ReassemblyThroughput());
     for (const Figure& figure : CustomSettingsDocument()) Show(figures, figure);
     for (const Figure& figure : StartUp()) Show(figures, figure);
+    const Toolkit toolkit;
+    for (const Figure& figure : SettingsGrids()) Show(figures, figure);
     Show(figures, MessageRoundTrip());
     if (!Write(figures, path)) {
         fmt::print(stderr, "cannot write {}\n", path);

@@ -2,7 +2,6 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/dialog.h>
-#include <wx/init.h>
 
 #include <condition_variable>
 #include <stdexcept>
@@ -116,9 +115,6 @@ Comparison MeasureInEventLoop() {
 }  // namespace
 
 Figure MessageRoundTrip() {
-    wxApp::SetInstance(new wxApp);
-    const wxInitializer toolkit;
-    if (!toolkit || !wxTheApp->CallOnInit()) throw std::runtime_error("there is no display");
     ShowDialog();
     const Comparison times = MeasureInEventLoop();
     return {"message_round_trip", times.ratio, Goal::kAtMost, 3.0,
