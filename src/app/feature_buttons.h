@@ -18,21 +18,28 @@ struct FeatureButton {
     char key;  ///< mnemonic of the English text
 };
 
+// Control numbers of the buttons.
+inline constexpr int kVideoSetButton = 1001;
 inline constexpr int kVideoControlButton = 1002;
+inline constexpr int kOsdButton = 1003;
+inline constexpr int kExtendedSerialPortButton = 1006;
+inline constexpr int kSubtitlesButton = 1007;
+inline constexpr int kTouchActionButton = 1008;
+inline constexpr int kCaveButton = 1009;
 
 // clang-format off
 inline constexpr FeatureButton kFeatureButtons[] = {
-    {1001,                {"视频配置", "Video Set"},            FeatureGroup::kPlayback, "video-set",      'S'},
+    {kVideoSetButton,                {"视频配置", "Video Set"},            FeatureGroup::kPlayback, "video-set",      'S'},
     {kVideoControlButton, {"视频控制", "Video Control"},        FeatureGroup::kPlayback, "video-control",  'V'},
     {1011,                {"播放器时间轴控制", nullptr},        FeatureGroup::kPlayback, "timeline",       ' '},
-    {1003,                {"OSD", "OSD"},                       FeatureGroup::kPicture,  "osd",            'D'},
+    {kOsdButton,                {"OSD", "OSD"},                       FeatureGroup::kPicture,  "osd",            'D'},
     {1005,                {"画面分割配置", nullptr},            FeatureGroup::kPicture,  "screen-split",   ' '},
-    {1007,                {"字幕配置", nullptr},                FeatureGroup::kPicture,  "subtitles",      ' '},
-    {1009,                {"Cave配置", nullptr},                FeatureGroup::kPicture,  "cave",           'C'},
+    {kSubtitlesButton,                {"字幕配置", nullptr},                FeatureGroup::kPicture,  "subtitles",      ' '},
+    {kCaveButton,                {"Cave配置", nullptr},                FeatureGroup::kPicture,  "cave",           'C'},
     {1004,                {"控制协议配置", "Setup UART"},       FeatureGroup::kControl,  "setup-uart",     'U'},
     {1010,                {"播放器控制协议", "Player Control"}, FeatureGroup::kControl,  "player-control", 'P'},
-    {1006,                {"扩展串口配置", nullptr},            FeatureGroup::kControl,  "serial-port",    ' '},
-    {1008,                {"触控配置", nullptr},                FeatureGroup::kControl,  "touch",          ' '},
+    {kExtendedSerialPortButton,                {"扩展串口配置", nullptr},            FeatureGroup::kControl,  "serial-port",    ' '},
+    {kTouchActionButton,                {"触控配置", nullptr},                FeatureGroup::kControl,  "touch",          ' '},
 };
 // clang-format on
 

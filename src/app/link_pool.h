@@ -35,7 +35,6 @@ class LinkPool {
     void ForgetShownFailure() { failureShown_ = false; }
 
     void SetCurrentDevice(Target device) { currentDevice_ = std::move(device); }
-    [[nodiscard]] const Target& CurrentDevice() const { return currentDevice_; }
 
    private:
     [[nodiscard]] bool SendTo(const Target& target, const std::shared_ptr<const Bytes>& bytes);

@@ -6,10 +6,14 @@
 #include <wx/statbmp.h>
 #include <wx/statline.h>
 
+#include <algorithm>
+
 #include "app/about_dialog.h"
 #include "app/feature_buttons.h"
 #include "base/folders.h"
 #include "base/window_titles.h"
+#include "osd/osd_dialog.h"
+#include "settings/custom_settings_dialogs.h"
 #include "videocontrol/video_control_dialog.h"
 #include "widgets/common_texts.h"
 #include "widgets/front_dialog.h"
@@ -35,6 +39,29 @@ constexpr LocalText kDemonstration = {
     "Demonstration: %d simulated player(s) inside this program, no real device is connected."};
 constexpr LocalText kNoDevice = {"当前播放器：无", "Current player: none"};
 constexpr LocalText kCurrentDevice = {"当前播放器：", "Current player: "};
+
+/// Runs the dialog of a feature for one player.
+using Opener = void (*)(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
+
+template <class Dialog>
+void Run(wxWindow* parent, const UiServices& services, const DeviceRecord& player) {
+    Dialog(parent, services, player).ShowModal();
+}
+
+struct Feature {
+    int button;
+    Opener open;
+};
+
+/// The features that exist.
+constexpr Feature kFeatures[] = {
+    {kVideoControlButton, Run<CVideoControlTab>},
+    {kOsdButton, Run<COSD>},
+    {kExtendedSerialPortButton, Run<CExtendedSerialPort>},
+    {kSubtitlesButton, Run<CVODSubtitles>},
+    {kTouchActionButton, Run<CTouchAction>},
+    {kCaveButton, Run<CCave>},
+};
 
 bool IsInLayout(const FeatureButton& button) {
     return CurrentLanguage() == Language::kChinese || button.text.english != nullptr;
@@ -161,11 +188,10 @@ void CSontaroDlg::BindEvents() {
 
 void CSontaroDlg::OpenFeature(int id) {
     switchboard_.Links().ForgetShownFailure();
-    if (id == kVideoControlButton) {
-        OpenVideoControl();
-    } else {
-        services_.Messages().Inform(Localized(kNotBuilt));
-    }
+    const auto* feature = std::ranges::find(kFeatures, id, &Feature::button);
+    if (feature == std::end(kFeatures)) return services_.Messages().Inform(Localized(kNotBuilt));
+    DeviceRecord player;
+    if (ChooseDevice(player)) feature->open(this, services_, player);
 }
 
 /// Lets the user choose one player, which becomes the current device.
@@ -176,13 +202,6 @@ bool CSontaroDlg::ChooseDevice(DeviceRecord& device) {
     switchboard_.Links().SetCurrentDevice({device.ip, device.tcpPort, 0});
     currentDevice_->SetLabelText(ToWx(kCurrentDevice) + ToWx(device.ip + "   " + device.id));
     return true;
-}
-
-void CSontaroDlg::OpenVideoControl() {
-    DeviceRecord device;
-    if (!ChooseDevice(device)) return;
-    const Target target = switchboard_.Links().CurrentDevice();
-    CVideoControlTab(this, services_, device, target).ShowModal();
 }
 
 void CSontaroDlg::ShowAbout() { AboutDialog(this).ShowModal(); }

@@ -41,7 +41,6 @@ class CSontaroDlg : public wxDialog {
     void BindEvents();
 
     void OpenFeature(int id);
-    void OpenVideoControl();
     [[nodiscard]] bool ChooseDevice(DeviceRecord& device);
     void ShowAbout();
     void AskToExit();

@@ -116,4 +116,9 @@ bool Tour::Press(int id) {
     return true;
 }
 
+void Tour::Command(int id) {
+    const wxCommandEvent press(wxEVT_BUTTON, id);
+    if (wxDialog* front = FrontDialog()) front->GetEventHandler()->AddPendingEvent(press);
+}
+
 }  // namespace sontaro

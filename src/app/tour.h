@@ -40,6 +40,8 @@ class Tour {
     [[nodiscard]] static wxDialog* FrontTitled(const std::string& title);
     /// Presses the button `id` of the window in front; false when it cannot be pressed.
     static bool Press(int id);
+    /// Tells the window in front that its button `id` has been pressed, which it need not have.
+    static void Command(int id);
 
    private:
     void Proceed();

@@ -2,15 +2,16 @@
 
 #include <fmt/core.h>
 #include <wx/combobox.h>
-#include <wx/msgdlg.h>
 #include <wx/slider.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "app/feature_buttons.h"
 #include "app/main_window.h"
+#include "app/tour_settings.h"
 #include "base/json.h"
 #include "base/window_titles.h"
 #include "devices/remarks_dialog.h"
@@ -22,10 +23,10 @@ namespace sontaro {
 
 namespace {
 
-/// Writes the steps. Everything it refers to outlives the tour.
-class TourScript {
+/// The main window, the scan dialog and the remote control.
+class TourScript : public TourSteps {
    public:
-    TourScript(Tour& tour, simulator::PlayerGroup& players) : tour_(tour), players_(players) {}
+    using TourSteps::TourSteps;
 
     void Write() {
         VisitMainWindow();
@@ -34,42 +35,10 @@ class TourScript {
         ChoosePlayer();
         VisitPlayback();
         VisitChoices();
-        LeaveVideoControl();
-        Exit();
+        LeaveFeature("exit-question");
     }
 
    private:
-    using Check = std::function<bool()>;
-
-    void Step(std::function<void()> act, Check done, const std::string& line,
-              const std::string& picture = "") {
-        tour_.Add({std::move(act), std::move(done), [line] { return line; }, picture});
-    }
-
-    static std::function<void()> Pressing(int id) {
-        return [id] { Tour::Press(id); };
-    }
-
-    static Check InFront(Window window) {
-        return [window] { return Tour::FrontTitled(TitleOf(window)) != nullptr; };
-    }
-
-    static bool IsMessage(wxDialog* dialog) {
-        return dynamic_cast<wxGenericMessageDialog*>(dialog) != nullptr;
-    }
-    static bool MessageInFront() { return IsMessage(FrontDialog()); }
-
-    template <class Control>
-    static Control* Find(int id) {
-        wxDialog* front = FrontDialog();
-        return front ? dynamic_cast<Control*>(front->FindWindow(id)) : nullptr;
-    }
-
-    static DeviceList* List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }
-
-    simulator::PlayerState State() { return players_.Player(0).State(); }
-    std::string Address() { return FormatIpv4(players_.Player(0).Address().address); }
-
     /// Whether the first player has received a remote control command with this text.
     bool Received(int commandId, const char* key, const std::string& text) {
         return std::ranges::any_of(
@@ -87,8 +56,8 @@ class TourScript {
             Pressing(kAboutButton), [] { return !InFront(Window::kMain)(); },
             "pressed About: name, version, licence and libraries are shown", "about");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "closed About");
-        Step(Pressing(1003), MessageInFront, "pressed OSD: it says that it is not built yet",
-             "not-built");
+        Step(Pressing(kVideoSetButton), MessageInFront,
+             "pressed Video Set: it says that it is not built yet", "not-built");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "dismissed the message");
     }
 
@@ -131,8 +100,7 @@ class TourScript {
     }
 
     void ChoosePlayer() {
-        Step([] { List()->Select(0); }, [] { return List()->IsSelected(0); },
-             "chose player " + Address(), "scan");
+        ChooseFirstPlayer("scan");
         Step(Pressing(wxID_OK), InFront(Window::kVideoControl), "opened the remote control");
         const auto ready = [] {
             auto* position = Find<wxStaticText>(kPositionText);
@@ -224,30 +192,28 @@ class TourScript {
         };
         Step({}, labelled, "the player plays from its USB disk", "video-control-usb");
     }
+};
 
-    void LeaveVideoControl() {
+/// The end of the tour.
+class TourExit : public TourSteps {
+   public:
+    using TourSteps::TourSteps;
+
+    void Write() {
         Step(Pressing(wxID_CANCEL), MessageInFront, "pressed Exit: it asks whether to leave",
-             "exit-question");
-        Step(Pressing(wxID_YES), InFront(Window::kMain), "back in the main window",
-             "main-afterwards");
-    }
-
-    void Exit() {
-        Step(Pressing(wxID_CANCEL), MessageInFront, "pressed Exit: it asks whether to leave");
+             "exit");
         Step(Pressing(wxID_YES), {}, "left Sontaro");
     }
-
-    Tour& tour_;
-    simulator::PlayerGroup& players_;
 };
 
 }  // namespace
 
 void WriteTourScript(Tour& tour, simulator::PlayerGroup& players) {
-    // The steps refer to the script for as long as the tour walks.
-    static std::unique_ptr<TourScript> script;
-    script = std::make_unique<TourScript>(tour, players);
-    script->Write();
+    // The steps refer to the stations for as long as the tour walks.
+    static std::unique_ptr<std::tuple<TourScript, TourSettings, TourExit>> stations;
+    stations = std::make_unique<std::tuple<TourScript, TourSettings, TourExit>>(
+        TourScript(tour, players), TourSettings(tour, players), TourExit(tour, players));
+    std::apply([](auto&... station) { (station.Write(), ...); }, *stations);
 }
 
 }  // namespace sontaro

@@ -303,10 +303,11 @@ void CVideoControl::StateChanged() {
 }
 
 CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
-                                   const DeviceRecord& player, const Target& target)
+                                   const DeviceRecord& player)
     : FeatureDialog(parent, Window::kVideoControl, services) {
     const int gap = FromDIP(10);
     auto* tabs = new wxNotebook(this, wxID_ANY);
+    const Target target{player.ip, player.tcpPort, 0};
     control_ = new CVideoControl(
         tabs, player, [this, target](const DevicePacket& packet) { SendPacket(packet, {target}); });
     tabs->AddPage(control_, ToWx(kTab));

@@ -101,9 +101,7 @@ class CVideoControl : public wxPanel, private VideoControlView {
 /// The dialog that hosts the remote control on a tab.
 class CVideoControlTab : public FeatureDialog {
    public:
-    /// Controls `player`, which the main window has chosen as `target`.
-    CVideoControlTab(wxWindow* parent, const UiServices& services, const DeviceRecord& player,
-                     const Target& target);
+    CVideoControlTab(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
     ~CVideoControlTab() override;
 
    private:

@@ -21,6 +21,7 @@ constexpr LocalText kTitles[] = {{"属性", "Property"}, {"值", "Value"}};
 constexpr int kFirstColumn = 200;  // device-independent pixels
 constexpr int kLeastSecondColumn = 160;
 constexpr int kHelpLines = 3;
+constexpr const char* kFirstRow = "0.0";
 
 constexpr LocalText kIgnored = {"输入未被接受，原值保持不变。",
                                 "This input is not accepted. The value stays as it was."};
@@ -76,6 +77,7 @@ SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& p
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_RETURN);
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_NUMPAD_ENTER);
     grid_->SetMinSize(FromDIP(wxSize(kFirstColumn + kLeastSecondColumn, 120)));
+    grid_->SetCaptionTextColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
     if (withTitles) titles_ = new Titles(this);
     empty_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                               wxALIGN_CENTRE_HORIZONTAL);
@@ -98,7 +100,6 @@ void SettingsGrid::LayOut() {
     column->Add(emptyArea_, wxSizerFlags(1).Expand());
     column->Add(help_, wxSizerFlags().Expand().Border(wxTOP, FromDIP(6)));
     SetSizer(column);
-    grid_->SetSplitterPosition(FromDIP(kFirstColumn));
     ShowRowsOrText();
 }
 
@@ -183,7 +184,9 @@ SettingsGrid::View SettingsGrid::CurrentView() const {
 
 /// A frozen grid would have no editor yet that could take the text.
 void SettingsGrid::Restore(const View& view) {
-    if (wxPGProperty* chosen = grid_->GetPropertyByName(view.chosen)) {
+    wxPGProperty* chosen = grid_->GetPropertyByName(view.chosen);
+    if (!chosen) chosen = grid_->GetPropertyByName(kFirstRow);
+    if (chosen) {
         grid_->SelectProperty(chosen, view.typing);
         if (wxTextCtrl* editor = grid_->GetEditorTextCtrl(); editor && view.typing) {
             editor->SetValue(view.typed);
@@ -207,6 +210,8 @@ void SettingsGrid::ShowRowsOrText() {
     column->Show(help_, hasRows);
     column->Show(emptyArea_, !hasRows);
     Layout();
+    if (hasRows && !std::exchange(divided_, true))  // before it has a size it cannot be divided
+        grid_->SetSplitterPosition(FromDIP(kFirstColumn));
 }
 
 bool SettingsGrid::Commit() {

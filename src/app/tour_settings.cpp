@@ -1,0 +1,104 @@
+#include "app/tour_settings.h"
+
+#include <fmt/core.h>
+#include <wx/propgrid/propgrid.h>
+#include <wx/textctrl.h>
+
+#include "app/feature_buttons.h"
+#include "devices/scan_dialog.h"
+#include "osd/osd_document.h"
+#include "settings/custom_settings_document.h"
+#include "widgets/settings_dialog.h"
+
+namespace sontaro {
+
+using simulator::PlayerState;
+
+/// A dialog, and the row whose value is changed there.
+struct SettingsStation {
+    int button;
+    Window window;
+    const char* picture;
+    std::size_t group, row;  ///< places in the grid
+    const char* value;
+    std::string PlayerState::*document;  ///< where the player keeps the settings
+
+    [[nodiscard]] wxString RowName() const { return wxString::Format("%zu.%zu", group, row); }
+};
+
+namespace {
+
+// clang-format off
+constexpr SettingsStation kStations[] = {
+    {kOsdButton, Window::kOsd, "osd", 0, 3, "35", &PlayerState::osd},
+    {kExtendedSerialPortButton, Window::kExtendedSerialPort, "serial-port", 1, 2, "1200", &PlayerState::serialPort},
+    {kSubtitlesButton, Window::kSubtitles, "subtitles", 2, 1, "72", &PlayerState::subtitles},
+    {kTouchActionButton, Window::kTouchAction, "touch", 1, 8, "2.5000", &PlayerState::touchAction},
+    {kCaveButton, Window::kCave, "cave", 0, 2, "65", &PlayerState::cave},
+};
+// clang-format on
+
+/// The station's row as a player's document has it.
+SettingsRow RowIn(const SettingsStation& station, const std::string& document) {
+    OsdSettings osd;
+    CustomSettings custom;
+    SettingsDocument& settings = station.button == kOsdButton
+                                     ? static_cast<SettingsDocument&>(osd)
+                                     : static_cast<SettingsDocument&>(custom);
+    if (!settings.TakeReply(document)) return {};
+    return settings.Rows().at(station.group).rows.at(station.row);
+}
+
+}  // namespace
+
+void TourSettings::Write() {
+    for (const SettingsStation& station : kStations) {
+        FindPlayer(station);
+        Read(station);
+        Change(station);
+        LeaveFeature();
+    }
+}
+
+/// The English main window has no button for some features; it obeys their commands all the same.
+void TourSettings::FindPlayer(const SettingsStation& station) {
+    Step([&station] { Tour::Command(station.button); }, InFront(Window::kScan),
+         "opened " + TitleOf(station.window) + ": the scan dialog asks for a player");
+    const auto all = [this] {
+        return List() != nullptr && List()->GetItemCount() == static_cast<int>(players_.Size());
+    };
+    Step(Pressing(kScanButton), all, fmt::format("found {} players", players_.Size()));
+    ChooseFirstPlayer();
+}
+
+void TourSettings::Read(const SettingsStation& station) {
+    const auto shown = [&station] {
+        auto* grid = Find<wxPropertyGrid>(kSettingsGrid);
+        return InFront(station.window)() && grid != nullptr && grid->IsShown();
+    };
+    Step(Pressing(wxID_OK), shown, TitleOf(station.window) + " shows what the player has sent",
+         station.picture);
+}
+
+/// Leaves the edit open in its cell: OK has to take it over.
+void TourSettings::Change(const SettingsStation& station) {
+    const auto type = [&station] {
+        auto* grid = Find<wxPropertyGrid>(kSettingsGrid);
+        grid->SelectProperty(station.RowName(), true);
+        grid->GetEditorTextCtrl()->SetValue(station.value);
+        Tour::Press(wxID_OK);
+    };
+    const bool announced = station.window != Window::kOsd;
+    const auto held = [this, &station, announced] {
+        return RowIn(station, State().*station.document).value == station.value &&
+               MessageInFront() == announced;
+    };
+    const SettingsRow row = RowIn(station, State().*station.document);
+    Step(type, held,
+         fmt::format("changed {} from {} to {} and pressed OK: player {} holds {}", row.name,
+                     row.value, station.value, Address(), station.value),
+         announced ? std::string(station.picture) + "-saved" : "");
+    if (announced) Step(Pressing(wxID_OK), InFront(station.window), "dismissed the message");
+}
+
+}  // namespace sontaro

@@ -1,0 +1,24 @@
+// The tour's stations in the settings dialogs.
+#pragma once
+
+#include "app/tour_steps.h"
+
+namespace sontaro {
+
+struct SettingsStation;
+
+/// Opens each settings dialog for the first player, changes a value, sends it, and looks at what
+/// the player holds then.
+class TourSettings : public TourSteps {
+   public:
+    using TourSteps::TourSteps;
+
+    void Write();
+
+   private:
+    void FindPlayer(const SettingsStation& station);
+    void Read(const SettingsStation& station);
+    void Change(const SettingsStation& station);
+};
+
+}  // namespace sontaro

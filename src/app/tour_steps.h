@@ -1,0 +1,65 @@
+// What the stations of the tour have in common.
+#pragma once
+
+#include <wx/listctrl.h>
+
+#include <functional>
+#include <string>
+
+#include "app/tour.h"
+#include "base/window_titles.h"
+#include "devices/device_list.h"
+#include "simulator/player_group.h"
+
+namespace sontaro {
+
+/// Writes steps into a tour. Everything it refers to outlives the tour, and so does it itself.
+class TourSteps {
+   public:
+    TourSteps(Tour& tour, simulator::PlayerGroup& players) : tour_(tour), players_(players) {}
+
+   protected:
+    using Check = std::function<bool()>;
+
+    void Step(std::function<void()> act, Check done, const std::string& line,
+              const std::string& picture = "") {
+        tour_.Add({std::move(act), std::move(done), [line] { return line; }, picture});
+    }
+
+    static std::function<void()> Pressing(int id) {
+        return [id] { Tour::Press(id); };
+    }
+
+    static Check InFront(Window window) {
+        return [window] { return Tour::FrontTitled(TitleOf(window)) != nullptr; };
+    }
+
+    [[nodiscard]] static bool MessageInFront();
+
+    /// A control of the window in front; absent when it has no such one.
+    template <class Control>
+    static Control* Find(int id) {
+        wxWindow* front = FrontWindow();
+        return front ? dynamic_cast<Control*>(front->FindWindow(id)) : nullptr;
+    }
+
+    /// The list of players while the scan dialog is in front.
+    static DeviceList* List();
+
+    /// Chooses the first player in the scan dialog, which is open and has found it.
+    void ChooseFirstPlayer(const std::string& picture = "");
+
+    /// Leaves the feature in front by Cancel and a Yes.
+    void LeaveFeature(const std::string& picture = "");
+
+    simulator::PlayerState State() { return players_.Player(0).State(); }
+    std::string Address() { return FormatIpv4(players_.Player(0).Address().address); }
+
+    Tour& tour_;
+    simulator::PlayerGroup& players_;
+
+   private:
+    static wxWindow* FrontWindow();
+};
+
+}  // namespace sontaro

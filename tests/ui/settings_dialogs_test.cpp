@@ -1,0 +1,189 @@
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <wx/textctrl.h>
+#include <wx/uiaction.h>
+
+#include "osd/osd_dialog.h"
+#include "settings/custom_settings_dialogs.h"
+#include "support/fake_window.h"
+#include "ui/ui_support.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* kSchema = R"({"Version": 3, "CustomSettings": [[
+    {"inputType": "GroupName", "select": "Serial", "valueRange": [""]},
+    {"keyVal": "rate", "lableName": "波特率", "inputType": "Int", "select": 9600,
+     "valueRange": [], "remarks": "of the port"},
+    {"keyVal": "ports", "lableName": "Ports", "inputType": "IntMultiple", "select": [2],
+     "valueRange": [1, 2]}]]})";
+
+constexpr const char* kOverlay = R"({"data": [{"osdEnable": true, "transparent": 20,
+    "left": 0.5, "texts": ["one", "two"]}]})";
+
+/// A dialog of one player, and a main window that keeps what it is to send.
+struct SettingsWindows : UiTest {
+    template <class Dialog>
+    void Run(const std::function<void(SettingsDialog*)>& step) {
+        const ModalScript script{[&](wxDialog* dialog) {
+            step(dynamic_cast<SettingsDialog*>(dialog));
+            prompts.answers = {true};
+            Press(dialog, wxID_CANCEL);
+        }};
+        DeviceRecord player;
+        player.ip = "127.0.0.2";
+        player.tcpPort = 9000;
+        Dialog(nullptr, services, player).ShowModal();
+    }
+    /// The packets sent since the last call, with the number of players that each names.
+    std::vector<std::string> Sent() {
+        std::vector<std::string> packets;
+        for (const WindowMessage& message : main.messages) {
+            const auto& request = std::get<SendRequest>(message.record);
+            const PacketHeader header = DecodeHeader(*request.bytes);
+            EXPECT_EQ(header.payloadLength + kHeaderSize, request.bytes->size());
+            packets.push_back(fmt::format("{} {}.{} to {}: {}", header.command, header.subCommand,
+                                          header.argument, request.targets.size(),
+                                          Compact(ByteView(*request.bytes).subspan(kHeaderSize))));
+        }
+        main.Forget();
+        return packets;
+    }
+    void Reply(Window window, MessageId id, std::string_view payload, std::uint32_t wParam = 0) {
+        ReplyRecord record{{"127.0.0.2", 9000, 0}, 3, 0, 0, ToBytes(payload)};
+        EXPECT_TRUE(directory.Send(TitleOf(window), {id, wParam, std::move(record), 0}));
+    }
+    static wxPropertyGrid& Grid(wxWindow* dialog) {
+        return *Find<wxPropertyGrid>(dialog, kSettingsGrid);
+    }
+    static bool Enabled(wxWindow* dialog, int id) { return dialog->FindWindow(id)->IsEnabled(); }
+
+    FakeWindow main{directory, ApplicationTitle()};
+};
+
+struct Block {
+    Window window;
+    MessageId reply;
+    int number;
+    std::function<void(SettingsWindows&, const std::function<void(SettingsDialog*)>&)> run;
+};
+
+template <class Dialog>
+Block BlockOf(Window window, MessageId reply, int number) {
+    return {window, reply, number,
+            [](SettingsWindows& test, const auto& step) { test.Run<Dialog>(step); }};
+}
+
+TEST_F(SettingsWindows, OfFourBlocksAskForTheirOwnAndSendItBackWhole) {
+    const Block blocks[] = {
+        BlockOf<CExtendedSerialPort>(Window::kExtendedSerialPort, MessageId{0x61F}, 15),
+        BlockOf<CVODSubtitles>(Window::kSubtitles, MessageId{0x620}, 16),
+        BlockOf<CTouchAction>(Window::kTouchAction, MessageId{0x622}, 18),
+        BlockOf<CCave>(Window::kCave, MessageId{0x623}, 19)};
+    for (const Block& block : blocks) {
+        block.run(*this, [&](SettingsDialog* dialog) {
+            EXPECT_THAT(Sent(), ElementsAre(fmt::format("3 {}.0 to 0: ", block.number)));
+            for (const int id : {static_cast<int>(wxID_OK), kOpenSettings, kSaveSettings})
+                EXPECT_FALSE(Enabled(dialog, id));
+            Reply(block.window, block.reply, "no document");
+            Reply(block.window, MessageId::kOsd, kSchema);
+            EXPECT_FALSE(Enabled(dialog, wxID_OK));
+            Reply(block.window, block.reply, kSchema);
+            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.0", "19200"));
+            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.1", true));
+            Press(dialog, wxID_OK);
+            const std::string text = Sent().at(0);
+            EXPECT_THAT(text, testing::StartsWith(fmt::format("3 {}.1 to 0: {{", block.number)));
+            EXPECT_THAT(text, testing::HasSubstr(R"("select":19200,"valueRange":[19200])"));
+            EXPECT_THAT(text, testing::HasSubstr(R"("select":[1,2],"valueRange":[1,2])"));
+            EXPECT_TRUE(Grid(dialog).IsPropertyModified("0.0"));
+            Reply(block.window, block.reply, "", 1);
+            EXPECT_FALSE(Grid(dialog).IsPropertyModified("0.0"));
+            prompts.texts.clear();
+            Press(dialog, wxID_CANCEL);
+            EXPECT_TRUE(dialog->IsShown());
+        });
+        EXPECT_THAT(prompts.texts,
+                    ElementsAre("Do you really want to exit?", "Do you really want to exit?"));
+    }
+}
+
+TEST_F(SettingsWindows, CloseNeitherOnEnterNorOnEscape) {
+    Run<CCave>([&](SettingsDialog* dialog) {
+        Reply(Window::kCave, MessageId::kCave, kSchema);
+        Sent();
+        Grid(dialog).SelectProperty("0.0", true);
+        wxTextCtrl* editor = Grid(dialog).GetEditorTextCtrl();
+        dialog->Raise();
+        editor->SetFocus();
+        ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive(); }));
+        editor->SelectAll();
+        wxUIActionSimulator().Text("57600");
+        for (const int key : {WXK_RETURN, WXK_ESCAPE, WXK_ESCAPE, WXK_RETURN})
+            wxUIActionSimulator().Char(key);
+        PumpUntil([] { return false; }, 400);  // a default button would be pressed by then
+        EXPECT_TRUE(dialog->IsModal());
+        EXPECT_THAT(Sent(), ElementsAre());
+        EXPECT_TRUE(prompts.texts.empty());
+        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("0.0"), "57600");
+    });
+}
+
+TEST_F(SettingsWindows, RefuseWhatAnOverlayCannotHave) {
+    const std::pair<const char*, const char*> edits[] = {
+        {"0.3", "101"}, {"0.4", "10001"}, {"0.5", "1.01"}, {"0.6", "2"}, {"0.7", "x"}, {"0.8", ""}};
+    for (const Language language : {Language::kChinese, Language::kEnglish}) {
+        SetLanguage(language);
+        Run<COSD>([&](SettingsDialog* dialog) {
+            EXPECT_THAT(Sent(), ElementsAre("3 4.0 to 1: "));
+            Reply(Window::kOsd, MessageId::kOsd, kOverlay);
+            for (const auto& [row, text] : edits)
+                EXPECT_FALSE(Grid(dialog).ChangePropertyValue(row, text)) << row;
+            EXPECT_TRUE(PumpUntil([&] { return prompts.texts.size() == std::size(edits); }));
+            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.3", "100"));
+            Grid(dialog).SelectProperty("0.10", true);
+            const auto type = [&](std::size_t characters) {
+                std::string line;
+                for (std::size_t i = 0; i < characters; ++i) line += "播";
+                Grid(dialog).GetEditorTextCtrl()->SetValue(ToWx(line));
+                Press(dialog, wxID_OK);  // with the edit still open in its cell
+            };
+            type(71);
+            EXPECT_THAT(Sent(), ElementsAre());
+            type(70);
+            EXPECT_THAT(Sent(), ElementsAre(testing::StartsWith(R"(3 4.0 to 1: {"data":[{)")));
+        });
+        const bool chinese = language == Language::kChinese;
+        prompts.texts.pop_back();  // the exit question
+        EXPECT_EQ(
+            prompts.texts,
+            chinese ? (std::vector<std::string>{"透明度输入错误!", "显示时间输入错误!",
+                                                "左输入错误!", "上输入错误!", "宽度输入错误!",
+                                                "高度输入错误!", "显示字符不能超过70个汉字!"})
+                    : (std::vector<std::string>{"Transparent input error!", "ShowTime input error!",
+                                                "left input error!", "top input error!",
+                                                "Width input error!", "Height input error!",
+                                                "Display characters cannot exceed 140 "
+                                                "characters!"}));
+        prompts.texts.clear();
+    }
+}
+
+TEST_F(SettingsWindows, AskForFilesByTheirOwnName) {
+    prompts.file = folder / "kept.JSON";
+    Run<CVODSubtitles>([&](SettingsDialog* dialog) {
+        Reply(Window::kSubtitles, MessageId::kSubtitles, kSchema);
+        Press(dialog, kSaveSettings);
+        EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.0", "1"));
+        Press(dialog, kOpenSettings);
+        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("0.0"), "9600");
+    });
+    EXPECT_THAT(prompts.texts,
+                ElementsAre("Save Subtitles setting file", "Save OK!",
+                            "Open Subtitles setting file", "Do you really want to exit?"));
+}
+
+}  // namespace
+}  // namespace sontaro::test
