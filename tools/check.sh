@@ -43,6 +43,7 @@ step "tests, tsan" tests_under tsan
 step "fuzz_reassembly, one minute" fuzz fuzz_reassembly
 step "fuzz_discovery_reply, one minute" fuzz fuzz_discovery_reply
 step "fuzz_osd_document, one minute" fuzz fuzz_osd_document
+step "fuzz_custom_settings, one minute" fuzz fuzz_custom_settings
 
 echo
 printf '%s\n' "${steps[@]}"

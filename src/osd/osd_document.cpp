@@ -211,7 +211,7 @@ std::optional<std::string> EditRow(const Field&, std::size_t item, const std::st
 std::optional<Json::Value> ParseElement(std::string_view text) {
     const Result<Json::Value> document = ParseJson(text);
     if (!document || !document->isObject()) return std::nullopt;
-    const Json::Value& data = std::as_const(*document)["data"];
+    const Json::Value& data = (*document)["data"];
     if (!data.isArray() || data.empty() || !data[0].isObject()) return std::nullopt;
     return data[0];
 }
@@ -219,20 +219,19 @@ std::optional<Json::Value> ParseElement(std::string_view text) {
 }  // namespace
 
 bool OsdSettings::Take(std::string_view text) {
-    std::optional<Json::Value> element = ParseElement(text);
+    const std::optional<Json::Value> element = ParseElement(text);
     if (!element) return false;
     for (const Field& field : kFields) {
-        const Json::Value& json = std::as_const(*element)[field.key];
+        const Json::Value& json = (*element)[field.key];
         std::visit([&](auto member) { Read(json, settings_.*member); }, field.member);
-        element->removeMember(field.key);
     }
-    for (const std::string& key : element->getMemberNames()) unknown_[key] = (*element)[key];
+    for (const std::string& key : element->getMemberNames()) read_[key] = (*element)[key];
     return true;
 }
 
 std::string OsdSettings::Write() const {
     Json::Value document;
-    Json::Value& element = document["data"][0] = unknown_;
+    Json::Value& element = document["data"][0] = read_;
     for (const Field& field : kFields)
         std::visit([&](auto member) { element[field.key] = ToJson(settings_.*member); },
                    field.member);

@@ -54,7 +54,7 @@ class OsdSettings : public SettingsDocument {
     [[nodiscard]] bool Take(std::string_view text);
 
     OsdRecord settings_;
-    Json::Value unknown_ = Json::Value(Json::objectValue);  // keys that the table does not have
+    Json::Value read_ = Json::Value(Json::objectValue);  // as it came, unknown keys included
 };
 
 }  // namespace sontaro

@@ -43,10 +43,7 @@ bool CCustomSettingAnalysor::Parse(std::string_view text) {
     const Result<Json::Value> document = ParseJson(text);
     if (!document) return false;
     if (!document->isObject()) return true;
-    if (document->isMember(kVersion)) {
-        const Json::Value& version = (*document)[kVersion];
-        version_ = version.isString() ? Json::Value(TextOf(version)) : version;
-    }
+    if (document->isMember(kVersion)) version_ = (*document)[kVersion];
     const Json::Value& groups = (*document)[kCustomSettings];
     if (!groups.isArray()) return true;
     groups_.reserve(groups.size());
