@@ -18,8 +18,8 @@ constexpr std::size_t kItems = 10'000;
 constexpr int kRepetitions = 15;
 constexpr double kGoal = 2.0;
 
-void Expect(bool ok) {
-    if (!ok) throw std::runtime_error("settings are missing");
+void Expect(bool holds) {
+    if (!holds) throw std::runtime_error("settings are missing");
 }
 
 double TimeToParse(const std::string& text) {

@@ -26,8 +26,8 @@ SettingsEdit TakeEdit(std::string_view& input) {
     return edit;
 }
 
-void Expect(bool ok) {
-    if (!ok) std::abort();
+void Expect(bool holds) {
+    if (!holds) std::abort();
 }
 
 /// The first line is edits, what follows is the document.

@@ -3,7 +3,6 @@
 #include <fmt/printf.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <variant>
 
@@ -119,24 +118,12 @@ Json::Value ToJson(const Lines& lines) {
     return array;
 }
 
-/// 0x00BBGGRR as "#RRGGBB" and back; the turn is the same in both directions.
-std::uint32_t Turned(std::uint32_t colour) {
-    return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
-}
-
 std::string ColourText(std::uint32_t colour) {
-    return colour == kOsdDefaultColour ? "" : fmt::sprintf("#%06X", Turned(colour));
+    return colour == kOsdDefaultColour ? "" : ColourRowText(colour);
 }
 
 std::optional<std::uint32_t> ParseColour(std::string_view text) {
-    constexpr std::size_t kLength = 7;
-    if (text.empty()) return kOsdDefaultColour;
-    if (text.size() != kLength || text.front() != '#') return std::nullopt;
-    std::uint32_t colour = 0;
-    const char* const end = text.data() + kLength;
-    const auto parsed = std::from_chars(text.data() + 1, end, colour, 16);
-    if (parsed.ec != std::errc() || parsed.ptr != end) return std::nullopt;
-    return Turned(colour);
+    return text.empty() ? kOsdDefaultColour : ColourOfRowText(text);
 }
 
 std::string RowText(const Field&, bool value) { return value ? kRowYes : kRowNo; }

@@ -101,7 +101,11 @@ void SettingsDialog::Send(const DevicePacket& packet) {
     SendPacket(packet, std::move(targets));
 }
 
-void SettingsDialog::ShowRows() { grid_->Fill(document_->Rows()); }
+void SettingsDialog::ShowRows() {
+    grid_->Fill(document_->Rows());
+    if (!run_.IsUsable())
+        grid_->Properties().SetFocus();  // the first rows: until now it was hidden
+}
 
 void SettingsDialog::StateChanged() {
     const wxString text = ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);

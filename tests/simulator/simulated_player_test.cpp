@@ -88,7 +88,7 @@ TEST_F(Player, SpoilsSettingsAsItsFaultsHaveIt) {
         return ParseJson(AsText(answer(script, Settings(block, 0)).reply.payload));
     };
     EXPECT_FALSE(json("bad-json", 4) || json("bad-json", 19) || json("bad-json,items=9", 15));
-    EXPECT_EQ((*json("items=5", 18))["CustomSettings"][0].size(), 5U);
+    EXPECT_EQ((*json("items=5", 18))["CustomSettings"][0].size(), 1U + 5U);
     EXPECT_TRUE(json("items=5", 4)->isMember("data"));
     EXPECT_TRUE(answer("no-ack", Settings(16, 0x1, R"({"taken":1})")).silent);
     EXPECT_EQ(options.state.subtitles, R"({"taken":1})");
