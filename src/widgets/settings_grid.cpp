@@ -117,7 +117,7 @@ void SettingsGrid::BindEvents() {
     Bind(wxEVT_CHAR_HOOK, &SettingsGrid::OnKey, this);
 }
 
-/// Tab leaves the grid: by itself it would stop at every part of it.
+/// Tab goes on: by itself the grid would hand the keyboard to a part that cannot take it.
 void SettingsGrid::OnKey(wxKeyEvent& event) {
     if (event.GetKeyCode() == WXK_TAB && !event.HasModifiers()) {
         Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
