@@ -42,7 +42,7 @@ class TourScript : public TourSteps {
     /// Whether the first player has received a remote control command with this text.
     bool Received(int commandId, const char* key, const std::string& text) {
         return std::ranges::any_of(
-            players_.Player(0).ReceivedPackets(), [&](const DevicePacket& packet) {
+            Players().Player(0).ReceivedPackets(), [&](const DevicePacket& packet) {
                 if (packet.header.command != kCommandVideo || packet.header.subCommand != commandId)
                     return false;
                 const auto document = ParseJson(AsText(packet.payload));
@@ -62,7 +62,7 @@ class TourScript : public TourSteps {
     }
 
     void VisitScan() {
-        const auto count = static_cast<int>(players_.Size());
+        const auto count = static_cast<int>(Players().Size());
         const auto all = [count] { return List() != nullptr && List()->GetItemCount() == count; };
         Step(Pressing(kVideoControlButton), InFront(Window::kScan),
              "pressed Video Control: the scan dialog is open", "scan-empty");
@@ -115,7 +115,7 @@ class TourScript : public TourSteps {
         const std::string caption = button.caption;
         Step(
             [this, id = button.id] {
-                players_.Player(0).ForgetPackets();
+                Players().Player(0).ForgetPackets();
                 Tour::Press(id);
             },
             [this, caption, effect] {
@@ -166,8 +166,8 @@ class TourScript : public TourSteps {
             choice.SetEventObject(names);
             names->GetEventHandler()->AddPendingEvent(choice);
         };
-        tour_.Add({choose, [=, this] { return Received(commandId, key, *chosen); },
-                   [=] { return "chose " + what + " " + *chosen; }, ""});
+        Add({choose, [=, this] { return Received(commandId, key, *chosen); },
+             [=] { return "chose " + what + " " + *chosen; }, ""});
     }
 
     void VisitChoices() {

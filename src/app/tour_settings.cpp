@@ -65,9 +65,9 @@ void TourSettings::FindPlayer(const SettingsStation& station) {
     Step([&station] { Tour::Command(station.button); }, InFront(Window::kScan),
          "opened " + TitleOf(station.window) + ": the scan dialog asks for a player");
     const auto all = [this] {
-        return List() != nullptr && List()->GetItemCount() == static_cast<int>(players_.Size());
+        return List() != nullptr && List()->GetItemCount() == static_cast<int>(Players().Size());
     };
-    Step(Pressing(kScanButton), all, fmt::format("found {} players", players_.Size()));
+    Step(Pressing(kScanButton), all, fmt::format("found {} players", Players().Size()));
     ChooseFirstPlayer();
 }
 

@@ -23,7 +23,7 @@ class TourSteps {
 
     void Step(std::function<void()> act, Check done, const std::string& line,
               const std::string& picture = "") {
-        tour_.Add({std::move(act), std::move(done), [line] { return line; }, picture});
+        Add({std::move(act), std::move(done), [line] { return line; }, picture});
     }
 
     static std::function<void()> Pressing(int id) {
@@ -52,14 +52,17 @@ class TourSteps {
     /// Leaves the feature in front by Cancel and a Yes.
     void LeaveFeature(const std::string& picture = "");
 
-    simulator::PlayerState State() { return players_.Player(0).State(); }
-    std::string Address() { return FormatIpv4(players_.Player(0).Address().address); }
+    simulator::PlayerState State() { return Players().Player(0).State(); }
+    std::string Address() { return FormatIpv4(Players().Player(0).Address().address); }
 
-    Tour& tour_;
-    simulator::PlayerGroup& players_;
+    [[nodiscard]] simulator::PlayerGroup& Players() { return players_; }
+    void Add(Tour::Step step) { tour_.Add(std::move(step)); }
 
    private:
     static wxWindow* FrontWindow();
+
+    Tour& tour_;
+    simulator::PlayerGroup& players_;
 };
 
 }  // namespace sontaro

@@ -41,8 +41,9 @@ int ColourValue(const std::string& text) {
 /// A drop-down of colours, each beside a sample.
 class ColourProperty : public wxEnumProperty {
    public:
-    ColourProperty(const wxString& label, const wxString& name)
-        : wxEnumProperty(label, name, Choices()) {}
+    ColourProperty(const wxString& label, const wxString& name) : wxEnumProperty(label, name) {
+        for (const NamedColour& colour : kColours) m_choices.Add(ToWx(colour.name), colour.value);
+    }
 
     /// Offers a colour that the list does not have.
     void Offer(int value) {
@@ -53,26 +54,15 @@ class ColourProperty : public wxEnumProperty {
 
     wxSize OnMeasureImage(int) const override { return wxPG_DEFAULT_IMAGE_SIZE; }
 
-    void OnCustomPaint(wxDC& dc, const wxRect& rectangle, wxPGPaintData& data) override {
+    void OnCustomPaint(wxDC& canvas, const wxRect& rectangle, wxPGPaintData& data) override {
         const int value = data.m_choiceItem >= 0
                               ? m_choices.GetValue(static_cast<unsigned>(data.m_choiceItem))
                               : static_cast<int>(GetValue().GetLong());
         const bool isColour = value >= 0;
-        dc.SetPen(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
-        dc.SetBrush(isColour ? wxBrush(wxColour(static_cast<unsigned long>(value)))
-                             : *wxTRANSPARENT_BRUSH);
-        dc.DrawRectangle(rectangle);
-    }
-
-   private:
-    /// One list for all rows, until a row has a colour of its own.
-    static wxPGChoices& Choices() {
-        static wxPGChoices choices = [] {
-            wxPGChoices all;
-            for (const NamedColour& colour : kColours) all.Add(ToWx(colour.name), colour.value);
-            return all;
-        }();
-        return choices;
+        canvas.SetPen(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
+        canvas.SetBrush(isColour ? wxBrush(wxColour(static_cast<unsigned long>(value)))
+                                 : *wxTRANSPARENT_BRUSH);
+        canvas.DrawRectangle(rectangle);
     }
 };
 

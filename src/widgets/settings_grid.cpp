@@ -61,7 +61,9 @@ class SettingsGrid::Titles : public wxHeaderCtrl {
     }
 
    private:
-    const wxHeaderColumn& GetColumn(unsigned column) const override { return columns_.at(column); }
+    [[nodiscard]] const wxHeaderColumn& GetColumn(unsigned column) const override {
+        return columns_.at(column);
+    }
 
     std::array<wxHeaderColumnSimple, 2> columns_ = {
         wxHeaderColumnSimple(ToWx(kTitles[0]), 1, wxALIGN_LEFT, 0),
@@ -145,6 +147,7 @@ void SettingsGrid::Fill(SettingsRows groups) {
     ShowHelp();
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
 void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group,
                                const wxString& name) {
     auto* category = new wxPropertyCategory(ToWx(group.name), name);

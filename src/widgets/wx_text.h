@@ -16,8 +16,8 @@ inline std::string FromWx(const wxString& text) { return text.utf8_string(); }
 
 /// A path that wxWidgets knows; names may have any characters on every system.
 inline std::filesystem::path PathFromWx(const wxString& path) {
-    return std::filesystem::path(std::u8string_view(
-        reinterpret_cast<const char8_t*>(path.utf8_str().data()), path.utf8_str().length()));
+    const std::string text = path.utf8_string();
+    return std::u8string(text.begin(), text.end());
 }
 
 /// A button's label: the text itself with `key` as its mnemonic where it has that letter. A

@@ -108,19 +108,6 @@ TEST_F(Remarks, ThatCannotBeKeptAreReported) {
     EXPECT_EQ(device.remarks, "");
 }
 
-TEST(DeviceChoice, IsOneDeviceOrUpToEight) {
-    const auto refusal = [](ChoiceMode mode, std::size_t chosen) {
-        const LocalText text = RefusalOfChoice(mode, chosen).value_or(LocalText{"", ""});
-        return std::string(text.chinese) + text.english;
-    };
-    EXPECT_EQ(refusal(ChoiceMode::kSingle, 0),
-              "先选择一台设备，再连接！Please choose a device first!");
-    EXPECT_EQ(refusal(ChoiceMode::kSingle, 1), "");
-    EXPECT_EQ(refusal(ChoiceMode::kMultiple, 0), "没有选择IP吧！Please tick the devices!");
-    EXPECT_EQ(refusal(ChoiceMode::kMultiple, 8), "");
-    EXPECT_EQ(refusal(ChoiceMode::kMultiple, 9), "选择的设备太多了！Too many devices selected!");
-}
-
 TEST(DeviceNetwork, IsJudgedByTheClassOfTheLocalAddress) {
     EXPECT_TRUE(IsSameNetwork("1.0.0.1", "1.200.0.9"));
     EXPECT_TRUE(IsSameNetwork("128.7.0.1", "128.7.9.9"));

@@ -2,15 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "link/discovery.h"
-#include "simulator/player_group.h"
-#include "support/link_surroundings.h"
+#include "simulator/discovery_reply.h"
+#include "support/literals.h"
 #include "support/temporary_folder.h"
 
 namespace sontaro::test {
 namespace {
 
-struct Scan : testing::Test, LinkSurroundings, ScanActions {
+struct Scan : testing::Test, ScanActions {
     bool SendRequest() override { return ++requests, sendable; }
     void StartTimer() override { timer = true; }
     void StopTimer() override { timer = false; }
@@ -99,33 +98,6 @@ TEST_F(Scan, KeepsTicksOfPlayersThatAnswerAgain) {
     scan.ChooseOnly(0);
     Reply(2, "b");
     EXPECT_EQ(Ids(), "a* b ");
-}
-
-TEST_F(Scan, ShowsRemarksAtOnceAndAtEveryLaterReply) {
-    Reply(2);
-    ASSERT_TRUE(remarks.SetRemarks(scan.Devices()[0].mac, "left wall"));
-    scan.RemarksChanged();
-    EXPECT_EQ(scan.Devices()[0].remarks, "left wall");
-    scan.PressScan();
-    Reply(2);
-    EXPECT_EQ(scan.Devices()[0].remarks, "left wall");
-}
-
-TEST_F(Scan, FindsSimulatedPlayersByBroadcast) {
-    simulator::LineUpOptions options;
-    options.count = 3;
-    options.baseAddress = network.Player(0);
-    simulator::PlayerGroup players(*simulator::LineUp(options));
-    ASSERT_TRUE(players.Start());
-    const FakeWindow window(directory, "scan",
-                            [this](auto& m) { scan.Receive(std::get<UdpEvent>(m.record).bytes); });
-    CUDPServer socket("scan", Services());
-    ASSERT_TRUE(socket.Open(FormatIpv4(network.Local())));
-    ASSERT_TRUE(SendDiscovery(socket, kBroadcastAddress));
-    Await([this] { return scan.Devices().size() == 3; });
-    EXPECT_EQ(Ids(), "SIMPLAYER1 SIMPLAYER2 SIMPLAYER3 ");
-    EXPECT_EQ(scan.Devices()[2].ip, FormatIpv4(network.Player(2)));
-    EXPECT_EQ(scan.Devices()[2].tcpPort, players.Player(2).Address().port);
 }
 
 }  // namespace

@@ -186,11 +186,6 @@ TEST_F(CustomSettingItems, AreNoneInJsonOfAnotherShapeAndInWhatIsNoJson) {
     }
 }
 
-TEST_F(CustomSettingItems, HaveBrokenCharactersMended) {
-    Parse(Group(Item("StringArry", "\"a\xE6z\"", "[\"\\udc00\"]")));
-    EXPECT_EQ(Shown(), "L=a\uFFFDz|\uFFFD");
-}
-
 TEST(CustomSettings, AreOfUseOnlyWithAnItem) {
     CustomSettings settings;
     const std::string useful = Group(Item("Int", "1", "[]"));

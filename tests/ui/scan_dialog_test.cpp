@@ -58,24 +58,6 @@ TEST_F(ScanDialog, ThreePlayersAnswerAndTheChosenOneIsHandedOn) {
     EXPECT_EQ(chosen[0].tcpPort, players->Player(1).Address().port);
 }
 
-TEST_F(ScanDialog, AnEarlierChoiceDoesNotComeBackWithItsPlayer) {
-    StartPlayers(2);
-    EXPECT_EQ(wxID_OK, Open(ChoiceMode::kSingle, [&](wxDialog* dialog) {
-                  FindPlayers(dialog, 2);
-                  List(dialog)->Select(0);
-                  PumpUntil([] { return false; }, 200);  // answers to the second port's request
-                  players->Player(0).Stop();
-                  Press(dialog, kScanButton);
-                  FindPlayers(dialog, 1);
-                  List(dialog)->Select(0);
-                  ASSERT_TRUE(players->Player(0).Start());
-                  ASSERT_TRUE(PumpUntil([&] { return List(dialog)->GetItemCount() == 2; }));
-                  Press(dialog, wxID_OK);
-              }));
-    ASSERT_EQ(chosen.size(), 1U);
-    EXPECT_EQ(chosen[0].ip, FormatIpv4(network.Player(1)));
-}
-
 TEST_F(ScanDialog, EightTickedPlayersAreAcceptedAndNineAreNot) {
     StartPlayers(9);
     EXPECT_EQ(wxID_OK, Open(ChoiceMode::kMultiple, [&](wxDialog* dialog) {
