@@ -5,21 +5,9 @@
 sontaro=$1 player=$2 network=$3 version=$4
 source "$(dirname "$0")/session.sh"
 
-player_log=$work/received.log
-received() { grep -qF -- "$1" "$player_log"; }
-
-start player "$player" --base-address "$network.2" --port 0 --log "$player_log"
-await 10 "the player does not start" grep -q ready "$work/player.log"
-start sontaro "$sontaro" --language en --local-address "$network.1"
-
 main="Sontaro $version"
-await 20 "no main window" has_window "$main"
-keys "$main" Tab Tab space
-await 10 "no scan dialog" has_window "Scan for devices"
-keys "Scan for devices" space
-await 10 "the player was not asked" received "discovery"
-sleep 0.5
-keys "Scan for devices" Tab space Tab space
+start_with_player "$sontaro" "$player" "$network"
+open_feature "$main" Tab Tab space
 await 10 "no dialog" has_window "OSD"
 await 20 "the settings were not read" received "received 3 sub 4 arg 0"
 sleep 0.7

@@ -53,3 +53,24 @@ keys() {
     xdotool windowfocus --sync "$(window "$title")"
     xdotool key --delay 60 "$@"
 }
+
+# start_with_player SONTARO SONTARO_PLAYER NETWORK: a simulated player in a process of its own, and
+# the English program to find it; sets $player_log.
+start_with_player() {
+    player_log=$work/received.log
+    start player "$2" --base-address "$3.2" --port 0 --log "$player_log"
+    await 10 "the player does not start" grep -q ready "$work/player.log"
+    start sontaro "$1" --language en --local-address "$3.1"
+}
+received() { grep -qF -- "$1" "$player_log"; }
+
+# open_feature MAIN_TITLE KEY...: presses the button that the keys lead to, and chooses the player.
+open_feature() {
+    await 20 "no main window" has_window "$1"
+    keys "$@"
+    await 10 "no scan dialog" has_window "Scan for devices"
+    keys "Scan for devices" space
+    await 10 "the player was not asked" received "discovery"
+    sleep 0.5
+    keys "Scan for devices" Tab space Tab space
+}
