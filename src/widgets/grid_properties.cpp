@@ -104,11 +104,7 @@ std::unique_ptr<wxPGProperty> MakeByKind(const SettingsRow& row, const wxString&
         case RowKind::kChoiceOrText: return MakeChoiceOrText(row, name);
         case RowKind::kYesNo: return MakeYesNo(row, name);
         case RowKind::kColour: return MakeColour(row, name);
-        case RowKind::kText:
-        case RowKind::kWholeNumber:
-        case RowKind::kDecimal:
-        case RowKind::kHexCommand:
-        case RowKind::kReadOnly: break;
+        default: break;  // texts
     }
     return std::make_unique<wxStringProperty>(ToWx(row.name), name, ToWx(row.value));
 }
@@ -131,12 +127,7 @@ std::string RowTextOf(const wxPGProperty& property, const SettingsRow& row,
             wxVariant copy = value;
             return FromWx(property.ValueToString(copy));
         }
-        case RowKind::kText:
-        case RowKind::kWholeNumber:
-        case RowKind::kDecimal:
-        case RowKind::kHexCommand:
-        case RowKind::kChoiceOrText:
-        case RowKind::kReadOnly: break;
+        default: break;  // texts
     }
     return FromWx(value.GetString());
 }
@@ -150,12 +141,7 @@ wxVariant RowValueOf(wxPGProperty& property, const SettingsRow& row, const std::
             if (auto* colour = dynamic_cast<ColourProperty*>(&property)) colour->Offer(value);
             return {static_cast<long>(value)};
         }
-        case RowKind::kText:
-        case RowKind::kWholeNumber:
-        case RowKind::kDecimal:
-        case RowKind::kHexCommand:
-        case RowKind::kChoiceOrText:
-        case RowKind::kReadOnly: break;
+        default: break;  // texts
     }
     return {ToWx(text)};
 }
