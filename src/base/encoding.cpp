@@ -55,12 +55,18 @@ bool IsWellFormedUtf8(std::string_view bytes) {
 std::string DecodeUtf8(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
-    while (!bytes.empty()) {
-        const std::size_t length = SequenceLength(bytes);
-        const std::string_view sequence = bytes.substr(0, length == 0 ? 1 : length);
-        text += length != 0 && IsScalarValue(sequence) ? sequence : kReplacement;
-        bytes.remove_prefix(sequence.size());
+    std::size_t begin = 0;  // of what is well-formed and not copied yet
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t length = SequenceLength(bytes.substr(at));
+        const std::size_t next = at + std::max<std::size_t>(length, 1);
+        if (length == 0 || !IsScalarValue(bytes.substr(at, length))) {
+            text += bytes.substr(begin, at - begin);
+            text += kReplacement;
+            begin = next;
+        }
+        at = next;
     }
+    text += bytes.substr(begin);
     return text;
 }
 

@@ -21,13 +21,16 @@ T* At(std::vector<T>& elements, int index) {
     return index >= 0 && at < elements.size() ? &elements[at] : nullptr;
 }
 
-/// A group from its elements, of which the last title counts.
-Document::Group ReadGroup(const Json::Value& elements) {
+/// A group from its elements, of which the last title counts. Each element is given up as soon as
+/// it is read: a large document is freed while it is still in the cache.
+Document::Group ReadGroup(Json::Value& elements) {
     Document::Group group{std::make_unique<Document::GroupName>(), {}};
     group.title->inputType = TitleKind().keyword;
     if (!elements.isArray()) return group;
-    for (const Json::Value& element : elements) {
+    group.items.reserve(elements.size());
+    for (Json::Value& element : elements) {
         Document::Item item = ReadCustomSetting(element);
+        element = Json::Value();
         if (item.kind == &TitleKind())
             *group.title = dynamic_cast<const Document::GroupName&>(*item.record);
         else if (item.record)
@@ -40,14 +43,14 @@ Document::Group ReadGroup(const Json::Value& elements) {
 
 bool CCustomSettingAnalysor::Parse(std::string_view text) {
     Clear();
-    const Result<Json::Value> document = ParseJson(text);
+    Result<Json::Value> document = ParseJson(text);
     if (!document) return false;
     if (!document->isObject()) return true;
     if (document->isMember(kVersion)) version_ = (*document)[kVersion];
-    const Json::Value& groups = (*document)[kCustomSettings];
+    Json::Value& groups = (*document)[kCustomSettings];
     if (!groups.isArray()) return true;
     groups_.reserve(groups.size());
-    for (const Json::Value& elements : groups) groups_.push_back(ReadGroup(elements));
+    for (Json::Value& elements : groups) groups_.push_back(ReadGroup(elements));
     return true;
 }
 

@@ -20,6 +20,7 @@ using Outcome = EditAnswer::Outcome;
 constexpr LocalText kTitles[] = {{"属性", "Property"}, {"值", "Value"}};
 constexpr int kFirstColumn = 200;  // device-independent pixels
 constexpr int kLeastSecondColumn = 160;
+constexpr int kLeastHeight = 120;
 constexpr int kHelpLines = 3;
 constexpr const char* kFirstRow = "0.0";
 
@@ -73,12 +74,14 @@ class SettingsGrid::Titles : public wxHeaderCtrl {
 SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& prompts,
                            EditHandler onEdit)
     : wxPanel(parent), prompts_(prompts), onEdit_(std::move(onEdit)) {
-    grid_ = new wxPropertyGrid(this, id, wxDefaultPosition, wxDefaultSize,
+    const wxSize least = FromDIP(wxSize(kFirstColumn + kLeastSecondColumn, kLeastHeight));
+    grid_ = new wxPropertyGrid(this, id, wxDefaultPosition, least,
                                long{wxPG_BOLD_MODIFIED} | wxBORDER_THEME);
     grid_->SetValidationFailureBehavior(wxPG_VFB_BEEP);  // what is wrong is told in our own words
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_RETURN);
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_NUMPAD_ENTER);
-    grid_->SetMinSize(FromDIP(wxSize(kFirstColumn + kLeastSecondColumn, 120)));
+    grid_->SetMinSize(least);
+    grid_->SetSplitterPosition(FromDIP(kFirstColumn));  // else it would measure every row's name
     grid_->SetCaptionTextColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
     if (withTitles) titles_ = new Titles(this);
     empty_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
@@ -213,8 +216,6 @@ void SettingsGrid::ShowRowsOrText() {
     column->Show(help_, hasRows);
     column->Show(emptyArea_, !hasRows);
     Layout();
-    if (hasRows && !std::exchange(divided_, true))  // before it has a size it cannot be divided
-        grid_->SetSplitterPosition(FromDIP(kFirstColumn));
 }
 
 bool SettingsGrid::Commit() {

@@ -91,7 +91,6 @@ class SettingsGrid : public wxPanel {
     wxTextCtrl* help_ = nullptr;
     std::string accepted_;  // what the edit in progress is to show
     bool rejected_ = false;
-    bool divided_ = false;  // into its columns
 };
 
 }  // namespace sontaro
