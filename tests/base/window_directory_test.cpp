@@ -49,11 +49,6 @@ TEST_F(Directory, DeliversOnTheUserInterfaceThreadBeforeTheSenderGoesOn) {
     EXPECT_EQ(handledBy, std::this_thread::get_id());
 }
 
-TEST_F(Directory, ThrowsWhatTheWindowThrowsToTheSender) {
-    FakeWindow window(directory, "Cave", [](auto&) { throw std::runtime_error("full"); });
-    ui.RunAside([&] { EXPECT_THROW(Send("Cave"), std::runtime_error); });
-}
-
 TEST_F(Directory, ShutDownReleasesWhoWaitsAndRefusesWhoComes) {
     FakeWindow window(directory, "Cave");
     std::jthread sender([&] { EXPECT_FALSE(Send("Cave") || Send("Cave")); });

@@ -100,12 +100,8 @@ TEST_F(Remarks, AreWrittenBesideWhatIsNotKnown) {
 }
 
 TEST_F(Remarks, ThatCannotBeKeptAreReported) {
-    DeviceRemarks remarks(folder.Write("file", "") / "inside");
-    EXPECT_FALSE(remarks.SetRemarks("02:00", "left"));
-    DeviceRecord device;
-    device.mac = "02:00";
-    remarks.ApplyTo(device);
-    EXPECT_EQ(device.remarks, "");
+    EXPECT_FALSE(DeviceRemarks(folder.Write("file", "") / "inside").SetRemarks("02:00", "left"));
+    EXPECT_EQ(Apply().remarks, "");
 }
 
 TEST(DeviceNetwork, IsJudgedByTheClassOfTheLocalAddress) {
@@ -128,22 +124,12 @@ TEST(DeviceOrder, IsByValueAndEqualRowsStayInOrder) {
         return devices[0].remarks + " " + devices[1].remarks + " " + devices[2].remarks;
     };
     EXPECT_EQ(sorted(DeviceColumn::kIp, true), "b 9 10");
-    EXPECT_EQ(sorted(DeviceColumn::kIp, false), "10 9 b");
     EXPECT_EQ(sorted(DeviceColumn::kTcpPort, true), "9 b 10");
-    EXPECT_EQ(sorted(DeviceColumn::kTcpPort, false), "10 9 b");
-    EXPECT_EQ(sorted(DeviceColumn::kRemarks, true), "10 9 b");
+    EXPECT_EQ(sorted(DeviceColumn::kRemarks, false), "b 9 10");
     std::vector<DeviceRecord> alike(100);
     for (std::size_t i = 0; i < alike.size(); ++i) alike[i].authorisedInputs = static_cast<int>(i);
     SortDevices(alike, DeviceColumn::kTcpPort, true);
     EXPECT_TRUE(std::ranges::is_sorted(alike, {}, &DeviceRecord::authorisedInputs));
-}
-
-TEST(LocalAddress, ThatIsRememberedIsKeptEvenWhenItHasVanished) {
-    const std::vector<std::string> offered = {"10.0.0.1", "10.0.0.2"};
-    EXPECT_EQ(ChooseLocalAddress(offered, ""), (LocalAddressChoice{"10.0.0.1", true}));
-    EXPECT_EQ(ChooseLocalAddress(offered, "10.0.0.2"), (LocalAddressChoice{"10.0.0.2", true}));
-    EXPECT_EQ(ChooseLocalAddress(offered, "10.0.0.3"), (LocalAddressChoice{"10.0.0.3", false}));
-    EXPECT_EQ(ChooseLocalAddress({}, ""), (LocalAddressChoice{"", false}));
 }
 
 }  // namespace

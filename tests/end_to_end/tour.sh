@@ -5,4 +5,4 @@ sontaro=$1 language=$2
 source "$(dirname "$0")/session.sh"
 
 "$sontaro" --demo --tour "$work/pictures" --language "$language"
-[ "$(find "$work/pictures" -name '*.png' -size +1k | wc -l)" -ge 12 ] || fail "pictures are missing"
+[ "$(find "$work/pictures" -name '*.png' -size +1k | wc -l)" -ge 21 ] || fail "pictures are missing"

@@ -158,14 +158,6 @@ TEST_F(TcpLink, PacketsQueuedAtOnceArriveInOrder) {
     EXPECT_EQ(ReceiveExactly(peer, 5), ToBytes("bbbbb"));
 }
 
-TEST(Outbox, LimitsWhatWaitsAltogether) {
-    Outbox<char> outbox;
-    EXPECT_TRUE(outbox.Push('a', 6, 10));
-    EXPECT_FALSE(outbox.Push('b', 5, 10));
-    EXPECT_EQ(outbox.Take(), 'a');
-    EXPECT_TRUE(outbox.Push('c', 10, 10));
-}
-
 TEST_F(TcpLink, SendingIntoADeadConnectionRaisesNoSignal) {
     Socket socket = Socket::Tcp();
     ASSERT_TRUE(socket.Connect({network.Player(0), player.AsTarget().port}, 1s));

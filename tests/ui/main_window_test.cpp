@@ -1,7 +1,4 @@
-#include <wx/combobox.h>
 #include <wx/gauge.h>
-#include <wx/slider.h>
-#include <wx/statbox.h>
 #include <wx/weakref.h>
 
 #include "app/feature_buttons.h"
@@ -65,73 +62,26 @@ class MainWindow : public UiTest {
 
 TEST_F(MainWindow, PressingPlayReachesThePlayerAndThePositionComesBack) {
     StartPlayers(1);
+    players->Player(0).ChangeState([](simulator::PlayerState& state) {
+        state.captions = {{simulator::Action::kPause, "暂停"},
+                          {simulator::Action::kPlay, "R&B 开始"}};
+    });
     Open();
     Control([&](wxDialog* control) {
         ASSERT_TRUE(IsReady(control));
         EXPECT_EQ(TextOf(control, kTitleText).find("->"), 6U);
+        for (const VideoButton& button : kVideoButtons)
+            EXPECT_EQ(control->FindWindow(button.id)->IsShown(),
+                      button.id == 2109 || button.id == 2110);
+        EXPECT_EQ(TextOf(control, 2109), "R&B 开始");
         Press(control, 2110);
         EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "暂停"));
         EXPECT_FALSE(players->Player(0).State().playing);
         Press(control, 2109);
-        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "播放"));
+        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "R&B 开始"));
         EXPECT_TRUE(players->Player(0).State().playing);
     });
     EXPECT_TRUE(players->Player(0).WaitForConnectionCount(0, std::chrono::seconds(5)));
-}
-
-TEST_F(MainWindow, ThePlayersCaptionsDecideWhatIsShownAndSent) {
-    StartPlayers(1);
-    players->Player(0).ChangeState([](simulator::PlayerState& state) {
-        state.captions = {{simulator::Action::kPlay, "R&B 开始"}};
-    });
-    Open();
-    Control([&](wxDialog* control) {
-        ASSERT_TRUE(IsReady(control));
-        for (const VideoButton& button : kVideoButtons)
-            EXPECT_EQ(control->FindWindow(button.id)->IsShown(), button.id == 2109);
-        EXPECT_EQ(TextOf(control, 2109), "R&B 开始");
-        Press(control, 2109);
-        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "R&B 开始"));
-    });
-}
-
-TEST_F(MainWindow, VolumeAndChoicesAreSent) {
-    StartPlayers(1);
-    Open();
-    Control([&](wxDialog* control) {
-        ASSERT_TRUE(IsReady(control));
-        auto* slider = Find<wxSlider>(control, kVolumeSlider);
-        slider->SetValue(23);
-        wxCommandEvent moved(wxEVT_SLIDER, kVolumeSlider);
-        moved.SetInt(23);
-        slider->GetEventHandler()->ProcessEvent(moved);
-        EXPECT_TRUE(PlayerReceives(kVideoSound, "sound", "23"));
-        auto* usb = Find<wxComboBox>(control, kUsbVideo);
-        ASSERT_TRUE(PumpUntil([&] { return usb->GetCount() == 3; }));
-        usb->SetSelection(1);
-        wxCommandEvent chosen(wxEVT_COMBOBOX, kUsbVideo);
-        usb->GetEventHandler()->ProcessEvent(chosen);
-        const std::string name = FromWx(usb->GetString(1));
-        EXPECT_TRUE(PlayerReceives(kVideoUsbName, "usbVideoName", name));
-        EXPECT_TRUE(PumpUntil([&] { return TextOf(control, kUsbLabel) == "USB Video-" + name; }));
-        EXPECT_EQ(Find<wxComboBox>(control, kLayoutChoice)->GetCount(), 3U);
-    });
-}
-
-TEST_F(MainWindow, ADeadPlayerIsReportedOnceAndTheRemoteControlStaysUsable) {
-    StartPlayers(1);
-    simulator::FaultScript faults;
-    faults.refuse = true;
-    players->Player(0).SetFaults(faults);
-    Open();
-    Control([&](wxDialog* control) {
-        EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
-        Press(control, 2109);
-        EXPECT_EQ(prompts.texts, std::vector<std::string>{"Failed to connect player！"});
-        players->Player(0).SetFaults({});
-        Press(control, 2109);
-        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "播放"));
-    });
 }
 
 TEST_F(MainWindow, LeavesOnlyAfterAYesAndEmptiesItsWorkingFolder) {

@@ -43,16 +43,21 @@ class ScanDialog : public UiTest {
     std::vector<DeviceRecord> chosen;
 };
 
-TEST_F(ScanDialog, ThreePlayersAnswerAndTheChosenOneIsHandedOn) {
+TEST_F(ScanDialog, TheChosenPlayerIsHandedOnButOfAnotherNetworkOnlyAfterAYes) {
     StartPlayers(3);
+    prompts.answers = {false, true};
     EXPECT_EQ(wxID_OK, Open(ChoiceMode::kSingle, [&](wxDialog* dialog) {
                   FindPlayers(dialog, 3);
                   Press(dialog, wxID_OK);
                   EXPECT_EQ(prompts.texts,
                             std::vector<std::string>{"Please choose a device first!"});
                   List(dialog)->Select(1);
+                  Find<wxComboBox>(dialog, kScanAddress)->SetValue("192.168.1.5");
+                  Press(dialog, wxID_OK);
+                  EXPECT_TRUE(dialog->IsModal());
                   Press(dialog, wxID_OK);
               }));
+    EXPECT_EQ(prompts.texts.size(), 3U);
     ASSERT_EQ(chosen.size(), 1U);
     EXPECT_EQ(chosen[0].ip, FormatIpv4(network.Player(1)));
     EXPECT_EQ(chosen[0].tcpPort, players->Player(1).Address().port);
@@ -75,7 +80,7 @@ TEST_F(ScanDialog, EightTickedPlayersAreAcceptedAndNineAreNot) {
     EXPECT_EQ(chosen[4].ip, FormatIpv4(network.Player(5)));
 }
 
-TEST_F(ScanDialog, RemarksAreKeptAndShownAtTheNextScan) {
+TEST_F(ScanDialog, ClicksEditRemarksForTheNextScanAndCopyTheIdentity) {
     StartPlayers(1);
     const auto shown = [](wxDialog* dialog) {
         return FromWx(List(dialog)->GetItemText(0, static_cast<int>(DeviceColumn::kRemarks)));
@@ -85,6 +90,7 @@ TEST_F(ScanDialog, RemarksAreKeptAndShownAtTheNextScan) {
               FindPlayers(dialog, 1);
               ActOnRow(dialog, wxEVT_LIST_ITEM_ACTIVATED, 0);
               EXPECT_EQ(shown(dialog), "一号厅");
+              ActOnRow(dialog, wxEVT_LIST_ITEM_RIGHT_CLICK, 0);
               Press(dialog, wxID_CANCEL);
           },
           [](wxDialog* edit) {
@@ -97,15 +103,6 @@ TEST_F(ScanDialog, RemarksAreKeptAndShownAtTheNextScan) {
              EXPECT_EQ(shown(dialog), "一号厅");
              Press(dialog, wxID_CANCEL);
          }});
-}
-
-TEST_F(ScanDialog, RightClickCopiesTheIdentity) {
-    StartPlayers(1);
-    Open(ChoiceMode::kSingle, [&](wxDialog* dialog) {
-        FindPlayers(dialog, 1);
-        ActOnRow(dialog, wxEVT_LIST_ITEM_RIGHT_CLICK, 0);
-        Press(dialog, wxID_CANCEL);
-    });
     wxTextDataObject copied;
     ASSERT_TRUE(wxTheClipboard->Open());
     EXPECT_TRUE(wxTheClipboard->GetData(copied));
@@ -136,20 +133,6 @@ TEST_F(ScanDialog, AVanishedAddressStaysAndIsExplainedWhenItIsUsed) {
     EXPECT_EQ(reread.Root()["localAddress"], FormatIpv4(network.Local()));
 }
 
-TEST_F(ScanDialog, APlayerOfAnotherNetworkIsTakenOnlyAfterAYes) {
-    StartPlayers(1);
-    prompts.answers = {false, true};
-    EXPECT_EQ(wxID_OK, Open(ChoiceMode::kSingle, [&](wxDialog* dialog) {
-                  FindPlayers(dialog, 1);
-                  List(dialog)->Select(0);
-                  Find<wxComboBox>(dialog, kScanAddress)->SetValue("192.168.1.5");
-                  Press(dialog, wxID_OK);
-                  EXPECT_TRUE(dialog->IsModal());
-                  Press(dialog, wxID_OK);
-              }));
-    EXPECT_EQ(prompts.texts.size(), 2U);
-}
-
 TEST_F(ScanDialog, EnterAndEscapeDoNotCloseIt) {
     EXPECT_EQ(wxID_CANCEL, Open(ChoiceMode::kSingle, [&](wxDialog* dialog) {
                   dialog->Raise();
@@ -167,20 +150,6 @@ TEST_F(ScanDialog, EnterAndEscapeDoNotCloseIt) {
                   EXPECT_TRUE(prompts.texts.empty());
                   Press(dialog, wxID_CANCEL);
               }));
-}
-
-TEST_F(ScanDialog, ColumnsAndPlaceAreRemembered) {
-    Open(ChoiceMode::kSingle, [](wxDialog* dialog) {
-        List(dialog)->SetColumnWidth(2, 77);
-        dialog->SetSize(900, 500);
-        PumpUntil([] { return false; }, 50);
-        Press(dialog, wxID_CANCEL);
-    });
-    Open(ChoiceMode::kSingle, [](wxDialog* dialog) {
-        EXPECT_EQ(List(dialog)->GetColumnWidth(2), 77);
-        EXPECT_EQ(dialog->GetSize(), wxSize(900, 500));
-        Press(dialog, wxID_CANCEL);
-    });
 }
 
 }  // namespace

@@ -72,17 +72,13 @@ struct Grid : UiTest {
 
 TEST_F(Grid, ReportsAnEditOfEveryKindByItsIndicesAndNames) {
     const std::vector<std::string> choices = {"one", "two"};
-    grid->Fill({{"g",
-                 4,
-                 {{RowKind::kText, "text", "a"},
-                  {RowKind::kWholeNumber, "whole", "1"},
-                  {RowKind::kDecimal, "decimal", "0.5"},
-                  {RowKind::kHexCommand, "hex", "", "", {}, "", 8, 3},
-                  {RowKind::kChoice, "choice", "unlisted", "", choices},
-                  {RowKind::kChoiceOrText, "free", "one", "", choices},
-                  {RowKind::kYesNo, "yes", kRowNo},
-                  {RowKind::kColour, "colour", "#010203"},
-                  {RowKind::kReadOnly, "fixed", "f"}}}});
+    // clang-format off
+    grid->Fill({{"g", 4, {
+        {RowKind::kText, "text", "a"}, {RowKind::kWholeNumber, "whole", "1"}, {RowKind::kDecimal, "decimal", "0.5"},
+        {RowKind::kHexCommand, "hex", "", "", {}, "", 8, 3}, {RowKind::kChoice, "choice", "unlisted", "", choices},
+        {RowKind::kChoiceOrText, "free", "one", "", choices}, {RowKind::kYesNo, "yes", kRowNo},
+        {RowKind::kColour, "colour", "#010203"}, {RowKind::kReadOnly, "fixed", "f"}}}});
+    // clang-format on
     EXPECT_EQ(Shown("0.4"), "unlisted");
     EXPECT_EQ(Shown("0.7"), "#010203");
     const std::pair<const char*, wxVariant> changes[] = {
@@ -100,14 +96,11 @@ TEST_F(Grid, ReportsAnEditOfEveryKindByItsIndicesAndNames) {
 }
 
 TEST_F(Grid, KeepsTheOldValueWhenAnEditIsNotTaken) {
-    grid->Fill({{"g",
-                 0,
-                 {{RowKind::kWholeNumber, "told", "1", "", {}, "not that!"},
-                  {RowKind::kWholeNumber, "hinted", "2"}}}});
-    for (const char* bad : {"", "-1", "1.5", "1 "}) {
-        for (const char* name : {"0.0", "0.1"})
+    const SettingsRow told = {RowKind::kWholeNumber, "told", "1", "", {}, "not that!"};
+    grid->Fill({{"g", 0, {told, {RowKind::kWholeNumber, "hinted", "2"}}}});
+    for (const char* name : {"0.0", "0.1"})
+        for (const char* bad : {"", "-1", "1.5", "1 "})
             EXPECT_FALSE(Properties().ChangePropertyValue(name, bad)) << bad;
-    }
     answer = EditAnswer{Outcome::kRefused, "too large!"};
     EXPECT_FALSE(Properties().ChangePropertyValue("0.1", "7"));
     EXPECT_TRUE(PumpUntil([&] { return prompts.texts.size() == 5; }));
