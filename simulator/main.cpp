@@ -5,6 +5,8 @@
 #include <fstream>
 #include <iostream>
 
+#include "base/path_text.h"
+#include "base/program_arguments.h"
 #include "simulator/player_arguments.h"
 
 namespace sontaro::simulator {
@@ -50,7 +52,7 @@ int Run(const PlayerArguments& arguments) {
     if (!players) return Fail(kBadArguments, players.reason());
     std::ofstream file;
     if (!arguments.log.empty()) file.open(arguments.log);
-    if (!file) return Fail(kFailed, "cannot write " + arguments.log.string());
+    if (!file) return Fail(kFailed, "cannot write " + TextOfPath(arguments.log));
     EventLog log(file);
     for (PlayerOptions& player : *players) player.log = file.is_open() ? &log : nullptr;
     return RunPlayers(*players);
@@ -58,8 +60,8 @@ int Run(const PlayerArguments& arguments) {
 
 }  // namespace
 
-int Main(const std::vector<std::string_view>& texts) {
-    const Result<PlayerArguments> arguments = ParsePlayerArguments(texts);
+int Main(const std::vector<std::string>& texts) {
+    const Result<PlayerArguments> arguments = ParsePlayerArguments({texts.begin(), texts.end()});
     if (!arguments) return Fail(kBadArguments, arguments.reason() + " (see --help)");
     if (arguments->help) {
         std::cout << PlayerHelp();
@@ -73,7 +75,7 @@ int Main(const std::vector<std::string_view>& texts) {
 }  // namespace sontaro::simulator
 
 int main(int argc, char** argv) try {
-    return sontaro::simulator::Main(std::vector<std::string_view>(argv + 1, argv + argc));
+    return sontaro::simulator::Main(sontaro::ProgramArguments(argc, argv));
 } catch (const std::exception& error) {
     return sontaro::simulator::Fail(sontaro::simulator::kFailed, error.what());
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/path_text.h"
 #include "simulator/number.h"
 
 namespace sontaro::simulator {
@@ -47,17 +48,17 @@ bool SetName(PlayerArguments& arguments, std::string_view value) {
 }
 
 bool SetStore(PlayerArguments& arguments, std::string_view value) {
-    arguments.lineUp.store = value;
+    arguments.lineUp.store = PathOfText(value);
     return !value.empty();
 }
 
 bool SetSchema(PlayerArguments& arguments, std::string_view value) {
-    arguments.lineUp.schema = value;
+    arguments.lineUp.schema = PathOfText(value);
     return !value.empty();
 }
 
 bool SetLog(PlayerArguments& arguments, std::string_view value) {
-    arguments.log = value;
+    arguments.log = PathOfText(value);
     return !value.empty();
 }
 

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/file.h"
+#include "base/path_text.h"
 #include "link/discovery.h"
 #include "simulator/playback.h"
 #include "simulator/settings_commands.h"
@@ -76,7 +77,7 @@ Status SimulatedPlayer::Load() {
     if (!text) return Error{text.reason()};
     const Result<PlayerState> state = ReadState(*text);
     if (!state)
-        return Error{options_.file.filename().string() + " holds no state: " + state.reason()};
+        return Error{TextOfPath(options_.file.filename()) + " holds no state: " + state.reason()};
     state_ = *state;
     savedState_ = *text;
     return Done{};

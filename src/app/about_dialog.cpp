@@ -6,9 +6,11 @@
 #include <wx/sizer.h>
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
+#include <wx/utils.h>
 #include <wx/version.h>
 
 #include "app/application_title.h"
+#include "base/system_version.h"
 #include "widgets/common_texts.h"
 #include "widgets/icons.h"
 #include "widgets/wx_text.h"
@@ -24,7 +26,15 @@ constexpr LocalText kPurpose = {"为演出与娱乐场所的网络视频播放�
                                 "entertainment venues."};
 constexpr LocalText kLicence = {"MIT 许可证，© 2026 Sontaro 开发者",
                                 "MIT licence, © 2026 the Sontaro developers"};
+constexpr LocalText kSystem = {"操作系统：", "Operating system: "};
 constexpr LocalText kLibraries = {"使用的程序库：", "Libraries used:"};
+
+/// Its name, and the numbers that it hides from programs made for older versions.
+wxString SystemName() {
+    const SystemVersion version = ReadSystemVersion();
+    return wxGetOsDescription() +
+           wxString::Format(" (%u.%u.%u)", version.major, version.minor, version.build);
+}
 
 wxString LibraryNames() {
     return wxString::Format(
@@ -50,6 +60,7 @@ AboutDialog::AboutDialog(wxWindow* parent) : wxDialog(parent, wxID_ANY, ToWx(kTi
     add(ToWx(kVersion) + ToWx(ProgramVersion()));
     add(ToWx(kPurpose))->Wrap(52 * GetCharWidth());
     add(ToWx(kLicence));
+    add(ToWx(kSystem) + SystemName());
     add(ToWx(kLibraries) + "\n" + LibraryNames());
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(new wxStaticBitmap(this, wxID_ANY, ApplicationPicture(64)),

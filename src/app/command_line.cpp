@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "base/path_text.h"
 #include "link/socket.h"
 
 namespace sontaro {
@@ -43,7 +44,7 @@ Status SetLanguageOption(CommandLine& line, const Option& option) {
 }
 
 Status SetTour(CommandLine& line, const Option& option) {
-    line.tour = std::filesystem::path(std::u8string(option.value->begin(), option.value->end()));
+    line.tour = PathOfText(*option.value);
     return Done{};
 }
 

@@ -18,20 +18,19 @@
 #include "widgets/common_texts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/icons.h"
+#include "widgets/system_menu.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
 
 namespace {
 
-constexpr int kFadeTimer = 1;
-constexpr int kIconTimer = 2;
 constexpr int kIconDelayMilliseconds = 150;
-constexpr int kFadeStepMilliseconds = 20;
-constexpr int kFadeStep = 5;  // 51 steps: one second from opaque to invisible
+constexpr unsigned kAboutCommand = 16;  // in the system menu
 
 constexpr LocalText kNotBuilt = {"此功能尚未完成。", "This feature is not built yet."};
 constexpr LocalText kAbout = {"关于", "About"};
+constexpr LocalText kAboutEntry = {"关于 Sontaro(&A)...", "&About Sontaro..."};
 constexpr LocalText kPurpose = {"网络视频播放器的配置与遥控",
                                 "Configuration and remote control of networked video players"};
 constexpr LocalText kDemonstration = {
@@ -78,8 +77,7 @@ CSontaroDlg::CSontaroDlg(const UiServices& services, const MainWindowSetup& setu
       registration_(services_.Directory().Register(
           TitleOf(Window::kMain),
           [this](WindowMessage& message) { switchboard_.Handle(message); })),
-      fadeTimer_(this, kFadeTimer),
-      iconTimer_(this, kIconTimer) {
+      iconTimer_(this) {
     SetEscapeId(wxID_NONE);
     iconTimer_.StartOnce(kIconDelayMilliseconds);  // they are large: the window is painted first
     const int gap = FromDIP(16);
@@ -180,10 +178,8 @@ void CSontaroDlg::BindEvents() {
             Destroy();
         }
     });
-    Bind(
-        wxEVT_TIMER, [this](wxTimerEvent&) { SetIcons(ApplicationIcons()); }, kIconTimer);
-    Bind(
-        wxEVT_TIMER, [this](wxTimerEvent&) { FadeOut(); }, kFadeTimer);
+    Bind(wxEVT_TIMER, [this](wxTimerEvent&) { SetIcons(ApplicationIcons()); });
+    AddToSystemMenu(*this, kAboutCommand, ToWx(kAboutEntry), [this] { ShowAbout(); });
 }
 
 void CSontaroDlg::OpenFeature(int id) {
@@ -207,24 +203,10 @@ bool CSontaroDlg::ChooseDevice(DeviceRecord& device) {
 void CSontaroDlg::ShowAbout() { AboutDialog(this).ShowModal(); }
 
 void CSontaroDlg::AskToExit() {
-    if (fadeTimer_.IsRunning() || !services_.Messages().Confirm(Localized(kExitQuestion))) return;
+    if (fadeOut_.HasStarted() || !services_.Messages().Confirm(Localized(kExitQuestion))) return;
     DeleteContents(setup_.temporaryFolder);
     Disable();
-    if (CanSetTransparent()) {
-        fadeTimer_.Start(kFadeStepMilliseconds);
-    } else {
-        Destroy();
-    }
-}
-
-void CSontaroDlg::FadeOut() {
-    opacity_ -= kFadeStep;
-    if (opacity_ > 0) {
-        SetTransparent(static_cast<wxByte>(opacity_));
-    } else {
-        fadeTimer_.Stop();
-        Destroy();
-    }
+    fadeOut_.Start([this] { Destroy(); });
 }
 
 void CSontaroDlg::BringForward() {

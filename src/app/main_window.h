@@ -10,6 +10,7 @@
 
 #include "app/switchboard.h"
 #include "devices/scan_dialog.h"
+#include "widgets/fade_out.h"
 #include "widgets/ui_services.h"
 
 namespace sontaro {
@@ -44,15 +45,13 @@ class CSontaroDlg : public wxDialog {
     [[nodiscard]] bool ChooseDevice(DeviceRecord& device);
     void ShowAbout();
     void AskToExit();
-    void FadeOut();
 
     UiServices services_;
     MainWindowSetup setup_;
     Switchboard switchboard_;
     WindowDirectory::Registration registration_;
-    wxTimer fadeTimer_;
     wxTimer iconTimer_;
-    int opacity_ = 255;
+    FadeOut fadeOut_{*this};
     wxStaticText* currentDevice_ = nullptr;
 };
 

@@ -2,13 +2,15 @@
 
 #include <fstream>
 
+#include "base/path_text.h"
+
 namespace sontaro {
 
 namespace fs = std::filesystem;
 
 Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
     std::ifstream file(path, std::ios::binary);
-    if (!file) return Error{"cannot open " + path.filename().string()};
+    if (!file) return Error{"cannot open " + TextOfPath(path.filename())};
     std::string bytes;
     char block[16384];
     while (bytes.size() < limit && file) {
@@ -17,7 +19,7 @@ Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
         bytes.append(block, static_cast<std::size_t>(file.gcount()));
     }
     if (file.bad() || (file.fail() && !file.eof()))
-        return Error{"cannot read " + path.filename().string()};
+        return Error{"cannot read " + TextOfPath(path.filename())};
     return bytes;
 }
 
@@ -32,7 +34,7 @@ Status WriteFileAtomically(const fs::path& path, std::string_view bytes) {
         file.close();
         if (!file) {
             fs::remove(temporary, error);
-            return Error{"cannot write " + path.filename().string()};
+            return Error{"cannot write " + TextOfPath(path.filename())};
         }
     }
     fs::rename(temporary, path, error);

@@ -1,14 +1,18 @@
 // What base/ asks of the operating system, on Linux.
 #include <iconv.h>
 #include <pwd.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdlib>
+#include <sstream>
 
 #include "base/encoding.h"
 #include "base/folders.h"
 #include "base/local_text.h"
+#include "base/program_arguments.h"
+#include "base/system_version.h"
 
 namespace sontaro {
 
@@ -73,6 +77,21 @@ Language SystemLanguage() {
             return LanguageOfLocale(value);
     }
     return Language::kEnglish;
+}
+
+SystemVersion ReadSystemVersion() {
+    utsname system{};
+    SystemVersion version;
+    if (uname(&system) == 0) {
+        std::istringstream release(system.release);
+        char dot = 0;
+        release >> version.major >> dot >> version.minor >> dot >> version.build;
+    }
+    return version;
+}
+
+std::vector<std::string> ProgramArguments(int count, char** values) {
+    return {values + 1, values + count};
 }
 
 fs::path ExecutableFolder() {

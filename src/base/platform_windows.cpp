@@ -2,9 +2,13 @@
 #include <shlobj.h>
 #include <windows.h>
 
+#include <algorithm>
+
 #include "base/encoding.h"
 #include "base/folders.h"
 #include "base/local_text.h"
+#include "base/program_arguments.h"
+#include "base/system_version.h"
 
 namespace sontaro {
 
@@ -19,6 +23,14 @@ fs::path KnownFolder(const KNOWNFOLDERID& id) {
     fs::path folder = SUCCEEDED(result) ? fs::path(path) : fs::path();
     CoTaskMemFree(path);
     return folder;
+}
+
+std::string Utf8(const wchar_t* text) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<std::size_t>(std::max(size, 1)), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), size, nullptr, nullptr);
+    utf8.pop_back();  // the end of the text
+    return utf8;
 }
 
 }  // namespace
@@ -36,6 +48,31 @@ std::optional<std::size_t> LegacyCharacterLength(std::string_view character) {
 }
 
 Language SystemLanguage() { return LanguageOfIdentifier(GetThreadUILanguage()); }
+
+// The documented functions tell a program without a manifest for it that the system is older.
+SystemVersion ReadSystemVersion() {
+    using Function = void(WINAPI*)(DWORD*, DWORD*, DWORD*);
+    const HMODULE library = GetModuleHandleW(L"ntdll.dll");
+    const auto function = reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(library, "RtlGetNtVersionNumbers")));
+    if (!function) return {};
+    DWORD major = 0;
+    DWORD minor = 0;
+    DWORD build = 0;
+    function(&major, &minor, &build);
+    constexpr DWORD kKindOfBuild = 0xF0000000;
+    return {major, minor, build & ~kKindOfBuild};
+}
+
+std::vector<std::string> ProgramArguments(int, char**) {
+    SetConsoleOutputCP(CP_UTF8);
+    int count = 0;
+    wchar_t** values = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; values && i < count; ++i) arguments.push_back(Utf8(values[i]));
+    LocalFree(values);
+    return arguments;
+}
 
 fs::path ExecutableFolder() {
     wchar_t path[32768] = L"";

@@ -3,10 +3,10 @@
 
 #include <wx/string.h>
 
-#include <filesystem>
 #include <string>
 
 #include "base/local_text.h"
+#include "base/path_text.h"
 
 namespace sontaro {
 
@@ -14,11 +14,7 @@ inline wxString ToWx(const std::string& text) { return wxString::FromUTF8(text);
 inline wxString ToWx(const LocalText& text) { return ToWx(Localized(text)); }
 inline std::string FromWx(const wxString& text) { return text.utf8_string(); }
 
-/// A path that wxWidgets knows; names may have any characters on every system.
-inline std::filesystem::path PathFromWx(const wxString& path) {
-    const std::string text = path.utf8_string();
-    return std::u8string(text.begin(), text.end());
-}
+inline std::filesystem::path PathFromWx(const wxString& path) { return PathOfText(FromWx(path)); }
 
 /// A button's label: the text itself with `key` as its mnemonic where it has that letter. A
 /// Chinese text that has none goes without.
