@@ -32,15 +32,20 @@ LinkPool::~LinkPool() {
     ForEachAtOnce(slots_, [](auto& slot) { slot.reset(); });
 }
 
-void LinkPool::Submit(const SendRequest& request) {
+bool LinkPool::Submit(const SendRequest& request) {
     if (!request.bytes || request.bytes->empty()) {
         CloseAll();
-        return;
+        return true;
     }
     const std::vector<Target> targets =
         request.targets.empty() ? std::vector{currentDevice_} : request.targets;
-    for (const Target& target : targets)
-        if (!SendTo(target, request.bytes)) ShowFailureOnce();
+    bool taken = true;
+    for (const Target& target : targets) {
+        if (SendTo(target, request.bytes)) continue;
+        taken = false;
+        ShowFailureOnce();
+    }
+    return taken;
 }
 
 bool LinkPool::SendTo(const Target& target, const std::shared_ptr<const Bytes>& bytes) {

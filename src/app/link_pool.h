@@ -25,8 +25,9 @@ class LinkPool {
 
     /// Sends the request to each of its targets, to the current device when it names none. A
     /// target that cannot be reached is reported in a message box, once until
-    /// `ForgetShownFailure`. An empty request closes every link. Blocks while connecting.
-    void Submit(const SendRequest& request);
+    /// `ForgetShownFailure`. An empty request closes every link. Blocks while connecting. False
+    /// when a target has not been reached.
+    bool Submit(const SendRequest& request);
 
     /// Closes every link that is connected; blocks about 200 ms.
     void CloseAll();

@@ -7,7 +7,7 @@ void Switchboard::Handle(WindowMessage& message) {
         reassembly_.Handle(*event);
         if (event->code == LinkCode::kReceiveEnded) router_.LinkEnded();
     } else if (const auto* request = std::get_if<SendRequest>(&message.record)) {
-        links_.Submit(*request);
+        message.done = links_.Submit(*request);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
 #include <wx/image.h>
+#include <wx/msgdlg.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -41,6 +42,11 @@ bool IsBlank(wxWindow& window) {
     return std::equal(data + 3, data + size, data);
 }
 
+std::string FrontTitle() {
+    const wxDialog* front = FrontDialog();
+    return front ? FromWx(front->GetTitle()) : "nothing";
+}
+
 /// Whether a picture is worth taking `waited` after the step's effect came.
 bool IsPainted(Tour::Clock::duration waited) {
     if (waited < kSettleTime) return false;
@@ -70,7 +76,7 @@ void Tour::Proceed() {
             settled_ = true;
             doneAt_ = now;
         } else if (now - actedAt_ > kPatience) {
-            Fail("in vain: " + steps_.front().say());
+            Fail(steps_.front().say() + " has not come to be; in front: " + FrontTitle());
         }
     } else if (steps_.front().picture.empty() || IsPainted(now - doneAt_)) {
         Finish();
@@ -92,7 +98,7 @@ bool Tour::TakePicture(const std::string& name) {
     if (!window) return false;
     const wxImage image = PictureOf(*window);
     const std::string file = fmt::format("{:02}-{}.png", ++pictures_, name);
-    return image.SaveFile(ToWx((folder_ / file).string()), wxBITMAP_TYPE_PNG);
+    return image.SaveFile(ToWx(TextOfPath(folder_ / file)), wxBITMAP_TYPE_PNG);
 }
 
 void Tour::Fail(const std::string& what) {
@@ -103,7 +109,8 @@ void Tour::Fail(const std::string& what) {
 
 wxDialog* Tour::FrontTitled(const std::string& title) {
     wxDialog* front = FrontDialog();
-    return front && FromWx(front->GetTitle()) == title ? front : nullptr;
+    const bool isMessage = dynamic_cast<wxGenericMessageDialog*>(front) != nullptr;  // titled alike
+    return front && !isMessage && FromWx(front->GetTitle()) == title ? front : nullptr;
 }
 
 bool Tour::Press(int id) {

@@ -84,6 +84,8 @@ void TourSettings::Read(const SettingsStation& station) {
 void TourSettings::Change(const SettingsStation& station) {
     const auto type = [&station] {
         auto* grid = Find<wxPropertyGrid>(kSettingsGrid);
+        grid->EnsureVisible(
+            station.RowName());  // the toolkit complains of scrolling with an editor
         grid->SelectProperty(station.RowName(), true);
         grid->GetEditorTextCtrl()->SetValue(station.value);
         Tour::Press(wxID_OK);

@@ -15,7 +15,7 @@ struct FileQuestion {
     std::string caption;
     std::string filter;     ///< as "description|patterns"
     std::string name;       ///< that is suggested; may be empty
-    std::string extension;  ///< that a name without one is given, without a point
+    std::string extension;  ///< that a name with another or none is given, without a point
 };
 
 /// Modal boxes; tests replace them. User-interface thread only. Texts are UTF-8.

@@ -41,8 +41,8 @@ bool WindowDirectory::Send(const std::string& title, WindowMessage message) {
         const Entry* entry = FindEntry(title);
         if (!entry) return;
         const std::shared_ptr<const Handler> handler = entry->handler;
-        delivered = true;
         (*handler)(message);
+        delivered = message.done;
     });
     return ran && delivered;
 }

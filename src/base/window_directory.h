@@ -45,7 +45,8 @@ class WindowDirectory {
 
     /// Delivers `message` to the window titled `title` and waits until it is handled: on the
     /// user-interface thread a direct call, from any other thread handed to that one. False when
-    /// there is no such window or the directory has shut down. What the window's handler throws
+    /// there is no such window, it could not do what the message asks, or the directory has shut
+    /// down. What the window's handler throws
     /// is thrown to the caller.
     bool Send(const std::string& title, WindowMessage message);
 

@@ -133,6 +133,7 @@ struct WindowMessage {
     std::uint32_t wParam = 0;
     Record record;
     std::uint32_t lParam = 0;
+    bool done = true;  ///< false when the receiver could not do what the message asks
 };
 
 }  // namespace sontaro

@@ -18,9 +18,13 @@ constexpr std::size_t kLongestPayload = kBufferSize - kHeaderSize;
 
 }  // namespace
 
-void SettingsRun::Opened() { view_.Send(DevicePacket::Request(kCommandSettings, exchange_.block)); }
+void SettingsRun::Opened() {
+    const bool asked = view_.Send(DevicePacket::Request(kCommandSettings, exchange_.block));
+    if (!asked) Enter(State::kUnreachable);
+}
 
 void SettingsRun::Handle(const WindowMessage& message) {
+    constexpr std::uint32_t kDocument = 0;
     constexpr std::uint32_t kSaveIsDone = 1;
     const auto* reply = std::get_if<ReplyRecord>(&message.record);
     if (message.id != exchange_.reply || !reply || reply->sender.ip != playerIp_) return;
@@ -29,7 +33,7 @@ void SettingsRun::Handle(const WindowMessage& message) {
     } else if (message.wParam == kSaveIsDone) {
         Confirm();
         prompts_.Inform(Localized(kSaved));
-    } else {
+    } else if (message.wParam == kDocument) {
         TakeDocument(AsText(reply->payload));
     }
 }
@@ -45,17 +49,18 @@ void SettingsRun::TakeDocument(std::string_view text) {
 
 /// What the player answers to a read, and to a save. Edits made since the save outlive its answer.
 void SettingsRun::TakeAnswer(std::string_view text) {
-    if (!text.empty() && !document_.TakeReply(text)) return;
-    const bool changes = !text.empty() || !IsUsable();
-    if (!awaitsAnswer_ && changes) newer_.clear();
-    if (changes) {
+    const bool usable = !text.empty() && document_.TakeReply(text);
+    if (usable) {
+        if (!awaitsAnswer_) newer_.clear();
         for (const SettingsEdit& edit : newer_) static_cast<void>(document_.Edit(edit));
         view_.ShowRows();
     }
-    if (awaitsAnswer_)
+    if (awaitsAnswer_ && (usable || text.empty()))
         Confirm();
-    else if (changes)
+    else if (usable)
         Enter(State::kRead);
+    else if (!text.empty() && !IsUsable())
+        Enter(State::kUnreadable);
 }
 
 void SettingsRun::Confirm() {
@@ -79,11 +84,12 @@ void SettingsRun::Save() {
         return prompts_.Warn(Localized(*refusal));
     const std::string text = document_.Write();
     if (text.size() > kLongestPayload) return prompts_.Warn(Localized(kTooLong));
+    const std::uint32_t selector = exchange_.block | std::uint32_t{exchange_.saveArgument} << 16;
+    if (!view_.Send(DevicePacket::Request(kCommandSettings, selector, text)))
+        return Enter(State::kNotSent);
     newer_.clear();
     awaitsAnswer_ = true;
     Enter(State::kSent);
-    const std::uint32_t selector = exchange_.block | std::uint32_t{exchange_.saveArgument} << 16;
-    view_.Send(DevicePacket::Request(kCommandSettings, selector, text));
 }
 
 void SettingsRun::OpenFile(const std::filesystem::path& path) {

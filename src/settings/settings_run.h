@@ -18,8 +18,8 @@ struct SettingsExchange {
     MessageId reply{};               ///< the message that brings the block's replies
     std::uint16_t saveArgument = 0;  ///< of the packet that saves
     /// Whether a reply's `wParam` tells a document (0) from the notice that a save is done (1),
-    /// which is then announced. Otherwise every reply with a payload is a document, and a
-    /// document that cannot be used changes nothing.
+    /// which is then announced. Otherwise every reply with a payload is a document; one that
+    /// cannot be used, or that is empty, changes no row.
     bool announcesSaves = false;
 };
 
@@ -27,7 +27,8 @@ struct SettingsExchange {
 class SettingsView {
    public:
     virtual ~SettingsView() = default;
-    virtual void Send(const DevicePacket& packet) = 0;
+    /// Hands a packet to the player's link; false when there is none.
+    [[nodiscard]] virtual bool Send(const DevicePacket& packet) = 0;
     /// The document's rows have changed: shows them anew.
     virtual void ShowRows() = 0;
     /// The player holds what the rows show.
@@ -41,12 +42,14 @@ class SettingsView {
 class SettingsRun {
    public:
     enum class State {
-        kWaiting,     ///< for the player's settings
-        kUnreadable,  ///< the player's settings cannot be used
-        kRead,        ///< as the player has sent them
-        kChanged,     ///< something has not been sent yet
-        kSent,        ///< all of it, but the player has not answered yet
-        kSaved,       ///< the player has answered
+        kWaiting,      ///< for the player's settings
+        kUnreachable,  ///< the player could not be asked
+        kUnreadable,   ///< the player's settings cannot be used
+        kRead,         ///< as the player has sent them
+        kChanged,      ///< something has not been sent yet
+        kNotSent,      ///< the player could not be reached when it was to be sent
+        kSent,         ///< all of it, but the player has not answered yet
+        kSaved,        ///< the player has answered
     };
 
     /// Listens to the player at `playerIp` alone: a link to another one may still be open.
@@ -75,9 +78,7 @@ class SettingsRun {
 
     [[nodiscard]] State CurrentState() const { return state_; }
     /// Whether there are settings of the player's to edit, save and send.
-    [[nodiscard]] bool IsUsable() const {
-        return state_ != State::kWaiting && state_ != State::kUnreadable;
-    }
+    [[nodiscard]] bool IsUsable() const { return state_ >= State::kRead; }
 
    private:
     void TakeDocument(std::string_view text);

@@ -30,7 +30,7 @@ class FeatureDialog : public wxDialog {
     [[nodiscard]] virtual bool MayClose();
 
     /// Hands a packet to the main window, which sends it to `targets`; with none, to its current
-    /// device. False when there is no main window.
+    /// device. False when that has failed: the user has been told.
     bool SendPacket(const DevicePacket& packet, std::vector<Target> targets);
 
     /// Has the main window close every link.

@@ -60,8 +60,9 @@ class ColourProperty : public wxEnumProperty {
                               : static_cast<int>(GetValue().GetLong());
         const bool isColour = value >= 0;
         canvas.SetPen(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
-        canvas.SetBrush(isColour ? wxBrush(wxColour(static_cast<unsigned long>(value)))
-                                 : *wxTRANSPARENT_BRUSH);
+        canvas.SetBrush(isColour
+                            ? wxBrush(wxColour(static_cast<unsigned long>(value)))
+                            : wxBrush(canvas.GetPen().GetColour(), wxBRUSHSTYLE_CROSSDIAG_HATCH));
         canvas.DrawRectangle(rectangle);
     }
 };

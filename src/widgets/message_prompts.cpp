@@ -2,6 +2,7 @@
 
 #include <wx/colordlg.h>
 #include <wx/filedlg.h>
+#include <wx/filefn.h>
 #include <wx/msgdlg.h>
 
 #include "base/window_titles.h"
@@ -12,6 +13,9 @@
 namespace sontaro {
 
 namespace {
+
+constexpr LocalText kReplaceQuestion = {"文件已存在，要替换吗？",
+                                        "The file exists already. Replace it?"};
 
 int Show(const std::string& text, long style) {
     wxGenericMessageDialog box(FrontDialog(), ToWx(text), ToWx(ApplicationTitle()), style);
@@ -38,10 +42,14 @@ std::optional<std::filesystem::path> MessagePrompts::ChooseFile(const FileQuesti
     wxFileDialog box(FrontDialog(), ToWx(question.caption), "", ToWx(question.name),
                      ToWx(question.filter),
                      saves ? wxFD_SAVE | wxFD_OVERWRITE_PROMPT : wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-    if (box.ShowModal() != wxID_OK) return std::nullopt;
-    std::filesystem::path path = PathFromWx(box.GetPath());
-    if (saves && !path.has_extension()) path.replace_extension(question.extension);
-    return path;
+    while (box.ShowModal() == wxID_OK) {
+        wxString path = box.GetPath();
+        const wxString ending = "." + ToWx(question.extension);
+        if (!saves || path.Lower().EndsWith(ending.Lower())) return PathFromWx(path);
+        path += ending;  // a name that the box itself has not asked about
+        if (!wxFileExists(path) || Confirm(Localized(kReplaceQuestion))) return PathFromWx(path);
+    }
+    return std::nullopt;
 }
 
 std::optional<std::uint32_t> MessagePrompts::ChooseColour(std::uint32_t colour) {

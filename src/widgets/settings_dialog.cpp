@@ -22,9 +22,12 @@ constexpr const char* kExtension = "JSON";
 /// In the order of `SettingsRun::State`.
 constexpr LocalText kStates[] = {
     {"正在等待播放器的设置…", "Waiting for the player's settings…"},
+    {"无法连接播放器。请关闭本窗口，检查播放器后重试。",
+     "The player cannot be reached. Close this window, check the player and try again."},
     {"播放器发来的设置无法使用。", "The settings that the player has sent cannot be used."},
     {"与播放器中的设置一致。", "As the player has sent them."},
     {"有修改尚未发送到播放器。", "There are changes that have not been sent to the player."},
+    {"未能发送：无法连接播放器。", "Nothing has been sent: the player cannot be reached."},
     {"正在等待播放器确认…", "Waiting for the player to confirm…"},
     {"播放器已确认。", "The player has confirmed."},
 };
@@ -64,6 +67,7 @@ void SettingsDialog::LayOut(const DeviceRecord& player) {
     column->Add(grid_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     state_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                               wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+    state_->SetMinSize(wxSize(wxDefaultCoord, GetTextExtent(ToWx(kStates[0])).y));
     column->Add(state_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     column->Add(MakeBottomRow(), wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
@@ -95,10 +99,10 @@ void SettingsDialog::BindEvents() {
     onCommit(kOpenSettings, [this] { OpenFile(); });
 }
 
-void SettingsDialog::Send(const DevicePacket& packet) {
+bool SettingsDialog::Send(const DevicePacket& packet) {
     std::vector<Target> targets;
     if (design_.namesItsPlayer) targets.push_back(player_);
-    SendPacket(packet, std::move(targets));
+    return SendPacket(packet, std::move(targets));
 }
 
 void SettingsDialog::ShowRows() {

@@ -41,7 +41,7 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
     void BindEvents();
 
     void HandleMessage(WindowMessage& message) override { run_.Handle(message); }
-    void Send(const DevicePacket& packet) override;
+    [[nodiscard]] bool Send(const DevicePacket& packet) override;
     void ShowRows() override;
     void MarkSaved() override { grid_->ForgetChanges(); }
     void StateChanged() override;

@@ -7,6 +7,8 @@
 #include <wx/textctrl.h>
 #include <wx/wupdlock.h>
 
+#include <climits>
+
 #include "base/row_text.h"
 #include "widgets/grid_properties.h"
 #include "widgets/wx_text.h"
@@ -19,6 +21,7 @@ using Outcome = EditAnswer::Outcome;
 
 constexpr LocalText kTitles[] = {{"属性", "Property"}, {"值", "Value"}};
 constexpr int kFirstColumn = 200;  // device-independent pixels
+constexpr int kFirstColumnCharacters = 25;
 constexpr int kLeastSecondColumn = 160;
 constexpr int kLeastHeight = 120;
 constexpr int kHelpLines = 3;
@@ -39,13 +42,68 @@ const LocalText& HintFor(RowKind kind) {
     return kIgnored;
 }
 
-int HeightOfLines(const wxWindow& window, int count) { return count * window.GetCharHeight(); }
+/// Height of a line of text in both scripts: Chinese is taller than the font itself says.
+int LineHeight(const wxWindow& window) {
+    return window.GetTextExtent(wxString::FromUTF8(kTitles[0].chinese)).y;
+}
+
+/// The first column grows with the display and with its texts.
+int FirstColumn(const wxWindow& window) {
+    return std::max(window.FromDIP(kFirstColumn), kFirstColumnCharacters * window.GetCharWidth());
+}
 
 wxString NameIn(const wxString& group, int number) {
     return group + wxString::Format(".%d", number);
 }
 
 }  // namespace
+
+/// The rows themselves.
+class SettingsGrid::Rows : public wxPropertyGrid {
+   public:
+    using wxPropertyGrid::wxPropertyGrid;
+
+    /// Chooses a row without editing it. Editors that are about to go must have gone before the
+    /// rows scroll: the toolkit would move each of them along and complain of it.
+    void Choose(wxPGProperty* row) {
+        DeletePendingObjects();
+        EnsureVisible(row);
+        SelectProperty(row, false);
+    }
+
+    /// The row that `key` leads to from the chosen one; absent for other keys.
+    [[nodiscard]] wxPGProperty* RowAt(int key) {
+        const int page = std::max(1, GetClientSize().y / GetRowHeight() - 1);
+        switch (key) {
+            case WXK_UP: return RowBeyond(Way::kBack, 1);
+            case WXK_DOWN: return RowBeyond(Way::kOn, 1);
+            case WXK_PAGEUP: return RowBeyond(Way::kBack, page);
+            case WXK_PAGEDOWN: return RowBeyond(Way::kOn, page);
+            case WXK_HOME: return RowBeyond(Way::kBack, INT_MAX);
+            case WXK_END: return RowBeyond(Way::kOn, INT_MAX);
+            default: return nullptr;
+        }
+    }
+
+   private:
+    enum class Way { kBack, kOn };
+
+    /// The row so many rows on, the last one that there is when there are fewer.
+    [[nodiscard]] wxPGProperty* RowBeyond(Way way, int count) {
+        wxPGProperty* found = GetSelection();
+        if (!found) return nullptr;
+        wxPropertyGridIterator at = GetIterator(wxPG_ITERATE_VISIBLE, found);
+        for (; count > 0; --count) {
+            if (way == Way::kBack)
+                at.Prev();
+            else
+                at.Next();
+            if (at.AtEnd()) break;
+            found = at.GetProperty();
+        }
+        return found;
+    }
+};
 
 /// The titles of the two columns; they cannot be dragged, the columns can.
 class SettingsGrid::Titles : public wxHeaderCtrl {
@@ -74,25 +132,29 @@ class SettingsGrid::Titles : public wxHeaderCtrl {
 SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& prompts,
                            EditHandler onEdit)
     : wxPanel(parent), prompts_(prompts), onEdit_(std::move(onEdit)) {
-    const wxSize least = FromDIP(wxSize(kFirstColumn + kLeastSecondColumn, kLeastHeight));
-    grid_ = new wxPropertyGrid(this, id, wxDefaultPosition, least,
-                               long{wxPG_BOLD_MODIFIED} | wxBORDER_THEME);
+    const int first = FirstColumn(*this);
+    const wxSize least(first + FromDIP(kLeastSecondColumn), FromDIP(kLeastHeight));
+    grid_ = new Rows(this, id, wxDefaultPosition, least, long{wxPG_BOLD_MODIFIED} | wxBORDER_THEME);
     grid_->SetValidationFailureBehavior(wxPG_VFB_BEEP);  // what is wrong is told in our own words
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_RETURN);
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_NUMPAD_ENTER);
     grid_->SetMinSize(least);
-    grid_->SetSplitterPosition(FromDIP(kFirstColumn));  // else it would measure every row's name
+    grid_->SetSplitterPosition(first);  // else it would measure every row's name
     grid_->SetCaptionTextColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
+    grid_->SetVerticalSpacing(grid_->GetVerticalSpacing() +
+                              (LineHeight(*this) - GetCharHeight()) / 2);
     if (withTitles) titles_ = new Titles(this);
     empty_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                               wxALIGN_CENTRE_HORIZONTAL);
     help_ = new wxTextCtrl(this, wxID_ANY, "", wxDefaultPosition,
-                           wxSize(-1, HeightOfLines(*this, kHelpLines) + FromDIP(12)),
+                           wxSize(-1, kHelpLines * LineHeight(*this) + FromDIP(12)),
                            wxTE_MULTILINE | wxTE_READONLY | wxBORDER_THEME);
     help_->SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
     LayOut();
     BindEvents();
 }
+
+wxPropertyGrid& SettingsGrid::Properties() { return *grid_; }
 
 void SettingsGrid::LayOut() {
     auto* column = new wxBoxSizer(wxVERTICAL);
@@ -122,11 +184,16 @@ void SettingsGrid::BindEvents() {
     Bind(wxEVT_CHAR_HOOK, &SettingsGrid::OnKey, this);
 }
 
-/// Tab goes on: by itself the grid would hand the keyboard to a part that cannot take it.
+/// Tab goes on: by itself the grid would hand the keyboard to a part that cannot take it. The keys
+/// that move choose a row, where the grid's own ones would only scroll.
 void SettingsGrid::OnKey(wxKeyEvent& event) {
-    if (event.GetKeyCode() == WXK_TAB && !event.HasModifiers()) {
+    const int key = event.HasModifiers() ? WXK_NONE : event.GetKeyCode();
+    wxPGProperty* row = grid_->HasFocus() ? grid_->RowAt(key) : nullptr;
+    if (key == WXK_TAB) {
         Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
                                    : wxNavigationKeyEvent::IsForward);
+    } else if (row) {
+        grid_->Choose(row);
     } else {
         event.Skip();
     }
@@ -193,7 +260,8 @@ void SettingsGrid::Restore(const View& view) {
     wxPGProperty* chosen = grid_->GetPropertyByName(view.chosen);
     if (!chosen) chosen = grid_->GetPropertyByName(kFirstRow);
     if (chosen) {
-        grid_->SelectProperty(chosen, view.typing);
+        grid_->Choose(chosen);
+        if (view.typing) grid_->SelectProperty(chosen, true);
         if (wxTextCtrl* editor = grid_->GetEditorTextCtrl(); editor && view.typing) {
             editor->SetValue(view.typed);
             editor->SetInsertionPointEnd();
@@ -264,6 +332,7 @@ void SettingsGrid::OnChanged(wxPropertyGridEvent& event) {
     const auto* place = static_cast<const Place*>(property->GetClientData());
     if (RowTextOf(*property, *place->row, property->GetValue()) != accepted_)
         grid_->SetPropertyValue(property, RowValueOf(*property, *place->row, accepted_));
+    ShowHelp();  // a hint at what was wrong is past
 }
 
 void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {

@@ -45,9 +45,10 @@ class SettingsGrid : public wxPanel {
     void ForgetChanges();
 
     /// The property grid, whose names are "0", "0.3" and so on: groups and rows by their places.
-    [[nodiscard]] wxPropertyGrid& Properties() { return *grid_; }
+    [[nodiscard]] wxPropertyGrid& Properties();
 
    private:
+    class Rows;
     class Titles;
 
     /// A row and the group that it stands in.
@@ -84,7 +85,7 @@ class SettingsGrid : public wxPanel {
     EditHandler onEdit_;
     SettingsRows groups_;
     std::deque<Place> places_;  // what the properties point to
-    wxPropertyGrid* grid_ = nullptr;
+    Rows* grid_ = nullptr;
     Titles* titles_ = nullptr;
     wxSizer* emptyArea_ = nullptr;
     wxStaticText* empty_ = nullptr;

@@ -14,8 +14,8 @@ struct NineSlots : testing::Test, LinkSurroundings {
         for (std::size_t i = 0; i < 10; ++i) players.emplace_back(network.Player(i));
     }
 
-    void SendTo(const std::vector<Target>& targets, std::string_view text) {
-        pool.Submit({targets, std::make_shared<const Bytes>(ToBytes(text))});
+    bool SendTo(const std::vector<Target>& targets, std::string_view text) {
+        return pool.Submit({targets, std::make_shared<const Bytes>(ToBytes(text))});
     }
     Target At(std::size_t player) {
         return players[player].AsTarget(static_cast<std::uint16_t>(player));
@@ -39,7 +39,7 @@ TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
     for (std::size_t i = 0; i < 10; ++i) all.push_back(At(i));
     SendTo(all, "first");
     for (std::size_t i = 1; i < 9; ++i) Accept(i, "first");
-    SendTo({At(9)}, "again");
+    EXPECT_FALSE(SendTo({At(9)}, "again"));
     EXPECT_THAT(prompts.texts, ElementsAre("Failed to connect player！"));
     const InLanguage chinese(Language::kChinese);
     pool.ForgetShownFailure();
@@ -52,7 +52,7 @@ TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
 TEST_F(NineSlots, SameIpReusesItsConnectionAndNoTargetMeansTheCurrentDevice) {
     SendTo({At(0)}, "one");
     const Target sameIp{At(0).ip, 1, 0};
-    SendTo({sameIp}, "two");
+    EXPECT_TRUE(SendTo({sameIp}, "two"));
     pool.SetCurrentDevice(sameIp);
     SendTo({}, "three");
     Accept(0, "onetwothree");

@@ -43,9 +43,10 @@ struct TextDocument : SettingsDocument {
 
 /// A run whose window writes down what it is asked for.
 struct Procedure : testing::Test, SettingsView {
-    void Send(const DevicePacket& packet) override {
+    bool Send(const DevicePacket& packet) override {
         log += fmt::format("send {}.{} {}; ", packet.header.subCommand, packet.header.argument,
                            AsText(packet.payload));
+        return reachable;
     }
     void ShowRows() override { log += "rows " + Document().text + "; "; }
     void MarkSaved() override { log += "saved; "; }
@@ -61,6 +62,7 @@ struct Procedure : testing::Test, SettingsView {
     std::string Log() { return std::exchange(log, ""); }
 
     std::string log;
+    bool reachable = true;
     RecordingPrompts prompts;
     TextDocument custom{false}, osd{true};
     Target player{"127.0.0.2", 9000, 5};
@@ -129,11 +131,18 @@ TEST_F(Procedure, TakesEveryAnswerWithAPayloadWhereSavesAreNotAnnounced) {
     EXPECT_TRUE(prompts.texts.empty());
 }
 
-TEST_F(Procedure, BeginsWithWhatItHasWhenThePlayerHasNothing) {
-    run = &answering;
-    Reply("");
-    EXPECT_EQ(Log(), "rows ; ");
-    ExpectState(State::kRead);
+TEST_F(Procedure, SaysWhenThePlayerIsNotReachedAndKeepsTheChanges) {
+    reachable = false;
+    run->Opened();
+    ExpectState(State::kUnreachable);
+    Reply("a");
+    Edit("b");
+    run->Save();
+    ExpectState(State::kNotSent);
+    reachable = true;
+    run->Save();
+    ExpectState(State::kSent);
+    EXPECT_EQ(Log(), "send 19.0 ; rows a; send 19.1 ab; send 19.1 ab; ");
 }
 
 TEST_F(Procedure, HearsItsOwnPlayerAndBlockAlone) {
