@@ -32,8 +32,9 @@ constexpr LocalText kLibraries = {"使用的程序库：", "Libraries used:"};
 /// Its name, and the numbers that it hides from programs made for older versions.
 wxString SystemName() {
     const SystemVersion version = ReadSystemVersion();
-    return wxGetOsDescription() +
-           wxString::Format(" (%u.%u.%u)", version.major, version.minor, version.build);
+    const auto numbers = wxString::Format("%u.%u.%u", version.major, version.minor, version.build);
+    const wxString name = wxGetOsDescription();
+    return name.Contains(numbers) ? name : name + " (" + numbers + ")";
 }
 
 wxString LibraryNames() {
