@@ -281,6 +281,31 @@ constexpr CustomSettingKind kKinds[] = {
     Kind<Document::DoubleStringRange, Range<AsText>>("DoubleStringRange"),
 };
 
+/// The members of an element that make an item, found in one pass over all that it has.
+class Members {
+   public:
+    explicit Members(const Json::Value& element) {
+        for (auto member = element.begin(); member != element.end(); ++member) {
+            const char* end = nullptr;
+            const char* begin = member.memberName(&end);
+            const auto at = std::ranges::find(kKeys, std::string_view(begin, end));
+            if (at != std::end(kKeys)) values_[at - std::begin(kKeys)] = &*member;
+        }
+    }
+    /// Null when the element has no such member.
+    const Json::Value& operator[](std::string_view key) const {
+        const Json::Value* value = values_[std::ranges::find(kKeys, key) - std::begin(kKeys)];
+        return value ? *value : Json::Value::nullSingleton();
+    }
+
+   private:
+    static constexpr std::string_view kKeys[] = {
+        kCommonTexts[0].key, kCommonTexts[1].key, kCommonTexts[2].key, kCommonTexts[3].key, kSelect,
+        kValueRange};
+
+    const Json::Value* values_[std::size(kKeys)] = {};
+};
+
 const CustomSettingKind* KindOf(const Json::Value& inputType) {
     const char* begin = nullptr;
     const char* end = nullptr;
@@ -326,14 +351,15 @@ const CustomSettingKind& TitleKind() { return kKinds[0]; }
 
 Document::Item ReadCustomSetting(const Json::Value& element) {
     if (!element.isObject()) return {};
-    const CustomSettingKind* kind = KindOf(element[kInputType]);
-    const Json::Value& select = element[kSelect];
-    const Json::Value& range = element[kValueRange];
+    const Members members(element);
+    const CustomSettingKind* kind = KindOf(members[kInputType]);
+    const Json::Value& select = members[kSelect];
+    const Json::Value& range = members[kValueRange];
     if (!kind || select.isNull() || range.isNull()) return {};
     auto record = kind->read(select, range);
     if (!record) return {};
     for (const CommonText& common : kCommonTexts) {
-        const Json::Value& text = element[common.key];
+        const Json::Value& text = members[common.key];
         if (text.isString()) record.get()->*common.text = TextOf(text);
     }
     return {kind, std::move(record)};

@@ -11,6 +11,7 @@ namespace {
 
 using Document = CCustomSettingAnalysor;
 
+constexpr std::size_t kBatch = 1024;
 constexpr const char* kVersion = "Version";
 constexpr const char* kCustomSettings = "CustomSettings";
 
@@ -21,16 +22,20 @@ T* At(std::vector<T>& elements, int index) {
     return index >= 0 && at < elements.size() ? &elements[at] : nullptr;
 }
 
-/// A group from its elements, of which the last title counts. Each element is given up as soon as
-/// it is read: a large document is freed while it is still in the cache.
+/// A group from its elements, of which the last title counts. Elements that have been read are
+/// given up a batch at a time: a large document is freed while it is still in the cache, and its
+/// memory serves the items in larger pieces than single elements would leave.
 Document::Group ReadGroup(Json::Value& elements) {
     Document::Group group{std::make_unique<Document::GroupName>(), {}};
     group.title->inputType = TitleKind().keyword;
     if (!elements.isArray()) return group;
     group.items.reserve(elements.size());
-    for (Json::Value& element : elements) {
-        Document::Item item = ReadCustomSetting(element);
-        element = Json::Value();
+    auto done = elements.begin();
+    std::size_t count = 0;
+    for (auto element = elements.begin(); element != elements.end(); ++element) {
+        if (count++ % kBatch == 0)
+            for (; done != element; ++done) *done = Json::Value();
+        Document::Item item = ReadCustomSetting(*element);
         if (item.kind == &TitleKind())
             *group.title = dynamic_cast<const Document::GroupName&>(*item.record);
         else if (item.record)
