@@ -11,6 +11,6 @@ namespace sontaro {
 /// menu of `window`. Desktops without such a menu of the program's are left as they are. `id` is
 /// the command's number: a multiple of 16 below 0xF000, as the system keeps the low bits.
 void AddToSystemMenu(wxTopLevelWindow& window, unsigned id, const wxString& text,
-                     std::function<void()> chosen);
+                     const std::function<void()>& chosen);
 
 }  // namespace sontaro

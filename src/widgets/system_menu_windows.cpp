@@ -29,10 +29,10 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 }  // namespace
 
 void AddToSystemMenu(wxTopLevelWindow& window, unsigned id, const wxString& text,
-                     std::function<void()> chosen) {
+                     const std::function<void()>& chosen) {
     const HWND handle = window.GetHWND();
     const HMENU menu = GetSystemMenu(handle, FALSE);
-    auto owned = std::make_unique<std::function<void()>>(std::move(chosen));
+    auto owned = std::make_unique<std::function<void()>>(chosen);
     if (!menu ||
         !SetWindowSubclass(handle, WindowProcedure, id, reinterpret_cast<DWORD_PTR>(owned.get())))
         return;

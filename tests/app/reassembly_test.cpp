@@ -1,9 +1,9 @@
 #include "app/reassembly.h"
 
 #include <gmock/gmock.h>
-#include <malloc.h>
 
 #include "support/literals.h"
+#include "support/platform.h"
 
 namespace sontaro::test {
 namespace {
@@ -109,11 +109,10 @@ TEST_F(Reassembling, IsSharedByAllLinksAndTheLastChunkNamesTheSender) {
 }
 
 TEST_F(Reassembling, AnnouncedLengthAllocatesNothing) {
-    const auto bytesInUse = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
-    const std::size_t before = bytesInUse();
+    const std::size_t before = BytesInUse();
     Chunk(Packet(0x9A, 8, 0xFFFFFFFF));
     Chunk(AsBytes("more"));
-    EXPECT_LT(bytesInUse(), before + (1U << 20));
+    EXPECT_LT(BytesInUse(), before + (1U << 20));
     ExpectSoundPacket();
 }
 

@@ -1,10 +1,9 @@
 #include "link/tcp_client.h"
 
-#include <arpa/inet.h>
 #include <gmock/gmock.h>
-#include <sys/socket.h>
 
 #include "link/faulty_io.h"
+#include "link/socket_native.h"
 #include "link/udp_server.h"
 #include "support/link_surroundings.h"
 
@@ -114,10 +113,12 @@ TEST_F(TcpLink, RefusedOrMistypedTargetFailsAndLeavesNoSocket) {
 
 TEST_F(TcpLink, SilentTargetIsGivenUpAfterASecond) {
     const Ipv4Address silent = network.Player(2);
-    sockaddr_in address{AF_INET, 0, {std::bit_cast<in_addr_t>(silent.octets)}, {}};
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    inet_pton(AF_INET, FormatIpv4(silent).c_str(), &address.sin_addr);
     auto* native = reinterpret_cast<sockaddr*>(&address);
     socklen_t size = sizeof address;
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
+    const auto listener = socket(AF_INET, SOCK_STREAM, 0);
     ASSERT_EQ(
         bind(listener, native, size) + listen(listener, 0) + getsockname(listener, native, &size),
         0);
@@ -130,7 +131,7 @@ TEST_F(TcpLink, SilentTargetIsGivenUpAfterASecond) {
     const auto elapsed = std::chrono::steady_clock::now() - start;
     EXPECT_TRUE(elapsed > 900ms && elapsed < 3s);
     ExpectNoSocket();
-    close(listener);
+    shutdown(listener, 2);  // the end of the test closes it
 }
 
 TEST_F(TcpLink, ConnectOnAHeldSocketKeepsItAndForgetsThePeer) {

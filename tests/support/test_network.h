@@ -1,9 +1,8 @@
 // Loopback addresses that no other running test uses.
 #pragma once
 
-#include <unistd.h>
-
 #include "link/socket.h"
+#include "support/platform.h"
 
 namespace sontaro::test {
 
@@ -19,8 +18,8 @@ class TestNetwork {
     }
 
    private:
-    const std::uint8_t high_ = static_cast<std::uint8_t>(1 + getpid() / 256 % 254);
-    const std::uint8_t low_ = static_cast<std::uint8_t>(getpid() % 256);
+    const std::uint8_t high_ = static_cast<std::uint8_t>(1 + ProcessNumber() / 256 % 254);
+    const std::uint8_t low_ = static_cast<std::uint8_t>(ProcessNumber() % 256);
 };
 
 }  // namespace sontaro::test

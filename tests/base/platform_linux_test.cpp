@@ -1,0 +1,47 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "base/file.h"
+#include "base/folders.h"
+#include "base/local_text.h"
+#include "support/temporary_folder.h"
+
+namespace sontaro::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(Language, IsTheFirstVariableThatIsNotEmpty) {
+    setenv("LC_ALL", "", 1);
+    setenv("LC_MESSAGES", "zh_CN.UTF-8", 1);
+    setenv("LANG", "en_US.UTF-8", 1);
+    EXPECT_EQ(SystemLanguage(), Language::kChinese);
+    setenv("LC_ALL", "C", 1);
+    EXPECT_EQ(SystemLanguage(), Language::kEnglish);
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) unsetenv(name);
+    EXPECT_EQ(SystemLanguage(), Language::kEnglish);
+}
+
+TEST(Files, StayAsTheyWereWhenTheDiskIsFull) {
+    const TemporaryFolder folder;
+    folder.Write("settings.json", "first");
+    fs::create_symlink("/dev/full", folder / "settings.json.new");
+    EXPECT_FALSE(WriteFileAtomically(folder / "settings.json", "second"));
+    EXPECT_EQ(folder.Read("settings.json"), "first");
+    EXPECT_FALSE(fs::is_symlink(folder / "settings.json.new"));
+}
+
+TEST(TempFolder, IsEmptiedWithoutFollowingLinks) {
+    const TemporaryFolder folder;
+    const TemporaryFolder elsewhere;
+    elsewhere.Write("precious", "kept");
+    fs::create_directory_symlink(elsewhere.Path(), folder / "link");
+    fs::create_symlink(elsewhere / "precious", folder / "file link");
+    DeleteContents(folder.Path());
+    EXPECT_TRUE(fs::is_empty(folder.Path()));
+    EXPECT_EQ(elsewhere.Read("precious"), "kept");
+}
+
+}  // namespace
+}  // namespace sontaro::test
