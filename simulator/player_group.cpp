@@ -104,7 +104,7 @@ Status PlayerGroup::HearBroadcasts() {
     hearing_ = true;
     for (const std::uint16_t port : kDiscoveryPorts) {
         auto socket = std::make_unique<Socket>(Socket::Udp());
-        if (!socket->ShareLoopbackAddress() || !socket->Bind({kBroadcastAddress, port}))
+        if (!socket->ShareLoopbackAddress() || !socket->BindToBroadcasts(port))
             return Error{fmt::format("cannot hear broadcasts on port {}", port)};
         Socket& shared = *sockets_.emplace_back(std::move(socket));
         if (!threads_.Start([this, &shared] { PassOn(shared); }))

@@ -89,6 +89,8 @@ class Socket {
     /// Connects within `limit`; false on refusal or time-out.
     [[nodiscard]] bool Connect(const Endpoint& remote, std::chrono::milliseconds limit);
     [[nodiscard]] bool Bind(const Endpoint& local);
+    /// Binds to what is broadcast on `port`; some systems add what is sent to single addresses.
+    [[nodiscard]] bool BindToBroadcasts(std::uint16_t port);
     /// A socket that listens for connections at `local`; not open on failure.
     [[nodiscard]] static Socket ListenAt(const Endpoint& local);
     /// The next connection of a listening socket; not open once the socket was shut down.

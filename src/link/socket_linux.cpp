@@ -55,6 +55,8 @@ bool Socket::SetDiscoveryOptions() {
            native::SetOption(handle_, SOL_SOCKET, SO_RCVBUF, native::kSocketBuffer);
 }
 
+bool Socket::BindToBroadcasts(std::uint16_t port) { return Bind({{{255, 255, 255, 255}}, port}); }
+
 bool Socket::ShareLoopbackAddress() {
     ifreq loopback{};
     std::copy_n("lo", 3, loopback.ifr_name);

@@ -59,6 +59,9 @@ bool Socket::SetDiscoveryOptions() {
            native::SetOption(handle_, SOL_SOCKET, SO_RCVBUF, native::kSocketBuffer);
 }
 
+/// Here no socket can be bound to the broadcast address itself.
+bool Socket::BindToBroadcasts(std::uint16_t port) { return Bind({{{0, 0, 0, 0}}, port}); }
+
 bool Socket::ShareLoopbackAddress() {
     return native::SetOption(handle_, SOL_SOCKET, SO_REUSEADDR, int{1});
 }

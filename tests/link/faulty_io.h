@@ -15,7 +15,9 @@ class FaultyIo final : public LinkIo {
 
     void Arm() { armed_ = true; }
 
-    NetworkStart Start() override { return start_; }
+    NetworkStart Start() override {
+        return start_ == NetworkStart::kReady ? LinkIo::Start() : start_;
+    }
 
     WaitResult WaitToSend(AutoResetEvent& event) override {
         const WaitResult result = event.Wait();

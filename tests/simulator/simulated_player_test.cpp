@@ -99,6 +99,7 @@ TEST_F(Player, ServesASchemaOfTheUsersAsItIs) {
 }
 
 TEST_F(Player, HearsOnlyItsOwnNetwork) {
+    if (test::kOnWindows) GTEST_SKIP() << "Wine's datagrams come from 127.0.0.1 alone";
     SimulatedPlayer player(options);
     ASSERT_TRUE(player.Start());
     Ipv4Address stranger = network.Local();

@@ -5,6 +5,12 @@
 
 namespace sontaro::test {
 
+#ifdef _WIN32
+inline constexpr bool kOnWindows = true;
+#else
+inline constexpr bool kOnWindows = false;
+#endif
+
 /// A number that no other running process has.
 unsigned ProcessNumber();
 
