@@ -1,5 +1,5 @@
 # The front door. What each target does is written in tools/.
-.PHONY: help demo test bench check format deps
+.PHONY: help demo test bench check format deps windows test-windows windows-deps
 
 help:
 	@echo "make demo    run Sontaro against simulated players; without a display, a tour with pictures"
@@ -7,6 +7,8 @@ help:
 	@echo "make bench   measure, and compare with the goals"
 	@echo "make check   format, clang-tidy, tests under the sanitizers, a minute for each fuzzer"
 	@echo "make format  lay out the C++ sources as .clang-format says"
+	@echo "make windows       build the Windows programs (docs/windows.md)"
+	@echo "make test-windows  build them, and run their tests under Wine"
 	@echo "make deps    install the Debian packages that are missing"
 
 demo: deps
@@ -24,5 +26,14 @@ check: deps
 format: deps
 	@tools/format.sh
 
+windows: windows-deps
+	@tools/windows/build.sh
+
+test-windows: windows-deps
+	@tools/windows/test.sh
+
 deps:
 	@tools/install_deps.sh
+
+windows-deps:
+	@tools/install_deps.sh windows

@@ -1,5 +1,6 @@
 #!/bin/bash
-# Installs the Debian 12 packages that are missing. Says nothing when there are none.
+# install_deps.sh [windows]: installs the Debian 12 packages that are missing; those for the Windows
+# build with that word. Says nothing when there are none.
 set -euo pipefail
 
 packages=(
@@ -13,6 +14,12 @@ packages=(
     # checks
     clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
 )
+if [[ ${1:-} == windows ]]; then
+    packages+=(
+        g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev librsvg2-bin icoutils
+        wine wine64 locales iproute2
+    )
+fi
 
 # dpkg-query fails when it has never heard of one of them; what it prints is enough.
 installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null || true)

@@ -68,12 +68,12 @@ TEST_F(ScanDialog, EightTickedPlayersAreAcceptedAndNineAreNot) {
     EXPECT_EQ(wxID_OK, Open(ChoiceMode::kMultiple, [&](wxDialog* dialog) {
                   FindPlayers(dialog, 9);
                   Press(dialog, wxID_OK);
-                  for (long row = 0; row < 9; ++row) List(dialog)->CheckItem(row, true);
+                  for (long row = 0; row < 9; ++row) ActOnRow(dialog, wxEVT_LIST_ITEM_CHECKED, row);
                   Press(dialog, wxID_OK);
                   EXPECT_EQ(prompts.texts,
                             (std::vector<std::string>{"Please tick the devices!",
                                                       "Too many devices selected!"}));
-                  List(dialog)->CheckItem(4, false);
+                  ActOnRow(dialog, wxEVT_LIST_ITEM_UNCHECKED, 4);
                   Press(dialog, wxID_OK);
               }));
     ASSERT_EQ(chosen.size(), 8U);
