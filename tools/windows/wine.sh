@@ -7,7 +7,8 @@ cd "$(dirname "$0")/../.."
 
 build=$PWD/build/wine
 export WINEPREFIX=$build/prefix WINEDEBUG=-all
-export LOCPATH=$build/locale LC_ALL=zh_CN.UTF-8  # a Chinese system: code page 936
+export LOCPATH=$build/locale
+chinese=(env LC_ALL=zh_CN.UTF-8)  # the language of the system, and its code page 936
 
 # A registry value of the user's.
 set_value() {
@@ -18,7 +19,7 @@ set_value() {
 configure() {
     mkdir -p "$LOCPATH"
     localedef -i zh_CN -f UTF-8 "$LOCPATH/zh_CN.UTF-8"
-    wineboot --init >/dev/null 2>&1
+    "${chinese[@]}" wineboot --init >/dev/null 2>&1
     set_value "X11 Driver" Managed N
     set_value WineDbg ShowCrashDialog 0 REG_DWORD
     local font
@@ -34,7 +35,7 @@ run() {
     ip link set lo up
     [[ -e $build/complete ]] || configure
     local code=0
-    "$@" || code=$?
+    "${chinese[@]}" "$@" || code=$?
     wineserver --kill || true
     return $code
 }
