@@ -121,13 +121,16 @@ std::optional<Connection::Outgoing> Connection::Next() {
     return outgoing;
 }
 
+/// The list of videos is repeated now and then: a report can get lost on its way.
 void Connection::QueueReports() {
+    constexpr int kReportsBetweenLists = 5;
     const PlayerState state = owner_.State();
     DevicePacket usbVideos = UsbVideosPacket(state);
     const bool usbChanged = !reportedUsbVideos_ || !(*reportedUsbVideos_ == usbVideos);
+    const bool usbDue = reports_++ % kReportsBetweenLists == 0;
     const std::lock_guard lock(mutex_);
     queue_.push_back({PositionPacket(state)});
-    if (usbChanged) queue_.push_back({usbVideos});
+    if (usbChanged || usbDue) queue_.push_back({usbVideos});
     reportedUsbVideos_ = std::move(usbVideos);
 }
 

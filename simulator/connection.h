@@ -85,6 +85,7 @@ class Connection {
     Clock::time_point lastSent_{};
     std::size_t sentBytes_ = 0;
     std::optional<DevicePacket> reportedUsbVideos_;
+    int reports_ = 0;
 };
 
 }  // namespace sontaro::simulator

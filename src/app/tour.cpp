@@ -26,7 +26,7 @@ constexpr auto kSettleTime = 350ms;  // until everything is painted
 /// What is seen of a window that nothing covers.
 wxImage PictureOf(wxWindow& window) {
     const wxSize size = window.GetClientSize();
-    wxBitmap bitmap(size);
+    wxBitmap bitmap(size, 24);  // without an opacity, which texts would not set everywhere
     wxClientDC screen(&window);
     wxMemoryDC memory(bitmap);
     memory.Blit(wxPoint(0, 0), size, &screen, wxPoint(0, 0));

@@ -157,9 +157,10 @@ class TourScript : public TourSteps {
     /// Chooses the first name that a drop-down offers.
     void ChooseFirst(int id, int commandId, const char* key, const std::string& what) {
         const auto chosen = std::make_shared<std::string>();
+        const auto offered = [id] { return !Find<wxComboBox>(id)->IsListEmpty(); };
+        Step({}, offered, "the player offers a " + what);
         const auto choose = [id, chosen] {
             auto* names = Find<wxComboBox>(id);
-            if (names->IsListEmpty()) return;
             names->SetSelection(0);
             *chosen = FromWx(names->GetStringSelection());
             wxCommandEvent choice(wxEVT_COMBOBOX, id);
