@@ -143,7 +143,10 @@ SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& p
     grid_->SetCaptionTextColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
     grid_->SetVerticalSpacing(grid_->GetVerticalSpacing() +
                               (LineHeight(*this) - GetCharHeight()) / 2);
-    if (withTitles) titles_ = new Titles(this);
+    if (withTitles) {
+        titles_ = new Titles(this);
+        titles_->SetMinSize(wxSize(wxDefaultCoord, LineHeight(*this) + FromDIP(8)));
+    }
     empty_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                               wxALIGN_CENTRE_HORIZONTAL);
     help_ = new wxTextCtrl(this, wxID_ANY, "", wxDefaultPosition,
