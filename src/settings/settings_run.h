@@ -41,6 +41,7 @@ class SettingsView {
 /// sent before the player's own settings have been seen. User-interface thread.
 class SettingsRun {
    public:
+    /// From `kRead` on there are settings of the player's.
     enum class State {
         kWaiting,      ///< for the player's settings
         kUnreachable,  ///< the player could not be asked
