@@ -30,6 +30,12 @@ constexpr FaultRow kFaults[] = {
     {"oversize", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.oversize = true; }},
     {"bad-json", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.badJson = true; }},
     {"no-ack", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noAck = true; }},
+    {"no-second-part", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.noSecondPart = true; }},
+    {"result", 0, UINT16_MAX,
+     [](FaultScript& faults, std::size_t number) {
+         faults.result = static_cast<std::uint16_t>(number);
+     }},
     {"items", 0, kMostItems,
      [](FaultScript& faults, std::size_t number) {
          faults.schema = std::make_shared<const std::string>(LargeSchema(number));

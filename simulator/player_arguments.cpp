@@ -85,8 +85,9 @@ constexpr OptionRow kOptions[] = {
     {"--fault", "SCRIPT",
      "faults of every player, separated by commas: refuse, silent, drop,\n"
      "not-supported, garbage, oversize, bad-json (settings end halfway),\n"
-     "no-ack (saves are not answered), items=N (in schemas), cut=BYTES,\n"
-     "close-after=BYTES, delay=500ms",
+     "no-ack (saves are not answered), no-second-part (of the player's\n"
+     "data), result=N (of reading the control protocol), items=N (in\n"
+     "schemas), cut=BYTES, close-after=BYTES, delay=500ms",
      SetFaults},
     {"--help", "", "show this text", SetHelp},
 };

@@ -20,22 +20,35 @@ struct CommandRow {
     Handler handle = nullptr;
 };
 
-/// A period that no power of two divides shows pieces of the block that get lost or swapped.
+/// The argument is the index of the part. A period that no power of two divides shows pieces of
+/// the block that get lost or swapped.
 void HandlePlayerData(PlayerState&, const DevicePacket& request, Answer& answer) {
     constexpr std::size_t kPatternPeriod = 251;
+    constexpr std::uint16_t kSecondPart = 32767;
     answer.reply.header.argument = request.header.argument;
+    if (request.header.argument == kSecondPart) answer.content = Content::kSecondPart;
     answer.reply.payload.resize(kPlayerDataSize);
     for (std::size_t i = 0; i < kPlayerDataSize; ++i)
         answer.reply.payload[i] = static_cast<std::uint8_t>(i % kPatternPeriod);
 }
 
-void HandleLayoutState(PlayerState& state, const DevicePacket&, Answer& answer) {
-    answer.reply.header.argument = state.layoutLocked ? 1 : 0;
+void HandleNameList(PlayerState& state, const DevicePacket&, Answer& answer) {
     for (const std::string& layout : state.layouts) {
         const std::string entry = layout + '?';
         const ByteView bytes = AsBytes(entry);
         answer.reply.payload.insert(answer.reply.payload.end(), bytes.begin(), bytes.end());
     }
+}
+
+void HandleLayoutState(PlayerState& state, const DevicePacket& request, Answer& answer) {
+    answer.reply.header.argument = state.layoutLocked ? 1 : 0;
+    HandleNameList(state, request, answer);
+}
+
+void HandleSerialData(PlayerState& state, const DevicePacket&, Answer& answer) {
+    if (state.serialBytes.empty()) return;
+    answer.reply.payload = std::move(state.serialBytes.front());
+    state.serialBytes.pop_front();
 }
 
 void HandleCloseLinks(PlayerState&, const DevicePacket&, Answer&) {}
@@ -46,13 +59,16 @@ void HandleSchema(PlayerState& state, const DevicePacket& request, Answer& answe
 }
 
 constexpr CommandRow kCommands[] = {
+    {kCommandSettings, kBlockControlProtocol, HandleControlProtocol},
     {kCommandSettings, kBlockOsd, HandleOsd},
     {kCommandSettings, kBlockExtendedSerialPort, HandleSchema<&PlayerState::serialPort>},
     {kCommandSettings, kBlockSubtitles, HandleSchema<&PlayerState::subtitles>},
     {kCommandSettings, kBlockTouchAction, HandleSchema<&PlayerState::touchAction>},
     {kCommandSettings, kBlockCave, HandleSchema<&PlayerState::cave>},
+    {kCommandPlayerState, 1, HandleNameList},
     {kCommandPlayerData, std::nullopt, HandlePlayerData},
     {kCommandCloseLinks, std::nullopt, HandleCloseLinks},
+    {kCommandSerialData, std::nullopt, HandleSerialData},
     {kCommandLayoutState, std::nullopt, HandleLayoutState},
     {kCommandVideo, std::nullopt, HandleVideoCommand},
 };

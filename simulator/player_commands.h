@@ -7,7 +7,7 @@
 namespace sontaro::simulator {
 
 /// What an answer is about, as far as faults make a difference.
-enum class Content { kOther, kDocument, kSchema, kSaved };
+enum class Content { kOther, kDocument, kControlProtocol, kSchema, kSaved, kSecondPart };
 
 struct Answer {
     DevicePacket reply;

@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "base/json.h"
+#include "simulator/sample_control_protocol.h"
 #include "simulator/sample_schema.h"
 
 namespace sontaro::simulator {
@@ -56,6 +57,7 @@ void VisitFields(Record& record, Visitor&& visit) {
     visit("video", record.video);
     visit("shuffle", record.shuffle);
     visit("osd", record.osd);
+    visit("controlProtocol", record.controlProtocol);
     visit("serialPort", record.serialPort);
     visit("subtitles", record.subtitles);
     visit("touchAction", record.touchAction);
@@ -149,6 +151,7 @@ PlayerState FactoryState() {
         {"Ambient", {{"Slow Harbour.mp4", 300}, {"雨后花园.mp4", 264}}}};
     state.usb = {"USB", {{"Birthday.mp4", 95}, {"婚礼.mp4", 160}, {"Logo Loop.mp4", 30}}};
     state.osd = kFactoryOsd;
+    state.controlProtocol = SampleControlProtocol();
     SetSchemas(state, SampleSchema());
     return state;
 }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <chrono>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/bytes.h"
 #include "base/result.h"
 
 namespace sontaro::simulator {
@@ -51,6 +53,9 @@ struct Caption {
     bool operator==(const Caption&) const = default;
 };
 
+/// Most bytes that a player passes on at once from its serial port.
+inline constexpr std::size_t kMostSerialBytes = 1023;
+
 struct PlayerState {
     bool poweredOn = true;
     bool playing = true;
@@ -68,17 +73,20 @@ struct PlayerState {
     int video = 0;                     ///< index in that folder or in `usb`
     unsigned shuffle = 1;              ///< where the random play modes have got to
     std::string osd;                   ///< settings as JSON texts, handed out as they are
-    std::string serialPort;            ///< this one and those below describe themselves
+    std::string controlProtocol;
+    std::string serialPort;  ///< this one and those below describe themselves
     std::string subtitles;
     std::string touchAction;
     std::string cave;
+    std::deque<Bytes> serialBytes;          ///< not yet passed on; not kept in the file
     std::chrono::microseconds position{0};  ///< in the current video; not kept in the file
 
     bool operator==(const PlayerState&) const = default;
 };
 
 /// A player as it comes: two folders of videos, three layouts, three USB videos, Chinese captions,
-/// an on-screen display of four lines, and the sample of settings that describe themselves.
+/// an on-screen display of four lines, the sample of a control protocol and the sample of settings
+/// that describe themselves.
 [[nodiscard]] PlayerState FactoryState();
 
 /// Gives all settings that describe themselves the same description.

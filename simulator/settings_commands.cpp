@@ -38,6 +38,17 @@ void HandleOsd(PlayerState& state, const DevicePacket& request, Answer& answer) 
     SetPayload(answer, state.osd);
 }
 
+void HandleControlProtocol(PlayerState& state, const DevicePacket& request, Answer& answer) {
+    if (request.payload.empty()) {
+        answer.content = Content::kControlProtocol;
+        SetPayload(answer, state.controlProtocol);
+    } else {
+        answer.reply.header.qualifier = request.header.qualifier;
+        answer.reply.header.argument = request.header.argument;
+        Save(state.controlProtocol, request, answer);
+    }
+}
+
 void HandleSchema(PlayerState& state, Document document, const DevicePacket& request,
                   Answer& answer) {
     if (IsRead(request)) {
@@ -52,10 +63,14 @@ void HandleSchema(PlayerState& state, Document document, const DevicePacket& req
 }
 
 void Spoil(Answer& answer, const FaultScript& faults) {
-    const bool isRead = answer.content == Content::kDocument || answer.content == Content::kSchema;
+    const bool isRead = answer.content == Content::kDocument ||
+                        answer.content == Content::kControlProtocol ||
+                        answer.content == Content::kSchema;
     if (answer.content == Content::kSchema && faults.schema) SetPayload(answer, *faults.schema);
     if (isRead && faults.badJson) answer.reply.payload.resize(answer.reply.payload.size() / 2);
+    if (answer.content == Content::kControlProtocol) answer.reply.header.argument = faults.result;
     if (answer.content == Content::kSaved && faults.noAck) answer.silent = true;
+    if (answer.content == Content::kSecondPart && faults.noSecondPart) answer.silent = true;
     answer.reply.header.payloadLength = static_cast<std::uint32_t>(answer.reply.payload.size());
 }
 

@@ -17,11 +17,15 @@ using Document = std::string PlayerState::*;
 /// The on-screen display: saved with argument 0, and a save is answered with what is now kept.
 void HandleOsd(PlayerState& state, const DevicePacket& request, Answer& answer);
 
+/// The control protocol: any payload is a save, and is answered with its own qualifier, which says
+/// whether the player is to restart, and argument.
+void HandleControlProtocol(PlayerState& state, const DevicePacket& request, Answer& answer);
+
 /// Settings that the player describes itself: saved with argument 1, and answered so.
 void HandleSchema(PlayerState& state, Document document, const DevicePacket& request,
                   Answer& answer);
 
-/// Makes of an answer about settings what the faults make of it.
+/// Makes of an answer what the faults make of what it is about.
 void Spoil(Answer& answer, const FaultScript& faults);
 
 }  // namespace sontaro::simulator
