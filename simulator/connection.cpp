@@ -143,7 +143,9 @@ bool Connection::Deliver(const Outgoing& outgoing) {
         if (faults.garbage && !SendPacket(Garbage(), faults)) return false;
         if (faults.oversize) packet.header.payloadLength = kOversizeLength;
     }
-    return SendPacket(packet.Serialize(), faults);
+    if (!SendPacket(packet.Serialize(), faults)) return false;
+    if (outgoing.isReply) owner_.Answered(packet);
+    return true;
 }
 
 bool Connection::SendPacket(ByteView bytes, const FaultScript& faults) {

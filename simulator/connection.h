@@ -26,6 +26,8 @@ class ConnectionOwner {
     [[nodiscard]] virtual PlayerState State() = 0;
     /// Serves a request that has arrived whole; none when nothing is to be answered.
     [[nodiscard]] virtual std::optional<Answer> Serve(const DevicePacket& request) = 0;
+    /// A reply has gone out.
+    virtual void Answered(const DevicePacket& reply) = 0;
     /// Writes an event to the player's log.
     virtual void Note(std::string_view event) = 0;
 };

@@ -32,6 +32,7 @@ constexpr FaultRow kFaults[] = {
     {"no-ack", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noAck = true; }},
     {"no-second-part", 0, kNoNumber,
      [](FaultScript& faults, std::size_t) { faults.noSecondPart = true; }},
+    {"no-return", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noReturn = true; }},
     {"result", 0, UINT16_MAX,
      [](FaultScript& faults, std::size_t number) {
          faults.result = static_cast<std::uint16_t>(number);

@@ -86,8 +86,9 @@ constexpr OptionRow kOptions[] = {
      "faults of every player, separated by commas: refuse, silent, drop,\n"
      "not-supported, garbage, oversize, bad-json (settings end halfway),\n"
      "no-ack (saves are not answered), no-second-part (of the player's\n"
-     "data), result=N (of reading the control protocol), items=N (in\n"
-     "schemas), cut=BYTES, close-after=BYTES, delay=500ms",
+     "data), no-return (from a restart), result=N (of reading the control\n"
+     "protocol), items=N (in schemas), cut=BYTES, close-after=BYTES,\n"
+     "delay=500ms",
      SetFaults},
     {"--help", "", "show this text", SetHelp},
 };

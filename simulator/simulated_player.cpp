@@ -18,6 +18,12 @@ namespace {
 constexpr std::uint8_t kLoopbackNetwork = 127;
 constexpr std::size_t kLongestDatagram = 0x10000;
 
+/// Whether the reply says that settings are kept and a restart follows.
+bool AnnouncesRestart(const DevicePacket& reply) {
+    return reply.header.command == (kCommandSettings | kReplyBit) &&
+           reply.header.subCommand == kBlockControlProtocol && reply.header.qualifier == 1;
+}
+
 std::string Format(const Endpoint& endpoint) {
     return fmt::format("{}:{}", FormatIpv4(endpoint.address), endpoint.port);
 }
@@ -39,6 +45,8 @@ Status SimulatedPlayer::Start() {
     {
         const std::lock_guard lock(mutex_);
         running_ = true;
+        away_ = false;
+        nextRestartStep_.reset();
         stateTime_ = Clock::now();
     }
     Status started = Load();
@@ -101,7 +109,8 @@ Status SimulatedPlayer::Open() {
 }
 
 Status SimulatedPlayer::StartThreads() {
-    bool started = threads_.Start([this] { AcceptConnections(); });
+    bool started = threads_.Start([this] { AcceptConnections(); }) &&
+                   threads_.Start([this] { RunRestarts(); });
     for (const auto& socket : discovery_)
         started = started && threads_.Start([this, socket] { ListenForRequests(socket); });
     if (!started) return Error{"the system has no thread left"};
@@ -132,7 +141,7 @@ void SimulatedPlayer::Welcome(Socket socket) {
     const auto connection = std::make_shared<Connection>(std::move(socket), owner, options_.pacing);
     {
         const std::lock_guard lock(mutex_);
-        if (!running_) return;
+        if (!running_ || away_) return;
         connections_.push_back(connection);
         changed_.notify_all();
     }
@@ -173,7 +182,7 @@ void SimulatedPlayer::HearRequest(ByteView datagram, const Endpoint& sender) {
     std::shared_ptr<Socket> socket;
     {
         const std::lock_guard lock(mutex_);
-        if (!running_ || discovery_.empty()) return;
+        if (!running_ || away_ || discovery_.empty()) return;
         socket = discovery_.front();
     }
     Note(fmt::format("discovery request from {}, {} bytes", Format(sender), datagram.size()));
@@ -196,6 +205,17 @@ void SimulatedPlayer::ChangeState(const std::function<void(PlayerState&)>& chang
     AdvanceToNow();
     change(state_);
     if (const Status saved = Save(); !saved) Note(saved.reason());
+}
+
+bool SimulatedPlayer::AddSerialBytes(Bytes bytes) {
+    constexpr std::size_t kMostWaiting = 1000;
+    if (bytes.empty() || bytes.size() > kMostSerialBytes) return false;
+    bool added = false;
+    ChangeState([&](PlayerState& state) {
+        added = state.serialBytes.size() < kMostWaiting;
+        if (added) state.serialBytes.push_back(std::move(bytes));
+    });
+    return added;
 }
 
 std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
@@ -222,12 +242,13 @@ void SimulatedPlayer::SetFaults(const FaultScript& faults) {
     if (running_) ListenOrRefuse();
 }
 
-/// Opens or closes the listener as the faults have it.
+/// Opens or closes the listener as faults and restarts have it.
 void SimulatedPlayer::ListenOrRefuse() {
-    if (faults_.refuse && listener_) {
+    const bool refuses = faults_.refuse || away_;
+    if (refuses && listener_) {
         listener_->Shutdown();
         listener_.reset();
-    } else if (!faults_.refuse && !listener_) {
+    } else if (!refuses && !listener_) {
         auto listener = std::make_shared<Socket>(Socket::ListenAt({options_.address, port_}));
         if (listener->IsOpen())
             listener_ = std::move(listener);
@@ -235,6 +256,51 @@ void SimulatedPlayer::ListenOrRefuse() {
             Note("cannot listen again: the port is in use");
     }
     changed_.notify_all();
+}
+
+/// A tool that has been told of a restart asks for its links to be closed. The player goes when
+/// that is answered, or by itself when the tool never asks.
+void SimulatedPlayer::Answered(const DevicePacket& reply) {
+    constexpr std::chrono::milliseconds kPatience{500};
+    const std::lock_guard lock(mutex_);
+    if (away_) return;
+    if (AnnouncesRestart(reply))
+        nextRestartStep_ = Clock::now() + kPatience;
+    else if (nextRestartStep_ && reply.header.command == (kCommandCloseLinks | kReplyBit))
+        nextRestartStep_ = Clock::now();
+    changed_.notify_all();
+}
+
+/// The body of a thread: leaves and returns in time.
+void SimulatedPlayer::RunRestarts() {
+    std::unique_lock lock(mutex_);
+    while (running_) {
+        const auto step = nextRestartStep_;
+        if (!step)
+            changed_.wait(lock);
+        else if (Clock::now() < *step)
+            changed_.wait_until(lock, *step);
+        else if (away_)
+            Return();
+        else
+            Leave();
+    }
+}
+
+void SimulatedPlayer::Leave() {
+    Note("restarts");
+    away_ = true;
+    nextRestartStep_.reset();
+    if (!faults_.noReturn) nextRestartStep_ = Clock::now() + options_.restartTime;
+    for (const auto& connection : connections_) connection->End();
+    ListenOrRefuse();
+}
+
+void SimulatedPlayer::Return() {
+    Note("is back");
+    away_ = false;
+    nextRestartStep_.reset();
+    ListenOrRefuse();
 }
 
 void SimulatedPlayer::DropConnections() {

@@ -1,35 +1,16 @@
 // A player that exists only in software, for tests and demonstrations.
 #pragma once
 
-#include <array>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "base/result.h"
 #include "base/thread_group.h"
-#include "simulator/connection.h"
-#include "simulator/discovery_reply.h"
-#include "simulator/event_log.h"
 #include "simulator/packet_history.h"
+#include "simulator/player_options.h"
 
 namespace sontaro::simulator {
-
-struct PlayerOptions {
-    Ipv4Address address{{127, 0, 0, 2}};  ///< within 127.0.0.0/8
-    std::uint16_t port = 0;               ///< TCP port; 0: the system picks one at the first start
-    PlayerIdentity identity;
-    PlayerState state = FactoryState();
-    /// Takes the place of the settings that describe themselves, at every start.
-    std::optional<std::string> schema = {};
-    FaultScript faults;
-    Pacing pacing;
-    double speed = 1;  ///< seconds of video that go by in a second
-    std::filesystem::path
-        file;                 ///< keeps the state from one start to the next; empty: nothing does
-    EventLog* log = nullptr;  ///< outlives the player
-};
 
 /// Listens on TCP and for discovery requests to its own address; broadcasts reach it through
 /// `HearRequest`. `Start` and `Stop` are called by one thread, everything else by any.
@@ -53,6 +34,10 @@ class SimulatedPlayer final : private ConnectionOwner {
     [[nodiscard]] PlayerState State() override;
     /// Changes the state as if by the player's own menu. `change` must not call the player.
     void ChangeState(const std::function<void(PlayerState&)>& change);
+    /// Has the player's serial port receive `bytes`, 1 to 1023, for the next keep-alive that finds
+    /// none before them. False, and nothing happens, for another number, or while a thousand such
+    /// sequences wait.
+    bool AddSerialBytes(Bytes bytes);
 
     /// The requests received on every connection, in order. A request is entered when it has been
     /// served: what it changes is visible in `State` by then.
@@ -81,6 +66,7 @@ class SimulatedPlayer final : private ConnectionOwner {
 
     [[nodiscard]] FaultScript Faults() const override;
     [[nodiscard]] std::optional<Answer> Serve(const DevicePacket& request) override;
+    void Answered(const DevicePacket& reply) override;
     void Note(std::string_view event) override;
 
     Status Load();
@@ -91,6 +77,9 @@ class SimulatedPlayer final : private ConnectionOwner {
     void Remove(const std::shared_ptr<Connection>& connection);
     void ListenForRequests(const std::shared_ptr<Socket>& socket);
     void ListenOrRefuse();
+    void RunRestarts();
+    void Leave();
+    void Return();
     void AdvanceToNow();
     Status Save();
 
@@ -106,8 +95,10 @@ class SimulatedPlayer final : private ConnectionOwner {
     Clock::time_point stateTime_ = Clock::now();  // of `state_.position`
     std::string savedState_;
     FaultScript faults_;
-    std::shared_ptr<Socket> listener_;                // absent while connections are refused
-    std::vector<std::shared_ptr<Socket>> discovery_;  // one per port; absent while stopped
+    bool away_ = false;                                 // because of a restart
+    std::optional<Clock::time_point> nextRestartStep_;  // to leave, or to return when away
+    std::shared_ptr<Socket> listener_;                  // absent while connections are refused
+    std::vector<std::shared_ptr<Socket>> discovery_;    // one per port; absent while stopped
     std::vector<std::shared_ptr<Connection>> connections_;
 
     ThreadGroup threads_;

@@ -14,6 +14,7 @@
 namespace sontaro::simulator {
 namespace {
 
+using namespace std::chrono_literals;
 using test::ReceiveDatagram;
 
 struct Player : testing::Test {
@@ -114,6 +115,53 @@ TEST_F(Player, HearsOnlyItsOwnNetwork) {
     EXPECT_EQ(ReceiveDatagram(far), test::ToBytes("end")) << "the stranger was answered";
     options.address = {{10, 0, 0, 2}};
     EXPECT_FALSE(SimulatedPlayer(options).Start());
+}
+
+/// Uploads a control protocol with a restart, has the links closed if `asks`, and sees the link's
+/// end.
+void Restart(SimulatedPlayer& player, bool asks = true) {
+    Socket tool = Socket::Tcp();
+    ASSERT_TRUE(tool.Connect(player.Address(), 5s));
+    tool.Send(DevicePacket::Request(0x103, 0x10001, R"({"a":1})").Serialize());
+    if (asks) tool.Send(DevicePacket::Request(kCommandCloseLinks, 0).Serialize());
+    EXPECT_EQ(test::ReceiveExactly(tool, 100).size(), asks ? 32U : 16U);
+    ASSERT_TRUE(player.WaitForConnectionCount(0, 5s));
+}
+
+TEST_F(Player, ReturnsFromARestartWhetherOrNotTheLinksWereToBeClosed) {
+    options.restartTime = 1ms;
+    SimulatedPlayer player(options);
+    ASSERT_TRUE(player.Start());
+    for (const bool asks : {true, false}) {
+        Restart(player, asks);
+        const auto deadline = std::chrono::steady_clock::now() + 10s;
+        Socket again = Socket::Tcp();
+        while (!again.Connect(player.Address(), 5s)) {
+            ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+            again = Socket::Tcp();
+        }
+        EXPECT_EQ(player.State().controlProtocol, R"({"a":1})");
+        ASSERT_TRUE(player.WaitForConnectionCount(1, 5s));
+        player.DropConnections();
+        ASSERT_TRUE(player.WaitForConnectionCount(0, 5s));
+    }
+}
+
+TEST_F(Player, IsNeitherFoundNorReachedDuringARestart) {
+    options.faults = *ParseFaultScript("no-return");
+    SimulatedPlayer player(options);
+    ASSERT_TRUE(player.Start());
+    Restart(player);
+    EXPECT_FALSE(Socket::Tcp().Connect(player.Address(), 5s));
+    player.SetFaults({});
+    EXPECT_FALSE(Socket::Tcp().Connect(player.Address(), 5s));
+    Socket scan = Socket::Udp();
+    ASSERT_TRUE(scan.Bind({network.Local(), 0}));
+    player.HearRequest(DiscoveryRequest(kBroadcastAddress), scan.Local());
+    scan.SendTo(AsBytes("end"), scan.Local());
+    EXPECT_EQ(ReceiveDatagram(scan), test::ToBytes("end")) << "it was found";
+    ASSERT_TRUE(player.Start());
+    EXPECT_TRUE(Socket::Tcp().Connect(player.Address(), 5s));
 }
 
 }  // namespace
