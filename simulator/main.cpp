@@ -8,6 +8,7 @@
 #include "base/path_text.h"
 #include "base/program_arguments.h"
 #include "simulator/player_arguments.h"
+#include "simulator/terminal.h"
 
 namespace sontaro::simulator {
 
@@ -23,8 +24,10 @@ extern "C" void OnStopSignal(int) {
     stopWanted.notify_all();
 }
 
+void Complain(const std::string& reason) { std::cerr << "sontaro-player: " << reason << '\n'; }
+
 int Fail(ExitCode code, const std::string& reason) {
-    std::cerr << "sontaro-player: " << reason << '\n';
+    Complain(reason);
     return code;
 }
 
@@ -38,10 +41,21 @@ void SayReady(PlayerGroup& players) {
     }
 }
 
+void TakeLine(PlayerGroup& players, std::string_view text) {
+    if (text.find_first_not_of(" \t\r") == std::string_view::npos) return;
+    auto line = ParseSerialLine(text, players.Size());
+    if (!line)
+        Complain(
+            "not understood; type bytes such as A5 01 02, or 2: A5 01 02 for the second player");
+    else if (!players.Player(line->player).AddSerialBytes(std::move(line->bytes)))
+        Complain("dropped: too much is waiting to be fetched");
+}
+
 int RunPlayers(const std::vector<PlayerOptions>& options) {
     PlayerGroup players(options);
     if (const Status started = players.Start(); !started) return Fail(kFailed, started.reason());
     SayReady(players);
+    const Terminal terminal([&](std::string_view line) { TakeLine(players, line); });
     stopWanted.wait(false);
     players.Stop();
     return kEnded;
@@ -61,6 +75,7 @@ int Run(const PlayerArguments& arguments) {
 }  // namespace
 
 int Main(const std::vector<std::string>& texts) {
+    EnsureInput();
     const Result<PlayerArguments> arguments = ParsePlayerArguments({texts.begin(), texts.end()});
     if (!arguments) return Fail(kBadArguments, arguments.reason() + " (see --help)");
     if (arguments->help) {

@@ -57,6 +57,17 @@ bool SetSchema(PlayerArguments& arguments, std::string_view value) {
     return !value.empty();
 }
 
+bool SetSerialScript(PlayerArguments& arguments, std::string_view value) {
+    arguments.lineUp.serialScript = PathOfText(value);
+    return !value.empty();
+}
+
+bool SetRestartTime(PlayerArguments& arguments, std::string_view value) {
+    const auto time = ParseSeconds(value);
+    if (time) arguments.lineUp.restartTime = *time;
+    return time.has_value();
+}
+
 bool SetLog(PlayerArguments& arguments, std::string_view value) {
     arguments.log = PathOfText(value);
     return !value.empty();
@@ -81,6 +92,11 @@ constexpr OptionRow kOptions[] = {
      "serve FILE, whatever it holds, as the schema of serial ports,\n"
      "subtitles, touch and Cave",
      SetSchema},
+    {"--serial-script", "FILE",
+     "let the serial ports receive what the lines of FILE say, SECONDS HEX,\n"
+     "such as 2.5 A5 01 02: so many seconds after the start",
+     SetSerialScript},
+    {"--restart-time", "SECONDS", "how long a player is away that restarts (3)", SetRestartTime},
     {"--log", "FILE", "write a line per event to FILE", SetLog},
     {"--fault", "SCRIPT",
      "faults of every player, separated by commas: refuse, silent, drop,\n"
@@ -105,6 +121,9 @@ std::string PlayerHelp() {
         text +=
             fmt::format("  {:<{}}{}\n", fmt::format("{} {}", row.name, row.value), kColumn, help);
     }
+    text +=
+        "\nA line of hexadecimal bytes on the standard input, such as A5 01 02, arrives at the\n"
+        "serial port of the first player; 2: A5 01 02 at that of the second.\n";
     return text;
 }
 

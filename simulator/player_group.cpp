@@ -47,6 +47,7 @@ PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
     if (!options.store.empty())
         player.file = options.store / (FormatIpv4(player.address) + ".json");
     player.faults = options.faults;
+    player.restartTime = options.restartTime;
     player.log = options.log;
     return player;
 }
@@ -68,16 +69,33 @@ Status Check(const LineUpOptions& options) {
     return Done{};
 }
 
+Status LoadSchema(std::vector<PlayerOptions>& players, const std::filesystem::path& file) {
+    const Result<std::string> schema = ReadFile(file);
+    if (!schema) return Error{"--schema: " + schema.reason()};
+    for (PlayerOptions& player : players) player.schema = *schema;
+    return Done{};
+}
+
+Status LoadSerialScript(std::vector<PlayerOptions>& players, const std::filesystem::path& file) {
+    const Result<std::string> text = ReadFile(file);
+    if (!text) return Error{"--serial-script: " + text.reason()};
+    const auto script = ParseSerialScript(*text);
+    if (!script) return Error{"--serial-script: " + script.reason()};
+    for (PlayerOptions& player : players) player.serialScript = *script;
+    return Done{};
+}
+
 }  // namespace
 
 Result<std::vector<PlayerOptions>> LineUp(const LineUpOptions& options) {
     if (const Status checked = Check(options); !checked) return Error{checked.reason()};
     std::vector<PlayerOptions> players;
     for (std::size_t i = 0; i < options.count; ++i) players.push_back(PlayerAt(options, i));
-    if (options.schema.empty()) return players;
-    const Result<std::string> schema = ReadFile(options.schema);
-    if (!schema) return Error{"--schema: " + schema.reason()};
-    for (PlayerOptions& player : players) player.schema = *schema;
+    Status loaded = Done{};
+    if (!options.schema.empty()) loaded = LoadSchema(players, options.schema);
+    if (loaded && !options.serialScript.empty())
+        loaded = LoadSerialScript(players, options.serialScript);
+    if (!loaded) return Error{loaded.reason()};
     return players;
 }
 

@@ -21,14 +21,16 @@ struct LineUpOptions {
     std::string name;             ///< start of the IDs; a number follows unless there is one player
     std::filesystem::path store;  ///< folder of a state file per player; empty: none is kept
     std::filesystem::path schema;  ///< file with the settings that all describe; empty: the sample
+    std::filesystem::path serialScript;  ///< file of what all serial ports receive; empty: nothing
+    std::chrono::milliseconds restartTime = kRestartTime;
     FaultScript faults;
     EventLog* log = nullptr;  ///< outlives the players
 };
 
 /// Players on consecutive addresses with versions and outputs that differ as in a real list.
 /// Without a name they are SIMPLAYER1, SIMPLAYER2 and so on. Fails, with a reason for the user,
-/// when an address leaves the /24 network or 127.0.0.0/8, an ID would be too long, or the schema
-/// cannot be read.
+/// when an address leaves the /24 network or 127.0.0.0/8, an ID would be too long, or a file
+/// cannot be used.
 [[nodiscard]] Result<std::vector<PlayerOptions>> LineUp(const LineUpOptions& options);
 
 /// Owns its players, and hears broadcast discovery requests for them. One thread.

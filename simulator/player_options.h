@@ -5,13 +5,18 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "link/socket.h"
 #include "simulator/connection.h"
 #include "simulator/discovery_reply.h"
 #include "simulator/event_log.h"
+#include "simulator/serial_text.h"
 
 namespace sontaro::simulator {
+
+/// How long a restart takes that a tool asks for.
+inline constexpr std::chrono::milliseconds kRestartTime{3000};
 
 struct PlayerOptions {
     Ipv4Address address{{127, 0, 0, 2}};  ///< within 127.0.0.0/8
@@ -22,8 +27,9 @@ struct PlayerOptions {
     std::optional<std::string> schema = {};
     FaultScript faults;
     Pacing pacing;
-    std::chrono::milliseconds restartTime{3000};  ///< how long a restart takes that a tool asks for
-    double speed = 1;                             ///< seconds of video that go by in a second
+    std::vector<SerialEvent> serialScript;  ///< in the order of their times, from each start
+    std::chrono::milliseconds restartTime = kRestartTime;
+    double speed = 1;  ///< seconds of video that go by in a second
     std::filesystem::path
         file;                 ///< keeps the state from one start to the next; empty: nothing does
     EventLog* log = nullptr;  ///< outlives the player

@@ -47,7 +47,8 @@ Status SimulatedPlayer::Start() {
         running_ = true;
         away_ = false;
         nextRestartStep_.reset();
-        stateTime_ = Clock::now();
+        stateTime_ = startTime_ = Clock::now();
+        serialEvents_ = 0;
     }
     Status started = Load();
     if (started && options_.schema)
@@ -323,8 +324,14 @@ void SimulatedPlayer::AdvanceToNow() {
     const Clock::time_point now = Clock::now();
     const std::chrono::duration<double, std::micro> elapsed = now - stateTime_;
     const std::chrono::microseconds played(std::llround(elapsed.count() * options_.speed));
-    if (running_) Advance(state_, played);
     stateTime_ = now;
+    if (!running_) return;
+    Advance(state_, played);
+    const auto& script = options_.serialScript;
+    for (; serialEvents_ < script.size(); ++serialEvents_) {
+        if (now < startTime_ + script[serialEvents_].time) return;
+        state_.serialBytes.push_back(script[serialEvents_].bytes);
+    }
 }
 
 /// Writes the file when there is anything new to write.

@@ -93,6 +93,8 @@ class SimulatedPlayer final : private ConnectionOwner {
     std::uint16_t port_;
     PlayerState state_;
     Clock::time_point stateTime_ = Clock::now();  // of `state_.position`
+    Clock::time_point startTime_;
+    std::size_t serialEvents_ = 0;  // of the script that have come since then
     std::string savedState_;
     FaultScript faults_;
     bool away_ = false;                                 // because of a restart

@@ -117,6 +117,34 @@ TEST_F(Player, HearsOnlyItsOwnNetwork) {
     EXPECT_FALSE(SimulatedPlayer(options).Start());
 }
 
+TEST_F(Player, ItsSerialPortReceivesWhatIsDueAndWhatItIsGiven) {
+    options.file.clear();
+    options.serialScript = *ParseSerialScript("# first comes last\n\n 3600 01\r\n0\ta5 01 02\n");
+    SimulatedPlayer player(options);
+    ASSERT_TRUE(player.Start());
+    EXPECT_TRUE(player.AddSerialBytes(Bytes(1023)));
+    EXPECT_FALSE(player.AddSerialBytes({}) || player.AddSerialBytes(Bytes(1024)));
+    const std::deque<Bytes> received{test::Hex("A50102"), Bytes(1023)};
+    EXPECT_EQ(player.State().serialBytes, received);
+    for (int given = 2; given < 1000; ++given) ASSERT_TRUE(player.AddSerialBytes({1}));
+    EXPECT_FALSE(player.AddSerialBytes({1})) << "nobody fetches them";
+}
+
+TEST(SerialText, IsTakenLineByLineOrRefused) {
+    const auto line = ParseSerialLine(" 2 : a5 01", 2);
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->player, 1U);
+    EXPECT_EQ(line->bytes, test::Hex("A501"));
+    EXPECT_EQ(ParseSerialLine("A501", 2)->player, 0U);
+    for (const char* bad : {"", ":", "A5 0", "0G", "0:A5", "3:A5", "-1:A5", "2:", "1:2:A5"})
+        EXPECT_FALSE(ParseSerialLine(bad, 2)) << bad;
+    EXPECT_EQ((*ParseSerialScript("0.25 A5"))[0].time, 250ms);
+    EXPECT_TRUE(ParseSerialScript("1 " + std::string(2046, 'A')));
+    for (const std::string& bad : {std::string("A5"), std::string("-1 A5"), std::string("nan A5"),
+                                   std::string("1 "), "1 " + std::string(2048, 'A')})
+        EXPECT_EQ(ParseSerialScript("# one\n" + bad).reason(), "line 2 is not SECONDS HEX") << bad;
+}
+
 /// Uploads a control protocol with a restart, has the links closed if `asks`, and sees the link's
 /// end.
 void Restart(SimulatedPlayer& player, bool asks = true) {
