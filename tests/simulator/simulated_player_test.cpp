@@ -149,11 +149,11 @@ TEST(SerialText, IsTakenLineByLineOrRefused) {
 /// end.
 void Restart(SimulatedPlayer& player, bool asks = true) {
     Socket tool = Socket::Tcp();
-    ASSERT_TRUE(tool.Connect(player.Address(), 5s));
+    ASSERT_TRUE(tool.Connect(player.Address(), 5s) && player.WaitForConnectionCount(1, 5s));
     tool.Send(DevicePacket::Request(0x103, 0x10001, R"({"a":1})").Serialize());
     if (asks) tool.Send(DevicePacket::Request(kCommandCloseLinks, 0).Serialize());
-    EXPECT_EQ(test::ReceiveExactly(tool, 100).size(), asks ? 32U : 16U);
     ASSERT_TRUE(player.WaitForConnectionCount(0, 5s));
+    EXPECT_EQ(test::ReceiveExactly(tool, 100).size(), asks ? 32U : 16U);
 }
 
 TEST_F(Player, ReturnsFromARestartWhetherOrNotTheLinksWereToBeClosed) {
@@ -173,10 +173,12 @@ TEST_F(Player, ReturnsFromARestartWhetherOrNotTheLinksWereToBeClosed) {
         player.DropConnections();
         ASSERT_TRUE(player.WaitForConnectionCount(0, 5s));
     }
+    Restart(player);  // and is stopped on its way back
 }
 
 TEST_F(Player, IsNeitherFoundNorReachedDuringARestart) {
     options.faults = *ParseFaultScript("no-return");
+    options.restartTime = 0ms;
     SimulatedPlayer player(options);
     ASSERT_TRUE(player.Start());
     Restart(player);
