@@ -1,5 +1,6 @@
 # The front door. What each target does is written in tools/.
-.PHONY: help demo test bench check format deps windows test-windows windows-deps
+.PHONY: help demo test bench check format deps windows test-windows windows-deps package \
+    test-packages package-deps
 
 help:
 	@echo "make demo    run Sontaro against simulated players; without a display, a tour with pictures"
@@ -9,6 +10,8 @@ help:
 	@echo "make format  lay out the C++ sources as .clang-format says"
 	@echo "make windows       build the Windows programs (docs/windows.md)"
 	@echo "make test-windows  build them, and run their tests under Wine"
+	@echo "make package        leave a .deb, and an installer and a zip for Windows, in build/packages/"
+	@echo "make test-packages  make them, install each, run it from there, and remove it"
 	@echo "make deps    install the Debian packages that are missing"
 
 demo: deps
@@ -32,8 +35,17 @@ windows: windows-deps
 test-windows: windows-deps
 	@tools/windows/test.sh
 
+package: package-deps
+	@tools/package.sh
+
+test-packages: package
+	@tools/test_packages.sh
+
 deps:
 	@tools/install_deps.sh
 
 windows-deps:
 	@tools/install_deps.sh windows
+
+package-deps:
+	@tools/install_deps.sh windows package

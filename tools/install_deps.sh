@@ -1,6 +1,7 @@
 #!/bin/bash
-# install_deps.sh [windows]: installs the Debian 12 packages that are missing; those for the Windows
-# build with that word. Says nothing when there are none.
+# install_deps.sh [windows] [package]: installs the Debian 12 packages that are missing; with these
+# words, those for the Windows build and for making and proving packages. Says nothing when there
+# are none.
 set -euo pipefail
 
 packages=(
@@ -14,11 +15,14 @@ packages=(
     # checks
     clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
 )
-if [[ ${1:-} == windows ]]; then
+if [[ " $* " == *" windows "* ]]; then
     packages+=(
         g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev librsvg2-bin icoutils
         wine wine64 locales iproute2
     )
+fi
+if [[ " $* " == *" package "* ]]; then
+    packages+=(nsis netpbm zip unzip lintian appstream debootstrap)
 fi
 
 # dpkg-query fails when it has never heard of one of them; what it prints is enough.
