@@ -7,7 +7,8 @@
 #include <wx/textctrl.h>
 #include <wx/wupdlock.h>
 
-#include <climits>
+#include <algorithm>
+#include <array>
 
 #include "base/row_text.h"
 #include "widgets/grid_properties.h"
@@ -36,6 +37,8 @@ constexpr LocalText kDecimalsOnly = {
     "只接受数字 0 到 9 和小数点，原值保持不变。",
     "Only the digits 0 to 9 and a point are accepted. The value stays as it was."};
 
+constexpr LocalText kNothingFound = {"没有符合筛选条件的行。", "No row matches the filter."};
+
 const LocalText& HintFor(RowKind kind) {
     if (kind == RowKind::kWholeNumber) return kDigitsOnly;
     if (kind == RowKind::kDecimal) return kDecimalsOnly;
@@ -57,53 +60,6 @@ wxString NameIn(const wxString& group, int number) {
 }
 
 }  // namespace
-
-/// The rows themselves.
-class SettingsGrid::Rows : public wxPropertyGrid {
-   public:
-    using wxPropertyGrid::wxPropertyGrid;
-
-    /// Chooses a row without editing it. Editors that are about to go must have gone before the
-    /// rows scroll: the toolkit would move each of them along and complain of it.
-    void Choose(wxPGProperty* row) {
-        DeletePendingObjects();
-        EnsureVisible(row);
-        SelectProperty(row, false);
-    }
-
-    /// The row that `key` leads to from the chosen one; absent for other keys.
-    [[nodiscard]] wxPGProperty* RowAt(int key) {
-        const int page = std::max(1, GetClientSize().y / GetRowHeight() - 1);
-        switch (key) {
-            case WXK_UP: return RowBeyond(Way::kBack, 1);
-            case WXK_DOWN: return RowBeyond(Way::kOn, 1);
-            case WXK_PAGEUP: return RowBeyond(Way::kBack, page);
-            case WXK_PAGEDOWN: return RowBeyond(Way::kOn, page);
-            case WXK_HOME: return RowBeyond(Way::kBack, INT_MAX);
-            case WXK_END: return RowBeyond(Way::kOn, INT_MAX);
-            default: return nullptr;
-        }
-    }
-
-   private:
-    enum class Way { kBack, kOn };
-
-    /// The row so many rows on, the last one that there is when there are fewer.
-    [[nodiscard]] wxPGProperty* RowBeyond(Way way, int count) {
-        wxPGProperty* found = GetSelection();
-        if (!found) return nullptr;
-        wxPropertyGridIterator at = GetIterator(wxPG_ITERATE_VISIBLE, found);
-        for (; count > 0; --count) {
-            if (way == Way::kBack)
-                at.Prev();
-            else
-                at.Next();
-            if (at.AtEnd()) break;
-            found = at.GetProperty();
-        }
-        return found;
-    }
-};
 
 /// The titles of the two columns; they cannot be dragged, the columns can.
 class SettingsGrid::Titles : public wxHeaderCtrl {
@@ -134,7 +90,8 @@ SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& p
     : wxPanel(parent), prompts_(prompts), onEdit_(std::move(onEdit)) {
     const int first = FirstColumn(*this);
     const wxSize least(first + FromDIP(kLeastSecondColumn), FromDIP(kLeastHeight));
-    grid_ = new Rows(this, id, wxDefaultPosition, least, long{wxPG_BOLD_MODIFIED} | wxBORDER_THEME);
+    grid_ = new SettingsGridRows(this, id, wxDefaultPosition, least,
+                                 long{wxPG_BOLD_MODIFIED} | wxBORDER_THEME);
     grid_->SetValidationFailureBehavior(wxPG_VFB_BEEP);  // what is wrong is told in our own words
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_RETURN);
     grid_->AddActionTrigger(wxPG_ACTION_EDIT, WXK_NUMPAD_ENTER);
@@ -184,6 +141,10 @@ void SettingsGrid::BindEvents() {
     grid_->Bind(wxEVT_SIZE, placeTitles);
     grid_->Bind(wxEVT_PG_COL_DRAGGING, placeTitles);
     grid_->Bind(wxEVT_PG_COL_END_DRAG, placeTitles);
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        if (empty_->IsShown()) WrapEmptyText();
+    });
     Bind(wxEVT_CHAR_HOOK, &SettingsGrid::OnKey, this);
 }
 
@@ -197,6 +158,7 @@ void SettingsGrid::OnKey(wxKeyEvent& event) {
                                    : wxNavigationKeyEvent::IsForward);
     } else if (row) {
         grid_->Choose(row);
+        ShowHelp();
     } else {
         event.Skip();
     }
@@ -212,8 +174,8 @@ void SettingsGrid::Fill(SettingsRows groups) {
         int number = 0;
         for (const SettingsGroup& group : groups_)
             AppendGroup(nullptr, group, wxString::Format("%d", number++));
-        for (const wxString& name : view.folded)
-            if (wxPGProperty* group = grid_->GetPropertyByName(name)) grid_->Collapse(group);
+        const wxPGProperty* typed = view.typing ? grid_->GetPropertyByName(view.chosen) : nullptr;
+        found_ = grid_->Narrow(filter_, view.folded, typed);
     }
     ShowRowsOrText();
     Restore(view);
@@ -224,6 +186,7 @@ void SettingsGrid::Fill(SettingsRows groups) {
 void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group,
                                const wxString& name) {
     auto* category = new wxPropertyCategory(ToWx(group.name), name);
+    category->SetClientData(&places_.emplace_back(RowPlace{category, &group, nullptr}));
     if (parent)
         grid_->AppendIn(parent, category);
     else
@@ -231,7 +194,7 @@ void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group,
     int number = 0;
     for (const SettingsRow& row : group.rows) {
         wxPGProperty* property = MakeProperty(row, NameIn(name, number++)).release();
-        property->SetClientData(&places_.emplace_back(Place{&group, &row}));
+        property->SetClientData(&places_.emplace_back(RowPlace{property, &group, &row}));
         grid_->AppendIn(category, property);
         if (row.kind == RowKind::kReadOnly)
             grid_->SetPropertyTextColour(property,
@@ -244,11 +207,7 @@ void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group,
 SettingsGrid::View SettingsGrid::CurrentView() const {
     View view;
     view.scroll = grid_->GetScrollPos(wxVERTICAL);
-    for (auto at = grid_->GetVIterator(wxPG_ITERATE_ALL); !at.AtEnd(); at.Next()) {
-        const wxPGProperty* property = at.GetProperty();
-        if (property->IsCategory() && !property->IsExpanded())
-            view.folded.insert(property->GetName());
-    }
+    view.folded = grid_->FoldedGroups();
     const wxPGProperty* chosen = grid_->GetSelection();
     if (!chosen) return view;
     view.chosen = chosen->GetName();
@@ -261,32 +220,68 @@ SettingsGrid::View SettingsGrid::CurrentView() const {
 /// A frozen grid would have no editor yet that could take the text.
 void SettingsGrid::Restore(const View& view) {
     wxPGProperty* chosen = grid_->GetPropertyByName(view.chosen);
+    const bool typing = chosen != nullptr && view.typing;
     if (!chosen) chosen = grid_->GetPropertyByName(kFirstRow);
-    if (chosen) {
-        grid_->Choose(chosen);
-        if (view.typing) grid_->SelectProperty(chosen, true);
-        if (wxTextCtrl* editor = grid_->GetEditorTextCtrl(); editor && view.typing) {
-            editor->SetValue(view.typed);
-            editor->SetInsertionPointEnd();
-        }
+    if (!chosen || !chosen->IsVisible()) chosen = grid_->FirstRow();
+    if (!chosen) return;
+    grid_->Choose(chosen);
+    if (typing) grid_->SelectProperty(chosen, true);
+    if (wxTextCtrl* editor = grid_->GetEditorTextCtrl(); editor && typing) {
+        editor->SetValue(view.typed);
+        editor->SetInsertionPointEnd();
     }
     grid_->Scroll(0, view.scroll);
 }
 
 void SettingsGrid::SetEmptyText(const wxString& text) {
-    empty_->SetLabelText(text);
-    empty_->Wrap(GetClientSize().x - FromDIP(32));
-    Layout();
+    emptyText_ = text;
+    ShowRowsOrText();
+}
+
+int SettingsGrid::Filter(const wxString& text) {
+    const std::string wanted = FilterForm(text);
+    if (wanted == filter_) return found_;
+    const bool settled = KeepsEdit(wanted) || Commit();
+    if (filter_.empty()) folded_ = grid_->FoldedGroups();
+    filter_ = wanted;
+    found_ = grid_->Narrow(filter_, filter_.empty() ? folded_ : std::set<wxString>(),
+                           settled ? nullptr : grid_->GetSelection());
+    ShowRowsOrText();
+    grid_->ChooseShown();
+    ShowHelp();
+    return found_;
+}
+
+/// Whether the row that is being edited, if there is one, is shown with this filter.
+bool SettingsGrid::KeepsEdit(const std::string& filter) const {
+    return !grid_->IsEditorsValueModified() ||
+           SettingsGridRows::Contains(*grid_->GetSelection(), filter);
+}
+
+const SettingsRow* SettingsGrid::ChosenRow() const {
+    const wxPGProperty* chosen = grid_->GetSelection();
+    return chosen ? SettingsGridRows::PlaceOf(*chosen).row : nullptr;
+}
+
+const SettingsGroup* SettingsGrid::ChosenGroup() const {
+    const wxPGProperty* chosen = grid_->GetSelection();
+    return chosen ? SettingsGridRows::PlaceOf(*chosen).group : nullptr;
 }
 
 void SettingsGrid::ShowRowsOrText() {
-    const bool hasRows = !places_.empty();
+    const bool hasRows = grid_->FirstRow() != nullptr;
+    if (!hasRows) WrapEmptyText();
     wxSizer* column = GetSizer();
     if (titles_) column->Show(titles_, hasRows);
     column->Show(grid_, hasRows);
     column->Show(help_, hasRows);
     column->Show(emptyArea_, !hasRows);
     Layout();
+}
+
+void SettingsGrid::WrapEmptyText() {
+    empty_->SetLabelText(places_.empty() ? emptyText_ : ToWx(kNothingFound));
+    empty_->Wrap(GetClientSize().x - FromDIP(32));
 }
 
 bool SettingsGrid::Commit() {
@@ -300,15 +295,15 @@ void SettingsGrid::ForgetChanges() {
 }
 
 void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
-    const auto* place = static_cast<const Place*>(event.GetProperty()->GetClientData());
+    const RowPlace& place = SettingsGridRows::PlaceOf(*event.GetProperty());
     const wxString name = event.GetPropertyName();
-    if (IsOtherColour(*place->row, event.GetValue())) {
+    if (IsOtherColour(*place.row, event.GetValue())) {
         event.Veto();
         CallAfter([this, name] { AskForColour(name); });
         return;
     }
     const EditAnswer answer =
-        Submit(*place, RowTextOf(*event.GetProperty(), *place->row, event.GetValue()));
+        Submit(place, RowTextOf(*event.GetProperty(), *place.row, event.GetValue()));
     if (answer.outcome == Outcome::kAccepted) {
         accepted_ = answer.text;
         return;
@@ -319,7 +314,7 @@ void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
     CallAfter([this, name, answer] { Reject(name, answer); });
 }
 
-EditAnswer SettingsGrid::Submit(const Place& place, const std::string& text) const {
+EditAnswer SettingsGrid::Submit(const RowPlace& place, const std::string& text) const {
     const SettingsRow& row = *place.row;
     const std::optional<std::string> fitting = FittingRowText(row.kind, text, row.choices);
     if (fitting)
@@ -332,9 +327,10 @@ EditAnswer SettingsGrid::Submit(const Place& place, const std::string& text) con
 /// The row shows the text as it was taken, which may be another form of what was typed.
 void SettingsGrid::OnChanged(wxPropertyGridEvent& event) {
     wxPGProperty* property = event.GetProperty();
-    const auto* place = static_cast<const Place*>(property->GetClientData());
-    if (RowTextOf(*property, *place->row, property->GetValue()) != accepted_)
-        grid_->SetPropertyValue(property, RowValueOf(*property, *place->row, accepted_));
+    RowPlace& place = SettingsGridRows::PlaceOf(*property);
+    if (RowTextOf(*property, *place.row, property->GetValue()) != accepted_)
+        grid_->SetPropertyValue(property, RowValueOf(*property, *place.row, accepted_));
+    place.searched.clear();
     ShowHelp();  // a hint at what was wrong is past
 }
 
@@ -345,8 +341,8 @@ void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
     if (answer.outcome == Outcome::kRefused) {
         prompts_.Warn(answer.text);
     } else {
-        const auto* place = static_cast<const Place*>(property->GetClientData());
-        help_->ChangeValue(ToWx(HintFor(place->row->kind)));
+        const RowPlace& place = SettingsGridRows::PlaceOf(*property);
+        help_->ChangeValue(ToWx(HintFor(place.row->kind)));
     }
 }
 
@@ -360,18 +356,17 @@ void SettingsGrid::AskForColour(const wxString& name) {
         prompts_.ChooseColour(shown < 0 ? kBlack : static_cast<std::uint32_t>(shown));
     property = grid_->GetPropertyByName(name);  // the question has taken its time
     if (!colour || !property) return;
-    const auto* place = static_cast<const Place*>(property->GetClientData());
-    const wxVariant value = RowValueOf(*property, *place->row, ColourRowText(*colour));
+    const RowPlace& place = SettingsGridRows::PlaceOf(*property);
+    const wxVariant value = RowValueOf(*property, *place.row, ColourRowText(*colour));
     grid_->RefreshProperty(property);
     grid_->ChangePropertyValue(property, value);
 }
 
 void SettingsGrid::ShowHelp() {
-    const wxPGProperty* chosen = grid_->GetSelection();
-    wxString text;
-    if (chosen && chosen->GetClientData())
-        text = chosen->GetLabel() + "\n" + chosen->GetHelpString();
-    help_->ChangeValue(text);
+    const SettingsRow* row = ChosenRow();
+    std::string text = row ? row->name : "";
+    if (row && row->help != row->name) text += '\n' + row->help;
+    help_->ChangeValue(ToWx(text));
 }
 
 void SettingsGrid::PlaceTitles() {

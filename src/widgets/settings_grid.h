@@ -2,7 +2,6 @@
 #pragma once
 
 #include <wx/panel.h>
-#include <wx/propgrid/propgrid.h>
 
 #include <deque>
 #include <functional>
@@ -11,6 +10,7 @@
 
 #include "base/prompts.h"
 #include "base/settings_rows.h"
+#include "widgets/settings_grid_rows.h"
 
 class wxSizer;
 class wxStaticText;
@@ -37,9 +37,21 @@ class SettingsGrid : public wxPanel {
     /// What is shown while there are no rows.
     void SetEmptyText(const wxString& text);
 
+    /// Narrows the grid to the rows whose name or shown value contains `text`, whatever the case
+    /// of its letters; blanks at its ends do not count. All groups are unfolded meanwhile. An empty
+    /// text shows all rows again and folds the groups that were folded before. Returns how many
+    /// rows contain the text. A row whose edit is open is committed when it would be hidden; when
+    /// that is refused the row stays, and so does a row that is changed, until the text changes.
+    int Filter(const wxString& text);
+
     /// Ends the edit that is open in a cell. False when it is not accepted: the user has been
     /// told, and the row keeps its value.
     [[nodiscard]] bool Commit();
+
+    /// The chosen row as it was filled in; absent for a heading.
+    [[nodiscard]] const SettingsRow* ChosenRow() const;
+    /// The group of the chosen row or heading; absent when none is chosen. Both last until `Fill`.
+    [[nodiscard]] const SettingsGroup* ChosenGroup() const;
 
     /// Every row counts as unchanged from now on. Does nothing while a text is being typed.
     void ForgetChanges();
@@ -48,14 +60,8 @@ class SettingsGrid : public wxPanel {
     [[nodiscard]] wxPropertyGrid& Properties();
 
    private:
-    class Rows;
     class Titles;
 
-    /// A row and the group that it stands in.
-    struct Place {
-        const SettingsGroup* group;
-        const SettingsRow* row;
-    };
     /// What a rebuild keeps.
     struct View {
         std::set<wxString> folded;
@@ -68,14 +74,16 @@ class SettingsGrid : public wxPanel {
     void LayOut();
     void BindEvents();
     void ShowRowsOrText();
+    void WrapEmptyText();
     void AppendGroup(wxPGProperty* parent, const SettingsGroup& group, const wxString& name);
+    [[nodiscard]] bool KeepsEdit(const std::string& filter) const;
     [[nodiscard]] View CurrentView() const;
     void Restore(const View& view);
 
     void OnChanging(wxPropertyGridEvent& event);
     void OnChanged(wxPropertyGridEvent& event);
     void OnKey(wxKeyEvent& event);
-    [[nodiscard]] EditAnswer Submit(const Place& place, const std::string& text) const;
+    [[nodiscard]] EditAnswer Submit(const RowPlace& place, const std::string& text) const;
     void Reject(const wxString& name, const EditAnswer& answer);
     void AskForColour(const wxString& name);
     void ShowHelp();
@@ -84,13 +92,17 @@ class SettingsGrid : public wxPanel {
     Prompts& prompts_;
     EditHandler onEdit_;
     SettingsRows groups_;
-    std::deque<Place> places_;  // what the properties point to
-    Rows* grid_ = nullptr;
+    std::deque<RowPlace> places_;  // what the properties point to
+    SettingsGridRows* grid_ = nullptr;
     Titles* titles_ = nullptr;
     wxSizer* emptyArea_ = nullptr;
     wxStaticText* empty_ = nullptr;
     wxTextCtrl* help_ = nullptr;
-    std::string accepted_;  // what the edit in progress is to show
+    wxString emptyText_;
+    std::string filter_;         // in its form to compare
+    int found_ = 0;              // rows that contain it
+    std::set<wxString> folded_;  // before there was a filter
+    std::string accepted_;       // what the edit in progress is to show
     bool rejected_ = false;
 };
 

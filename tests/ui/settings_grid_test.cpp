@@ -18,11 +18,7 @@ struct Grid : UiTest {
     Grid() {
         dialog = new wxDialog(nullptr, wxID_ANY, "Grid", wxDefaultPosition, wxSize(500, 400));
         dialog->SetEscapeId(wxID_NONE);
-        grid = new SettingsGrid(dialog, 2801, true, prompts, [this](const SettingsEdit& edit) {
-            edits.push_back(fmt::format("{}.{}.{} {}/{}: {}", edit.group, edit.item, edit.position,
-                                        edit.groupName, edit.rowName, edit.text));
-            return answer.value_or(EditAnswer{Outcome::kAccepted, edit.text});
-        });
+        grid = MakeGrid(dialog);
         dialog->SetSizer(new wxBoxSizer(wxVERTICAL));
         dialog->GetSizer()->Add(grid, wxSizerFlags(1).Expand());
         dialog->Layout();
@@ -33,9 +29,29 @@ struct Grid : UiTest {
         EXPECT_TRUE(PumpUntil([] { return wxTopLevelWindows.empty(); }));
     }
 
+    SettingsGrid* MakeGrid(wxWindow* parent) {
+        return new SettingsGrid(parent, 2801, true, prompts, [this](const SettingsEdit& edit) {
+            edits.push_back(fmt::format("{}.{}.{} {}/{}: {}", edit.group, edit.item, edit.position,
+                                        edit.groupName, edit.rowName, edit.text));
+            return answer.value_or(EditAnswer{Outcome::kAccepted, edit.text});
+        });
+    }
     wxPropertyGrid& Properties() { return grid->Properties(); }
     std::string Shown(const char* name) {
         return FromWx(Properties().GetPropertyByName(name)->GetDisplayedString());
+    }
+    std::string Chosen() { return FromWx(Properties().GetSelection()->GetName()); }
+    std::string Edited() { return FromWx(Properties().GetEditorTextCtrl()->GetValue()); }
+    std::string Help() {
+        return FromWx(
+            dynamic_cast<wxTextCtrl&>(*grid->GetChildren().GetLast()->GetData()).GetValue());
+    }
+    /// Names of the rows and headings that can be scrolled to.
+    std::string Listed() {
+        std::string names;
+        for (auto at = Properties().GetIterator(wxPG_ITERATE_VISIBLE); !at.AtEnd(); at.Next())
+            names += FromWx(at.GetProperty()->GetName()) + " ";
+        return names;
     }
     /// Chooses a row and types into it, as by hand but for the Enter at the end.
     void Type(const char* name, const char* text) {
@@ -111,13 +127,15 @@ TEST_F(Grid, KeepsTheOldValueWhenAnEditIsNotTaken) {
 }
 
 TEST_F(Grid, IsUsedByKeysAlone) {
-    grid->Fill({{"g", 0, {{RowKind::kText, "a", "old"}, {RowKind::kText, "b", "old"}}}});
+    grid->Fill({{"g", 0, {{RowKind::kText, "a", "old", "a"}, {RowKind::kText, "b", "old", "B"}}}});
+    EXPECT_EQ(Help(), "a");
     answer = EditAnswer{Outcome::kAccepted, "as taken"};
     Type("0.0", "new");
     Key(WXK_RETURN);
     EXPECT_EQ(Shown("0.0"), "as taken");
     Key(WXK_ESCAPE);
     Key(WXK_DOWN);
+    EXPECT_EQ(Help(), "b\nB");
     Key(WXK_RETURN);
     Type("0.1", "half");
     Key(WXK_ESCAPE);
@@ -171,6 +189,68 @@ TEST_F(Grid, AsksForAnotherColour) {
     EXPECT_TRUE(PumpUntil([&] { return !edits.empty(); }));
     EXPECT_THAT(edits, ElementsAre("0.0.0 g/c: #123456"));
     EXPECT_EQ(Shown("0.0"), "#123456");
+}
+
+TEST_F(Grid, IsNarrowedToNamesAndShownValues) {
+    // clang-format off
+    grid->Fill({{"port", 0, {{RowKind::kText, "串口Port一", "9600"}, {RowKind::kYesNo, "on", kRowYes}}, {{"empty", 1, {}},
+        {"port", 2, {{RowKind::kChoice, "mode", "全部随机", "", {"全部随机", "one"}}, {RowKind::kColour, "back", "#FF0000"}}}}}});
+    const std::tuple<const char*, int, const char*> cases[] = {
+        {" \t口pORT　", 1, "0 0.0 "}, {"随机", 1, "0 0.3 0.3.0 "}, {"RED", 1, "0 0.3 0.3.1 "}, {"0", 1, "0 0.0 "},
+        {"port empty", 0, ""}, {"true", 0, ""}, {"o", 3, "0 0.0 0.1 0.3 0.3.0 "}, {"　", 4, "0 0.0 0.1 0.2 0.3 0.3.0 0.3.1 "}};
+    // clang-format on
+    for (const auto& [text, found, listed] : cases) {
+        EXPECT_EQ(grid->Filter(wxString::FromUTF8(text)), found) << text;
+        EXPECT_EQ(Listed(), listed) << text;
+        EXPECT_EQ(Properties().IsShown(), found > 0) << text;
+    }
+}
+
+TEST_F(Grid, GivesBackWhatAFilterHid) {
+    grid->Fill(Many());
+    Properties().Collapse("0.1");
+    Properties().SelectProperty("1.1.7");
+    Properties().ChangePropertyValue("1.1.7", "x");
+    EXPECT_EQ(grid->Filter("row 7"), 2);
+    grid->Fill(Many());
+    EXPECT_EQ(Listed(), "0 0.1 0.1.7 1 1.1 1.1.7 ");
+    Properties().SetFocus();
+    const std::pair<int, const char*> keys[] = {
+        {WXK_UP, "1.1"}, {WXK_HOME, "0"}, {WXK_DOWN, "0.1"}, {WXK_PAGEDOWN, "1.1.7"}};
+    for (const auto& [key, name] : keys) {
+        Key(key);
+        EXPECT_EQ(Chosen(), name);
+    }
+    grid->Filter("first");
+    EXPECT_EQ(Chosen(), "0.0");
+    grid->Filter("row 7");
+    EXPECT_EQ(grid->ChosenRow()->name, "row 7");
+    EXPECT_EQ(grid->ChosenGroup()->index, 10);
+    grid->Filter("");
+    EXPECT_EQ(Chosen(), "0.1");
+    EXPECT_EQ(grid->ChosenGroup()->index, 10);
+    EXPECT_EQ(Listed().substr(0, 22), "0 0.0 0.1 1 1.0 1.1 1.");
+}
+
+TEST_F(Grid, FiltersWithoutLosingAnEdit) {
+    const SettingsRow number = {RowKind::kWholeNumber, "ab", "1", "", {}, "not that!"};
+    grid->Fill({{"g", 0, {number, {RowKind::kText, "ac", "2"}}}});
+    Type("0.0", "x");
+    grid->Filter("ab");
+    EXPECT_EQ(Edited(), "x");
+    EXPECT_EQ(grid->Filter("ac"), 1);
+    EXPECT_EQ(Listed(), "0 0.0 0.1 ");
+    EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
+    grid->Filter("");
+    Type("0.0", "34");
+    EXPECT_EQ(grid->Filter("C"), 1);
+    EXPECT_THAT(edits, ElementsAre("0.0.0 g/ab: 34"));
+    EXPECT_EQ(Listed(), "0 0.1 ");
+    EXPECT_EQ(grid->Filter("2"), 1);
+    Properties().ChangePropertyValue("0.1", "9");
+    EXPECT_EQ(Listed(), "0 0.1 ");
+    EXPECT_EQ(grid->Filter("3"), 1);
+    EXPECT_TRUE(Properties().IsPropertyModified("0.0"));
 }
 
 }  // namespace
