@@ -80,6 +80,14 @@ std::unique_ptr<wxPGProperty> MakeChoice(const SettingsRow& row, const wxString&
     return std::make_unique<wxEnumProperty>(ToWx(row.name), name, choices, chosen);
 }
 
+/// The index of a choice, which is offered from now on.
+int ChoiceOf(wxPGProperty& property, const wxString& text) {
+    const wxPGChoices& choices = property.GetChoices();
+    const int index = choices.Index(text);
+    return index != wxNOT_FOUND ? index
+                                : property.AddChoice(text, static_cast<int>(choices.GetCount()));
+}
+
 std::unique_ptr<wxPGProperty> MakeChoiceOrText(const SettingsRow& row, const wxString& name) {
     wxPGChoices choices;
     for (const std::string& choice : row.choices) choices.Add(ToWx(choice));
@@ -136,7 +144,7 @@ std::string RowTextOf(const wxPGProperty& property, const SettingsRow& row,
 wxVariant RowValueOf(wxPGProperty& property, const SettingsRow& row, const std::string& text) {
     switch (row.kind) {
         case RowKind::kYesNo: return {text == kRowYes};
-        case RowKind::kChoice: return {property.GetChoices().Index(ToWx(text))};
+        case RowKind::kChoice: return {ChoiceOf(property, ToWx(text))};
         case RowKind::kColour: {
             const int value = ColourValue(text);
             if (auto* colour = dynamic_cast<ColourProperty*>(&property)) colour->Offer(value);

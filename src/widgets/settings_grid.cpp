@@ -258,6 +258,22 @@ bool SettingsGrid::KeepsEdit(const std::string& filter) const {
            SettingsGridRows::Contains(*grid_->GetSelection(), filter);
 }
 
+bool SettingsGrid::Change(int group, int item, int position, const std::string& text) {
+    const auto place = std::find_if(places_.begin(), places_.end(), [=](const RowPlace& other) {
+        return other.row != nullptr && other.group->index == group && other.row->item == item &&
+               other.row->position == position;
+    });
+    if (place == places_.end()) return false;
+    wxPGProperty* property = place->property;
+    const wxVariant value = RowValueOf(*property, *place->row, text);
+    property->SetModifiedStatus(true);  // before the value: the editor's font comes with that
+    grid_->SetPropertyValue(property, value);
+    place->searched.clear();
+    if (property == grid_->GetSelection()) grid_->EditorsValueWasNotModified();
+    if (!SettingsGridRows::IsHidden(*property)) grid_->Reveal(property);
+    return true;
+}
+
 const SettingsRow* SettingsGrid::ChosenRow() const {
     const wxPGProperty* chosen = grid_->GetSelection();
     return chosen ? SettingsGridRows::PlaceOf(*chosen).row : nullptr;

@@ -48,6 +48,10 @@ class SettingsGrid : public wxPanel {
     /// told, and the row keeps its value.
     [[nodiscard]] bool Commit();
 
+    /// Gives a row another value without asking the edit handler, as changed by the user. Scrolls
+    /// to it unless a filter hides it. False when there is no such row; see SettingsEdit.
+    bool Change(int group, int item, int position, const std::string& text);
+
     /// The chosen row as it was filled in; absent for a heading.
     [[nodiscard]] const SettingsRow* ChosenRow() const;
     /// The group of the chosen row or heading; absent when none is chosen. Both last until `Fill`.

@@ -253,5 +253,27 @@ TEST_F(Grid, FiltersWithoutLosingAnEdit) {
     EXPECT_TRUE(Properties().IsPropertyModified("0.0"));
 }
 
+TEST_F(Grid, ShowsWhatTheProgramChanges) {
+    // clang-format off
+    grid->Fill({{"g", 3, {{RowKind::kText, "a", "old", "", {}, "", 5, 1},
+                          {RowKind::kChoice, "b", "x", "", {"x", "y"}, "", 5, 2}}}});
+    // clang-format on
+    Type("0.0", "half");
+    EXPECT_TRUE(grid->Change(3, 5, 1, "new"));
+    EXPECT_EQ(Edited(), "new");
+    EXPECT_TRUE(Properties().IsPropertyModified("0.0"));
+    grid->Filter("a");
+    EXPECT_TRUE(grid->Change(3, 5, 2, "unlisted"));
+    EXPECT_EQ(Listed(), "0 0.0 ");
+    EXPECT_EQ(grid->Filter("LIST"), 1);
+    EXPECT_EQ(Shown("0.1"), "unlisted");
+    EXPECT_FALSE(grid->Change(5, 5, 1, "new"));
+    EXPECT_TRUE(edits.empty());
+    grid->Filter("");
+    grid->Fill(Many());
+    EXPECT_TRUE(grid->Change(11, 0, 0, "new"));
+    EXPECT_GT(Properties().GetScrollPos(wxVERTICAL), 0);
+}
+
 }  // namespace
 }  // namespace sontaro::test
