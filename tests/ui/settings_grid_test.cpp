@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
+#include <wx/notebook.h>
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
@@ -273,6 +274,30 @@ TEST_F(Grid, ShowsWhatTheProgramChanges) {
     grid->Fill(Many());
     EXPECT_TRUE(grid->Change(11, 0, 0, "new"));
     EXPECT_GT(Properties().GetScrollPos(wxVERTICAL), 0);
+}
+
+TEST_F(Grid, IsFilledOnAPageThatHasNotBeenShown) {
+    auto* book = new wxNotebook(dialog, wxID_ANY);
+    auto* after = new wxTextCtrl(dialog, wxID_ANY);
+    grid->Destroy();
+    grid = MakeGrid(book);
+    book->AddPage(new wxPanel(book), "shown");
+    book->AddPage(grid, "not shown");
+    dialog->GetSizer()->Add(book, wxSizerFlags(1).Expand());
+    dialog->GetSizer()->Add(after);
+    dialog->Layout();
+    dialog->Raise();
+    grid->Fill(Many());
+    EXPECT_EQ(Chosen(), "0.0");
+    book->SetSelection(1);
+    const auto focused = [](wxWindow* window) {
+        return PumpUntil([=] { return window->HasFocus(); });
+    };
+    EXPECT_TRUE(focused(&Properties()));
+    for (int i = 0; i < 2; ++i) Key(WXK_TAB);
+    EXPECT_TRUE(focused(after));
+    for (int i = 0; i < 2; ++i) wxUIActionSimulator().Char(WXK_TAB, wxMOD_SHIFT);
+    EXPECT_TRUE(focused(&Properties()));
 }
 
 }  // namespace
