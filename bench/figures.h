@@ -26,7 +26,8 @@ namespace sontaro::bench {
 [[nodiscard]] std::vector<Figure> StartUp();
 
 /// The largest dialog's rows in a settings grid, against a bare property grid; and a player's
-/// 10,000 settings, by the row. Needs the toolkit.
+/// 10,000 settings, by the row; and a letter of a filter against building the rows. Needs the
+/// toolkit.
 [[nodiscard]] std::vector<Figure> SettingsGrids();
 
 }  // namespace sontaro::bench

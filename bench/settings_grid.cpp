@@ -104,6 +104,22 @@ double TimeOfGrid(wxDialog& dialog, Make make) {
     return seconds;
 }
 
+/// Filters a grid of `rows` by a text that is typed, and by nothing again; the mean of a step.
+double TimeOfFilter(wxDialog& dialog, const SettingsRows& rows) {
+    const wxString typed = ToWx("切换命令 137");
+    NoPrompts prompts;
+    auto* grid = new SettingsGrid(&dialog, wxID_ANY, false, prompts,
+                                  [](const SettingsEdit&) { return EditAnswer{}; });
+    grid->Fill(rows);
+    const Stopwatch stopwatch;
+    for (std::size_t letters = 1; letters <= typed.length(); ++letters)
+        grid->Filter(typed.Left(letters));
+    grid->Filter("");
+    const double seconds = stopwatch.Seconds() / static_cast<double>(typed.length() + 1);
+    grid->Destroy();
+    return seconds;
+}
+
 }  // namespace
 
 std::vector<Figure> SettingsGrids() {
@@ -119,12 +135,17 @@ std::vector<Figure> SettingsGrids() {
         CompareInTurn(kRepetitions, ofLargest, [&] { return TimeOfBarePage(dialog, rows); });
     const Comparison perRow = CompareInTurn(
         kRepetitions, [&] { return ofSchema() / kItems; }, [&] { return ofLargest() / kRows; });
+    const Comparison filter = CompareInTurn(
+        kRepetitions, [&] { return TimeOfFilter(dialog, rows); }, ofLargest);
     return {{"settings_grid", build.ratio, Goal::kAtMost, 1.3,
              fmt::format("grid {:.1f} ms, bare page {:.1f} ms, {} rows", build.ours * 1e3,
                          build.baseline * 1e3, kRows)},
             {"large_schema_grid", perRow.ratio, Goal::kAtMost, 3.0,
              fmt::format("{:.1f} us a setting of {}, {:.1f} us a row of {}", perRow.ours * 1e6,
-                         kItems, perRow.baseline * 1e6, kRows)}};
+                         kItems, perRow.baseline * 1e6, kRows)},
+            {"filter_rows", filter.ratio, Goal::kAtMost, 1.0,
+             fmt::format("{:.2f} ms a letter, grid built in {:.1f} ms, {} rows", filter.ours * 1e3,
+                         filter.baseline * 1e3, kRows)}};
 }
 
 }  // namespace sontaro::bench
