@@ -3,53 +3,33 @@
 #include <iphlpapi.h>
 #include <windows.h>
 
-#include "link/local_adapters.h"
+#include "link/network_connections.h"
 
 namespace sontaro {
 
 namespace {
 
-constexpr const char* kNetworkConnections =
-    "SYSTEM\\CurrentControlSet\\Control\\Network\\{4D36E972-E325-11CE-BFC1-08002BE10318}\\";
+std::wstring WideOfAscii(const std::string& text) { return {text.begin(), text.end()}; }
 
-/// A registry key that is open for reading, or not open.
-class RegistryKey {
-   public:
-    explicit RegistryKey(const std::string& path) {
-        if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key_) != ERROR_SUCCESS)
-            key_ = nullptr;
-    }
-    ~RegistryKey() {
-        if (key_) RegCloseKey(key_);
-    }
-    RegistryKey(const RegistryKey&) = delete;
-    RegistryKey& operator=(const RegistryKey&) = delete;
+std::string Utf8(const wchar_t* text) {
+    char utf8[2048] = "";
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, nullptr, nullptr);
+    return utf8;
+}
 
-    /// The text of a string value in UTF-8; empty when there is none.
-    [[nodiscard]] std::string Text(const wchar_t* name) const {
-        wchar_t text[512] = L"";
-        DWORD size = sizeof text;
-        if (!key_ ||
-            RegGetValueW(key_, nullptr, name, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
-            return "";
-        char utf8[2048] = "";
-        WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, nullptr, nullptr);
-        return utf8;
-    }
-
-    /// The number of a DWORD value; 0 when there is none.
-    [[nodiscard]] std::uint32_t Number(const wchar_t* name) const {
-        DWORD number = 0;
-        DWORD size = sizeof number;
-        if (!key_ || RegGetValueW(key_, nullptr, name, RRF_RT_REG_DWORD, nullptr, &number, &size) !=
-                         ERROR_SUCCESS)
-            return 0;
-        return number;
-    }
-
-   private:
-    HKEY key_ = nullptr;
-};
+RegistryValue ReadLocalMachine(const std::string& path, const std::string& name) {
+    union {
+        wchar_t text[512];
+        DWORD number;
+    } value{};
+    DWORD type = REG_NONE;
+    DWORD size = sizeof value;
+    if (RegGetValueW(HKEY_LOCAL_MACHINE, WideOfAscii(path).c_str(), WideOfAscii(name).c_str(),
+                     RRF_RT_REG_SZ | RRF_RT_REG_DWORD, &type, &value, &size) != ERROR_SUCCESS)
+        return {};
+    if (type == REG_DWORD) return static_cast<std::uint32_t>(value.number);
+    return Utf8(value.text);
+}
 
 /// The system's adapter records; empty when it does not give them.
 std::vector<std::uint8_t> AdapterRecords() {
@@ -68,15 +48,10 @@ std::vector<std::uint8_t> AdapterRecords() {
 }
 
 SystemAdapter Describe(const IP_ADAPTER_INFO& info) {
-    const RegistryKey connection(std::string(kNetworkConnections) + info.AdapterName +
-                                 "\\Connection");
-    SystemAdapter adapter{connection.Text(L"Name"),
-                          connection.Text(L"PnpInstanceID"),
-                          connection.Number(L"MediaSubType"),
-                          {}};
+    std::vector<std::string> addresses;
     for (const IP_ADDR_STRING* entry = &info.IpAddressList; entry; entry = entry->Next)
-        adapter.addresses.emplace_back(entry->IpAddress.String);
-    return adapter;
+        addresses.emplace_back(entry->IpAddress.String);
+    return DescribeConnection(info.AdapterName, std::move(addresses), ReadLocalMachine);
 }
 
 }  // namespace
