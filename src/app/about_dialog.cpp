@@ -12,6 +12,7 @@
 #include "app/application_title.h"
 #include "base/system_version.h"
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/icons.h"
 #include "widgets/wx_text.h"
 
@@ -49,6 +50,7 @@ wxString LibraryNames() {
 }  // namespace
 
 AboutDialog::AboutDialog(wxWindow* parent) : wxDialog(parent, wxID_ANY, ToWx(kTitle)) {
+    UseLanguageFont(*this);
     const int gap = FromDIP(16);
     auto* texts = new wxBoxSizer(wxVERTICAL);
     const auto add = [&](const wxString& text) {

@@ -10,7 +10,7 @@
 #include "app/tour_script.h"
 #include "base/folders.h"
 #include "base/window_titles.h"
-#include "widgets/font_start.h"
+#include "widgets/fonts.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {

@@ -16,6 +16,7 @@
 #include "settings/custom_settings_dialogs.h"
 #include "videocontrol/video_control_dialog.h"
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/icons.h"
 #include "widgets/system_menu.h"
@@ -78,6 +79,7 @@ CSontaroDlg::CSontaroDlg(const UiServices& services, const MainWindowSetup& setu
           TitleOf(Window::kMain),
           [this](WindowMessage& message) { switchboard_.Handle(message); })),
       iconTimer_(this) {
+    UseLanguageFont(*this);
     SetEscapeId(wxID_NONE);
     iconTimer_.StartOnce(kIconDelayMilliseconds);  // they are large: the window is painted first
     const int gap = FromDIP(16);

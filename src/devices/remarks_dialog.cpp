@@ -7,6 +7,7 @@
 #include <wx/textctrl.h>
 
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -21,6 +22,7 @@ constexpr unsigned long kLongestRemarks = 200;
 
 std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& device) {
     wxDialog dialog(parent, wxID_ANY, ToWx(kTitle));
+    UseLanguageFont(dialog);
     const int gap = dialog.FromDIP(10);
     auto* column = new wxBoxSizer(wxVERTICAL);
     const wxString player = ToWx(device.ip + "    " + device.mac + "    " + device.id);

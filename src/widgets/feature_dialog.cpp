@@ -3,6 +3,7 @@
 #include <wx/button.h>
 
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -13,6 +14,7 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
       services_(services),
       registration_(services_.Directory().Register(
           TitleOf(window), [this](WindowMessage& message) { HandleMessage(message); })) {
+    UseLanguageFont(*this);
     // Without an escape button Escape does nothing, and without a default button neither does
     // Enter: that swallows both where an open cell editor still gets them. A button in focus
     // would take Enter for a press.

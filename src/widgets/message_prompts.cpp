@@ -7,6 +7,7 @@
 
 #include "base/window_titles.h"
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/wx_text.h"
 
@@ -19,6 +20,7 @@ constexpr LocalText kReplaceQuestion = {"文件已存在，要替换吗？",
 
 int Show(const std::string& text, long style) {
     wxGenericMessageDialog box(FrontDialog(), ToWx(text), ToWx(ApplicationTitle()), style);
+    UseLanguageFont(box);
     if ((style & wxYES_NO) != 0) {
         box.SetYesNoLabels(ButtonLabel(kYesText, 'Y'), ButtonLabel(kNoText, 'N'));
     } else {

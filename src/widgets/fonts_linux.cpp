@@ -1,6 +1,6 @@
-#include <fontconfig/fontconfig.h>
+#include "widgets/fonts.h"
 
-#include "widgets/font_start.h"
+#include <fontconfig/fontconfig.h>
 
 namespace sontaro {
 
@@ -8,5 +8,8 @@ namespace sontaro {
 std::jthread StartFonts() {
     return std::jthread([] { FcInit(); });
 }
+
+// What the system's font lacks, it takes from another by itself.
+void UseLanguageFont(wxWindow&) {}
 
 }  // namespace sontaro

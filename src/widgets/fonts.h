@@ -1,0 +1,18 @@
+// Fonts: the system's, got ready while the toolkit starts, and the one of our windows.
+#pragma once
+
+#include <thread>
+
+class wxWindow;
+
+namespace sontaro {
+
+/// Reads the system's font configuration on a thread of its own. The toolkit needs it for the
+/// first text; by then it is there. Called before the toolkit starts; join the thread at the end.
+[[nodiscard]] std::jthread StartFonts();
+
+/// Gives a window a font that has the characters of the interface's language, where the system's
+/// own may lack them. Its controls take it over as they are made: called before that.
+void UseLanguageFont(wxWindow& window);
+
+}  // namespace sontaro
