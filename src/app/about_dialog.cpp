@@ -61,7 +61,7 @@ AboutDialog::AboutDialog(wxWindow* parent) : wxDialog(parent, wxID_ANY, ToWx(kTi
     auto* name = add("Sontaro");
     name->SetFont(name->GetFont().Bold().Scaled(1.5F));
     add(ToWx(kVersion) + ToWx(ProgramVersion()));
-    add(ToWx(kPurpose))->Wrap(52 * GetCharWidth());
+    add(ToWx(kPurpose))->Wrap(52 * LetterWidth(*this));
     add(ToWx(kLicence));
     add(ToWx(kSystem) + SystemName());
     add(ToWx(kLibraries) + "\n" + LibraryNames());

@@ -124,7 +124,7 @@ wxSizer* CSontaroDlg::MakeHeader() {
 wxSizer* CSontaroDlg::MakeGroups() {
     const bool chinese = CurrentLanguage() == Language::kChinese;
     const int columns = chinese ? 4 : 2;  // as many as the largest group has buttons
-    const wxSize buttonSize((chinese ? 24 : 36) * GetCharWidth(), FromDIP(72));
+    const wxSize buttonSize((chinese ? 24 : 36) * LetterWidth(*this), FromDIP(72));
     auto* column = new wxBoxSizer(wxVERTICAL);
     for (const FeatureGroupText& group : kFeatureGroups) {
         auto* heading = new wxStaticText(this, wxID_ANY, ToWx(group.text));

@@ -1,6 +1,7 @@
 #include "devices/device_list.h"
 
 #include "widgets/clipboard.h"
+#include "widgets/fonts.h"
 
 namespace sontaro {
 
@@ -33,7 +34,8 @@ DeviceList::DeviceList(wxWindow* parent, int id, ChoiceMode mode, ScanRun& run)
 
 void DeviceList::AppendColumns() {
     for (const ColumnHead& column : kColumns)
-        AppendColumn(ToWx(column.caption), wxLIST_FORMAT_LEFT, column.characters * GetCharWidth());
+        AppendColumn(ToWx(column.caption), wxLIST_FORMAT_LEFT,
+                     column.characters * LetterWidth(*this));
     ShowSortIndicator(static_cast<int>(DeviceColumn::kNumber), true);
 }
 

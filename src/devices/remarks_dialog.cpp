@@ -31,7 +31,7 @@ std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& d
     row->Add(new wxStaticText(&dialog, wxID_ANY, ToWx(kRemarks)),
              wxSizerFlags().CentreVertical().Border(wxRIGHT, gap));
     auto* text = new wxTextCtrl(&dialog, kRemarksText, ToWx(device.remarks), wxDefaultPosition,
-                                wxSize(45 * dialog.GetCharWidth(), wxDefaultCoord));
+                                wxSize(45 * LetterWidth(dialog), wxDefaultCoord));
     text->SetMaxLength(
         std::max(kLongestRemarks, static_cast<unsigned long>(text->GetLastPosition())));
     row->Add(text, wxSizerFlags(1));

@@ -11,6 +11,7 @@
 #include "link/discovery.h"
 #include "widgets/clipboard.h"
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/icons.h"
 #include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
@@ -74,8 +75,8 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     column->Add(hint, wxSizerFlags().Border(wxLEFT | wxRIGHT, gap));
     column->Add(MakeButtonRow(true, kCancelText), wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizer(column);
-    SetMinClientSize(wxSize(70 * GetCharWidth(), 20 * GetCharHeight()));
-    wxSize size(155 * GetCharWidth(), 24 * GetCharHeight());
+    SetMinClientSize(wxSize(70 * LetterWidth(*this), 20 * GetCharHeight()));
+    wxSize size(160 * LetterWidth(*this), 24 * GetCharHeight());
     size.DecTo(wxGetClientDisplayRect().GetSize());
     SetClientSize(size);
     CentreOnParent();
@@ -96,11 +97,11 @@ wxSizer* CScanForDevices::MakeAddressRow() {
     const auto centred = wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(8));
     row->Add(new wxStaticText(this, wxID_ANY, ToWx(kLocalIp)), centred);
     address_ = new wxComboBox(this, kScanAddress, "", wxDefaultPosition,
-                              wxSize(24 * GetCharWidth(), wxDefaultCoord));
+                              wxSize(24 * LetterWidth(*this), wxDefaultCoord));
     row->Add(address_, centred);
     scanButton_ = new wxButton(this, kScanButton, ButtonLabel(run_.ButtonText(), 'S'));
     scanButton_->SetBitmap(LineIcon("scan", 18));
-    scanButton_->SetMinSize(wxSize(24 * GetCharWidth(), scanButton_->GetBestSize().y));
+    scanButton_->SetMinSize(wxSize(24 * LetterWidth(*this), scanButton_->GetBestSize().y));
     row->Add(scanButton_, centred);
     addressState_ = new wxStaticText(this, wxID_ANY, "");
     row->Add(addressState_, wxSizerFlags(1).CentreVertical());

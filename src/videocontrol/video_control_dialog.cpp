@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/icons.h"
 #include "widgets/window_memory.h"
@@ -109,7 +110,7 @@ wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
     row->Add(name, flags);
     auto* remarks = new wxStaticText(this, wxID_ANY, ToWx(player.remarks), wxDefaultPosition,
                                      wxDefaultSize, wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
-    remarks->SetMinSize(wxSize(10 * GetCharWidth(), wxDefaultCoord));
+    remarks->SetMinSize(wxSize(10 * LetterWidth(*this), wxDefaultCoord));
     row->Add(remarks, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
     state_ = new wxStaticText(this, wxID_ANY, ToWx(kStates[0]));
     row->Add(state_, wxSizerFlags().CentreVertical());
@@ -143,7 +144,7 @@ wxSizer* CVideoControl::MakeVolumeGroup() {
     volume_ = new wxSlider(box, kVolumeSlider, 0, 0, 100);
     group->Add(volume_, wxSizerFlags(1).CentreVertical());
     volumeText_ = new wxStaticText(box, wxID_ANY, kUnknownVolume, wxDefaultPosition,
-                                   wxSize(5 * GetCharWidth(), wxDefaultCoord),
+                                   wxSize(5 * LetterWidth(*this), wxDefaultCoord),
                                    wxALIGN_RIGHT | wxST_NO_AUTORESIZE);
     group->Add(volumeText_, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
     volume_->Bind(wxEVT_SLIDER, [this](wxCommandEvent& event) {
@@ -183,7 +184,7 @@ wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, Chooser 
 }
 
 /// Of a drop-down, whatever names it will offer.
-wxSize CVideoControl::NameSize() const { return {18 * GetCharWidth(), wxDefaultCoord}; }
+wxSize CVideoControl::NameSize() const { return {18 * LetterWidth(*this), wxDefaultCoord}; }
 
 /// A drop-down that sends what is chosen at once, and what is typed at the press of a button.
 wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, Chooser chooser) {

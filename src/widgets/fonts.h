@@ -15,4 +15,8 @@ namespace sontaro {
 /// own may lack them. Its controls take it over as they are made: called before that.
 void UseLanguageFont(wxWindow& window);
 
+/// Average width of the Latin letters in a window's font, in pixels. What a font with Chinese
+/// characters says of itself can be the width of one of these.
+[[nodiscard]] int LetterWidth(const wxWindow& window);
+
 }  // namespace sontaro

@@ -1,6 +1,7 @@
 #include "widgets/fonts.h"
 
 #include <fontconfig/fontconfig.h>
+#include <wx/window.h>
 
 namespace sontaro {
 
@@ -11,5 +12,7 @@ std::jthread StartFonts() {
 
 // What the system's font lacks, it takes from another by itself.
 void UseLanguageFont(wxWindow&) {}
+
+int LetterWidth(const wxWindow& window) { return window.GetCharWidth(); }
 
 }  // namespace sontaro

@@ -30,4 +30,9 @@ void UseLanguageFont(wxWindow& window) {
     window.SetFont(font);
 }
 
+int LetterWidth(const wxWindow& window) {
+    const wxString letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    return window.GetTextExtent(letters).x / static_cast<int>(letters.length());
+}
+
 }  // namespace sontaro

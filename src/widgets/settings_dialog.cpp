@@ -5,6 +5,7 @@
 #include <wx/sizer.h>
 
 #include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
@@ -63,7 +64,7 @@ void SettingsDialog::LayOut(const DeviceRecord& player) {
     column->Add(heading, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     grid_ = new SettingsGrid(this, kSettingsGrid, design_.withTitles, Services().Messages(),
                              [this](const SettingsEdit& edit) { return run_.Edit(edit); });
-    grid_->SetMinSize(wxSize(72 * GetCharWidth(), 30 * GetCharHeight()));
+    grid_->SetMinSize(wxSize(72 * LetterWidth(*this), 30 * GetCharHeight()));
     column->Add(grid_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     state_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                               wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);

@@ -11,6 +11,7 @@
 #include <array>
 
 #include "base/row_text.h"
+#include "widgets/fonts.h"
 #include "widgets/grid_properties.h"
 #include "widgets/wx_text.h"
 
@@ -52,7 +53,7 @@ int LineHeight(const wxWindow& window) {
 
 /// The first column grows with the display and with its texts.
 int FirstColumn(const wxWindow& window) {
-    return std::max(window.FromDIP(kFirstColumn), kFirstColumnCharacters * window.GetCharWidth());
+    return std::max(window.FromDIP(kFirstColumn), kFirstColumnCharacters * LetterWidth(window));
 }
 
 wxString NameIn(const wxString& group, int number) {
