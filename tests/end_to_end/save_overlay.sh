@@ -11,6 +11,6 @@ open_feature "$main" Tab Tab space
 await 10 "no dialog" has_window "OSD"
 await 20 "the settings were not read" received "received 3 sub 4 arg 0"
 sleep 0.7
-# From the first row to the fourth, the transparency, and on to OK without an Enter.
-keys "OSD" Down Down Down Return ctrl+a 2 7 Tab Tab Tab Tab Tab space
+# From the first row to the fourth, the transparency, out of the cell, and OK without an Enter.
+keys "OSD" Down Down Down Return ctrl+a 2 7 Tab alt+o
 await 10 "the edit did not arrive" received '"transparent":27'

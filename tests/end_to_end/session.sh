@@ -17,9 +17,11 @@ end_session() {
 trap end_session EXIT
 
 # start NAME COMMAND...: runs the command in the background, its output in NAME.log; sets $process.
+# A Windows program runs under Wine.
 start() {
     local name=$1
     shift
+    if [[ $1 == *.exe ]]; then set -- wine "$@"; fi
     "$@" >"$work/$name.log" 2>&1 &
     process=$!
     started+=("$process")

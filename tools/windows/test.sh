@@ -1,5 +1,6 @@
 #!/bin/bash
-# Builds the Windows programs and runs their tests under Wine, one at a time.
+# Builds the Windows programs, runs their tests under Wine, one at a time, and has them talk to the
+# Linux ones.
 set -uo pipefail
 cd "$(dirname "$0")/../.."
 
@@ -9,4 +10,6 @@ for suite in tests/sontaro_core_tests tests/ui/sontaro_ui_tests; do
     echo "== $(basename "$suite")"
     timeout 600 tools/windows/wine.sh wine "build/windows/$suite.exe" --gtest_brief=1 || failed=1
 done
+echo "== Linux and Windows talk"
+tools/windows/talk.sh || failed=1
 exit $failed
