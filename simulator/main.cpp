@@ -89,8 +89,8 @@ int Main(const std::vector<std::string>& texts) {
 
 }  // namespace sontaro::simulator
 
-int main(int argc, char** argv) try {
-    return sontaro::simulator::Main(sontaro::ProgramArguments(argc, argv));
+int main() try {
+    return sontaro::simulator::Main(sontaro::ProgramArguments());
 } catch (const std::exception& error) {
     return sontaro::simulator::Fail(sontaro::simulator::kFailed, error.what());
 }

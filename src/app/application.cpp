@@ -9,6 +9,7 @@
 #include "app/application_title.h"
 #include "app/tour_script.h"
 #include "base/folders.h"
+#include "base/program_arguments.h"
 #include "base/window_titles.h"
 #include "widgets/fonts.h"
 #include "widgets/wx_text.h"
@@ -49,9 +50,7 @@ bool CSontaroApp::OnInit() {
 
 /// Takes the options before the toolkit looks for a display, which --help does not need.
 bool CSontaroApp::Initialize(int& count, wxChar** values) {
-    std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i) arguments.push_back(FromWx(values[i]));
-    const Result<CommandLine> line = ParseCommandLine(arguments);
+    const Result<CommandLine> line = ParseCommandLine(ProgramArguments());
     if (!line) {
         std::fprintf(stderr, "sontaro: %s\n%s", line.reason().c_str(), CommandLineHelp().c_str());
         std::exit(kUsageError);  // NOLINT(concurrency-mt-unsafe): no other thread yet

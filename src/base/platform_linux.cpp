@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <fstream>
 #include <sstream>
 
 #include "base/encoding.h"
@@ -90,8 +91,13 @@ SystemVersion ReadSystemVersion() {
     return version;
 }
 
-std::vector<std::string> ProgramArguments(int count, char** values) {
-    return {values + 1, values + count};
+std::vector<std::string> ProgramArguments() {
+    std::ifstream file("/proc/self/cmdline", std::ios::binary);
+    std::string argument;
+    std::getline(file, argument, '\0');  // the program's name
+    std::vector<std::string> arguments;
+    while (std::getline(file, argument, '\0')) arguments.push_back(argument);
+    return arguments;
 }
 
 fs::path ExecutableFolder() {

@@ -64,7 +64,7 @@ SystemVersion ReadSystemVersion() {
     return {major, minor, build & ~kKindOfBuild};
 }
 
-std::vector<std::string> ProgramArguments(int, char**) {
+std::vector<std::string> ProgramArguments() {
     SetConsoleOutputCP(CP_UTF8);
     int count = 0;
     wchar_t** values = CommandLineToArgvW(GetCommandLineW(), &count);

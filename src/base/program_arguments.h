@@ -1,4 +1,4 @@
-// What a program without a window was started with.
+// What the program was started with.
 #pragma once
 
 #include <string>
@@ -6,9 +6,10 @@
 
 namespace sontaro {
 
-/// The arguments behind the program's name, in UTF-8. `count` and `values` are those of main(); on
-/// Windows, where they lack what the code page lacks, the system is asked instead, and a console
-/// is told to show UTF-8. Called once, at the start.
-[[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** values);
+/// The arguments behind the program's name, in UTF-8 (on Linux the bytes as they were given). The
+/// system is asked for them: on Windows main() lacks what the code page lacks, and the toolkit
+/// decodes them as the locale says. There a console is also told to show UTF-8. Called once, at the
+/// start.
+[[nodiscard]] std::vector<std::string> ProgramArguments();
 
 }  // namespace sontaro
