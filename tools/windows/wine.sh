@@ -15,6 +15,16 @@ set_value() {
     wine reg add "HKCU\\Software\\Wine\\$1" /v "$2" /d "$3" ${4:+/t "$4"} /f >/dev/null 2>&1
 }
 
+# The user's folders are links into a home folder that goes with this command: without them the
+# dialogs that ask for a file end the program.
+own_user_folders() {
+    local link
+    find "$WINEPREFIX/drive_c/users" -type l | while read -r link; do
+        rm "$link"
+        mkdir "$link"
+    done
+}
+
 # Without a window manager every window that closes would wait for one. Wine has no Chinese font.
 configure() {
     mkdir -p "$LOCPATH"
@@ -28,6 +38,7 @@ configure() {
         set_value "Fonts\\Replacements" "$font" "Noto Sans CJK SC"
     done
     wineserver --wait
+    own_user_folders
     touch "$build/complete"
 }
 
