@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "base/row_text.h"
+#include "base/hex_command.h"
 #include "simulator/number.h"
 #include "simulator/player_state.h"
 
@@ -20,15 +20,9 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 std::optional<Bytes> ParseSerialBytes(std::string_view text) {
-    constexpr int kHexadecimal = 16;
-    const auto digits = NormalizedHexCommand(text);
-    if (!digits || digits->empty() || digits->size() / 2 > kMostSerialBytes) return std::nullopt;
-    Bytes bytes(digits->size() / 2);
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const char* const pair = digits->data() + 2 * i;
-        std::from_chars(pair, pair + 2, bytes[i], kHexadecimal);
-    }
-    return bytes;
+    const auto command = NormalizedHexCommand(text);
+    if (!command || command->empty() || command->size() / 2 > kMostSerialBytes) return std::nullopt;
+    return BytesOfHexCommand(*command);
 }
 
 std::optional<SerialEvent> ParseEvent(std::string_view line) {

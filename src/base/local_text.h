@@ -16,6 +16,9 @@ struct LocalText {
     const char* english;
 };
 
+/// A text that is the same in both languages.
+[[nodiscard]] constexpr LocalText InBoth(const char* text) { return {text, text}; }
+
 /// Sets the language of the process. Called once at start, before any window exists.
 void SetLanguage(Language language);
 

@@ -9,13 +9,14 @@
 #include <locale>
 #include <sstream>
 
+#include "base/hex_command.h"
+
 namespace sontaro {
 
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kDigitsAndPoint = "0123456789.";
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 constexpr std::string_view kBlanks = " \t\n\v\f\r";
 
 bool ConsistsOf(std::string_view text, std::string_view characters) {
@@ -56,17 +57,6 @@ std::optional<std::string> FittingRowText(RowKind kind, const std::string& text,
         case RowKind::kColour: break;
     }
     return text;
-}
-
-std::optional<std::string> NormalizedHexCommand(std::string_view text) {
-    std::string command;
-    for (const char digit : text) {
-        if (kBlanks.find(digit) != std::string_view::npos) continue;
-        command += digit >= 'a' && digit <= 'z' ? static_cast<char>(digit - 'a' + 'A') : digit;
-    }
-    if (command.size() % 2 != 0) return std::nullopt;
-    if (command.find_first_not_of(kHexDigits) != std::string::npos) return std::nullopt;
-    return command;
 }
 
 std::int32_t LeadingInteger(std::string_view text) {

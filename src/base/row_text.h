@@ -13,14 +13,10 @@ namespace sontaro {
 
 /// `text` as a row of that kind takes it; none when it does not fit. Whole numbers are one digit
 /// or more, decimals one digit or point or more: a sign or an exponent has never been accepted
-/// from a grid. Hexadecimal commands are normalised (`NormalizedHexCommand`). A choice is one of
+/// from a grid. Commands are normalised (see base/hex_command.h). A choice is one of
 /// `choices`.
 [[nodiscard]] std::optional<std::string> FittingRowText(RowKind kind, const std::string& text,
                                                         const std::vector<std::string>& choices);
-
-/// A command's bytes in hexadecimal digits: upper case, without blanks; none when a character is no
-/// digit or a digit is left over. Empty means that there is no command.
-[[nodiscard]] std::optional<std::string> NormalizedHexCommand(std::string_view text);
 
 /// The decimal number at the start of `text` behind blanks, as C reads it (a sign may go ahead);
 /// 0 when there is none. Beyond 32 bits it is the nearest number within.

@@ -6,11 +6,15 @@
 #include <string_view>
 
 #include "base/bytes.h"
+#include "base/window_message.h"
 
 namespace sontaro {
 
 inline constexpr std::uint32_t kPacketMagic = 0xA55A5A5A;
 inline constexpr std::size_t kHeaderSize = 16;
+
+/// Most payload bytes of a packet that is sent.
+inline constexpr std::size_t kLongestPayload = kBufferSize - kHeaderSize;
 
 /// In the command byte of a reply: this is a reply.
 inline constexpr std::uint8_t kReplyBit = 0x80;

@@ -1,20 +1,12 @@
 #include "settings/settings_run.h"
 
-#include "base/file.h"
+#include "settings/settings_files.h"
 
 namespace sontaro {
 
 namespace {
 
 constexpr LocalText kSaved = {"配置完成！", "Changes have been saved!"};
-constexpr LocalText kTooLong = {"设置内容过长，无法发送！",
-                                "The settings are too long to be sent!"};
-constexpr LocalText kNoSettings = {"文件中没有可用的设置，未作任何更改！",
-                                   "The file holds no such settings. Nothing has been changed!"};
-constexpr LocalText kFileWritten = {"保存完成！", "Save OK!"};
-constexpr LocalText kFileNotWritten = {"无法写入文件！", "The file cannot be written!"};
-
-constexpr std::size_t kLongestPayload = kBufferSize - kHeaderSize;
 
 }  // namespace
 
@@ -83,7 +75,7 @@ void SettingsRun::Save() {
     if (const std::optional<LocalText> refusal = document_.RefusalToSend())
         return prompts_.Warn(Localized(*refusal));
     const std::string text = document_.Write();
-    if (text.size() > kLongestPayload) return prompts_.Warn(Localized(kTooLong));
+    if (text.size() > kLongestPayload) return prompts_.Warn(Localized(kSettingsTooLong));
     const std::uint32_t selector = exchange_.block | std::uint32_t{exchange_.saveArgument} << 16;
     if (!view_.Send(DevicePacket::Request(kCommandSettings, selector, text)))
         return Enter(State::kNotSent);
@@ -93,18 +85,15 @@ void SettingsRun::Save() {
 }
 
 void SettingsRun::OpenFile(const std::filesystem::path& path) {
-    const Result<std::string> text = ReadFile(path);
-    if (!text || !document_.TakeFile(*text)) return prompts_.Warn(Localized(kNoSettings));
+    const auto take = [this](std::string_view text) { return document_.TakeFile(text); };
+    if (!TakeSettingsFile(path, take, prompts_)) return;
     newer_.clear();
     view_.ShowRows();
     Enter(State::kChanged);
 }
 
 void SettingsRun::SaveFile(const std::filesystem::path& path) {
-    if (WriteFileAtomically(path, document_.Write()))
-        prompts_.Inform(Localized(kFileWritten));
-    else
-        prompts_.Warn(Localized(kFileNotWritten));
+    KeepSettingsFile(path, document_.Write(), prompts_);
 }
 
 void SettingsRun::Enter(State state) {

@@ -12,7 +12,7 @@ using test::Hex;
 constexpr std::uint32_t kUpload = 0x00010001;
 constexpr std::uint32_t kUploadAndRestart = 0x103;  // the command word
 
-struct ControlProtocol : testing::Test {
+struct ServedControlProtocol : testing::Test {
     Answer Ask(std::uint32_t commandWord, std::uint32_t selectorWord, std::string_view json = {},
                std::string_view faults = {}) {
         Answer answer =
@@ -23,7 +23,7 @@ struct ControlProtocol : testing::Test {
     PlayerState state = FactoryState();
 };
 
-TEST_F(ControlProtocol, ComesWithEverySlotOfItsLists) {
+TEST_F(ServedControlProtocol, ComesWithEverySlotOfItsLists) {
     const auto document = *ParseJson(AsText(Ask(3, 1).reply.payload));
     for (const auto& [section, slots, name] : {std::tuple{"VideoType", 64U, "TypeName"},
                                                {"AudioType", 64U, "TypeName"},
@@ -37,7 +37,7 @@ TEST_F(ControlProtocol, ComesWithEverySlotOfItsLists) {
     EXPECT_TRUE(document["KtvDev"].isObject() && document["Serial"].isObject());
 }
 
-TEST_F(ControlProtocol, IsKeptAndAcknowledgedWithTheFlagOfItsUpload) {
+TEST_F(ServedControlProtocol, IsKeptAndAcknowledgedWithTheFlagOfItsUpload) {
     const Answer saved = Ask(kUploadAndRestart, kUpload, R"({"a":1})");
     EXPECT_EQ(saved.reply.Serialize(), Hex("5A5A5AA5 83 01 0000 0100 0100 00000000"));
     EXPECT_TRUE(Ask(3, kUpload, "[1]").silent);
@@ -47,14 +47,14 @@ TEST_F(ControlProtocol, IsKeptAndAcknowledgedWithTheFlagOfItsUpload) {
               Hex("5A5A5AA5 83 00 0000 0100 0000 07000000 7B2262223A327D"));
 }
 
-TEST_F(ControlProtocol, IsSpoiltAsTheFaultsHaveIt) {
+TEST_F(ServedControlProtocol, IsSpoiltAsTheFaultsHaveIt) {
     EXPECT_EQ(Ask(3, 1, "", "result=7").reply.header.argument, 7);
     EXPECT_EQ(Ask(3, kUpload, "{}", "result=7").reply.header.argument, 1);
     EXPECT_FALSE(ParseJson(AsText(Ask(3, 1, "", "bad-json").reply.payload)));
     EXPECT_FALSE(ParseFaultScript("result=65536") || ParseFaultScript("no-second-part=1"));
 }
 
-TEST_F(ControlProtocol, ItsOtherDataComeInTwoPartsAndAsNames) {
+TEST_F(ServedControlProtocol, ItsOtherDataComeInTwoPartsAndAsNames) {
     constexpr std::uint32_t kSecondPart = 32767U << 16;
     for (const std::uint32_t part : {0U, 1U << 16, kSecondPart}) {
         const DevicePacket reply = Ask(19, part).reply;
@@ -67,7 +67,7 @@ TEST_F(ControlProtocol, ItsOtherDataComeInTwoPartsAndAsNames) {
         EXPECT_EQ(AsText(Ask(command, selector).reply.payload), "one.mp4?二.lay?");
 }
 
-TEST_F(ControlProtocol, KeepAlivesTakeTheSerialBytesOneByOne) {
+TEST_F(ServedControlProtocol, KeepAlivesTakeTheSerialBytesOneByOne) {
     state.serialBytes = {Hex("A501"), Hex("02")};
     EXPECT_EQ(Ask(50, 0).reply.Serialize(), Hex("5A5A5AA5 B2 00 0000 0000 0000 02000000 A501"));
     EXPECT_EQ(Ask(50, 0).reply.payload, Hex("02"));

@@ -1,0 +1,31 @@
+// The control protocol as rows of five grids.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "controlprotocol/control_protocol_document.h"
+
+namespace sontaro {
+
+/// Song-selection system; serial port and commands; video and audio categories; layouts;
+/// projectors.
+inline constexpr std::size_t kControlProtocolGrids = 5;
+inline constexpr std::size_t kCategoryGrid = 2;
+
+/// The rows of every grid. A number that stands for a choice there is not is clamped in the model
+/// as well as in the rows.
+[[nodiscard]] std::array<SettingsRows, kControlProtocolGrids> ControlProtocolRows(
+    ControlProtocolModel& model);
+
+/// Takes over an edit of one of those rows, or says why not.
+[[nodiscard]] EditAnswer EditControlProtocol(ControlProtocolModel& model, const SettingsEdit& edit);
+
+/// The video category, from 0, that `group` of the grid of categories shows; none for others.
+[[nodiscard]] std::optional<int> VideoCategoryIn(const SettingsGroup& group);
+
+/// The edit that gives the video category the command that switches to it.
+[[nodiscard]] SettingsEdit SwitchCommandEdit(int category, const std::string& command);
+
+}  // namespace sontaro

@@ -1,0 +1,26 @@
+// Settings in files of the user's.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string_view>
+
+#include "base/local_text.h"
+#include "base/prompts.h"
+
+namespace sontaro {
+
+/// Settings that do not fit into a packet.
+inline constexpr LocalText kSettingsTooLong = {"设置内容过长，无法发送！",
+                                               "The settings are too long to be sent!"};
+
+/// Has `take` read the text of the file at `path`. False when there is no such text, or `take` has
+/// no use for it: the user is told that nothing has been changed.
+[[nodiscard]] bool TakeSettingsFile(const std::filesystem::path& path,
+                                    const std::function<bool(std::string_view)>& take,
+                                    Prompts& prompts);
+
+/// Replaces the file at `path` by `text`, and tells the user whether that has worked.
+void KeepSettingsFile(const std::filesystem::path& path, std::string_view text, Prompts& prompts);
+
+}  // namespace sontaro
