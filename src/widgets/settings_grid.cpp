@@ -1,6 +1,5 @@
 #include "widgets/settings_grid.h"
 
-#include <wx/headerctrl.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
@@ -8,11 +7,11 @@
 #include <wx/wupdlock.h>
 
 #include <algorithm>
-#include <array>
 
 #include "base/row_text.h"
 #include "widgets/fonts.h"
 #include "widgets/grid_properties.h"
+#include "widgets/settings_grid_titles.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -21,7 +20,7 @@ namespace {
 
 using Outcome = EditAnswer::Outcome;
 
-constexpr LocalText kTitles[] = {{"属性", "Property"}, {"值", "Value"}};
+constexpr const char* kChineseText = "属性";
 constexpr int kFirstColumn = 200;  // device-independent pixels
 constexpr int kFirstColumnCharacters = 25;
 constexpr int kLeastSecondColumn = 160;
@@ -48,7 +47,7 @@ const LocalText& HintFor(RowKind kind) {
 
 /// Height of a line of text in both scripts: Chinese is taller than the font itself says.
 int LineHeight(const wxWindow& window) {
-    return window.GetTextExtent(wxString::FromUTF8(kTitles[0].chinese)).y;
+    return window.GetTextExtent(wxString::FromUTF8(kChineseText)).y;
 }
 
 /// The first column grows with the display and with its texts.
@@ -61,30 +60,6 @@ wxString NameIn(const wxString& group, int number) {
 }
 
 }  // namespace
-
-/// The titles of the two columns; they cannot be dragged, the columns can.
-class SettingsGrid::Titles : public wxHeaderCtrl {
-   public:
-    explicit Titles(wxWindow* parent)
-        : wxHeaderCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0) {
-        SetColumnCount(2);
-    }
-    void SetWidths(int first, int second) {
-        columns_[0].SetWidth(first);
-        columns_[1].SetWidth(second);
-        UpdateColumn(0);
-        UpdateColumn(1);
-    }
-
-   private:
-    [[nodiscard]] const wxHeaderColumn& GetColumn(unsigned column) const override {
-        return columns_.at(column);
-    }
-
-    std::array<wxHeaderColumnSimple, 2> columns_ = {
-        wxHeaderColumnSimple(ToWx(kTitles[0]), 1, wxALIGN_LEFT, 0),
-        wxHeaderColumnSimple(ToWx(kTitles[1]), 1, wxALIGN_LEFT, 0)};
-};
 
 SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& prompts,
                            EditHandler onEdit)
@@ -102,7 +77,7 @@ SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& p
     grid_->SetVerticalSpacing(grid_->GetVerticalSpacing() +
                               (LineHeight(*this) - GetCharHeight()) / 2);
     if (withTitles) {
-        titles_ = new Titles(this);
+        titles_ = new SettingsGridTitles(this);
         titles_->SetMinSize(wxSize(wxDefaultCoord, LineHeight(*this) + FromDIP(8)));
     }
     empty_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
@@ -135,13 +110,25 @@ void SettingsGrid::BindEvents() {
     grid_->Bind(wxEVT_PG_CHANGING, &SettingsGrid::OnChanging, this);
     grid_->Bind(wxEVT_PG_CHANGED, &SettingsGrid::OnChanged, this);
     grid_->Bind(wxEVT_PG_SELECTED, [this](wxPropertyGridEvent&) { ShowHelp(); });
+    grid_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+        event.Skip();
+        CallAfter([this] {
+            if (grid_->GetSelection()) return;
+            ChooseFirst();
+            ShowHelp();
+        });
+    });
     const auto placeTitles = [this](wxEvent& event) {
         event.Skip();
         CallAfter([this] { PlaceTitles(); });
     };
+    const auto keepColumns = [this, placeTitles](wxEvent& event) {
+        columnsChosen_ = true;
+        placeTitles(event);
+    };
     grid_->Bind(wxEVT_SIZE, placeTitles);
-    grid_->Bind(wxEVT_PG_COL_DRAGGING, placeTitles);
-    grid_->Bind(wxEVT_PG_COL_END_DRAG, placeTitles);
+    grid_->Bind(wxEVT_PG_COL_DRAGGING, keepColumns);
+    grid_->Bind(wxEVT_PG_COL_END_DRAG, keepColumns);
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         event.Skip();
         if (empty_->IsShown()) WrapEmptyText();
@@ -222,16 +209,23 @@ SettingsGrid::View SettingsGrid::CurrentView() const {
 void SettingsGrid::Restore(const View& view) {
     wxPGProperty* chosen = grid_->GetPropertyByName(view.chosen);
     const bool typing = chosen != nullptr && view.typing;
-    if (!chosen) chosen = grid_->GetPropertyByName(kFirstRow);
-    if (!chosen || !chosen->IsVisible()) chosen = grid_->FirstRow();
-    if (!chosen) return;
-    grid_->Choose(chosen);
+    if (chosen && chosen->IsVisible())
+        grid_->Choose(chosen);
+    else if (!view.chosen.empty() || grid_->HasFocus())
+        ChooseFirst();
     if (typing) grid_->SelectProperty(chosen, true);
     if (wxTextCtrl* editor = grid_->GetEditorTextCtrl(); editor && typing) {
         editor->SetValue(view.typed);
         editor->SetInsertionPointEnd();
     }
     grid_->Scroll(0, view.scroll);
+}
+
+/// Only when the user comes to the grid, or had chosen another row: an editor takes its time.
+void SettingsGrid::ChooseFirst() {
+    wxPGProperty* first = grid_->GetPropertyByName(kFirstRow);
+    if (!first || !first->IsVisible()) first = grid_->FirstRow();
+    if (first) grid_->Choose(first);
 }
 
 void SettingsGrid::SetEmptyText(const wxString& text) {
@@ -386,7 +380,9 @@ void SettingsGrid::ShowHelp() {
     help_->ChangeValue(ToWx(text));
 }
 
+/// A grid that was narrow for a while, as on a page that is not shown yet, gets its column back.
 void SettingsGrid::PlaceTitles() {
+    if (!columnsChosen_) grid_->SetSplitterPosition(FirstColumn(*this));
     const int first = grid_->GetSplitterPosition();
     if (titles_) titles_->SetWidths(first, grid_->GetClientSize().x - first);
 }

@@ -18,6 +18,8 @@ class wxTextCtrl;
 
 namespace sontaro {
 
+class SettingsGridTitles;
+
 /// Shows settings in two columns, groups and sub-groups in their own order, with an explanation of
 /// the chosen row below. What the user has changed is bold. Up and Down choose a row, Enter edits
 /// it, Escape leaves the edit. User-interface thread.
@@ -64,8 +66,6 @@ class SettingsGrid : public wxPanel {
     [[nodiscard]] wxPropertyGrid& Properties();
 
    private:
-    class Titles;
-
     /// What a rebuild keeps.
     struct View {
         std::set<wxString> folded;
@@ -83,6 +83,7 @@ class SettingsGrid : public wxPanel {
     [[nodiscard]] bool KeepsEdit(const std::string& filter) const;
     [[nodiscard]] View CurrentView() const;
     void Restore(const View& view);
+    void ChooseFirst();
 
     void OnChanging(wxPropertyGridEvent& event);
     void OnChanged(wxPropertyGridEvent& event);
@@ -98,7 +99,7 @@ class SettingsGrid : public wxPanel {
     SettingsRows groups_;
     std::deque<RowPlace> places_;  // what the properties point to
     SettingsGridRows* grid_ = nullptr;
-    Titles* titles_ = nullptr;
+    SettingsGridTitles* titles_ = nullptr;
     wxSizer* emptyArea_ = nullptr;
     wxStaticText* empty_ = nullptr;
     wxTextCtrl* help_ = nullptr;
@@ -108,6 +109,7 @@ class SettingsGrid : public wxPanel {
     std::set<wxString> folded_;  // before there was a filter
     std::string accepted_;       // what the edit in progress is to show
     bool rejected_ = false;
+    bool columnsChosen_ = false;  // by the user
 };
 
 }  // namespace sontaro

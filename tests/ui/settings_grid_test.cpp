@@ -129,7 +129,9 @@ TEST_F(Grid, KeepsTheOldValueWhenAnEditIsNotTaken) {
 
 TEST_F(Grid, IsUsedByKeysAlone) {
     grid->Fill({{"g", 0, {{RowKind::kText, "a", "old", "a"}, {RowKind::kText, "b", "old", "B"}}}});
-    EXPECT_EQ(Help(), "a");
+    dialog->Raise();
+    Properties().SetFocus();
+    EXPECT_TRUE(PumpUntil([&] { return Help() == "a"; }));
     answer = EditAnswer{Outcome::kAccepted, "as taken"};
     Type("0.0", "new");
     Key(WXK_RETURN);
@@ -288,12 +290,12 @@ TEST_F(Grid, IsFilledOnAPageThatHasNotBeenShown) {
     dialog->Layout();
     dialog->Raise();
     grid->Fill(Many());
-    EXPECT_EQ(Chosen(), "0.0");
     book->SetSelection(1);
     const auto focused = [](wxWindow* window) {
         return PumpUntil([=] { return window->HasFocus(); });
     };
     EXPECT_TRUE(focused(&Properties()));
+    EXPECT_EQ(Chosen(), "0.0");
     for (int i = 0; i < 2; ++i) Key(WXK_TAB);
     EXPECT_TRUE(focused(after));
     for (int i = 0; i < 2; ++i) wxUIActionSimulator().Char(WXK_TAB, wxMOD_SHIFT);
