@@ -13,9 +13,9 @@ namespace sontaro::bench {
 /// A reply put together from chunks, against memcpy of the same chunks.
 [[nodiscard]] Figure ReassemblyThroughput();
 
-/// A large document of custom settings parsed and serialised, against jsoncpp's own reader and
-/// writer.
-[[nodiscard]] std::vector<Figure> CustomSettingsDocument();
+/// A large document of custom settings and a full control protocol, each read and written, against
+/// jsoncpp's own reader and writer.
+[[nodiscard]] std::vector<Figure> Documents();
 
 /// A message from a link thread to the user-interface thread and back, against a bare round trip
 /// between two threads. Needs the toolkit.
@@ -25,9 +25,9 @@ namespace sontaro::bench {
 /// dialog program. Needs a display.
 [[nodiscard]] std::vector<Figure> StartUp();
 
-/// The largest dialog's rows in a settings grid, against a bare property grid; and a player's
-/// 10,000 settings, by the row; and a letter of a filter against building the rows. Needs the
-/// toolkit.
+/// The largest dialog's rows in a settings grid, and the five grids of a control protocol, against
+/// bare property grids; a player's 10,000 settings, by the row; a letter of a filter against
+/// building the rows. Needs the toolkit.
 [[nodiscard]] std::vector<Figure> SettingsGrids();
 
 }  // namespace sontaro::bench

@@ -30,7 +30,7 @@ int Run(const char* path) {
     std::vector<Figure> figures;
     Show(figures, LinkThroughput());
     Show(figures, ReassemblyThroughput());
-    for (const Figure& figure : CustomSettingsDocument()) Show(figures, figure);
+    for (const Figure& figure : Documents()) Show(figures, figure);
     for (const Figure& figure : StartUp()) Show(figures, figure);
     const Toolkit toolkit;
     for (const Figure& figure : SettingsGrids()) Show(figures, figure);

@@ -4,12 +4,15 @@
 #include <wx/dialog.h>
 #include <wx/wupdlock.h>
 
+#include <array>
 #include <stdexcept>
 
 #include "base/prompts.h"
 #include "bench/figures.h"
 #include "bench/no_prompts.h"
+#include "bench/samples.h"
 #include "bench/stopwatch.h"
+#include "controlprotocol/control_protocol_rows.h"
 #include "settings/custom_settings.h"
 #include "simulator/sample_schema.h"
 #include "widgets/wx_text.h"
@@ -57,6 +60,7 @@ class BarePage {
         const wxWindowUpdateLocker lock(grid_);
         for (const SettingsGroup& group : groups) {
             auto* category = grid_->Append(new wxPropertyCategory(ToWx(group.name), NextName()));
+            AppendRows(category, group);
             for (const SettingsGroup& inner : group.groups)
                 AppendRows(
                     grid_->AppendIn(category, new wxPropertyCategory(ToWx(inner.name), NextName())),
@@ -104,6 +108,24 @@ double TimeOfGrid(wxDialog& dialog, Make make) {
     return seconds;
 }
 
+/// Calls `build(rows)` for every grid of a control protocol; the sum of what it returns.
+template <class Build>
+double SumOfGrids(std::array<SettingsRows, kControlProtocolGrids> grids, Build build) {
+    double seconds = 0;
+    for (SettingsRows& rows : grids) seconds += build(rows);
+    return seconds;
+}
+
+/// The five grids of a control protocol, from the model on.
+double TimeOfFiveGrids(wxDialog& dialog, ControlProtocolModel& model) {
+    const Stopwatch stopwatch;
+    auto grids = ControlProtocolRows(model);
+    const double seconds = stopwatch.Seconds();
+    return seconds + SumOfGrids(std::move(grids), [&](SettingsRows& rows) {
+               return TimeOfGrid(dialog, [&] { return std::move(rows); });
+           });
+}
+
 /// Filters a grid of `rows` by a text that is typed, and by nothing again; the mean of a step.
 double TimeOfFilter(wxDialog& dialog, const SettingsRows& rows) {
     const wxString typed = ToWx("切换命令 137");
@@ -135,6 +157,14 @@ std::vector<Figure> SettingsGrids() {
         CompareInTurn(kRepetitions, ofLargest, [&] { return TimeOfBarePage(dialog, rows); });
     const Comparison perRow = CompareInTurn(
         kRepetitions, [&] { return ofSchema() / kItems; }, [&] { return ofLargest() / kRows; });
+    ControlProtocolModel protocol = FullControlProtocol();
+    const auto protocolRows = ControlProtocolRows(protocol);
+    const auto bareFive = [&] {
+        return SumOfGrids(protocolRows,
+                          [&](const auto& page) { return TimeOfBarePage(dialog, page); });
+    };
+    const Comparison five = CompareInTurn(
+        kRepetitions, [&] { return TimeOfFiveGrids(dialog, protocol); }, bareFive);
     const Comparison filter = CompareInTurn(
         kRepetitions, [&] { return TimeOfFilter(dialog, rows); }, ofLargest);
     return {{"settings_grid", build.ratio, Goal::kAtMost, 1.3,
@@ -143,6 +173,9 @@ std::vector<Figure> SettingsGrids() {
             {"large_schema_grid", perRow.ratio, Goal::kAtMost, 3.0,
              fmt::format("{:.1f} us a setting of {}, {:.1f} us a row of {}", perRow.ours * 1e6,
                          kItems, perRow.baseline * 1e6, kRows)},
+            {"five_grids", five.ratio, Goal::kAtMost, 1.5,
+             fmt::format("grids {:.1f} ms, bare pages {:.1f} ms", five.ours * 1e3,
+                         five.baseline * 1e3)},
             {"filter_rows", filter.ratio, Goal::kAtMost, 1.0,
              fmt::format("{:.2f} ms a letter, grid built in {:.1f} ms, {} rows", filter.ours * 1e3,
                          filter.baseline * 1e3, kRows)}};

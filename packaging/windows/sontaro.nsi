@@ -116,6 +116,8 @@ Section un.
     Delete "$INSTDIR\sontaro-player.exe"
     Delete "$INSTDIR\README.txt"
     RMDir /r "$INSTDIR\licences"
+    Delete "$INSTDIR\ControlProtocol.Json"
+    Delete "$INSTDIR\Demo\ControlProtocol.Json"
     RMDir /r "$INSTDIR\Temp"
     RMDir /r "$INSTDIR\Demo\Temp"
     RMDir "$INSTDIR\Demo"

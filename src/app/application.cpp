@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "app/application_title.h"
+#include "app/tour_prompts.h"
 #include "app/tour_script.h"
 #include "base/folders.h"
 #include "base/program_arguments.h"
@@ -35,6 +36,10 @@ constexpr LocalText kNoPlayers = {
 bool CSontaroApp::OnInit() {
     delete wxLog::SetActiveTarget(new wxLogStderr);
     ended_ = true;
+    if (commandLine_.tour.empty())
+        prompts_ = std::make_unique<MessagePrompts>();
+    else
+        prompts_ = std::make_unique<TourPrompts>(commandLine_.tour);
     FixTitleAndLanguage();
     if (!IsOnlyInstance() || !StartDemoPlayers()) return true;
     ended_ = false;
@@ -78,7 +83,7 @@ bool CSontaroApp::IsOnlyInstance() {
         if (window_) window_->BringForward();
     });
     if (!instance_->IsAnotherRunning()) return true;
-    prompts_.Warn(Localized(kAlreadyRunning));
+    prompts_->Warn(Localized(kAlreadyRunning));
     instance_->RaiseOther();
     return false;
 }
@@ -95,7 +100,7 @@ bool CSontaroApp::StartDemoPlayers() {
     }
     if (started) return true;
     std::fprintf(stderr, "sontaro: %s\n", started.reason().c_str());
-    prompts_.Warn(Localized(kNoPlayers));
+    prompts_->Warn(Localized(kNoPlayers));
     exitCode_ = kStartFailed;
     return false;
 }
@@ -111,11 +116,12 @@ void CSontaroApp::OpenMainWindow() {
     threads_ = std::make_unique<ThreadGroup>();
     preferences_ = std::make_unique<JsonFile>(UserFile("preferences.json"));
     remarks_ = std::make_unique<DeviceRemarks>(UserFile("remarks.json"));
-    const UiServices services{{*directory_, *threads_, prompts_}, *preferences_};
+    const std::filesystem::path folder =
+        commandLine_.demoPlayers ? ProgramFolder() / "Demo" : ProgramFolder();
+    const UiServices services{{*directory_, *threads_, *prompts_}, *preferences_, folder};
     std::string address = commandLine_.localAddress;
     if (address.empty() && commandLine_.demoPlayers) address = kDemoLocalAddress;
-    const auto temporary =
-        EnsureTempFolder(commandLine_.demoPlayers ? ProgramFolder() / "Demo" : ProgramFolder());
+    const auto temporary = EnsureTempFolder(folder);
     window_ = new CSontaroDlg(services, {temporary ? *temporary : std::filesystem::path(),
                                          {*remarks_, address},
                                          commandLine_.demoPlayers.value_or(0)});

@@ -40,7 +40,7 @@ class CSontaroApp : public wxApp {
     std::unique_ptr<UiGate> gate_;
     std::unique_ptr<WindowDirectory> directory_;
     std::unique_ptr<ThreadGroup> threads_;
-    MessagePrompts prompts_;
+    std::unique_ptr<Prompts> prompts_;
     std::unique_ptr<JsonFile> preferences_;
     std::unique_ptr<DeviceRemarks> remarks_;
     CSontaroDlg* window_ = nullptr;  // owned by the toolkit

@@ -22,6 +22,7 @@ struct FeatureButton {
 inline constexpr int kVideoSetButton = 1001;
 inline constexpr int kVideoControlButton = 1002;
 inline constexpr int kOsdButton = 1003;
+inline constexpr int kControlProtocolButton = 1004;
 inline constexpr int kExtendedSerialPortButton = 1006;
 inline constexpr int kSubtitlesButton = 1007;
 inline constexpr int kTouchActionButton = 1008;
@@ -36,7 +37,7 @@ inline constexpr FeatureButton kFeatureButtons[] = {
     {1005,                {"画面分割配置", nullptr},            FeatureGroup::kPicture,  "screen-split",   ' '},
     {kSubtitlesButton,                {"字幕配置", nullptr},                FeatureGroup::kPicture,  "subtitles",      ' '},
     {kCaveButton,                {"Cave配置", nullptr},                FeatureGroup::kPicture,  "cave",           'C'},
-    {1004,                {"控制协议配置", "Setup UART"},       FeatureGroup::kControl,  "setup-uart",     'U'},
+    {kControlProtocolButton,                {"控制协议配置", "Setup UART"},       FeatureGroup::kControl,  "setup-uart",     'U'},
     {1010,                {"播放器控制协议", "Player Control"}, FeatureGroup::kControl,  "player-control", 'P'},
     {kExtendedSerialPortButton,                {"扩展串口配置", nullptr},            FeatureGroup::kControl,  "serial-port",    ' '},
     {kTouchActionButton,                {"触控配置", nullptr},                FeatureGroup::kControl,  "touch",          ' '},

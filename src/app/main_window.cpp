@@ -12,6 +12,7 @@
 #include "app/feature_buttons.h"
 #include "base/folders.h"
 #include "base/window_titles.h"
+#include "controlprotocol/control_protocol_dialog.h"
 #include "osd/osd_dialog.h"
 #include "settings/custom_settings_dialogs.h"
 #include "videocontrol/video_control_dialog.h"
@@ -57,6 +58,7 @@ struct Feature {
 constexpr Feature kFeatures[] = {
     {kVideoControlButton, Run<CVideoControlTab>},
     {kOsdButton, Run<COSD>},
+    {kControlProtocolButton, Run<CControlProtocol>},
     {kExtendedSerialPortButton, Run<CExtendedSerialPort>},
     {kSubtitlesButton, Run<CVODSubtitles>},
     {kTouchActionButton, Run<CTouchAction>},

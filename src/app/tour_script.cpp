@@ -1,6 +1,7 @@
 #include "app/tour_script.h"
 
 #include <fmt/core.h>
+#include <wx/button.h>
 #include <wx/combobox.h>
 #include <wx/slider.h>
 #include <wx/stattext.h>
@@ -11,6 +12,7 @@
 
 #include "app/feature_buttons.h"
 #include "app/main_window.h"
+#include "app/tour_protocol.h"
 #include "app/tour_settings.h"
 #include "base/json.h"
 #include "base/window_titles.h"
@@ -103,8 +105,9 @@ class TourScript : public TourSteps {
         ChooseFirstPlayer("scan");
         Step(Pressing(wxID_OK), InFront(Window::kVideoControl), "opened the remote control");
         const auto ready = [] {
-            auto* position = Find<wxStaticText>(kPositionText);
-            return position != nullptr &&
+            const auto* position = Find<wxStaticText>(kPositionText);
+            const auto* pause = Find<wxButton>(ButtonOf(2110).id);
+            return position != nullptr && pause != nullptr && pause->IsShownOnScreen() &&
                    position->GetLabelText().length() > 11;  // longer than at first
         };
         Step({}, ready, "the player has sent its buttons and where it plays");
@@ -211,9 +214,10 @@ class TourExit : public TourSteps {
 
 void WriteTourScript(Tour& tour, simulator::PlayerGroup& players) {
     // The steps refer to the stations for as long as the tour walks.
-    static std::unique_ptr<std::tuple<TourScript, TourSettings, TourExit>> stations;
-    stations = std::make_unique<std::tuple<TourScript, TourSettings, TourExit>>(
-        TourScript(tour, players), TourSettings(tour, players), TourExit(tour, players));
+    using Stations = std::tuple<TourScript, TourSettings, TourProtocol, TourExit>;
+    static std::unique_ptr<Stations> stations;
+    stations = std::make_unique<Stations>(TourScript(tour, players), TourSettings(tour, players),
+                                          TourProtocol(tour, players), TourExit(tour, players));
     std::apply([](auto&... station) { (station.Write(), ...); }, *stations);
 }
 

@@ -5,7 +5,6 @@
 #include <wx/textctrl.h>
 
 #include "app/feature_buttons.h"
-#include "devices/scan_dialog.h"
 #include "osd/osd_document.h"
 #include "settings/custom_settings_document.h"
 #include "widgets/settings_dialog.h"
@@ -53,22 +52,11 @@ SettingsRow RowIn(const SettingsStation& station, const std::string& document) {
 
 void TourSettings::Write() {
     for (const SettingsStation& station : kStations) {
-        FindPlayer(station);
+        OpenFeature(station.button, station.window);
         Read(station);
         Change(station);
         LeaveFeature();
     }
-}
-
-/// The English main window has no button for some features; it obeys their commands all the same.
-void TourSettings::FindPlayer(const SettingsStation& station) {
-    Step([&station] { Tour::Command(station.button); }, InFront(Window::kScan),
-         "opened " + TitleOf(station.window) + ": the scan dialog asks for a player");
-    const auto all = [this] {
-        return List() != nullptr && List()->GetItemCount() == static_cast<int>(Players().Size());
-    };
-    Step(Pressing(kScanButton), all, fmt::format("found {} players", Players().Size()));
-    ChooseFirstPlayer();
 }
 
 void TourSettings::Read(const SettingsStation& station) {

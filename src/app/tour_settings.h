@@ -16,7 +16,6 @@ class TourSettings : public TourSteps {
     void Write();
 
    private:
-    void FindPlayer(const SettingsStation& station);
     void Read(const SettingsStation& station);
     void Change(const SettingsStation& station);
 };

@@ -1,5 +1,6 @@
 #include "app/tour_steps.h"
 
+#include <fmt/core.h>
 #include <wx/msgdlg.h>
 
 #include "devices/scan_dialog.h"
@@ -14,6 +15,17 @@ bool TourSteps::MessageInFront() {
 }
 
 DeviceList* TourSteps::List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }
+
+/// The English main window has no button for some features; it obeys their commands all the same.
+void TourSteps::OpenFeature(int button, Window window) {
+    Step([button] { Tour::Command(button); }, InFront(Window::kScan),
+         "opened " + TitleOf(window) + ": the scan dialog asks for a player");
+    const auto all = [this] {
+        return List() != nullptr && List()->GetItemCount() == static_cast<int>(Players().Size());
+    };
+    Step(Pressing(kScanButton), all, fmt::format("found {} players", Players().Size()));
+    ChooseFirstPlayer();
+}
 
 void TourSteps::ChooseFirstPlayer(const std::string& picture) {
     Step([] { List()->Select(0); }, [] { return List()->IsSelected(0); },

@@ -46,6 +46,9 @@ class TourSteps {
     /// The list of players while the scan dialog is in front.
     static DeviceList* List();
 
+    /// Opens a feature, and chooses the first player for it in the scan dialog.
+    void OpenFeature(int button, Window window);
+
     /// Chooses the first player in the scan dialog, which is open and has found it.
     void ChooseFirstPlayer(const std::string& picture = "");
 

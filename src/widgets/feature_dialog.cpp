@@ -8,6 +8,13 @@
 
 namespace sontaro {
 
+namespace {
+
+constexpr LocalText kOpen = {"打开", "Open"};
+constexpr LocalText kSave = {"保存", "Save"};
+
+}  // namespace
+
 FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& services)
     : wxDialog(parent, wxID_ANY, ToWx(TitleOf(window)), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
@@ -26,11 +33,9 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
         if (!enter || !onButton) event.Skip();
     });
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
-        if (event.CanVeto() && !MayClose()) {
-            event.Veto();
-        } else {
-            EndModal(wxID_CANCEL);
-        }
+        if (!event.CanVeto()) return EndModal(wxID_CANCEL);
+        event.Veto();
+        if (MayClose()) Leave();
     });
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
@@ -56,6 +61,32 @@ wxSizer* FeatureDialog::MakeButtonRow(bool withOk, const LocalText& cancelText) 
     row->AddSpacer(FromDIP(8));
     row->Add(new wxButton(this, wxID_CANCEL, ButtonLabel(cancelText, cancelText.english[0])));
     return row;
+}
+
+wxSizer* FeatureDialog::MakeFileButtonRow(int openId, int saveId) {
+    wxSizer* row = MakeButtonRow(true, kCancelText);
+    auto* open = new wxButton(this, openId, ButtonLabel(kOpen, 'p'));
+    auto* save = new wxButton(this, saveId, ButtonLabel(kSave, 'S'));
+    open->MoveBeforeInTabOrder(FindWindow(wxID_OK));
+    save->MoveAfterInTabOrder(open);
+    row->Prepend(save);
+    row->PrependSpacer(FromDIP(8));
+    row->Prepend(open);
+    return row;
+}
+
+wxStaticText* FeatureDialog::MakeStateLine() {
+    auto* line = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                                  wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+    line->SetMinSize(wxSize(wxDefaultCoord, GetTextExtent(wxString::FromUTF8(kOpen.chinese)).y));
+    return line;
+}
+
+wxStaticText* FeatureDialog::MakeHeading(const DeviceRecord& player) {
+    auto* heading = new wxStaticText(this, wxID_ANY, "");
+    heading->SetFont(heading->GetFont().Bold());
+    heading->SetLabelText(ToWx(player.ip + "   " + player.id));
+    return heading;
 }
 
 }  // namespace sontaro

@@ -3,12 +3,14 @@
 
 #include <wx/dialog.h>
 #include <wx/sizer.h>
+#include <wx/stattext.h>
 
 #include <string>
 #include <vector>
 
 #include "base/local_text.h"
 #include "base/window_titles.h"
+#include "devices/device_record.h"
 #include "link/packet.h"
 #include "widgets/ui_services.h"
 
@@ -29,6 +31,9 @@ class FeatureDialog : public wxDialog {
     /// Whether Cancel may close the dialog; asks the user unless a dialog has nothing to lose.
     [[nodiscard]] virtual bool MayClose();
 
+    /// The user has agreed to close the dialog.
+    virtual void Leave() { EndModal(wxID_CANCEL); }
+
     /// Hands a packet to the main window, which sends it to `targets`; with none, to its current
     /// device. False when that has failed: the user has been told.
     bool SendPacket(const DevicePacket& packet, std::vector<Target> targets);
@@ -38,6 +43,15 @@ class FeatureDialog : public wxDialog {
 
     /// The bottom row: OK (where wanted) and Cancel at the right, none of them a default button.
     [[nodiscard]] wxSizer* MakeButtonRow(bool withOk, const LocalText& cancelText);
+
+    /// The bottom row of a dialog that keeps what it edits in files: Open and Save at the left.
+    [[nodiscard]] wxSizer* MakeFileButtonRow(int openId, int saveId);
+
+    /// A line for something that changes; its text may be longer than there is room for.
+    [[nodiscard]] wxStaticText* MakeStateLine();
+
+    /// Who the dialog speaks to, in bold.
+    [[nodiscard]] wxStaticText* MakeHeading(const DeviceRecord& player);
 
    private:
     UiServices services_;

@@ -13,8 +13,6 @@ namespace sontaro {
 
 namespace {
 
-constexpr LocalText kOpen = {"打开", "Open"};
-constexpr LocalText kSave = {"保存", "Save"};
 constexpr LocalText kOpenCaption = {"打开%s文件", "Open %s file"};
 constexpr LocalText kSaveCaption = {"保存%s文件", "Save %s file"};
 constexpr LocalText kFilter = {"%s文件(*.JSON)|*.JSON;*.json", "%s File(*.JSON)|*.JSON;*.json"};
@@ -58,32 +56,16 @@ SettingsDialog::~SettingsDialog() {
 void SettingsDialog::LayOut(const DeviceRecord& player) {
     const int gap = FromDIP(10);
     auto* column = new wxBoxSizer(wxVERTICAL);
-    auto* heading = new wxStaticText(this, wxID_ANY, "");
-    heading->SetFont(heading->GetFont().Bold());
-    heading->SetLabelText(ToWx(player.ip + "   " + player.id));
-    column->Add(heading, wxSizerFlags().Border(wxLEFT | wxRIGHT | wxTOP, gap));
+    column->Add(MakeHeading(player), wxSizerFlags().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     grid_ = new SettingsGrid(this, kSettingsGrid, design_.withTitles, Services().Messages(),
                              [this](const SettingsEdit& edit) { return run_.Edit(edit); });
     grid_->SetMinSize(wxSize(72 * LetterWidth(*this), 30 * GetCharHeight()));
     column->Add(grid_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
-    state_ = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
-                              wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
-    state_->SetMinSize(wxSize(wxDefaultCoord, GetTextExtent(ToWx(kStates[0])).y));
+    state_ = MakeStateLine();
     column->Add(state_, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
-    column->Add(MakeBottomRow(), wxSizerFlags().Expand().Border(wxALL, gap));
+    column->Add(MakeFileButtonRow(kOpenSettings, kSaveSettings),
+                wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
-}
-
-wxSizer* SettingsDialog::MakeBottomRow() {
-    wxSizer* row = MakeButtonRow(true, kCancelText);
-    auto* open = new wxButton(this, kOpenSettings, ButtonLabel(kOpen, 'p'));
-    auto* save = new wxButton(this, kSaveSettings, ButtonLabel(kSave, 'S'));
-    open->MoveBeforeInTabOrder(FindWindow(wxID_OK));
-    save->MoveAfterInTabOrder(open);
-    row->Prepend(save);
-    row->PrependSpacer(FromDIP(8));
-    row->Prepend(open);
-    return row;
 }
 
 void SettingsDialog::BindEvents() {

@@ -1,12 +1,9 @@
 // What the dialogs that show a player's settings in one grid share.
 #pragma once
 
-#include <wx/stattext.h>
-
 #include <memory>
 #include <string>
 
-#include "devices/device_record.h"
 #include "settings/settings_run.h"
 #include "widgets/feature_dialog.h"
 #include "widgets/settings_grid.h"
@@ -37,7 +34,6 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
 
    private:
     void LayOut(const DeviceRecord& player);
-    [[nodiscard]] wxSizer* MakeBottomRow();
     void BindEvents();
 
     void HandleMessage(WindowMessage& message) override { run_.Handle(message); }

@@ -1,6 +1,8 @@
 // What every window is given.
 #pragma once
 
+#include <filesystem>
+
 #include "base/json_file.h"
 #include "link/link_services.h"
 
@@ -9,7 +11,8 @@ namespace sontaro {
 /// The services of the running program; all of them outlive every window.
 struct UiServices {
     LinkServices link;
-    JsonFile& preferences;  ///< the user's choices and the windows' places
+    JsonFile& preferences;                ///< the user's choices and the windows' places
+    std::filesystem::path programFolder;  ///< holds the working files; a demonstration has its own
 
     [[nodiscard]] WindowDirectory& Directory() const { return link.directory; }
     [[nodiscard]] Prompts& Messages() const { return link.prompts; }

@@ -34,7 +34,7 @@ fail() {
 
 # await SECONDS WHAT COMMAND...: waits until the command succeeds.
 await() {
-    local limit=$1 what=$2
+    local limit=$1 what=$2 i
     shift 2
     for ((i = 0; i < limit * 20; ++i)); do
         if "$@" >/dev/null 2>&1; then return 0; fi

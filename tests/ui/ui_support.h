@@ -108,7 +108,7 @@ class UiTest : public testing::Test {
     ThreadGroup threads;
     JsonFile preferences{folder / "preferences.json"};
     DeviceRemarks remarks{folder / "remarks.json"};
-    UiServices services{{directory, threads, prompts}, preferences};
+    UiServices services{{directory, threads, prompts}, preferences, folder.Path()};
 };
 
 }  // namespace sontaro::test

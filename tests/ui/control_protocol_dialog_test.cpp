@@ -1,0 +1,114 @@
+#include "controlprotocol/control_protocol_dialog.h"
+
+#include <wx/propgrid/propgrid.h>
+#include <wx/textctrl.h>
+#include <wx/weakref.h>
+
+#include "base/file.h"
+#include "ui/ui_support.h"
+
+namespace sontaro::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The dialog over a real main window, with a player that is simulated.
+struct ProtocolDialog : UiTest {
+    void Run(const std::function<void()>& step) {
+        StartPlayers(1);
+        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
+        const ModalScript script{[&](wxDialog* opened) {
+            dialog = opened;
+            const bool isRead = PumpUntil([&] { return Enabled(wxID_OK); });
+            EXPECT_TRUE(isRead) << Text(kProtocolState);
+            if (isRead) step();
+            prompts.answers = {true};
+            Press(dialog, wxID_CANCEL);
+        }};
+        DeviceRecord record;
+        record.ip = FormatIpv4(Player().Address().address);
+        record.tcpPort = Player().Address().port;
+        CControlProtocol(nullptr, services, record).ShowModal();
+        window->Destroy();
+        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    }
+
+    simulator::SimulatedPlayer& Player() { return players->Player(0); }
+    bool Enabled(int id) { return dialog->FindWindow(id)->IsEnabled(); }
+    wxPropertyGrid& Grid(int tab) { return *Find<wxPropertyGrid>(dialog, kProtocolGrid + tab); }
+    std::string Value(int tab, const char* row) {
+        return FromWx(Grid(tab).GetPropertyValueAsString(row));
+    }
+    std::string Text(int id) { return FromWx(Find<wxStaticText>(dialog, id)->GetLabelText()); }
+    std::string Tab(std::size_t page) {
+        return FromWx(Find<wxNotebook>(dialog, kProtocolTabs)->GetPageText(page));
+    }
+    void Type(int tab, const char* row, const char* text) {
+        Find<wxNotebook>(dialog, kProtocolTabs)->SetSelection(static_cast<std::size_t>(tab - 1));
+        Grid(tab).SelectProperty(row, true);
+        Grid(tab).GetEditorTextCtrl()->SetValue(text);
+    }
+    std::string Held() { return Player().State().controlProtocol; }
+
+    std::filesystem::path file = ControlProtocolPath(folder.Path());
+    wxDialog* dialog = nullptr;
+};
+
+TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
+    Run([&] {
+        Grid(3).SelectProperty("0.4.0");
+        Player().AddSerialBytes({0xa5, 0x0b});
+        EXPECT_TRUE(PumpUntil([&] { return Value(3, "0.4.1") == "A50B"; }));
+        EXPECT_TRUE(Grid(3).GetPropertyByName("0.4.1")->HasFlag(wxPG_PROP_MODIFIED));
+        EXPECT_EQ(Text(kProtocolLine), "Learned A50B from the serial line, for Video Type5.");
+        Type(2, "1.3", "a5 0");
+        Press(dialog, wxID_OK);
+        EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
+        EXPECT_EQ(prompts.texts, std::vector<std::string>{"input error!"});
+        Type(2, "1.3", " a5 0c");
+        Press(dialog, wxID_OK);
+        EXPECT_TRUE(PumpUntil([&] { return Held() == *ReadFile(file); }));
+        EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolState) == "The player has confirmed."; }));
+        ControlProtocolModel model;
+        EXPECT_TRUE(ReadControlProtocol(Held(), model));
+        EXPECT_EQ(model.videoTypes[4].sendCommand + model.serial.nextType, "A50BA50C");
+        EXPECT_TRUE(Enabled(wxID_OK));
+    });
+}
+
+TEST_F(ProtocolDialog, IsDoneOnceThePlayerRestarts) {
+    Run([&] {
+        prompts.answers = {true};
+        Player().ForgetPackets();
+        Press(dialog, wxID_OK);
+        EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolLine) == "Not connected"; }));
+        EXPECT_TRUE(Player().WaitForPacket(
+            [](const DevicePacket& packet) { return packet.header.command == kCommandCloseLinks; },
+            5s));
+        EXPECT_TRUE(Player().WaitForConnectionCount(0, 5s));
+        EXPECT_FALSE(Enabled(wxID_OK) || Enabled(kOpenProtocol) || Enabled(kSaveProtocol));
+        EXPECT_NE(Text(kProtocolState).find("restarts"), std::string::npos);
+    });
+}
+
+TEST_F(ProtocolDialog, SaysOnWhichTabsTheFilterFindsSomething) {
+    Run([&] {
+        Grid(3).Collapse("0.1");
+        Find<wxSearchCtrl>(dialog, kProtocolFilter)->SetValue("PORT");
+        EXPECT_EQ(Tab(0) + "|" + Tab(1) + "|" + Tab(4),
+                  "KTV (1)|Serial and commands (0)|Projectors (30)");
+        prompts.file = folder.Write("x.JSON", R"({"KtvDev":{"KTVServerPort":8}})");
+        Press(dialog, kOpenProtocol);
+        EXPECT_EQ(Value(1, "0.2"), "8");
+        EXPECT_EQ(Tab(0), "KTV (1)");
+        Find<wxSearchCtrl>(dialog, kProtocolFilter)->Clear();
+        EXPECT_EQ(Tab(0), "KTV");
+        EXPECT_FALSE(Grid(3).IsPropertyExpanded("0.1"));
+        prompts.answers = {false};
+        Press(dialog, wxID_CANCEL);
+        EXPECT_TRUE(dialog->IsEnabled());
+    });
+}
+
+}  // namespace
+}  // namespace sontaro::test
