@@ -51,9 +51,9 @@ struct Substitute {
 
 /// What is to be said of a field, whatever its record is.
 struct FieldFacts {
-    const char* key;  ///< in JSON
-    FieldShape shape;
-    LocalText label;                      ///< "%d" in it is the number of the part it belongs to
+    const char* key = "";  ///< in JSON
+    FieldShape shape = {};
+    LocalText label = {"", ""};           ///< "%d" in it is the number of the part it belongs to
     LocalText help = {nullptr, nullptr};  ///< absent: the label
     InitialValue initial = {};
     std::optional<Substitute> substitute = {};
