@@ -183,11 +183,14 @@ std::uint8_t CommandNumber(std::uint8_t command) {
     return supported ? command & kCommandMask : 0;
 }
 
-/// Sends `message` to the first open one of `windows`.
+/// Sends `message` about the link to `player` to the first open one of `windows`.
 void TellFirstOpen(WindowDirectory& directory, std::initializer_list<Window> windows,
-                   MessageId message, std::uint32_t wParam) {
-    for (Window window : windows)
-        if (directory.Send(TitleOf(window), {message, wParam, {}, 0})) return;
+                   MessageId message, std::uint32_t wParam, const Target& player) {
+    const auto tell = [&](Window window) {
+        return directory.Send(TitleOf(window),
+                              {message, wParam, ReplyRecord{player, 0, 0, 0, {}}, 0});
+    };
+    static_cast<void>(std::ranges::any_of(windows, tell));
 }
 
 }  // namespace
@@ -226,11 +229,11 @@ void ReplyRouter::ShowNotSupported() {
     actions_.CloseLinks();
 }
 
-void ReplyRouter::LinkEnded() {
+void ReplyRouter::LinkEnded(const Target& player) {
     constexpr std::uint32_t kKeepAliveTimer = 7;
-    TellFirstOpen(directory_, {kSetParam, kBatchSend}, MessageId::kLinkEnded, 0);
+    TellFirstOpen(directory_, {kSetParam, kBatchSend}, MessageId::kLinkEnded, 0, player);
     TellFirstOpen(directory_, {kControlProtocol, kSetParam, kPlayerControl},
-                  MessageId::kStopKeepAlive, kKeepAliveTimer);
+                  MessageId::kStopKeepAlive, kKeepAliveTimer, player);
 }
 
 }  // namespace sontaro

@@ -26,8 +26,8 @@ class ReplyRouter {
 
     void Route(const Reply& received);
 
-    /// A link's receive loop has ended: tells the dialogs that depend on it.
-    void LinkEnded();
+    /// The receive loop of the link to `player` has ended: tells the dialogs that depend on it.
+    void LinkEnded(const Target& player);
 
    private:
     void RouteByTable(const Reply& reply);

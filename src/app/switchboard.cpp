@@ -5,7 +5,8 @@ namespace sontaro {
 void Switchboard::Handle(WindowMessage& message) {
     if (const auto* event = std::get_if<LinkEvent>(&message.record)) {
         reassembly_.Handle(*event);
-        if (event->code == LinkCode::kReceiveEnded) router_.LinkEnded();
+        if (event->code == LinkCode::kReceiveEnded)
+            router_.LinkEnded({event->ip, event->port, event->deviceTag});
     } else if (const auto* request = std::get_if<SendRequest>(&message.record)) {
         message.done = links_.Submit(*request);
     }

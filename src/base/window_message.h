@@ -16,7 +16,7 @@ namespace sontaro {
 enum class MessageId : std::uint32_t {
     kLinkEvent = 0x464,           ///< TCP link threads -> main window: LinkEvent
     kUdpEvent = 0x4C8,            ///< UDP socket threads -> the window the socket names: UdpEvent
-    kLinkEnded = 0x597,           ///< main window: a receive loop has ended; carries nothing
+    kLinkEnded = 0x597,           ///< main window: a receive loop has ended: ReplyRecord's sender
     kSendRequest = 0x5F4,         ///< feature dialogs -> main window: SendRequest
     kPlayerState = 0x5FC,         ///< replies 10 and 19: ReplyRecord
     kUploadAcknowledged = 0x5FD,  ///< reply 20: wParam sub-command, lParam argument
@@ -34,7 +34,7 @@ enum class MessageId : std::uint32_t {
     kCave = 0x623,                ///< settings block 19: ReplyRecord
     kPlayerControl = 0x625,       ///< settings blocks 21 and 23: ReplyRecord
     kLayoutState = 0x627,         ///< reply 52: ReplyRecord, its payload the list of names
-    kStopKeepAlive = 0x8001,      ///< main window: the link has ended, stop timer 7
+    kStopKeepAlive = 0x8001,      ///< main window: the sender's link has ended, stop timer 7
 };
 
 /// Event codes of TCP links and of the UDP socket (which uses 1 to 7).

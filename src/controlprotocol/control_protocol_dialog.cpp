@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "widgets/common_texts.h"
+#include "widgets/fonts.h"
 #include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
@@ -19,11 +21,8 @@ constexpr int kLeavingMilliseconds = 1000;
 constexpr std::size_t kMostDigitsShown = 48;
 
 constexpr LocalText kTabs[] = {
-    {"点歌机", "KTV"},
-    {"串口与命令", "Serial and commands"},
-    {"视频与音频类别", "Video and audio types"},
-    {"布局", "Layouts"},
-    {"投影控制", "Projectors"},
+    {"点歌机", "KTV"},   {"串口与命令", "Serial"},   {"视频与音频类别", "Types"},
+    {"布局", "Layouts"}, {"投影控制", "Projectors"},
 };
 static_assert(std::size(kTabs) == kControlProtocolGrids);
 
@@ -33,10 +32,9 @@ constexpr LocalText kFilterHint = {"名称或数值中包含的文字", "Text in
 struct FileTexts {
     LocalText caption, filter, name;
 };
-constexpr FileTexts kOpenTexts = {
-    {"打开控制协议文件", "Open ControlProtocol file"},
-    {"控制协议文件(*.JSON)|*.JSON;*.json", "ControlProtocol Flie(*.JSON)|*.JSON;*.json"},
-    InBoth("")};
+constexpr FileTexts kOpenTexts = {{"打开控制协议文件", "Open ControlProtocol file"},
+                                  {"控制协议文件(*.JSON)", "ControlProtocol Flie(*.JSON)"},
+                                  InBoth("")};
 constexpr FileTexts kSaveTexts = {{"保存控制协议文件", "Save ControlProtocol file"},
                                   kOpenTexts.filter,
                                   {"控制协议", "ControlProtocol"}};
@@ -50,13 +48,16 @@ constexpr LocalText kStates[] = {
     {"正在读取控制协议…", "Reading the control protocol…"},
     {"无法连接播放器。请关闭本窗口，检查播放器后重试。",
      "The player cannot be reached. Close this window, check the player and try again."},
-    {"播放器返回错误 %d。", "The player has answered with error %d."},
+    {"播放器返回错误 %d，所示内容未得到播放器确认。",
+     "The player has answered with error %d. It does not hold what is shown."},
     {"播放器没有发来可用的控制协议，所示为默认值。",
      "The player has sent no control protocol that can be used. These are the defaults."},
     {"与播放器中的设置一致。", "As the player has sent them."},
     {"有修改尚未发送到播放器。", "There are changes that have not been sent to the player."},
     {"未能发送：无法连接播放器。", "Nothing has been sent: the player cannot be reached."},
     {"正在等待播放器确认…", "Waiting for the player to confirm…"},
+    {"已发送，但连接已断开，播放器没有确认。",
+     "Sent, but the player has not confirmed: the connection has ended."},
     {"播放器已确认。", "The player has confirmed."},
     {"播放器已确认，正在重启。请关闭本窗口。",
      "The player has confirmed, and restarts. Close this window."},
@@ -70,6 +71,8 @@ constexpr LocalText kLines[] = {
     {"已从串口学习 %s，写入视频类别%d。", "Learned %s from the serial line, for Video Type%d."},
     {"串口收到 %s。要学习命令，请先选中一个视频类别的行。",
      "Received %s from the serial line. To learn it, choose a row of a video type."},
+    {"串口收到 %s，正在发送设置，未写入。",
+     "Received %s from the serial line. Not learned: the settings are being sent."},
     {"未连接", "Not connected"},
 };
 
@@ -127,7 +130,7 @@ wxSizer* CControlProtocol::MakeFilterRow() {
     filter_ = new wxSearchCtrl(this, kProtocolFilter);
     filter_->SetDescriptiveText(ToWx(kFilterHint));
     filter_->ShowCancelButton(true);
-    filter_->SetMinSize(wxSize(30 * GetCharWidth(), wxDefaultCoord));
+    filter_->SetMinSize(wxSize(30 * LetterWidth(*this), wxDefaultCoord));
     row->Add(filter_, wxSizerFlags().CentreVertical());
     return row;
 }
@@ -139,7 +142,7 @@ wxBookCtrlBase* CControlProtocol::MakeTabs() {
         auto* grid = new SettingsGrid(page, kProtocolGrid + 1 + static_cast<int>(i), true,
                                       Services().Messages(),
                                       [this](const SettingsEdit& edit) { return run_.Edit(edit); });
-        grid->SetMinSize(wxSize(76 * GetCharWidth(), 26 * GetCharHeight()));
+        grid->SetMinSize(wxSize(76 * LetterWidth(*this), 26 * GetCharHeight()));
         auto* column = new wxBoxSizer(wxVERTICAL);
         column->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
         page->SetSizer(column);
@@ -191,7 +194,11 @@ void CControlProtocol::OnKey(wxKeyEvent& event) {
 }
 
 void CControlProtocol::FocusGrid() {
-    grids_[static_cast<std::size_t>(tabs_->GetSelection())]->Properties().SetFocus();
+    wxWindow& rows = grids_[static_cast<std::size_t>(tabs_->GetSelection())]->Properties();
+    if (rows.IsShown())
+        rows.SetFocus();
+    else
+        tabs_->SetFocus();  // a filter has found nothing
 }
 
 bool CControlProtocol::MayClose() { return !leaving_.IsRunning() && FeatureDialog::MayClose(); }
@@ -260,7 +267,7 @@ void CControlProtocol::AskForFile(FileQuestion::Purpose purpose) {
     const bool saves = purpose == FileQuestion::Purpose::kSave;
     const FileTexts& texts = saves ? kSaveTexts : kOpenTexts;
     const auto path = Services().Messages().ChooseFile({purpose, Localized(texts.caption),
-                                                        Localized(texts.filter),
+                                                        Localized(texts.filter) + kJsonPatterns,
                                                         Localized(texts.name), kExtension});
     if (!path) return;
     if (saves)

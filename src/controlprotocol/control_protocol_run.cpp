@@ -42,11 +42,11 @@ void ControlProtocolRun::Ask(std::uint32_t command, std::uint32_t selector, Stat
 }
 
 void ControlProtocolRun::Handle(const WindowMessage& message) {
-    if (message.id == MessageId::kStopKeepAlive) return LinkEnded();
     if (const auto* serial = std::get_if<std::unique_ptr<SerialData>>(&message.record))
         return TakeSerialBytes(**serial);
     const auto* reply = std::get_if<ReplyRecord>(&message.record);
     if (!reply || reply->sender.ip != playerIp_) return;
+    if (message.id == MessageId::kStopKeepAlive) return LinkEnded();
     if (message.id == MessageId::kControlProtocol)
         TakeProtocol(*reply);
     else if (message.id == MessageId::kPlayerState && reply->command == kCommandPlayerData)
@@ -77,7 +77,7 @@ void ControlProtocolRun::TakeProtocol(const ReplyRecord& reply) {
     constexpr std::uint16_t kWell = 1;
     answered_ = true;
     result_ = reply.argument > kUpload ? reply.argument : kWell;
-    if (!reply.payload.empty() && result_ != kWell) {
+    if (result_ != kWell) {
         awaitsAnswer_ = false;
         Enter(State::kRefused);
     } else if (reply.payload.empty() || restartWanted_) {
@@ -89,38 +89,48 @@ void ControlProtocolRun::TakeProtocol(const ReplyRecord& reply) {
 }
 
 void ControlProtocolRun::TakeDocument(std::string_view text) {
-    const bool isRead = !fileOpened_ && ReadControlProtocol(text, model_);
+    const bool isRead = ReadControlProtocol(text, model_);
     if (isRead) {
-        for (const SettingsEdit& edit : edits_)
-            static_cast<void>(EditControlProtocol(model_, edit));
+        for (const Change& change : changes_) Repeat(change);
         view_.ShowModel();
     }
-    view_.KeepAliveEvery2Seconds(true);
-    Tell({Line::kListening});
-    if (fileOpened_ || !edits_.empty())
-        Enter(State::kChanged);
+    Listen();
+    if (!HoldsControlProtocol(text))
+        Enter(State::kUnreadable);
     else
-        Enter(isRead ? State::kRead : State::kUnreadable);
+        Enter(changes_.empty() ? State::kRead : State::kChanged);
+}
+
+/// It has fitted once.
+void ControlProtocolRun::Repeat(const Change& change) {
+    if (const auto* edit = std::get_if<SettingsEdit>(&change))
+        static_cast<void>(EditControlProtocol(model_, *edit));
+    else
+        static_cast<void>(ReadControlProtocol(std::get<std::string>(change), model_));
+}
+
+void ControlProtocolRun::Listen() {
+    view_.KeepAliveEvery2Seconds(true);
+    if (serialLine_.kind == Line::kNothing || serialLine_.kind == Line::kNotConnected)
+        Tell({Line::kListening});
 }
 
 void ControlProtocolRun::TakeAcknowledgement() {
     if (state_ <= State::kUnreachable) return Enter(State::kUnreadable);
     const bool isAnswer = std::exchange(awaitsAnswer_, false);
-    if (restartWanted_) return Enter(State::kRestarting);
-    if (isAnswer && state_ == State::kSent) {
+    if (isAnswer && (state_ == State::kSent || state_ == State::kUnconfirmed)) {
         view_.MarkSaved();
-        Enter(State::kSaved);
+        Enter(restartWanted_ ? State::kRestarting : State::kSaved);
     }
-    view_.KeepAliveEvery2Seconds(true);
-    if (serialLine_.kind == Line::kNotConnected) Tell({Line::kListening});
+    if (!restartWanted_) Listen();
 }
 
 void ControlProtocolRun::TakeSerialBytes(const SerialData& serial) {
     const std::size_t count = std::min<std::size_t>(serial.count, serial.bytes.size());
     std::string command = HexCommandOf(ByteView(serial.bytes).first(count));
+    if (restartWanted_ || asksToRestart_) return Tell({Line::kTooLate, std::move(command)});
     const std::optional<int> category = view_.ChosenCategory();
-    if (!category || restartWanted_ || asksToRestart_)
-        return Tell({Line::kNobodys, std::move(command)});
+    if (!category) return Tell({Line::kNobodys, std::move(command)});
     const SettingsEdit change = SwitchCommandEdit(*category, command);
     static_cast<void>(Edit(change));
     view_.ShowChange(change);
@@ -130,6 +140,10 @@ void ControlProtocolRun::TakeSerialBytes(const SerialData& serial) {
 void ControlProtocolRun::LinkEnded() {
     view_.KeepAliveEvery2Seconds(false);
     Tell({Line::kNotConnected});
+    if (state_ < State::kUnreachable)
+        Enter(State::kUnreachable);
+    else if (state_ == State::kSent)
+        Enter(State::kUnconfirmed);
 }
 
 void ControlProtocolRun::KeepAlive() {
@@ -140,8 +154,8 @@ EditAnswer ControlProtocolRun::Edit(const SettingsEdit& edit) {
     if (restartWanted_) return {EditAnswer::Outcome::kRefused, Localized(kTooLate)};
     EditAnswer answer = EditControlProtocol(model_, edit);
     if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
-    edits_.push_back(edit);
-    if (answered_) Enter(State::kChanged);
+    changes_.emplace_back(edit);
+    EnterChanged();
     return answer;
 }
 
@@ -171,8 +185,7 @@ void ControlProtocolRun::SendDocument(std::string_view text, bool restart) {
     const std::uint32_t command = kCommandSettings | (restart ? 0x100U : 0U);
     const std::uint32_t selector = kBlockControlProtocol | kUpload << 16;
     if (!view_.Send(DevicePacket::Request(command, selector, text))) return Enter(State::kNotSent);
-    edits_.clear();
-    fileOpened_ = false;
+    changes_.clear();
     awaitsAnswer_ = true;
     restartWanted_ = restart;
     if (restart) view_.KeepAliveEvery2Seconds(false);
@@ -182,13 +195,19 @@ void ControlProtocolRun::SendDocument(std::string_view text, bool restart) {
 
 void ControlProtocolRun::OpenFile(const std::filesystem::path& path) {
     const auto take = [this](std::string_view text) {
-        return HoldsControlProtocol(text) && ReadControlProtocol(text, model_);
+        const bool taken = HoldsControlProtocol(text) && ReadControlProtocol(text, model_);
+        if (taken) changes_.emplace_back(std::string(text));
+        return taken;
     };
     if (!MayUseFiles() || !TakeSettingsFile(path, take, prompts_)) return;
-    edits_.clear();
-    fileOpened_ = true;
     view_.ShowModel();
-    if (answered_) Enter(State::kChanged);
+    EnterChanged();
+}
+
+/// Where the defaults are shown for want of a document, that remains to be said.
+void ControlProtocolRun::EnterChanged() {
+    if (answered_ && state_ != State::kRefused && state_ != State::kUnreadable)
+        Enter(State::kChanged);
 }
 
 void ControlProtocolRun::SaveFile(const std::filesystem::path& path) {

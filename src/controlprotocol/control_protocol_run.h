@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "base/prompts.h"
@@ -16,7 +17,7 @@ enum class ProtocolVariant : std::uint16_t { kCurrent = 0, kOlder = 1 };
 
 /// Asks a player for its data, its names and its control protocol, takes edits and commands from
 /// its serial line, and uploads the document. What the user has edited or opened before the
-/// player's own document arrives outlives it. User-interface thread.
+/// player's own document arrives is done to that one again. User-interface thread.
 class ControlProtocolRun {
    public:
     /// From `kRefused` on the player's answer has come; only then there is an upload.
@@ -32,11 +33,12 @@ class ControlProtocolRun {
         kChanged,      ///< something has not been sent yet
         kNotSent,      ///< the player could not be reached when it was to be sent
         kSent,         ///< all of it, but the player has not answered yet
+        kUnconfirmed,  ///< all of it, but the link has ended without an answer
         kSaved,        ///< the player has answered
         kRestarting,   ///< the player has answered and starts again with what was sent
     };
 
-    /// Listens to the player at `playerIp` alone: a link to another one may still be open.
+    /// Listens to the player at `playerIp` alone; serial bytes do not say whose they are.
     /// `workingCopy` is the file that is uploaded; `view` and `prompts` outlive the run.
     ControlProtocolRun(ControlProtocolView& view, Prompts& prompts, std::string playerIp,
                        std::filesystem::path workingCopy,
@@ -69,7 +71,7 @@ class ControlProtocolRun {
     [[nodiscard]] State CurrentState() const { return state_; }
     [[nodiscard]] const SerialLineState& SerialLine() const { return serialLine_; }
     [[nodiscard]] bool MayUpload() const { return answered_ && !restartWanted_; }
-    /// What the player has answered last; 1: all is well.
+    /// The player's last answer; 1: all is well.
     [[nodiscard]] std::uint16_t LastResult() const { return result_; }
     /// Whether files may be opened and saved.
     [[nodiscard]] bool MayUseFiles() const { return !restartWanted_; }
@@ -78,12 +80,18 @@ class ControlProtocolRun {
     [[nodiscard]] const std::array<Bytes, 2>& PlayerData() const { return playerData_; }
 
    private:
+    /// An edit, or the text of a file that was opened.
+    using Change = std::variant<SettingsEdit, std::string>;
+
     void Ask(std::uint32_t command, std::uint32_t selector, State next);
     void TakePart(const ReplyRecord& reply);
     void TakeNames(std::string_view text);
     void TakeProtocol(const ReplyRecord& reply);
     void TakeDocument(std::string_view text);
+    void Repeat(const Change& change);
     void TakeAcknowledgement();
+    void Listen();
+    void EnterChanged();
     void TakeSerialBytes(const SerialData& serial);
     void LinkEnded();
     [[nodiscard]] Result<std::string> WriteWorkingCopy() const;
@@ -101,12 +109,11 @@ class ControlProtocolRun {
     State state_ = State::kAskingData;
     SerialLineState serialLine_;
     std::uint16_t result_ = 1;
-    bool answered_ = false;            // the player, with its protocol or an acknowledgement
-    bool asksToRestart_ = false;       // a question is open: what is sent has been written already
-    bool restartWanted_ = false;       // once it is, nothing more is sent
-    bool awaitsAnswer_ = false;        // to an upload
-    bool fileOpened_ = false;          // since the last upload
-    std::vector<SettingsEdit> edits_;  // since the last upload
+    bool answered_ = false;        // the player, with its protocol or an acknowledgement
+    bool asksToRestart_ = false;   // a question is open: what is sent has been written already
+    bool restartWanted_ = false;   // once it is, nothing more is sent
+    bool awaitsAnswer_ = false;    // to an upload
+    std::vector<Change> changes_;  // since the last upload
     std::array<Bytes, 2> playerData_;
     std::vector<std::string> names_;
 };

@@ -36,6 +36,7 @@ struct SerialLineState {
         kListening,     ///< the player passes on what it hears
         kLearned,       ///< `command` is now the switch command of `category`
         kNobodys,       ///< `command` was heard while no video category was chosen
+        kTooLate,       ///< `command` was heard while the document was being sent, or after
         kNotConnected,  ///< the link has ended
     };
     Kind kind = Kind::kNothing;

@@ -3,6 +3,7 @@
 #include <fmt/printf.h>
 
 #include <algorithm>
+#include <charconv>
 
 #include "base/json.h"
 #include "base/row_text.h"
@@ -64,8 +65,9 @@ std::optional<std::int32_t> NumberOfText(const FieldFacts& facts, const std::str
         const auto choices = ChoicesOf(shape);
         return static_cast<std::int32_t>(std::ranges::find(choices, text) - choices.begin());
     }
-    const std::int32_t number = LeadingInteger(text);
-    if (number < shape.least || number > shape.most) return std::nullopt;
+    std::int32_t number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (read.ec != std::errc() || number < shape.least || number > shape.most) return std::nullopt;
     return number;
 }
 

@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -30,7 +31,7 @@ struct FieldShape {
     FieldRule rule{};
     std::span<const LocalText> choices = {};
     std::int32_t least = 0;  ///< of what the user may enter
-    std::int32_t most = 999'999'999;
+    std::int32_t most = std::numeric_limits<std::int32_t>::max();
 };
 
 /// What a field of a new record holds.

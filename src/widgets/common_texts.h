@@ -12,4 +12,7 @@ inline constexpr LocalText kYesText = {"是", "Yes"};
 inline constexpr LocalText kNoText = {"否", "No"};
 inline constexpr LocalText kExitQuestion = {"【真的要退出程序吗?】", "Do you really want to exit?"};
 
+/// Behind the text of a file filter: the system may tell capitals from small letters.
+inline constexpr const char* kJsonPatterns = "|*.JSON;*.json;*.Json";
+
 }  // namespace sontaro

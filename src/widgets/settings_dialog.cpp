@@ -15,7 +15,7 @@ namespace {
 
 constexpr LocalText kOpenCaption = {"打开%s文件", "Open %s file"};
 constexpr LocalText kSaveCaption = {"保存%s文件", "Save %s file"};
-constexpr LocalText kFilter = {"%s文件(*.JSON)|*.JSON;*.json", "%s File(*.JSON)|*.JSON;*.json"};
+constexpr LocalText kFilter = {"%s文件(*.JSON)", "%s File(*.JSON)"};
 constexpr const char* kExtension = "JSON";
 
 /// In the order of `SettingsRun::State`.
@@ -107,8 +107,8 @@ FileQuestion SettingsDialog::Question(FileQuestion::Purpose purpose) const {
     const std::string title = TitleOf(design_.window);
     const LocalText& caption = saves ? kSaveCaption : kOpenCaption;
     return {purpose, fmt::sprintf(Localized(caption), title),
-            fmt::sprintf(Localized(kFilter), title), saves ? title + "." + kExtension : "",
-            kExtension};
+            fmt::sprintf(Localized(kFilter), title) + kJsonPatterns,
+            saves ? title + "." + kExtension : "", kExtension};
 }
 
 void SettingsDialog::OpenFile() {

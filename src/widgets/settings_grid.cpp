@@ -136,20 +136,26 @@ void SettingsGrid::BindEvents() {
     Bind(wxEVT_CHAR_HOOK, &SettingsGrid::OnKey, this);
 }
 
-/// Tab goes on: by itself the grid would hand the keyboard to a part that cannot take it. The keys
-/// that move choose a row, where the grid's own ones would only scroll.
+/// The keys that move choose a row, where the grid's own ones would only scroll.
 void SettingsGrid::OnKey(wxKeyEvent& event) {
     const int key = event.HasModifiers() ? WXK_NONE : event.GetKeyCode();
     wxPGProperty* row = grid_->HasFocus() ? grid_->RowAt(key) : nullptr;
-    if (key == WXK_TAB) {
-        Navigate(event.ShiftDown() ? wxNavigationKeyEvent::IsBackward
-                                   : wxNavigationKeyEvent::IsForward);
-    } else if (row) {
-        grid_->Choose(row);
-        ShowHelp();
-    } else {
-        event.Skip();
-    }
+    if (key == WXK_TAB) return MoveOn(event.ShiftDown());
+    if (!row) return event.Skip();
+    grid_->Choose(row);
+    ShowHelp();
+}
+
+/// From the grid to the explanation and on, and back again: by itself the grid would hand the
+/// keyboard to a part that cannot take it.
+void SettingsGrid::MoveOn(bool back) {
+    const bool inGrid = grid_->IsDescendant(wxWindow::FindFocus());
+    if (inGrid && !back)
+        help_->SetFocus();
+    else if (!inGrid && back)
+        grid_->SetFocus();
+    else
+        Navigate(back ? wxNavigationKeyEvent::IsBackward : wxNavigationKeyEvent::IsForward);
 }
 
 void SettingsGrid::Fill(SettingsRows groups) {
@@ -237,12 +243,15 @@ int SettingsGrid::Filter(const wxString& text) {
     const std::string wanted = FilterForm(text);
     if (wanted == filter_) return found_;
     const bool settled = KeepsEdit(wanted) || Commit();
+    if (const wxPGProperty* chosen = grid_->GetSelection()) chosen_ = chosen->GetName();
     if (filter_.empty()) folded_ = grid_->FoldedGroups();
     filter_ = wanted;
     found_ = grid_->Narrow(filter_, filter_.empty() ? folded_ : std::set<wxString>(),
                            settled ? nullptr : grid_->GetSelection());
     ShowRowsOrText();
     grid_->ChooseShown();
+    wxPGProperty* chosen = grid_->GetPropertyByName(chosen_);
+    if (chosen && chosen->IsVisible() && !grid_->GetSelection()) grid_->Choose(chosen);
     ShowHelp();
     return found_;
 }

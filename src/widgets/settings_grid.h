@@ -88,6 +88,7 @@ class SettingsGrid : public wxPanel {
     void OnChanging(wxPropertyGridEvent& event);
     void OnChanged(wxPropertyGridEvent& event);
     void OnKey(wxKeyEvent& event);
+    void MoveOn(bool back);
     [[nodiscard]] EditAnswer Submit(const RowPlace& place, const std::string& text) const;
     void Reject(const wxString& name, const EditAnswer& answer);
     void AskForColour(const wxString& name);
@@ -107,6 +108,7 @@ class SettingsGrid : public wxPanel {
     std::string filter_;         // in its form to compare
     int found_ = 0;              // rows that contain it
     std::set<wxString> folded_;  // before there was a filter
+    wxString chosen_;            // by the user, before a filter hid it
     std::string accepted_;       // what the edit in progress is to show
     bool rejected_ = false;
     bool columnsChosen_ = false;  // by the user

@@ -154,11 +154,8 @@ void SettingsGridRows::ChooseShown() {
     while (isFolded && !row->IsVisible()) row = row->GetParent();
     if (isFolded) return Choose(row);
     ClearSelection();
-    row = FirstRow();
-    if (!row) return;
     DeletePendingObjects();
-    Scroll(0, 0);  // together with its headings
-    Choose(row);
+    Scroll(0, 0);
 }
 
 }  // namespace sontaro

@@ -55,7 +55,7 @@ class SettingsGridRows : public wxPropertyGrid {
     int Narrow(const std::string& text, const std::set<wxString>& folded, const wxPGProperty* kept);
 
     /// After rows were hidden or folded: the chosen row stays, with its edit, where it is shown.
-    /// The heading that it is folded under takes its place, the first row that of a hidden one.
+    /// The heading that it is folded under takes its place; in that of a hidden one there is none.
     void ChooseShown();
 
    private:

@@ -229,14 +229,15 @@ TEST_F(Routing, NoticesAreInTheLanguageOfTheProcessAndALockedLayoutGoesNoFurther
 
 TEST_F(Routing, EndOfALinkIsToldToWhoUploadsAndWhoKeepsItAlive) {
     Open({kSetParam, kBatchSend, kUart, kPlayer});
-    router.LinkEnded();
+    router.LinkEnded({"127.0.0.2", 9000, 5});
     EXPECT_THAT(Receivers(0x597), ElementsAre("Set Param"));
     EXPECT_THAT(Receivers(0x8001), ElementsAre("Setup UART"));
     Open({kBatchSend, kPlayer});
-    router.LinkEnded();
+    router.LinkEnded({"127.0.0.2", 9000, 5});
     EXPECT_THAT(Receivers(0x597), ElementsAre("Batch Send"));
     EXPECT_THAT(Receivers(0x8001), ElementsAre("PlayerControl"));
     EXPECT_EQ(LastOf(kPlayer).wParam, 7U);
+    EXPECT_EQ(std::get<ReplyRecord>(LastOf(kPlayer).record).sender.ip, "127.0.0.2");
 }
 
 }  // namespace

@@ -48,6 +48,7 @@ struct Editor : testing::Test, ControlProtocolView {
         std::ranges::copy(bytes, serial->bytes.begin());
         run->Handle({MessageId::kSerialData, 0, std::move(serial), 0});
     }
+    void LoseLink() { Reply(MessageId::kStopKeepAlive, 0, 0, {}); }
     void ReadFrom(const std::string& text) {
         run->Opened(), Data(0), Data(32767), Names("a.mp4?"), Protocol(text);
         log.clear();
@@ -108,7 +109,8 @@ TEST_F(Editor, MayUploadAfterAnyAnswerButListensOnlyAfterADocument) {
          {std::tuple("{}", 2, State::kRefused, false),
           {"", 0, State::kUnreadable, false},
           {"{", 0, State::kUnreadable, true},
-          {"{}", 1, State::kRead, true}}) {
+          {"{}", 1, State::kUnreadable, true},
+          {kDocument, 1, State::kRead, true}}) {
         ControlProtocolRun fresh{*this, prompts, player.ip, file};
         run = &fresh;
         timer = false;
@@ -148,7 +150,7 @@ TEST_F(Editor, SendsNothingMoreOnceARestartWasAskedFor) {
     EXPECT_EQ(run->CurrentState(), State::kSent);
     Protocol("", 1);
     EXPECT_EQ(run->CurrentState(), State::kRestarting);
-    run->Handle({MessageId::kStopKeepAlive, 7, {}, 0});
+    LoseLink();
     Protocol(kDocument);
     run->Upload();
     run->OpenFile(folder.Write("x.JSON", kDocument));
@@ -157,7 +159,7 @@ TEST_F(Editor, SendsNothingMoreOnceARestartWasAskedFor) {
     Serial({0xA5});
     EXPECT_EQ(run->Edit({0, 0, 2, "", "", "1"}).outcome, EditAnswer::Outcome::kRefused);
     EXPECT_FALSE(timer || run->MayUpload() || std::filesystem::exists(folder / "y.JSON"));
-    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(Log(), "saved; ");
 }
 
 TEST_F(Editor, KeepsWhatCouldNotBeSentAndSaysSo) {
@@ -191,16 +193,19 @@ TEST_F(Editor, LearnsIntoTheChosenCategory) {
     EXPECT_EQ(Log(), "change 0AB100; ");
     prompts.whileShown = [this] { Serial({0xff}); };
     run->Upload();
-    EXPECT_EQ(run->SerialLine().kind, Line::kNobodys);
+    EXPECT_EQ(run->SerialLine().kind, Line::kTooLate);
     EXPECT_THAT(sent, testing::HasSubstr("0AB100"));
 }
 
 TEST_F(Editor, IsNotConnectedFromTheEndOfTheLinkToTheNextAnswer) {
     ReadFrom(kDocument);
-    run->Handle({MessageId::kStopKeepAlive, 7, {}, 0});
+    LoseLink();
     EXPECT_TRUE(!timer && run->SerialLine().kind == Line::kNotConnected);
     run->Upload();
+    LoseLink();
+    EXPECT_EQ(run->CurrentState(), State::kUnconfirmed);
     Protocol("");
+    EXPECT_EQ(run->CurrentState(), State::kSaved);
     EXPECT_TRUE(timer && run->SerialLine().kind == Line::kListening);
     reachable = false;
     run->KeepAlive();
@@ -214,7 +219,7 @@ TEST_F(Editor, LosesNoEditAndNoFileToADocumentThatComesLater) {
     EXPECT_EQ(Port() + run->Rows()[0][0].rows[1].value, "710.0.0.1");
     EXPECT_EQ(run->CurrentState(), State::kChanged);
     run->OpenFile(folder.Write("x.JSON", R"({"KtvDev":{"KTVServerPort":8}})"));
-    Protocol(kDocument);
+    Protocol(R"({"KtvDev":{"KTVServerPort":9000,"KTVServerIP":"10.0.0.2"}})");
     EXPECT_EQ(Port(), "8");
     run->OpenFile(folder.Write("wrong.JSON", R"({"data":[]})"));
     EXPECT_THAT(prompts.texts.back(), testing::HasSubstr("Nothing has been changed"));
@@ -222,7 +227,7 @@ TEST_F(Editor, LosesNoEditAndNoFileToADocumentThatComesLater) {
     EXPECT_EQ(prompts.texts.back(), "Save OK!");
     EXPECT_EQ(folder.Read("y.JSON"), ControlProtocolText([] {
                   ControlProtocolModel model;
-                  model.songSystem = {0, "10.0.0.1", 8};
+                  model.songSystem = {0, "10.0.0.2", 8};
                   return model;
               }()));
 }

@@ -95,8 +95,7 @@ TEST_F(ProtocolDialog, SaysOnWhichTabsTheFilterFindsSomething) {
     Run([&] {
         Grid(3).Collapse("0.1");
         Find<wxSearchCtrl>(dialog, kProtocolFilter)->SetValue("PORT");
-        EXPECT_EQ(Tab(0) + "|" + Tab(1) + "|" + Tab(4),
-                  "KTV (1)|Serial and commands (0)|Projectors (30)");
+        EXPECT_EQ(Tab(0) + "|" + Tab(1) + "|" + Tab(4), "KTV (1)|Serial (0)|Projectors (30)");
         prompts.file = folder.Write("x.JSON", R"({"KtvDev":{"KTVServerPort":8}})");
         Press(dialog, kOpenProtocol);
         EXPECT_EQ(Value(1, "0.2"), "8");
