@@ -61,17 +61,16 @@ Status SimulatedPlayer::Start() {
 
 void SimulatedPlayer::Stop() {
     {
-        const std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
         if (!running_) return;
         running_ = false;
-        if (listener_) listener_->Shutdown();
+        CloseListener(lock);
         for (const auto& socket : discovery_) socket->Shutdown();
         for (const auto& connection : connections_) connection->End();
         changed_.notify_all();
     }
     threads_.Join();
     const std::lock_guard lock(mutex_);
-    listener_.reset();
     discovery_.clear();
     StopNetwork();
 }
@@ -238,17 +237,16 @@ FaultScript SimulatedPlayer::Faults() const {
 }
 
 void SimulatedPlayer::SetFaults(const FaultScript& faults) {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     faults_ = faults;
-    if (running_) ListenOrRefuse();
+    if (running_) ListenOrRefuse(lock);
 }
 
 /// Opens or closes the listener as faults and restarts have it.
-void SimulatedPlayer::ListenOrRefuse() {
+void SimulatedPlayer::ListenOrRefuse(std::unique_lock<std::mutex>& lock) {
     const bool refuses = faults_.refuse || away_;
-    if (refuses && listener_) {
-        listener_->Shutdown();
-        listener_.reset();
+    if (refuses) {
+        CloseListener(lock);
     } else if (!refuses && !listener_) {
         auto listener = std::make_shared<Socket>(Socket::ListenAt({options_.address, port_}));
         if (listener->IsOpen())
@@ -257,6 +255,18 @@ void SimulatedPlayer::ListenOrRefuse() {
             Note("cannot listen again: the port is in use");
     }
     changed_.notify_all();
+}
+
+/// Returns when the accepting thread has let go of the listener, which is open until then: some
+/// systems do not wake a call that is only about to begin.
+void SimulatedPlayer::CloseListener(std::unique_lock<std::mutex>& lock) {
+    constexpr std::chrono::milliseconds kPause{10};
+    const std::weak_ptr<Socket> left = std::exchange(listener_, nullptr);
+    while (const std::shared_ptr<Socket> listener = left.lock()) {
+        listener->Shutdown();
+        changed_.notify_all();
+        changed_.wait_for(lock, kPause);
+    }
 }
 
 /// A tool that has been told of a restart asks for its links to be closed. The player goes when
@@ -282,26 +292,26 @@ void SimulatedPlayer::RunRestarts() {
         else if (Clock::now() < *step)
             changed_.wait_until(lock, *step);
         else if (away_)
-            Return();
+            Return(lock);
         else
-            Leave();
+            Leave(lock);
     }
 }
 
-void SimulatedPlayer::Leave() {
+void SimulatedPlayer::Leave(std::unique_lock<std::mutex>& lock) {
     Note("restarts");
     away_ = true;
     nextRestartStep_.reset();
     if (!faults_.noReturn) nextRestartStep_ = Clock::now() + options_.restartTime;
     for (const auto& connection : connections_) connection->End();
-    ListenOrRefuse();
+    ListenOrRefuse(lock);
 }
 
-void SimulatedPlayer::Return() {
+void SimulatedPlayer::Return(std::unique_lock<std::mutex>& lock) {
     Note("is back");
     away_ = false;
     nextRestartStep_.reset();
-    ListenOrRefuse();
+    ListenOrRefuse(lock);
 }
 
 void SimulatedPlayer::DropConnections() {

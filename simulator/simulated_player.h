@@ -76,10 +76,11 @@ class SimulatedPlayer final : private ConnectionOwner {
     void Welcome(Socket socket);
     void Remove(const std::shared_ptr<Connection>& connection);
     void ListenForRequests(const std::shared_ptr<Socket>& socket);
-    void ListenOrRefuse();
+    void ListenOrRefuse(std::unique_lock<std::mutex>& lock);
+    void CloseListener(std::unique_lock<std::mutex>& lock);
     void RunRestarts();
-    void Leave();
-    void Return();
+    void Leave(std::unique_lock<std::mutex>& lock);
+    void Return(std::unique_lock<std::mutex>& lock);
     void AdvanceToNow();
     Status Save();
 
