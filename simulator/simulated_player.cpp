@@ -303,8 +303,8 @@ void SimulatedPlayer::Leave(std::unique_lock<std::mutex>& lock) {
     away_ = true;
     nextRestartStep_.reset();
     if (!faults_.noReturn) nextRestartStep_ = Clock::now() + options_.restartTime;
+    ListenOrRefuse(lock);  // whoever sees its link end is not to get another one
     for (const auto& connection : connections_) connection->End();
-    ListenOrRefuse(lock);
 }
 
 void SimulatedPlayer::Return(std::unique_lock<std::mutex>& lock) {
