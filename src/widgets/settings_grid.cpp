@@ -146,13 +146,10 @@ void SettingsGrid::OnKey(wxKeyEvent& event) {
     ShowHelp();
 }
 
-/// From the grid to the explanation and on, and back again: by itself the grid would hand the
-/// keyboard to a part that cannot take it.
+/// By itself the grid would hand the keyboard to a part that cannot take it, and on the way back
+/// some systems would pass it by.
 void SettingsGrid::MoveOn(bool back) {
-    const bool inGrid = grid_->IsDescendant(wxWindow::FindFocus());
-    if (inGrid && !back)
-        help_->SetFocus();
-    else if (!inGrid && back)
+    if (back && !grid_->IsDescendant(wxWindow::FindFocus()))
         grid_->SetFocus();
     else
         Navigate(back ? wxNavigationKeyEvent::IsBackward : wxNavigationKeyEvent::IsForward);
