@@ -6,4 +6,4 @@ sontaro=$1 language=$2
 source "$(dirname "$0")/session.sh"
 
 LC_ALL=C "$sontaro" --demo --tour "$work/图片" --language "$language"
-[ "$(find "$work/图片" -name '*.png' -size +1k | wc -l)" -ge 21 ] || fail "pictures are missing"
+[ "$(find "$work/图片" -name '*.png' -size +1k | wc -l)" -ge 31 ] || fail "pictures are missing"
