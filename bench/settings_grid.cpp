@@ -110,7 +110,7 @@ double TimeOfGrid(wxDialog& dialog, Make make) {
 
 /// Calls `build(rows)` for every grid of a control protocol; the sum of what it returns.
 template <class Build>
-double SumOfGrids(std::array<SettingsRows, kControlProtocolGrids> grids, Build build) {
+double SumOfGrids(ControlProtocolGrids grids, Build build) {
     double seconds = 0;
     for (SettingsRows& rows : grids) seconds += build(rows);
     return seconds;

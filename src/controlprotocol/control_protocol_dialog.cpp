@@ -259,7 +259,9 @@ void CControlProtocol::Filter() {
         const int hits = grids_[i]->Filter(text);
         wxString label = ToWx(kTabs[i]);
         if (isOn) label += wxString::Format(" (%d)", hits);
-        if (tabs_->GetPageText(i) != label) tabs_->SetPageText(i, label);
+        if (tabs_->GetPageText(i) == label) continue;
+        tabs_->SetPageText(i, label);
+        tabs_->Refresh();  // where there was a longer one, it would stay
     }
 }
 

@@ -75,8 +75,8 @@ EditAnswer EditRecord(std::array<Record, kCount>& records, const SettingsEdit& e
 
 }  // namespace
 
-std::array<SettingsRows, kControlProtocolGrids> ControlProtocolRows(ControlProtocolModel& model) {
-    std::array<SettingsRows, kControlProtocolGrids> grids;
+ControlProtocolGrids ControlProtocolRows(ControlProtocolModel& model) {
+    ControlProtocolGrids grids;
     VisitSections(model, [&](int number, const auto& section, auto& value) {
         SettingsRows groups;
         AppendGroups(number, 0, value, groups);

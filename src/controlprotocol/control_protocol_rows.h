@@ -14,10 +14,11 @@ namespace sontaro {
 inline constexpr std::size_t kControlProtocolGrids = 5;
 inline constexpr std::size_t kCategoryGrid = 2;
 
+using ControlProtocolGrids = std::array<SettingsRows, kControlProtocolGrids>;
+
 /// The rows of every grid. A number that stands for a choice there is not is clamped in the model
 /// as well as in the rows.
-[[nodiscard]] std::array<SettingsRows, kControlProtocolGrids> ControlProtocolRows(
-    ControlProtocolModel& model);
+[[nodiscard]] ControlProtocolGrids ControlProtocolRows(ControlProtocolModel& model);
 
 /// Takes over an edit of one of those rows, or says why not.
 [[nodiscard]] EditAnswer EditControlProtocol(ControlProtocolModel& model, const SettingsEdit& edit);

@@ -65,9 +65,7 @@ class ControlProtocolRun {
     void OpenFile(const std::filesystem::path& path);
     void SaveFile(const std::filesystem::path& path);
 
-    [[nodiscard]] std::array<SettingsRows, kControlProtocolGrids> Rows() {
-        return ControlProtocolRows(model_);
-    }
+    [[nodiscard]] ControlProtocolGrids Rows() { return ControlProtocolRows(model_); }
     [[nodiscard]] State CurrentState() const { return state_; }
     [[nodiscard]] const SerialLineState& SerialLine() const { return serialLine_; }
     [[nodiscard]] bool MayUpload() const { return answered_ && !restartWanted_; }
