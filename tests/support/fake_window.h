@@ -25,13 +25,15 @@ class FakeWindow {
 
     Reaction react;  ///< sees each message before it is kept; what it throws goes to the sender
     std::vector<WindowMessage> messages;
-    std::vector<int> codes;  ///< of the socket events
-    Bytes bytes;             ///< that the socket events showed, all together
+    std::vector<int> codes;      ///< of the socket events
+    Bytes bytes;                 ///< that the socket events showed, all together
+    std::size_t firstChunk = 0;  ///< how many of them the first event showed
 
    private:
     void Keep(WindowMessage& message) {
         const auto keepEvent = [this](const auto& event) {
             codes.push_back(static_cast<int>(event.code));
+            if (bytes.empty()) firstChunk = event.bytes.size();
             bytes.insert(bytes.end(), event.bytes.begin(), event.bytes.end());
         };
         if (const auto* tcp = std::get_if<LinkEvent>(&message.record)) keepEvent(*tcp);
