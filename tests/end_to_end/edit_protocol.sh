@@ -33,7 +33,12 @@ await 20 "the control protocol was not read" received "received 50 "
 # The third row is the port of the server.
 keys "Setup UART" Down Down Return ctrl+a 9 0 0 1
 # On the third tab the first category; its bytes answer the keep-alive after the next.
-keys "Setup UART" ctrl+Tab ctrl+Tab Down
+keys "Setup UART" ctrl+Tab
+sleep 0.7
+keys "Setup UART" ctrl+Tab
+sleep 0.7
+keys "Setup UART" Down
+sleep 0.5
 keep_alives() { grep -c "received 50 " "$player_log"; }
 answered() { [ "$(keep_alives)" -ge $((before + 2)) ]; }
 before=$(keep_alives)
