@@ -67,8 +67,13 @@ EditAnswer EditRecord(Record& record, const SettingsEdit& edit) {
     return answer;
 }
 
+template <class Record>
+EditAnswer EditSection(Record& record, const SettingsEdit& edit) {
+    return edit.group == 0 ? EditRecord(record, edit) : EditAnswer{};
+}
+
 template <class Record, std::size_t kCount>
-EditAnswer EditRecord(std::array<Record, kCount>& records, const SettingsEdit& edit) {
+EditAnswer EditSection(std::array<Record, kCount>& records, const SettingsEdit& edit) {
     if (edit.group < 0 || static_cast<std::size_t>(edit.group) >= kCount) return {};
     return EditRecord(records[static_cast<std::size_t>(edit.group)], edit);
 }
@@ -93,7 +98,7 @@ ControlProtocolGrids ControlProtocolRows(ControlProtocolModel& model) {
 EditAnswer EditControlProtocol(ControlProtocolModel& model, const SettingsEdit& edit) {
     EditAnswer answer;
     VisitSections(model, [&](int number, const auto&, auto& value) {
-        if (number == edit.item) answer = EditRecord(value, edit);
+        if (number == edit.item) answer = EditSection(value, edit);
     });
     return answer;
 }
