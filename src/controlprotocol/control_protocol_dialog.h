@@ -7,7 +7,6 @@
 #include <wx/timer.h>
 
 #include <array>
-#include <functional>
 #include <optional>
 
 #include "controlprotocol/control_protocol_run.h"
