@@ -10,6 +10,7 @@
 #include "base/window_directory.h"
 #include "bench/figures.h"
 #include "bench/stopwatch.h"
+#include "link/window_message.h"
 #include "widgets/ui_gate.h"
 
 namespace sontaro::bench {

@@ -1,4 +1,4 @@
-#include "app/reassembly.h"
+#include "exchange/reassembly.h"
 
 #include <fmt/core.h>
 

@@ -2,8 +2,8 @@
 // that take anything.
 #include <vector>
 
-#include "app/reply_router.h"
 #include "base/window_titles.h"
+#include "exchange/reply_router.h"
 #include "fuzz/fuzz_surroundings.h"
 #include "videocontrol/video_control_run.h"
 

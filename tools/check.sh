@@ -37,6 +37,7 @@ export UBSAN_OPTIONS=print_stacktrace=1
 export TSAN_OPTIONS=suppressions=$sanitizers/tsan.supp:history_size=7:second_deadlock_stack=1
 
 step "format" tools/format.sh --dry-run -Werror
+step "includes" tools/check_includes.sh
 step "clang-tidy" tools/tidy.sh
 step "tests, asan-ubsan" tests_under asan-ubsan
 step "tests, tsan" tests_under tsan

@@ -7,8 +7,6 @@
 #include <cstdlib>
 
 #include "app/application_title.h"
-#include "app/tour_prompts.h"
-#include "app/tour_script.h"
 #include "base/folders.h"
 #include "base/program_arguments.h"
 #include "base/window_titles.h"
@@ -36,20 +34,14 @@ constexpr LocalText kNoPlayers = {
 bool CSontaroApp::OnInit() {
     delete wxLog::SetActiveTarget(new wxLogStderr);
     ended_ = true;
-    if (commandLine_.tour.empty())
-        prompts_ = std::make_unique<MessagePrompts>();
-    else
-        prompts_ = std::make_unique<TourPrompts>(commandLine_.tour);
+    if (!commandLine_.tour.empty()) walk_ = makeWalk_(commandLine_.tour);
+    prompts_ = walk_ ? walk_->MakePrompts() : std::make_unique<MessagePrompts>();
     FixTitleAndLanguage();
     if (!IsOnlyInstance() || !StartDemoPlayers()) return true;
     ended_ = false;
     wxImage::AddHandler(new wxPNGHandler);
     OpenMainWindow();
-    if (!commandLine_.tour.empty()) {
-        tour_ = std::make_unique<Tour>(commandLine_.tour);
-        WriteTourScript(*tour_, *players_);
-        tour_->Start();
-    }
+    if (walk_) walk_->Start(*players_);
     return true;
 }
 
@@ -136,13 +128,13 @@ void CSontaroApp::OpenMainWindow() {
 int CSontaroApp::OnRun() {
     if (ended_) return exitCode_;
     const int code = wxApp::OnRun();
-    return tour_ && !tour_->Succeeded() ? kStartFailed : code;
+    return walk_ && !walk_->Succeeded() ? kStartFailed : code;
 }
 
 int CSontaroApp::OnExit() {
     if (directory_) directory_->ShutDown();
     if (threads_) threads_->Join();
-    tour_.reset();
+    walk_.reset();
     players_.reset();
     return wxApp::OnExit();
 }

@@ -9,7 +9,7 @@
 #include "app/command_line.h"
 #include "app/main_window.h"
 #include "app/single_instance.h"
-#include "app/tour.h"
+#include "app/walk.h"
 #include "simulator/player_group.h"
 #include "widgets/message_prompts.h"
 #include "widgets/ui_gate.h"
@@ -19,6 +19,9 @@ namespace sontaro {
 /// Fixes title and language, makes sure that it is alone, and runs the main window.
 class CSontaroApp : public wxApp {
    public:
+    /// `makeWalk` makes whoever is to press the controls in place of a user, when that is wanted.
+    explicit CSontaroApp(WalkMaker makeWalk) : makeWalk_(std::move(makeWalk)) {}
+
     bool Initialize(int& count, wxChar** values) override;
     bool OnInit() override;
     int OnRun() override;
@@ -31,12 +34,14 @@ class CSontaroApp : public wxApp {
     [[nodiscard]] std::filesystem::path UserFile(const std::string& name) const;
     void OpenMainWindow();
 
+    const WalkMaker makeWalk_;
     CommandLine commandLine_;
     std::jthread fontStart_;
     int exitCode_ = 0;
     bool ended_ = false;  // nothing to run
     std::unique_ptr<SingleInstance> instance_;
     std::unique_ptr<simulator::PlayerGroup> players_;
+    std::unique_ptr<Walk> walk_;
     std::unique_ptr<UiGate> gate_;
     std::unique_ptr<WindowDirectory> directory_;
     std::unique_ptr<ThreadGroup> threads_;
@@ -44,7 +49,6 @@ class CSontaroApp : public wxApp {
     std::unique_ptr<JsonFile> preferences_;
     std::unique_ptr<DeviceRemarks> remarks_;
     CSontaroDlg* window_ = nullptr;  // owned by the toolkit
-    std::unique_ptr<Tour> tour_;
 };
 
 }  // namespace sontaro

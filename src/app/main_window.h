@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <string>
 
-#include "app/switchboard.h"
 #include "devices/scan_dialog.h"
+#include "exchange/switchboard.h"
 #include "widgets/fade_out.h"
 #include "widgets/ui_services.h"
 

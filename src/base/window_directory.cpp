@@ -35,14 +35,14 @@ const WindowDirectory::Entry* WindowDirectory::FindEntry(const std::string& titl
 
 bool WindowDirectory::Find(const std::string& title) const { return FindEntry(title) != nullptr; }
 
-bool WindowDirectory::Send(const std::string& title, WindowMessage message) {
+bool WindowDirectory::Send(const std::string& title, WindowMessage& message) {
     bool delivered = false;
     const bool ran = uiThread_.Call([&] {
         const Entry* entry = FindEntry(title);
         if (!entry) return;
         const std::shared_ptr<const Handler> handler = entry->handler;
         (*handler)(message);
-        delivered = message.done;
+        delivered = true;
     });
     return ran && delivered;
 }

@@ -8,9 +8,10 @@
 #include <string>
 
 #include "base/ui_thread.h"
-#include "base/window_message.h"
 
 namespace sontaro {
+
+struct WindowMessage;
 
 /// The open windows by exact, localised title. Outlives every window and link thread.
 class WindowDirectory {
@@ -44,11 +45,12 @@ class WindowDirectory {
     [[nodiscard]] bool Find(const std::string& title) const;
 
     /// Delivers `message` to the window titled `title` and waits until it is handled: on the
-    /// user-interface thread a direct call, from any other thread handed to that one. False when
-    /// there is no such window, it could not do what the message asks, or the directory has shut
-    /// down. What the window's handler throws
-    /// is thrown to the caller.
-    bool Send(const std::string& title, WindowMessage message);
+    /// user-interface thread a direct call, from any other thread handed to that one. The window
+    /// may move the message's record away, and may leave an answer in it. False when there is no
+    /// such window or the directory has shut down. What the window's handler throws is thrown to
+    /// the caller.
+    bool Send(const std::string& title, WindowMessage& message);
+    bool Send(const std::string& title, WindowMessage&& message) { return Send(title, message); }
 
     /// Runs `function` on the user-interface thread and waits; false after `ShutDown`. Any thread.
     bool Call(const std::function<void()>& function) { return uiThread_.Call(function); }

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/prompts.h"
-#include "base/window_message.h"
 #include "controlprotocol/control_protocol_view.h"
+#include "link/window_message.h"
 
 namespace sontaro {
 

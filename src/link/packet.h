@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "base/bytes.h"
-#include "base/window_message.h"
+#include "link/window_message.h"
 
 namespace sontaro {
 

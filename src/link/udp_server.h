@@ -5,6 +5,7 @@
 #include <string>
 
 #include "link/link_services.h"
+#include "link/window_message.h"
 
 namespace sontaro {
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "base/prompts.h"
-#include "base/window_message.h"
 #include "link/packet.h"
+#include "link/window_message.h"
 #include "settings/settings_document.h"
 
 namespace sontaro {

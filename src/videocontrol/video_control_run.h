@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/local_text.h"
-#include "base/window_message.h"
+#include "link/window_message.h"
 #include "videocontrol/video_control_document.h"
 
 namespace sontaro {

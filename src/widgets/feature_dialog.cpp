@@ -45,8 +45,8 @@ bool FeatureDialog::MayClose() { return services_.Messages().Confirm(Localized(k
 
 bool FeatureDialog::SendPacket(const DevicePacket& packet, std::vector<Target> targets) {
     SendRequest request{std::move(targets), std::make_shared<const Bytes>(packet.Serialize())};
-    return services_.Directory().Send(TitleOf(Window::kMain),
-                                      {MessageId::kSendRequest, 0, std::move(request), 0});
+    WindowMessage message{MessageId::kSendRequest, 0, std::move(request), 0};
+    return services_.Directory().Send(TitleOf(Window::kMain), message) && message.done;
 }
 
 void FeatureDialog::CloseLinks() {

@@ -12,6 +12,7 @@
 #include "base/window_titles.h"
 #include "devices/device_record.h"
 #include "link/packet.h"
+#include "link/window_message.h"
 #include "widgets/ui_services.h"
 
 namespace sontaro {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/window_directory.h"
+#include "link/window_message.h"
 
 namespace sontaro::test {
 

@@ -1,4 +1,4 @@
-#include "app/tour.h"
+#include "tour/tour.h"
 
 #include <fmt/core.h>
 #include <wx/button.h>

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "base/window_message.h"
 #include "link/tcp_client.h"
+#include "link/window_message.h"
 
 namespace sontaro {
 

@@ -1,9 +1,10 @@
 // Brings each reply of a player to the open dialog that asked for it.
 #pragma once
 
-#include "app/reassembly.h"
 #include "base/prompts.h"
 #include "base/window_directory.h"
+#include "exchange/reassembly.h"
+#include "link/window_message.h"
 
 namespace sontaro {
 

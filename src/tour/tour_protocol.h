@@ -1,7 +1,7 @@
 // The tour's station in the control protocol.
 #pragma once
 
-#include "app/tour_steps.h"
+#include "tour/tour_steps.h"
 
 namespace sontaro {
 

@@ -1,4 +1,4 @@
-#include "app/reassembly.h"
+#include "exchange/reassembly.h"
 
 #include <gmock/gmock.h>
 

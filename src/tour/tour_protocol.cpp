@@ -1,4 +1,4 @@
-#include "app/tour_protocol.h"
+#include "tour/tour_protocol.h"
 
 #include <fmt/core.h>
 #include <wx/propgrid/propgrid.h>

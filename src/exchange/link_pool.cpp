@@ -1,4 +1,4 @@
-#include "app/link_pool.h"
+#include "exchange/link_pool.h"
 
 #include <algorithm>
 #include <thread>

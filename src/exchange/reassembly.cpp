@@ -1,4 +1,4 @@
-#include "app/reassembly.h"
+#include "exchange/reassembly.h"
 
 namespace sontaro {
 

@@ -1,8 +1,8 @@
 // The stations of the tour.
 #pragma once
 
-#include "app/tour.h"
 #include "simulator/player_group.h"
+#include "tour/tour.h"
 
 namespace sontaro {
 

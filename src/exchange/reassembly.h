@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "base/window_message.h"
 #include "link/packet.h"
+#include "link/window_message.h"
 
 namespace sontaro {
 

@@ -1,4 +1,4 @@
-#include "app/tour_script.h"
+#include "tour/tour_script.h"
 
 #include <fmt/core.h>
 #include <wx/button.h>
@@ -12,11 +12,11 @@
 
 #include "app/feature_buttons.h"
 #include "app/main_window.h"
-#include "app/tour_protocol.h"
-#include "app/tour_settings.h"
 #include "base/json.h"
 #include "base/window_titles.h"
 #include "devices/remarks_dialog.h"
+#include "tour/tour_protocol.h"
+#include "tour/tour_settings.h"
 #include "videocontrol/video_control_dialog.h"
 #include "widgets/front_dialog.h"
 #include "widgets/wx_text.h"

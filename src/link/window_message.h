@@ -12,7 +12,7 @@
 
 namespace sontaro {
 
-/// Message numbers. Receivers and senders: see the routing table in app/reply_router.cpp.
+/// Message numbers. Receivers and senders: see the routing table in exchange/reply_router.cpp.
 enum class MessageId : std::uint32_t {
     kLinkEvent = 0x464,           ///< TCP link threads -> main window: LinkEvent
     kUdpEvent = 0x4C8,            ///< UDP socket threads -> the window the socket names: UdpEvent

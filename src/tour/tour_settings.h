@@ -1,7 +1,7 @@
 // The tour's stations in the settings dialogs.
 #pragma once
 
-#include "app/tour_steps.h"
+#include "tour/tour_steps.h"
 
 namespace sontaro {
 

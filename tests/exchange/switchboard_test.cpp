@@ -1,4 +1,4 @@
-#include "app/switchboard.h"
+#include "exchange/switchboard.h"
 
 #include <gmock/gmock.h>
 

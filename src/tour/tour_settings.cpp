@@ -1,4 +1,4 @@
-#include "app/tour_settings.h"
+#include "tour/tour_settings.h"
 
 #include <fmt/core.h>
 #include <wx/propgrid/propgrid.h>

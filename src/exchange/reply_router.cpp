@@ -1,4 +1,4 @@
-#include "app/reply_router.h"
+#include "exchange/reply_router.h"
 
 #include <algorithm>
 #include <optional>

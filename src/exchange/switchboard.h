@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "app/link_pool.h"
-#include "app/reassembly.h"
-#include "app/reply_router.h"
+#include "exchange/link_pool.h"
+#include "exchange/reassembly.h"
+#include "exchange/reply_router.h"
 
 namespace sontaro {
 

@@ -1,4 +1,4 @@
-#include "app/tour_steps.h"
+#include "tour/tour_steps.h"
 
 #include <fmt/core.h>
 #include <wx/msgdlg.h>

@@ -6,10 +6,10 @@
 #include <functional>
 #include <string>
 
-#include "app/tour.h"
 #include "base/window_titles.h"
 #include "devices/device_list.h"
 #include "simulator/player_group.h"
+#include "tour/tour.h"
 
 namespace sontaro {
 

@@ -1,0 +1,62 @@
+#!/bin/bash
+# Includes point downwards only. A folder of sources counts twice: once with what it holds without
+# a window, once with its dialogs. Says which include climbs, and which folders form a cycle.
+set -euo pipefail
+cd "$(dirname "$0")/../src"
+
+floors=(base link exchange rooms widgets dialogs app tour)
+
+# Files that have to do with the toolkit, and their headers.
+with_windows=$(grep -lE '#include (<wx/|"widgets/)' ./*/*.h ./*/*.cpp | sed 's/\.[a-z]*$//' | sort -u)
+
+# FOLDER/STEM -> the node that stands for it
+node_of() {
+    local folder=${1%%/*}
+    case $folder in
+        base | link | exchange | widgets | app | tour) echo "$folder" ;;
+        *) if [[ $'\n'$with_windows$'\n' == *$'\n'"./$1"$'\n'* ]]; then
+            echo "$folder-dialogs"
+        else
+            echo "$folder"
+        fi ;;
+    esac
+}
+
+floor_of() {
+    case $1 in
+        *-dialogs) echo 5 ;;
+        *) for i in "${!floors[@]}"; do
+            [[ ${floors[i]} != "$1" ]] || { echo "$i"; return; }
+        done
+            echo 3 ;;
+    esac
+}
+
+failed=0
+edges=
+declare -A nodes
+while IFS=: read -r file line; do
+    from=${file#./} to=${line#*\"}
+    from=${from%.*} to=${to%.h\"*}
+    [[ -e $to.h ]] || continue # of another tree
+    for name in "$from" "$to"; do
+        [[ -n ${nodes[$name]:-} ]] || nodes[$name]=$(node_of "$name")
+    done
+    lower=${nodes[$to]} upper=${nodes[$from]}
+    [[ $lower != "$upper" ]] || continue
+    edges+="$upper $lower"$'\n'
+    if (($(floor_of "$lower") > $(floor_of "$upper"))); then
+        echo "$file includes $to.h, which is above it" >&2
+        failed=1
+    fi
+    if [[ $lower == *-dialogs && $upper == *-dialogs ]]; then
+        echo "$file includes a dialog of another room: $to.h" >&2
+        failed=1
+    fi
+done < <(grep -oE '#include "[^"]+"' ./*/*.h ./*/*.cpp)
+
+if ! tsort <<<"$edges" >/dev/null; then
+    echo "The folders above form a cycle." >&2
+    failed=1
+fi
+exit "$failed"
