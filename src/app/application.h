@@ -42,6 +42,7 @@ class CSontaroApp : public wxApp {
     std::unique_ptr<SingleInstance> instance_;
     std::unique_ptr<simulator::PlayerGroup> players_;
     std::unique_ptr<Walk> walk_;
+    ExchangeHub hub_;
     std::unique_ptr<UiGate> gate_;
     std::unique_ptr<WindowDirectory> directory_;
     std::unique_ptr<ThreadGroup> threads_;

@@ -76,7 +76,7 @@ CSontaroDlg::CSontaroDlg(const UiServices& services, const MainWindowSetup& setu
                wxDEFAULT_DIALOG_STYLE | wxMINIMIZE_BOX | wxDIALOG_NO_PARENT),
       services_(services),
       setup_(setup),
-      switchboard_(TitleOf(Window::kMain), services.link),
+      switchboard_(TitleOf(Window::kMain), services.link, services.hub),
       registration_(services_.Directory().Register(
           TitleOf(Window::kMain),
           [this](WindowMessage& message) { switchboard_.Handle(message); })),

@@ -44,22 +44,24 @@ void ControlProtocolRun::Ask(std::uint32_t command, std::uint32_t selector, Stat
 void ControlProtocolRun::Handle(const WindowMessage& message) {
     if (const auto* serial = std::get_if<std::unique_ptr<SerialData>>(&message.record))
         return TakeSerialBytes(**serial);
-    const auto* reply = std::get_if<ReplyRecord>(&message.record);
-    if (!reply || reply->sender.ip != playerIp_) return;
+    const PacketHeader& header = message.origin.header;
+    if (message.origin.sender.ip != playerIp_) return;
     if (message.id == MessageId::kStopKeepAlive) return LinkEnded();
+    const auto* reply = std::get_if<ReplyRecord>(&message.record);
+    if (!reply) return;
     if (message.id == MessageId::kControlProtocol)
-        TakeProtocol(*reply);
-    else if (message.id == MessageId::kPlayerState && reply->command == kCommandPlayerData)
-        TakePart(*reply);
+        TakeProtocol(header.argument, *reply);
+    else if (message.id == MessageId::kPlayerState && header.command == kCommandPlayerData)
+        TakePart(header.argument, *reply);
     else if (message.id == MessageId::kLayoutState || message.id == MessageId::kPlayerState)
         TakeNames(AsText(reply->payload));
 }
 
-void ControlProtocolRun::TakePart(const ReplyRecord& reply) {
-    if (state_ == State::kAskingData && reply.argument == kFirstPart) {
+void ControlProtocolRun::TakePart(std::uint16_t part, const ReplyRecord& reply) {
+    if (state_ == State::kAskingData && part == kFirstPart) {
         playerData_[0] = reply.payload;
         Ask(kCommandPlayerData, std::uint32_t{kSecondPart} << 16, State::kAskingSecondPart);
-    } else if (state_ == State::kAskingSecondPart && reply.argument == kSecondPart) {
+    } else if (state_ == State::kAskingSecondPart && part == kSecondPart) {
         playerData_[1] = reply.payload;
         Ask(kCommandLayoutState, 0, State::kAskingNames);
     }
@@ -73,10 +75,10 @@ void ControlProtocolRun::TakeNames(std::string_view text) {
 }
 
 /// A document's argument is its result unless it only repeats the request's.
-void ControlProtocolRun::TakeProtocol(const ReplyRecord& reply) {
+void ControlProtocolRun::TakeProtocol(std::uint16_t argument, const ReplyRecord& reply) {
     constexpr std::uint16_t kWell = 1;
     answered_ = true;
-    result_ = reply.argument > kUpload ? reply.argument : kWell;
+    result_ = argument > kUpload ? argument : kWell;
     if (result_ != kWell) {
         awaitsAnswer_ = false;
         Enter(State::kRefused);

@@ -82,9 +82,9 @@ class ControlProtocolRun {
     using Change = std::variant<SettingsEdit, std::string>;
 
     void Ask(std::uint32_t command, std::uint32_t selector, State next);
-    void TakePart(const ReplyRecord& reply);
+    void TakePart(std::uint16_t part, const ReplyRecord& reply);
     void TakeNames(std::string_view text);
-    void TakeProtocol(const ReplyRecord& reply);
+    void TakeProtocol(std::uint16_t argument, const ReplyRecord& reply);
     void TakeDocument(std::string_view text);
     void Repeat(const Change& change);
     void TakeAcknowledgement();

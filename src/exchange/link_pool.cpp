@@ -11,6 +11,10 @@ namespace sontaro {
 namespace {
 
 constexpr LocalText kConnectFailed = {"连接播放器失败！", "Failed to connect player！"};
+constexpr LocalText kTooMuchWaiting = {
+    "播放器没有接收已发送的数据，等待发送的数据过多，本次内容未发送！",
+    "The player does not take in what has been sent. Too much is waiting, nothing more has been "
+    "sent!"};
 
 /// Runs `action` for every slot at once and waits: the pauses of nine links take no longer than
 /// those of one.
@@ -32,47 +36,46 @@ LinkPool::~LinkPool() {
     ForEachAtOnce(slots_, [](auto& slot) { slot.reset(); });
 }
 
-bool LinkPool::Submit(const SendRequest& request) {
-    if (!request.bytes || request.bytes->empty()) {
-        CloseAll();
-        return true;
-    }
+void LinkPool::Submit(SendRequest& request) {
+    if (!request.bytes || request.bytes->empty()) return CloseAll();
     const std::vector<Target> targets =
         request.targets.empty() ? std::vector{currentDevice_} : request.targets;
-    bool taken = true;
     for (const Target& target : targets) {
-        if (SendTo(target, request.bytes)) continue;
-        taken = false;
-        ShowFailureOnce();
+        const Sending sending = SendTo(target, request.bytes);
+        request.outcomes.push_back(sending);
+        if (!sending && request.boxes == Boxes::kShown) Show(sending.Reason());
     }
-    return taken;
 }
 
-bool LinkPool::SendTo(const Target& target, const std::shared_ptr<const Bytes>& bytes) {
-    CTCPClient* link = LinkTo(target);
-    return link != nullptr && link->Queue(bytes);
-}
-
-CTCPClient* LinkPool::LinkTo(const Target& target) {
+Sending LinkPool::SendTo(const Target& target, const SharedPacket& bytes) {
     const auto isTarget = [&](const auto& slot) {
         return slot->IsConnected() && slot->RemoteIp() == target.ip;
     };
-    if (const auto slot = std::ranges::find_if(slots_, isTarget); slot != slots_.end())
-        return slot->get();
+    const auto slot = std::ranges::find_if(slots_, isTarget);
+    return slot == slots_.end() ? SendOverFreshLink(target, bytes) : (*slot)->Queue(bytes);
+}
+
+Sending LinkPool::SendOverFreshLink(const Target& target, const SharedPacket& bytes) {
     const auto connected = static_cast<std::size_t>(
         std::ranges::count_if(slots_, [](const auto& slot) { return slot->IsConnected(); }));
-    if (connected == slots_.size()) return nullptr;
+    if (connected == slots_.size()) return NotSent::kNoSlot;
     // Not the first free slot: when a lower one was closed, the count names a slot that is still
     // connected. It keeps its socket and serves the new target from then on.
     CTCPClient& slot = *slots_[connected];
-    if (!slot.Connect(target)) return nullptr;
+    if (!slot.Connect(target)) return NotSent::kConnectFailed;
     slot.SetDeviceTag(target.deviceTag);
-    return &slot;
+    const bool isOthers = slot.PeerIp() != target.ip;
+    const Sending sending = slot.Queue(bytes);
+    return sending && isOthers ? NotSent::kOtherPlayersLink : sending;
 }
 
-void LinkPool::ShowFailureOnce() {
-    if (std::exchange(failureShown_, true)) return;
-    prompts_.Warn(Localized(kConnectFailed));
+/// A link that is just ending is passed over without a word: its end is news enough.
+void LinkPool::Show(NotSent reason) {
+    if (reason == NotSent::kTooMuchWaiting) {
+        prompts_.Warn(Localized(kTooMuchWaiting));
+    } else if (reason == NotSent::kNoSlot || reason == NotSent::kConnectFailed) {
+        if (!std::exchange(failureShown_, true)) prompts_.Warn(Localized(kConnectFailed));
+    }
 }
 
 void LinkPool::CloseAll() {

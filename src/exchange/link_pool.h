@@ -23,13 +23,14 @@ class LinkPool {
     LinkPool(const LinkPool&) = delete;
     LinkPool& operator=(const LinkPool&) = delete;
 
-    /// Sends the request to each of its targets, to the current device when it names none. A
-    /// target that cannot be reached is reported in a message box, once until
-    /// `ForgetShownFailure`. An empty request closes every link. Blocks while connecting. False
-    /// when a target has not been reached.
-    bool Submit(const SendRequest& request);
+    /// Sends the request to each of its targets, to the current device when it names none, and
+    /// says in it what became of it. A target that cannot be reached is reported in a message box,
+    /// once until `ForgetShownFailure`; so is, each time, one that takes nothing in any more. An
+    /// empty request closes every link. Blocks while connecting: 1.2 s per target at most.
+    void Submit(SendRequest& request);
 
-    /// Closes every link that is connected; blocks about 200 ms.
+    /// Closes every link that is connected; what was queued goes out first, within a second.
+    /// Blocks about 200 ms more.
     void CloseAll();
 
     /// The next failure to connect is shown again.
@@ -38,9 +39,9 @@ class LinkPool {
     void SetCurrentDevice(Target device) { currentDevice_ = std::move(device); }
 
    private:
-    [[nodiscard]] bool SendTo(const Target& target, const std::shared_ptr<const Bytes>& bytes);
-    [[nodiscard]] CTCPClient* LinkTo(const Target& target);
-    void ShowFailureOnce();
+    [[nodiscard]] Sending SendTo(const Target& target, const SharedPacket& bytes);
+    [[nodiscard]] Sending SendOverFreshLink(const Target& target, const SharedPacket& bytes);
+    void Show(NotSent reason);
 
     Prompts& prompts_;
     std::array<std::unique_ptr<CTCPClient>, kLinkSlots> slots_;

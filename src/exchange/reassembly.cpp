@@ -15,24 +15,27 @@ bool StartsPacket(ByteView chunk) {
 void Reassembly::Handle(const LinkEvent& event) {
     const auto code = static_cast<std::uint16_t>(event.code);
     if (event.code == LinkCode::kReceived) {
-        Collect(event.bytes);
-        if (state_ == State::kComplete) Deliver(event);
+        if (Completes(event.bytes)) Deliver(event);
     } else if (code >= 1 && code <= 8) {
         Discard();
     }
 }
 
-void Reassembly::Collect(ByteView chunk) {
+/// Whether a packet is whole with this chunk. While a whole one is being handled, chunks that start
+/// none are dropped.
+bool Reassembly::Completes(ByteView chunk) {
     if (StartsPacket(chunk)) {
         received_ = 0;
         payload_.clear();
         state_ = State::kHeader;
     }
-    if (state_ == State::kHeader) {
+    if (state_ == State::kHeader)
         TakeHeader(chunk);
-    } else if (state_ == State::kPayload) {
+    else if (state_ == State::kPayload)
         TakePayload(chunk);
-    }
+    else
+        return false;
+    return state_ == State::kComplete;
 }
 
 void Reassembly::TakeHeader(ByteView chunk) {
@@ -66,7 +69,7 @@ void Reassembly::Discard() {
 void Reassembly::Deliver(const LinkEvent& event) {
     Bytes payload = std::move(payload_);  // the handler may let other chunks in
     if (payload.size() == received_)
-        handler_({header_, payload, {event.ip, event.port, event.deviceTag}});
+        handler_({header_, payload, {event.ip, event.port, event.deviceTag}, event.connection});
     Discard();
     payload.clear();
     payload_ = std::move(payload);  // keeps its memory for the next packet

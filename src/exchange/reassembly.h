@@ -13,6 +13,7 @@ struct Reply {
     PacketHeader header;
     ByteView payload;
     Target sender;
+    ConnectionNumber connection = 0;  ///< that its last piece came over
 };
 
 /// Collects one packet at a time out of the chunks of all links together. Players leave a pause
@@ -36,7 +37,7 @@ class Reassembly {
    private:
     enum class State : std::uint8_t { kIdle = 16, kHeader = 32, kPayload = 64, kComplete = 128 };
 
-    void Collect(ByteView chunk);
+    [[nodiscard]] bool Completes(ByteView chunk);
     void TakeHeader(ByteView chunk);
     void TakePayload(ByteView chunk);
     void Append(ByteView chunk);

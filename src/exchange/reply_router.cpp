@@ -26,11 +26,10 @@ constexpr std::uint8_t kRestartQualifier = 1;
 /// A message for a window, or nothing when the reply is to be dropped.
 using Message = std::optional<WindowMessage>;
 
+Origin OriginOf(const Reply& reply) { return {reply.sender, reply.header, reply.connection}; }
+
 WindowMessage Forward(const Reply& reply, MessageId id, std::uint32_t wParam) {
-    return {id, wParam,
-            ReplyRecord{reply.sender, reply.header.command, reply.header.subCommand,
-                        reply.header.argument, Bytes(reply.payload.begin(), reply.payload.end())},
-            0};
+    return {id, wParam, ReplyRecord{Bytes(reply.payload.begin(), reply.payload.end())}, 0};
 }
 
 Message ForwardWithArgument(const Reply& reply, MessageId id) {
@@ -167,8 +166,10 @@ bool Takes(const RoutingRow& row, const Reply& reply) {
 void Follow(const RoutingRow& row, const Reply& reply, WindowDirectory& directory) {
     for (const std::optional<Window>& window : row.windows) {
         if (!window || !directory.Find(TitleOf(*window))) continue;
-        if (Message message = row.make(reply, row.message))
-            directory.Send(TitleOf(*window), std::move(*message));
+        if (Message message = row.make(reply, row.message)) {
+            message->origin = OriginOf(reply);
+            directory.Send(TitleOf(*window), *message);
+        }
         if (row.delivery == kFirst) return;
     }
 }
@@ -183,12 +184,11 @@ std::uint8_t CommandNumber(std::uint8_t command) {
     return supported ? command & kCommandMask : 0;
 }
 
-/// Sends `message` about the link to `player` to the first open one of `windows`.
+/// Sends `message` about the link that `origin` names to the first open one of `windows`.
 void TellFirstOpen(WindowDirectory& directory, std::initializer_list<Window> windows,
-                   MessageId message, std::uint32_t wParam, const Target& player) {
+                   MessageId message, std::uint32_t wParam, const Origin& origin) {
     const auto tell = [&](Window window) {
-        return directory.Send(TitleOf(window),
-                              {message, wParam, ReplyRecord{player, 0, 0, 0, {}}, 0});
+        return directory.Send(TitleOf(window), {message, wParam, {}, 0, origin});
     };
     static_cast<void>(std::ranges::any_of(windows, tell));
 }
@@ -199,12 +199,12 @@ void ReplyRouter::Route(const Reply& received) {
     Reply reply = received;
     reply.header.command = CommandNumber(received.header.command);
     if (reply.header.command == kCommandNone) {
-        ShowNotSupported();
+        RefuseNotSupported(OriginOf(received));
     } else if (!HasRoute(reply.header.command)) {
         actions_.CloseLinks();
     } else if (reply.header.command == kCommandLayoutState &&
                reply.header.argument == kLayoutIsLocked) {
-        prompts_.Inform(Localized(kLayoutLocked));
+        RefuseLocked(OriginOf(reply));
     } else {
         RouteByTable(reply);
     }
@@ -213,8 +213,10 @@ void ReplyRouter::Route(const Reply& received) {
 void ReplyRouter::RouteByTable(const Reply& reply) {
     for (const RoutingRow& row : kRoutes)
         if (Takes(row, reply)) Follow(row, reply, directory_);
+    constexpr std::uint16_t kLastGoodResult = 1;  // more is the number of what is wrong
     if (reply.header.command == kCommandSettings &&
-        reply.header.subCommand == kBlockControlProtocol && reply.payload.empty())
+        reply.header.subCommand == kBlockControlProtocol && reply.payload.empty() &&
+        reply.header.argument <= kLastGoodResult)
         AcknowledgeControlProtocol(reply);
 }
 
@@ -224,16 +226,27 @@ void ReplyRouter::AcknowledgeControlProtocol(const Reply& reply) {
     if (!directory_.Find(TitleOf(kBatchSend))) prompts_.Inform(Localized(kControlProtocolSaved));
 }
 
-void ReplyRouter::ShowNotSupported() {
-    prompts_.Warn(Localized(kNotSupported));
+/// Whoever asked hears of it first: its request has ended by the time that the box is open.
+void ReplyRouter::RefuseNotSupported(const Origin& origin) {
+    Origin asked = origin;
+    asked.header.command &= kCommandMask;
+    const Boxes boxes = hub_.Report({ExchangeNews::Kind::kNotSupported, asked});
+    if (boxes == Boxes::kShown) prompts_.Warn(Localized(kNotSupported));
     actions_.CloseLinks();
 }
 
-void ReplyRouter::LinkEnded(const Target& player) {
+void ReplyRouter::RefuseLocked(const Origin& origin) {
+    hub_.Report({ExchangeNews::Kind::kLayoutLocked, origin});
+    prompts_.Inform(Localized(kLayoutLocked));
+}
+
+void ReplyRouter::LinkEnded(const Target& player, ConnectionNumber connection) {
     constexpr std::uint32_t kKeepAliveTimer = 7;
-    TellFirstOpen(directory_, {kSetParam, kBatchSend}, MessageId::kLinkEnded, 0, player);
+    const Origin origin{player, {}, connection};
+    TellFirstOpen(directory_, {kSetParam, kBatchSend}, MessageId::kLinkEnded, 0, origin);
     TellFirstOpen(directory_, {kControlProtocol, kSetParam, kPlayerControl},
-                  MessageId::kStopKeepAlive, kKeepAliveTimer, player);
+                  MessageId::kStopKeepAlive, kKeepAliveTimer, origin);
+    hub_.Report({ExchangeNews::Kind::kLinkEnded, origin});
 }
 
 }  // namespace sontaro

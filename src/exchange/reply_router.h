@@ -3,6 +3,7 @@
 
 #include "base/prompts.h"
 #include "base/window_directory.h"
+#include "exchange/exchange_hub.h"
 #include "exchange/reassembly.h"
 #include "link/window_message.h"
 
@@ -22,21 +23,25 @@ class RouterActions {
 /// no window waits for, and those of a wrong length, are dropped. User-interface thread.
 class ReplyRouter {
    public:
-    ReplyRouter(WindowDirectory& directory, Prompts& prompts, RouterActions& actions)
-        : directory_(directory), prompts_(prompts), actions_(actions) {}
+    ReplyRouter(WindowDirectory& directory, Prompts& prompts, ExchangeHub& hub,
+                RouterActions& actions)
+        : directory_(directory), prompts_(prompts), hub_(hub), actions_(actions) {}
 
     void Route(const Reply& received);
 
-    /// The receive loop of the link to `player` has ended: tells the dialogs that depend on it.
-    void LinkEnded(const Target& player);
+    /// The receive loop of the connection to `player` has ended: tells the dialogs that depend on
+    /// it, and everyone who listens.
+    void LinkEnded(const Target& player, ConnectionNumber connection);
 
    private:
     void RouteByTable(const Reply& reply);
     void AcknowledgeControlProtocol(const Reply& reply);
-    void ShowNotSupported();
+    void RefuseNotSupported(const Origin& origin);
+    void RefuseLocked(const Origin& origin);
 
     WindowDirectory& directory_;
     Prompts& prompts_;
+    ExchangeHub& hub_;
     RouterActions& actions_;
 };
 

@@ -6,14 +6,15 @@ void Switchboard::Handle(WindowMessage& message) {
     if (const auto* event = std::get_if<LinkEvent>(&message.record)) {
         reassembly_.Handle(*event);
         if (event->code == LinkCode::kReceiveEnded)
-            router_.LinkEnded({event->ip, event->port, event->deviceTag});
-    } else if (const auto* request = std::get_if<SendRequest>(&message.record)) {
-        message.done = links_.Submit(*request);
+            router_.LinkEnded({event->ip, event->port, event->deviceTag}, event->connection);
+    } else if (auto* request = std::get_if<SendRequest>(&message.record)) {
+        links_.Submit(*request);
     }
 }
 
 void Switchboard::SendPacket(const Target& target, const DevicePacket& packet) {
-    links_.Submit({{target}, std::make_shared<const Bytes>(packet.Serialize())});
+    SendRequest request{{target}, std::make_shared<const Bytes>(packet.Serialize())};
+    links_.Submit(request);
 }
 
 }  // namespace sontaro

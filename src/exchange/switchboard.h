@@ -14,9 +14,9 @@ namespace sontaro {
 class Switchboard : private RouterActions {
    public:
     /// `title` is the main window's title, where link events are sent to.
-    Switchboard(const std::string& title, const LinkServices& services)
+    Switchboard(const std::string& title, const LinkServices& services, ExchangeHub& hub)
         : links_(title, services),
-          router_(services.directory, services.prompts, *this),
+          router_(services.directory, services.prompts, hub, *this),
           reassembly_([this](const Reply& reply) { router_.Route(reply); }) {}
 
     /// Takes a `LinkEvent` or a `SendRequest`; other messages are ignored.

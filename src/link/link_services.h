@@ -1,6 +1,8 @@
 // What every link needs of its surroundings.
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -57,7 +59,8 @@ class NetworkSession {
 };
 
 /// Packets that wait for a send thread. A second one pushed before the first is sent does not
-/// overwrite it. `Push` on the user-interface thread, `Take` on the send thread.
+/// overwrite it. `Push` and `WaitUntilEmpty` on the user-interface thread, `Take` on the send
+/// thread, `Abandon` on any.
 template <class Packet>
 class Outbox {
    public:
@@ -70,13 +73,33 @@ class Outbox {
         return true;
     }
 
+    /// The next packet; until the one after it is asked for, it counts as being sent.
     std::optional<Packet> Take() {
         const std::lock_guard lock(mutex_);
-        if (packets_.empty()) return std::nullopt;
+        sending_ = !packets_.empty();
+        if (!sending_) {
+            emptied_.notify_all();
+            return std::nullopt;
+        }
         Packet packet = std::move(packets_.front().packet);
         waitingBytes_ -= packets_.front().size;
         packets_.pop_front();
         return packet;
+    }
+
+    /// Gives up what waits: it cannot be sent any more.
+    void Abandon() {
+        const std::lock_guard lock(mutex_);
+        packets_.clear();
+        waitingBytes_ = 0;
+        sending_ = false;
+        emptied_.notify_all();
+    }
+
+    /// Waits until everything has been sent or given up, `limit` at most.
+    void WaitUntilEmpty(std::chrono::milliseconds limit) {
+        std::unique_lock lock(mutex_);
+        emptied_.wait_for(lock, limit, [this] { return packets_.empty() && !sending_; });
     }
 
    private:
@@ -88,6 +111,8 @@ class Outbox {
     std::mutex mutex_;
     std::deque<Waiting> packets_;
     std::size_t waitingBytes_ = 0;
+    bool sending_ = false;
+    std::condition_variable emptied_;
 };
 
 }  // namespace sontaro

@@ -6,12 +6,14 @@
 #include <string_view>
 
 #include "base/bytes.h"
-#include "link/window_message.h"
 
 namespace sontaro {
 
 inline constexpr std::uint32_t kPacketMagic = 0xA55A5A5A;
 inline constexpr std::size_t kHeaderSize = 16;
+
+/// Most bytes that one request holds; also the size of a link's receive buffer.
+inline constexpr std::size_t kBufferSize = 0xA00000;
 
 /// Most payload bytes of a packet that is sent.
 inline constexpr std::size_t kLongestPayload = kBufferSize - kHeaderSize;

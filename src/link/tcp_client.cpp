@@ -12,9 +12,15 @@ using namespace std::chrono_literals;
 
 constexpr auto kConnectLimit = 1000ms;
 constexpr auto kSettleTime = 200ms;
+constexpr auto kSendingLimit = 1000ms;  // of what is queued when the owner closes
 constexpr auto kShutdownPause = 50ms;
 constexpr auto kClosePause = 100ms;
 constexpr auto kDestructionPause = 300ms;
+
+ConnectionNumber NextNumber() {
+    static std::atomic<ConnectionNumber> last = 0;
+    return ++last;
+}
 
 }  // namespace
 
@@ -62,8 +68,15 @@ class CTCPClient::Connection {
         addressKnown_ = false;
     }
 
+    /// On the owner's wish; what is queued goes out first. The peer's end does not wait for it.
+    void SendAndClose() {
+        if (!leaving_.exchange(true)) outbox_.WaitUntilEmpty(kSendingLimit);
+        Close();
+    }
+
     void Close() {
         if (closing_.exchange(true)) return;
+        outbox_.Abandon();
         addressKnown_ = false;
         running_ = false;
         sendEvent_.Signal();
@@ -75,16 +88,18 @@ class CTCPClient::Connection {
         std::this_thread::sleep_for(kClosePause);
     }
 
-    [[nodiscard]] bool Queue(std::shared_ptr<const Bytes> packet) {
+    [[nodiscard]] Sending Queue(SharedPacket packet) {
         const std::size_t size = packet->size();
-        if (!running_ || !outbox_.Push(std::move(packet), size, kBufferSize)) return false;
+        if (!running_ || leaving_ || receiveEnded_) return NotSent::kNotRunning;
+        if (!outbox_.Push(std::move(packet), size, kBufferSize)) return NotSent::kTooMuchWaiting;
         sendEvent_.Signal();
-        return true;
+        return Sending::Over(number_);
     }
 
     void SetDeviceTag(std::uint16_t tag) { tag_ = tag; }
     [[nodiscard]] bool IsConnected() const { return connected_; }
     [[nodiscard]] bool HasSocket() const { return hasSocket_; }
+    [[nodiscard]] const std::string& PeerIp() const { return target_.ip; }
     [[nodiscard]] std::string RemoteIp() const { return addressKnown_ ? target_.ip : ""; }
 
    private:
@@ -113,6 +128,7 @@ class CTCPClient::Connection {
     }
 
     void FailSending(LinkCode code) {
+        outbox_.Abandon();
         ReportFailure(code, 0);
         if (connected_) Close();
     }
@@ -135,6 +151,7 @@ class CTCPClient::Connection {
             return true;
         }
         if (count < 0 && IsTransientReceiveError(error)) return true;
+        outbox_.Abandon();
         receiveEnded_ = true;  // before the report, which waits for a thread that may be in Connect
         if (count == 0)
             ReportFailure(LinkCode::kPeerClosed, 0);
@@ -149,7 +166,7 @@ class CTCPClient::Connection {
 
     void Report(LinkCode code, int error, ByteView bytes) {
         LinkEvent event{target_.ip, target_.port, tag_, code, static_cast<std::uint16_t>(error),
-                        bytes};
+                        bytes,      number_};
         services_.directory.Send(eventWindow_,
                                  {MessageId::kLinkEvent, event.deviceTag, std::move(event), 0});
     }
@@ -165,13 +182,15 @@ class CTCPClient::Connection {
     const Target target_;
     Socket socket_;
     AutoResetEvent sendEvent_;
-    Outbox<std::shared_ptr<const Bytes>> outbox_;
+    Outbox<SharedPacket> outbox_;
+    const ConnectionNumber number_ = NextNumber();
     std::atomic<std::uint16_t> tag_;
     std::atomic<bool> running_ = true;
     std::atomic<bool> connected_ = false;
     std::atomic<bool> addressKnown_ = false;
     std::atomic<bool> hasSocket_ = true;
     std::atomic<bool> receiveEnded_ = false;
+    std::atomic<bool> leaving_ = false;  // the owner has had enough
     std::atomic<bool> closing_ = false;
     const std::unique_ptr<std::uint8_t[]> receiveBuffer_;
 };
@@ -197,12 +216,12 @@ bool CTCPClient::Connect(const Target& target) {
 }
 
 void CTCPClient::Close() {
-    if (const auto connection = connection_.lock()) connection->Close();
+    if (const auto connection = connection_.lock()) connection->SendAndClose();
 }
 
-bool CTCPClient::Queue(std::shared_ptr<const Bytes> packet) {
+Sending CTCPClient::Queue(SharedPacket packet) {
     const auto connection = connection_.lock();
-    return connection && connection->Queue(std::move(packet));
+    return connection ? connection->Queue(std::move(packet)) : NotSent::kNotRunning;
 }
 
 void CTCPClient::SetDeviceTag(std::uint16_t tag) {
@@ -217,6 +236,11 @@ bool CTCPClient::IsConnected() const {
 bool CTCPClient::HasSocket() const {
     const auto connection = connection_.lock();
     return connection && connection->HasSocket();
+}
+
+std::string CTCPClient::PeerIp() const {
+    const auto connection = connection_.lock();
+    return connection && connection->HasSocket() ? connection->PeerIp() : "";
 }
 
 std::string CTCPClient::RemoteIp() const {

@@ -30,18 +30,22 @@ class CTCPClient {
     /// False when there is no connection, or the player has ended it within the 200 ms.
     [[nodiscard]] bool Connect(const Target& target);
 
-    /// Ends the connection; blocks about 200 ms. Nothing happens without one.
+    /// Ends the connection once what was queued has been sent, within a second; blocks about
+    /// 200 ms more. Nothing happens without one.
     void Close();
 
-    /// Hands a packet to the send thread, which sends it in one call. False when the link is not
+    /// Hands a packet to the send thread, which sends it in one call. Not sent when the link is not
     /// running or when, with it, more than 10 MiB would be waiting.
-    [[nodiscard]] bool Queue(std::shared_ptr<const Bytes> packet);
+    [[nodiscard]] Sending Queue(SharedPacket packet);
 
     /// The tag that the events carry from now on.
     void SetDeviceTag(std::uint16_t tag);
 
     [[nodiscard]] bool IsConnected() const;
     [[nodiscard]] bool HasSocket() const;
+    /// Who is at the other end of the socket, whether or not the link counts as connected; empty
+    /// without a socket.
+    [[nodiscard]] std::string PeerIp() const;
     /// Remote address of the current connection, dotted; empty when not connected.
     [[nodiscard]] std::string RemoteIp() const;
 

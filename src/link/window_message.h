@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "link/packet.h"
+#include "link/sending.h"
 
 namespace sontaro {
 
@@ -16,7 +18,7 @@ namespace sontaro {
 enum class MessageId : std::uint32_t {
     kLinkEvent = 0x464,           ///< TCP link threads -> main window: LinkEvent
     kUdpEvent = 0x4C8,            ///< UDP socket threads -> the window the socket names: UdpEvent
-    kLinkEnded = 0x597,           ///< main window: a receive loop has ended: ReplyRecord's sender
+    kLinkEnded = 0x597,           ///< main window: a receive loop has ended: of the origin
     kSendRequest = 0x5F4,         ///< feature dialogs -> main window: SendRequest
     kPlayerState = 0x5FC,         ///< replies 10 and 19: ReplyRecord
     kUploadAcknowledged = 0x5FD,  ///< reply 20: wParam sub-command, lParam argument
@@ -34,7 +36,7 @@ enum class MessageId : std::uint32_t {
     kCave = 0x623,                ///< settings block 19: ReplyRecord
     kPlayerControl = 0x625,       ///< settings blocks 21 and 23: ReplyRecord
     kLayoutState = 0x627,         ///< reply 52: ReplyRecord, its payload the list of names
-    kStopKeepAlive = 0x8001,      ///< main window: the sender's link has ended, stop timer 7
+    kStopKeepAlive = 0x8001,      ///< main window: the origin's link has ended, stop timer 7
 };
 
 /// Event codes of TCP links and of the UDP socket (which uses 1 to 7).
@@ -57,6 +59,7 @@ struct LinkEvent {
     LinkCode code{};
     std::uint16_t error = 0;  ///< the platform's error number, 0 when there is none
     ByteView bytes;           ///< the receive buffer, valid only while the event is handled
+    ConnectionNumber connection = 0;
 };
 
 /// What a UDP socket thread reports.
@@ -77,21 +80,30 @@ struct Target {
     bool operator==(const Target&) const = default;
 };
 
-/// Most bytes that one request holds; also the size of a link's receive buffer.
-inline constexpr std::size_t kBufferSize = 0xA00000;
+/// Header and payload on their way to players; never copied, for they may be large.
+using SharedPacket = std::shared_ptr<const Bytes>;
+
+/// Whether the boxes that a packet may lead to are shown: a failure to connect, "not supported"
+/// and the notice that something is saved. One would hold a long procedure up.
+enum class Boxes : std::uint8_t { kShown, kMuted };
 
 /// Packets on their way from a dialog to players.
 struct SendRequest {
-    std::vector<Target> targets;         ///< none: the main window's current device
-    std::shared_ptr<const Bytes> bytes;  ///< header and payload; absent or empty: close every link
+    std::vector<Target> targets;  ///< none: the main window's current device
+    SharedPacket bytes;           ///< header and payload; absent or empty: close every link
+    Boxes boxes = Boxes::kShown;
+    std::vector<Sending> outcomes = {};  ///< the receiver's answer: what became of it, per target
 };
 
-/// A reply as it is forwarded to a dialog.
+/// Where a reply came from, whatever record it became.
+struct Origin {
+    Target sender;        ///< the player
+    PacketHeader header;  ///< its command without the bits that make it a reply
+    ConnectionNumber connection = 0;
+};
+
+/// A reply's payload as it is forwarded to a dialog.
 struct ReplyRecord {
-    Target sender;  ///< the player it came from
-    std::uint8_t command = 0;
-    std::uint16_t subCommand = 0;
-    std::uint16_t argument = 0;
     Bytes payload;
 };
 
@@ -133,7 +145,7 @@ struct WindowMessage {
     std::uint32_t wParam = 0;
     Record record;
     std::uint32_t lParam = 0;
-    bool done = true;  ///< false when the receiver could not do what the message asks
+    Origin origin = {};  ///< of replies and of the end of a link
 };
 
 }  // namespace sontaro

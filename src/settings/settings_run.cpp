@@ -19,7 +19,7 @@ void SettingsRun::Handle(const WindowMessage& message) {
     constexpr std::uint32_t kDocument = 0;
     constexpr std::uint32_t kSaveIsDone = 1;
     const auto* reply = std::get_if<ReplyRecord>(&message.record);
-    if (message.id != exchange_.reply || !reply || reply->sender.ip != playerIp_) return;
+    if (message.id != exchange_.reply || !reply || message.origin.sender.ip != playerIp_) return;
     if (!exchange_.announcesSaves) {
         TakeAnswer(AsText(reply->payload));
     } else if (message.wParam == kSaveIsDone) {

@@ -86,7 +86,7 @@ void VideoControlRun::SendChoice(std::uint16_t commandId, const std::string& nam
 
 void VideoControlRun::Handle(const WindowMessage& message) {
     const auto* record = std::get_if<ReplyRecord>(&message.record);
-    if (record && record->sender.ip != playerIp_) return;
+    if (record && message.origin.sender.ip != playerIp_) return;
     EndSilence();
     if (const auto* status = std::get_if<PlayerStatus>(&message.record)) {
         TakeStatus(message.wParam, *status);

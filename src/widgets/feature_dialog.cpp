@@ -2,6 +2,8 @@
 
 #include <wx/button.h>
 
+#include <algorithm>
+
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/wx_text.h"
@@ -46,7 +48,9 @@ bool FeatureDialog::MayClose() { return services_.Messages().Confirm(Localized(k
 bool FeatureDialog::SendPacket(const DevicePacket& packet, std::vector<Target> targets) {
     SendRequest request{std::move(targets), std::make_shared<const Bytes>(packet.Serialize())};
     WindowMessage message{MessageId::kSendRequest, 0, std::move(request), 0};
-    return services_.Directory().Send(TitleOf(Window::kMain), message) && message.done;
+    return services_.Directory().Send(TitleOf(Window::kMain), message) &&
+           std::ranges::all_of(std::get<SendRequest>(message.record).outcomes,
+                               [](const Sending& sending) { return bool(sending); });
 }
 
 void FeatureDialog::CloseLinks() {

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "base/json_file.h"
+#include "exchange/exchange_hub.h"
 #include "link/link_services.h"
 
 namespace sontaro {
@@ -11,6 +12,7 @@ namespace sontaro {
 /// The services of the running program; all of them outlive every window.
 struct UiServices {
     LinkServices link;
+    ExchangeHub& hub;
     JsonFile& preferences;                ///< the user's choices and the windows' places
     std::filesystem::path programFolder;  ///< holds the working files; a demonstration has its own
 

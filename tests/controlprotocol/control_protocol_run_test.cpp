@@ -33,7 +33,8 @@ struct Editor : testing::Test, ControlProtocolView {
     void StateChanged() override {}
 
     void Reply(MessageId id, std::uint8_t command, std::uint16_t argument, Bytes payload) {
-        run->Handle({id, 0, ReplyRecord{player, command, 0, argument, std::move(payload)}, 0});
+        run->Handle({id, 0, ReplyRecord{std::move(payload)}, 0,
+                     Origin{player, {kPacketMagic, command, 0, 0, 0, argument, 0}, 1}});
     }
     void Data(std::uint16_t part) {
         Reply(MessageId::kPlayerState, 19, part, Bytes(kPlayerDataSize, std::uint8_t(part + 1)));

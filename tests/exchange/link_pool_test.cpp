@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <set>
+
 #include "support/link_surroundings.h"
 
 namespace sontaro::test {
@@ -14,8 +16,12 @@ struct NineSlots : testing::Test, LinkSurroundings {
         for (std::size_t i = 0; i < 10; ++i) players.emplace_back(network.Player(i));
     }
 
-    bool SendTo(const std::vector<Target>& targets, std::string_view text) {
-        return pool.Submit({targets, std::make_shared<const Bytes>(ToBytes(text))});
+    std::vector<Sending> SendTo(const std::vector<Target>& targets, std::string_view text) {
+        return Submit({targets, std::make_shared<const Bytes>(ToBytes(text))});
+    }
+    std::vector<Sending> Submit(SendRequest request) {
+        pool.Submit(request);
+        return request.outcomes;
     }
     Target At(std::size_t player) {
         return players[player].AsTarget(static_cast<std::uint16_t>(player));
@@ -39,7 +45,7 @@ TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
     for (std::size_t i = 0; i < 10; ++i) all.push_back(At(i));
     SendTo(all, "first");
     for (std::size_t i = 1; i < 9; ++i) Accept(i, "first");
-    EXPECT_FALSE(SendTo({At(9)}, "again"));
+    EXPECT_THAT(SendTo({At(9)}, "again"), ElementsAre(NotSent::kNoSlot));
     EXPECT_THAT(prompts.texts, ElementsAre("Failed to connect player！"));
     const InLanguage chinese(Language::kChinese);
     pool.ForgetShownFailure();
@@ -52,7 +58,7 @@ TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
 TEST_F(NineSlots, SameIpReusesItsConnectionAndNoTargetMeansTheCurrentDevice) {
     SendTo({At(0)}, "one");
     const Target sameIp{At(0).ip, 1, 0};
-    EXPECT_TRUE(SendTo({sameIp}, "two"));
+    EXPECT_TRUE(SendTo({sameIp}, "two").front());
     pool.SetCurrentDevice(sameIp);
     SendTo({}, "three");
     Accept(0, "onetwothree");
@@ -62,7 +68,7 @@ TEST_F(NineSlots, EmptyRequestClosesEveryLink) {
     SendTo({At(0), At(1), At(2)}, "x");
     std::vector<Socket> connections;
     for (std::size_t i = 0; i < 3; ++i) connections.push_back(Accept(i, "x"));
-    pool.Submit({});
+    Submit({});
     for (Socket& connection : connections) EXPECT_EQ(ReceiveExactly(connection, 1), Bytes());
     SendTo({At(0)}, "y");
     Accept(0, "y");
@@ -74,7 +80,7 @@ TEST_F(NineSlots, CountThatNamesAConnectedSlotKeepsItsSocketForTheNewTarget) {
     Socket second = Accept(1, "x");
     first.Close();
     Await([&] { return window.Has(LinkCode::kReceiveEnded); });
-    SendTo({At(2)}, "for three");
+    EXPECT_THAT(SendTo({At(2)}, "for three"), ElementsAre(NotSent::kOtherPlayersLink));
     ExpectNext(second, "for three");
     window.Forget();
     second.Send(AsBytes("answer"));
@@ -82,6 +88,42 @@ TEST_F(NineSlots, CountThatNamesAConnectedSlotKeepsItsSocketForTheNewTarget) {
     const auto& event = std::get<LinkEvent>(window.messages[0].record);
     EXPECT_EQ(event.ip, At(1).ip);
     EXPECT_EQ(event.deviceTag, 2);
+}
+
+TEST_F(NineSlots, EveryConnectionHasItsOwnNumberAndItsEventsCarryIt) {
+    const Sending first = SendTo({At(0)}, "x").front();
+    EXPECT_EQ(SendTo({At(0)}, "x").front(), first);
+    const Sending other = SendTo({At(1)}, "x").front();
+    Accept(0, "xx").Close();
+    Await([&] { return window.Has(LinkCode::kReceiveEnded); });
+    EXPECT_EQ(std::get<LinkEvent>(window.messages.back().record).connection, first.Connection());
+    pool.CloseAll();
+    const Sending again = SendTo({At(0)}, "x").front();
+    EXPECT_TRUE(first && other && again);
+    EXPECT_EQ((std::set{first.Connection(), other.Connection(), again.Connection()}).size(), 3U);
+}
+
+TEST_F(NineSlots, PlayerThatTakesNothingInIsToldAsWhatItIs) {
+    Socket full = (SendTo({At(0)}, "x"), Accept(0, "x"));
+    const auto large = std::make_shared<const Bytes>(kBufferSize);
+    std::vector<Sending> last;
+    while (prompts.texts.empty()) last = Submit({{At(0)}, large});
+    EXPECT_THAT(last, ElementsAre(NotSent::kTooMuchWaiting));
+    EXPECT_THAT(prompts.texts, ElementsAre(testing::StartsWith("The player does not take in")));
+    Submit({{At(0)}, large, Boxes::kMuted});
+    EXPECT_EQ(prompts.texts.size(), 1U);
+}
+
+TEST_F(NineSlots, LinkThatIsEndingIsPassedOverWithoutABox) {
+    SendTo({At(0)}, "x");
+    Accept(0, "x").ResetOnClose();
+    std::optional<Sending> first;
+    window.react = [&](WindowMessage&) {
+        if (!first) first = SendTo({At(0)}, "y").front();
+    };
+    Await([&] { return window.Has(LinkCode::kReceiveEnded); });
+    EXPECT_EQ(first, NotSent::kNotRunning);
+    EXPECT_TRUE(prompts.texts.empty());
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 
 struct Reassembling : testing::Test {
     void Chunk(ByteView bytes, const std::string& ip = "127.0.0.2") {
-        reassembly.Handle({ip, 9000, 5, LinkCode::kReceived, 0, bytes});
+        reassembly.Handle({ip, 9000, 5, LinkCode::kReceived, 0, bytes, 1});
     }
     static Bytes Packet(std::uint8_t command, std::size_t size, std::uint32_t announced) {
         DevicePacket packet = DevicePacket::Request(command, 0, AsText(Pattern(size)));
@@ -94,7 +94,7 @@ TEST_F(Reassembling, EndsAndFailuresDiscardAndUnknownCodesDoNot) {
     for (const int code : {0, 1, 2, 3, 4, 6, 7, 8, 9, 255, 65535}) {
         Forget();
         Chunk(Packet(0x9A, 0, 4));
-        reassembly.Handle({"127.0.0.2", 9000, 5, static_cast<LinkCode>(code), 0, {}});
+        reassembly.Handle({"127.0.0.2", 9000, 5, static_cast<LinkCode>(code), 0, {}, 1});
         Chunk(AsBytes("rest"));
         EXPECT_EQ(commands.empty(), code >= 1 && code <= 8) << code;
     }
@@ -123,6 +123,22 @@ TEST_F(Reassembling, PayloadBeyondTheLimitIsFollowedToItsEndAndNotDelivered) {
     Chunk(AsBytes("foreign"));
     EXPECT_THAT(commands, ElementsAre());
     ExpectSoundPacket();
+}
+
+TEST_F(Reassembling, WhileAPacketIsHandledAPieceThatStartsNoneIsDropped) {
+    for (const std::uint32_t size : {0U, 4U}) {  // without a payload it would be handled again
+        Forget();
+        whileHandled = [this, nested = false]() mutable {
+            if (std::exchange(nested, true)) return;
+            for (const char* piece : {"x", "foreign bytes as long as a header"})
+                Chunk(AsBytes(piece), "127.0.0.3");
+            EXPECT_THAT(commands, ElementsAre());
+        };
+        Chunk(Packet(0x9A, size, size));
+        EXPECT_THAT(commands, ElementsAre(0x9A));
+        EXPECT_EQ(sender.ip, "127.0.0.2");
+        ExpectSoundPacket();
+    }
 }
 
 TEST_F(Reassembling, HandlerMayLetOtherPacketsIn) {

@@ -42,7 +42,7 @@ struct Routing : testing::Test, RouterActions {
     /// A reply with the two words of a header: command and qualifier, sub-command and argument.
     void Route(std::uint32_t command, std::uint32_t selector = 0, const Bytes& payload = {}) {
         const DevicePacket packet = DevicePacket::Request(command, selector, AsText(payload));
-        router.Route({packet.header, packet.payload, sender});
+        router.Route({packet.header, packet.payload, sender, 7});
     }
     /// The titles of the windows that have been sent a message of that number; of all with 0.
     std::vector<std::string> Receivers(int id = 0) {
@@ -64,7 +64,16 @@ struct Routing : testing::Test, RouterActions {
     ManualUiThread ui;
     WindowDirectory directory{ui};
     RecordingPrompts prompts;
-    ReplyRouter router{directory, prompts, *this};
+    ExchangeHub hub;
+    std::vector<std::string> news;
+    Boxes boxes = Boxes::kShown;
+    const ExchangeHub::Subscription subscription = hub.Subscribe([this](const auto& told) {
+        news.push_back(std::to_string(static_cast<int>(told.kind)) + " " +
+                       std::to_string(told.origin.header.command) + " " +
+                       std::to_string(told.origin.connection));
+        return boxes;
+    });
+    ReplyRouter router{directory, prompts, hub, *this};
     std::map<std::string, FakeWindow> open;
     const Target sender{"127.0.0.2", 9000, 5};
     int closings = 0;
@@ -91,11 +100,14 @@ TEST_P(EveryRow, LeadsToTheFirstOpenWindowInItsOwnMessage) {
             ASSERT_THAT(Receivers(row.id), ElementsAre(Localized(candidate)));
             EXPECT_EQ(LastOf(candidate).wParam, row.wParam);
             if (const auto* record = std::get_if<ReplyRecord>(&LastOf(candidate).record)) {
-                EXPECT_EQ(record->sender, sender);
-                EXPECT_EQ(record->command | 0x80U, row.command);
-                EXPECT_EQ(record->subCommand | unsigned{record->argument} << 16, row.selector);
                 EXPECT_EQ(record->payload, Pattern(row.size));
             }
+            const Origin& origin = LastOf(candidate).origin;
+            EXPECT_EQ(origin.sender, sender);
+            EXPECT_EQ(origin.connection, 7U);
+            EXPECT_EQ(origin.header.command | 0x80U, row.command);
+            EXPECT_EQ(origin.header.subCommand | unsigned{origin.header.argument} << 16,
+                      row.selector);
             open.erase(Localized(candidate));
         }
         Route(row.command, row.selector, Pattern(row.size));
@@ -213,6 +225,27 @@ TEST_F(Routing, UnsupportedUnknownAndThirtyThreeCloseEveryLink) {
     EXPECT_THAT(Receivers(), IsEmpty());
 }
 
+TEST_F(Routing, RefusalsAreToldBeforeTheBoxWhichALongProcedureMutes) {
+    Open({kVideo});
+    prompts.whileShown = [this] { EXPECT_EQ(news.size(), prompts.texts.size()); };
+    Route(0xFB, 4);
+    Route(0xB4, 0x10000);
+    boxes = Boxes::kMuted;
+    Route(0xC3, 1);
+    EXPECT_THAT(news, ElementsAre("2 59 7", "1 52 7", "2 3 7"));
+    EXPECT_EQ(prompts.texts.size(), 2U);
+    EXPECT_EQ(closings, 2);
+}
+
+TEST_F(Routing, ControlProtocolThatIsRefusedIsNotAnnouncedAsSaved) {
+    Open({kUart});
+    Route(0x183, 0x20001);
+    EXPECT_EQ(LastOf(kUart).origin.header.argument, 2);
+    EXPECT_TRUE(prompts.texts.empty() && sent.empty());
+    Route(0x183, 0x10001);
+    EXPECT_EQ(prompts.texts.size() + sent.size(), 2U);
+}
+
 TEST_F(Routing, NoticesAreInTheLanguageOfTheProcessAndALockedLayoutGoesNoFurther) {
     Open({kVideo});
     Route(0xB4, 0x10000);
@@ -229,15 +262,16 @@ TEST_F(Routing, NoticesAreInTheLanguageOfTheProcessAndALockedLayoutGoesNoFurther
 
 TEST_F(Routing, EndOfALinkIsToldToWhoUploadsAndWhoKeepsItAlive) {
     Open({kSetParam, kBatchSend, kUart, kPlayer});
-    router.LinkEnded({"127.0.0.2", 9000, 5});
+    router.LinkEnded({"127.0.0.2", 9000, 5}, 3);
     EXPECT_THAT(Receivers(0x597), ElementsAre("Set Param"));
     EXPECT_THAT(Receivers(0x8001), ElementsAre("Setup UART"));
     Open({kBatchSend, kPlayer});
-    router.LinkEnded({"127.0.0.2", 9000, 5});
+    router.LinkEnded({"127.0.0.2", 9000, 5}, 4);
     EXPECT_THAT(Receivers(0x597), ElementsAre("Batch Send"));
     EXPECT_THAT(Receivers(0x8001), ElementsAre("PlayerControl"));
     EXPECT_EQ(LastOf(kPlayer).wParam, 7U);
-    EXPECT_EQ(std::get<ReplyRecord>(LastOf(kPlayer).record).sender.ip, "127.0.0.2");
+    EXPECT_EQ(LastOf(kPlayer).origin.sender.ip, "127.0.0.2");
+    EXPECT_THAT(news, ElementsAre("0 0 3", "0 0 4"));
 }
 
 }  // namespace

@@ -50,10 +50,11 @@ struct MainWindowHalf : testing::Test, LinkSurroundings {
     }
 
     simulator::PlayerGroup players{{PlayerAt(network.Player(0)), PlayerAt(network.Player(1))}};
+    ExchangeHub hub;
     FakeWindow remote{directory, "Star 1.0Video Control"};
     FakeWindow parameters{directory, "Set Param"};
     std::unique_ptr<Switchboard> switchboard =
-        std::make_unique<Switchboard>("Star 1.0", Services());
+        std::make_unique<Switchboard>("Star 1.0", Services(), hub);
     FakeWindow window{directory, "Star 1.0",
                       [this](auto& message) { switchboard->Handle(message); }};
 };

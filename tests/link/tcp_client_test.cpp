@@ -25,7 +25,7 @@ struct TcpLink : testing::Test, LinkSurroundings {
         return listener.Accept();
     }
     bool Queue(std::size_t size, std::uint8_t fill) {
-        return link->Queue(std::make_shared<const Bytes>(size, fill));
+        return bool(link->Queue(std::make_shared<const Bytes>(size, fill)));
     }
     void AwaitCode(LinkCode code) {
         Await([&] { return window.Has(code); });
@@ -158,6 +158,26 @@ TEST_F(TcpLink, PacketsQueuedAtOnceArriveInOrder) {
     EXPECT_FALSE(Queue(kBufferSize + 1, 'c'));
     EXPECT_TRUE(ReceiveExactly(peer, 3'000'000) == Bytes(3'000'000, 'a'));
     EXPECT_EQ(ReceiveExactly(peer, 5), ToBytes("bbbbb"));
+}
+
+TEST_F(TcpLink, WhatWasQueuedBeforeACloseIsSent) {
+    for (int i = 0; i < 5; ++i) {
+        Socket peer = ConnectTo(player);
+        ASSERT_TRUE(Queue(6'000'000, 'a') && Queue(5, 'b'));
+        const std::jthread owner([this] { link->Close(); });
+        EXPECT_EQ(ReceiveExactly(peer, 6'000'000).size(), 6'000'000U);
+        EXPECT_EQ(ReceiveExactly(peer, 5), ToBytes("bbbbb"));
+        peer.Close();
+    }
+}
+
+TEST_F(TcpLink, CloseWaitsAtMostASecondForAPeerThatTakesNothingIn) {
+    Socket peer = ConnectTo(player);
+    for (int i = 0; i < 3; ++i) static_cast<void>(Queue(kBufferSize, 'a'));
+    const auto start = std::chrono::steady_clock::now();
+    link->Close();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+    ExpectNoSocket();
 }
 
 TEST_F(TcpLink, SendingIntoADeadConnectionRaisesNoSignal) {

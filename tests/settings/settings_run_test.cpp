@@ -55,7 +55,7 @@ struct Procedure : testing::Test, SettingsView {
     TextDocument& Document() { return run == &announcing ? custom : osd; }
     void Reply(std::string_view payload, std::uint32_t wParam = 0) {
         const MessageId id = run == &announcing ? MessageId::kCave : MessageId::kOsd;
-        run->Handle({id, wParam, ReplyRecord{player, 3, 0, 0, ToBytes(payload)}, 0});
+        run->Handle({id, wParam, ReplyRecord{ToBytes(payload)}, 0, {player, {}, 1}});
     }
     void Edit(const std::string& text) { static_cast<void>(run->Edit({0, 0, 0, "", "", text})); }
     void ExpectState(State state) { EXPECT_EQ(run->CurrentState(), state); }
@@ -148,7 +148,7 @@ TEST_F(Procedure, SaysWhenThePlayerIsNotReachedAndKeepsTheChanges) {
 TEST_F(Procedure, HearsItsOwnPlayerAndBlockAlone) {
     player.ip = "127.0.0.3";
     Reply("a");
-    run->Handle({MessageId::kOsd, 0, ReplyRecord{{"127.0.0.2", 9000, 5}, 3, 4, 0, {'a'}}, 0});
+    run->Handle({MessageId::kOsd, 0, ReplyRecord{{'a'}}, 0, {{"127.0.0.2", 9000, 5}, {}, 1}});
     EXPECT_EQ(Log(), "");
 }
 

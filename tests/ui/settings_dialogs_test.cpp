@@ -52,8 +52,9 @@ struct SettingsWindows : UiTest {
         return packets;
     }
     void Reply(Window window, MessageId id, std::string_view payload, std::uint32_t wParam = 0) {
-        ReplyRecord record{{"127.0.0.2", 9000, 0}, 3, 0, 0, ToBytes(payload)};
-        EXPECT_TRUE(directory.Send(TitleOf(window), {id, wParam, std::move(record), 0}));
+        const Origin origin{{"127.0.0.2", 9000, 0}, {}, 1};
+        EXPECT_TRUE(directory.Send(TitleOf(window),
+                                   {id, wParam, ReplyRecord{ToBytes(payload)}, 0, origin}));
     }
     static wxPropertyGrid& Grid(wxWindow* dialog) {
         return *Find<wxPropertyGrid>(dialog, kSettingsGrid);

@@ -108,7 +108,8 @@ class UiTest : public testing::Test {
     ThreadGroup threads;
     JsonFile preferences{folder / "preferences.json"};
     DeviceRemarks remarks{folder / "remarks.json"};
-    UiServices services{{directory, threads, prompts}, preferences, folder.Path()};
+    ExchangeHub hub;
+    UiServices services{{directory, threads, prompts}, hub, preferences, folder.Path()};
 };
 
 }  // namespace sontaro::test

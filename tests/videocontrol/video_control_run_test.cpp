@@ -35,7 +35,7 @@ struct RemoteControl : testing::Test, VideoControlView {
     void StateChanged() override {}
 
     void Reply(MessageId id, std::string_view payload = {}, std::uint32_t wParam = 10) {
-        run.Handle({id, wParam, ReplyRecord{player, 0, 0, 0, ToBytes(payload)}, 0});
+        run.Handle({id, wParam, ReplyRecord{ToBytes(payload)}, 0, {player, {}, 1}});
     }
     void StateReply() { Reply(MessageId::kPlayerState); }
     void Layouts(std::string_view names = {}) { Reply(MessageId::kLayoutState, names); }
@@ -184,7 +184,7 @@ TEST_F(RemoteControl, ActsOnNoOtherReplies) {
     Reply(MessageId::kVideoReply, R"({"code":0,)" + position, 9);
     Reply(MessageId::kVideoReply, R"({"code":1,)" + position);
     Reply(MessageId::kCave, R"({"code":0,)" + position);
-    run.Handle({MessageId::kPlayerState, 0, ReplyRecord{{"127.0.0.3", 9000, 5}, 0, 0, 0, {}}, 0});
+    run.Handle({MessageId::kPlayerState, 0, ReplyRecord{}, 0, {{"127.0.0.3", 9000, 5}, {}, 1}});
     for (const char* id : {"1", "2", "4", "13", "59"})
         Video(R"("data":[],"cmdId":)" + std::string(id));
     EXPECT_EQ(Log(), "");
