@@ -110,7 +110,8 @@ void CSontaroApp::OpenMainWindow() {
     remarks_ = std::make_unique<DeviceRemarks>(UserFile("remarks.json"));
     const std::filesystem::path folder =
         commandLine_.demoPlayers ? ProgramFolder() / "Demo" : ProgramFolder();
-    const UiServices services{{*directory_, *threads_, *prompts_}, hub_, *preferences_, folder};
+    const UiServices services{
+        {*directory_, *threads_, *prompts_}, hub_, *gate_, *preferences_, folder};
     std::string address = commandLine_.localAddress;
     if (address.empty() && commandLine_.demoPlayers) address = kDemoLocalAddress;
     const auto temporary = EnsureTempFolder(folder);

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "base/json.h"
+#include "exchange/player_requests.h"
 
 namespace sontaro {
 
@@ -22,14 +23,6 @@ constexpr CommandKey kCommandKeys[] = {
     {kVideoPlay, "play"},         {kVideoPosition, "playStep"},
     {kVideoPlayName, "playName"}, {kVideoUsbName, "usbVideoName"},
 };
-
-/// The success code: its low 16 bits when it is there and integral, else 1.
-unsigned ReplyCode(const Json::Value& code) {
-    if (!code.isIntegral()) return 1;
-    const std::uint64_t value =
-        code.isInt64() ? static_cast<std::uint64_t>(code.asInt64()) : code.asUInt64();
-    return static_cast<unsigned>(value & 0xFFFF);
-}
 
 /// The text of `key` in "data", or beside it; none when neither is a string.
 const Json::Value* FindText(const Json::Value& root, const char* key) {
@@ -65,7 +58,7 @@ std::optional<VideoReply> VideoReply::Parse(std::string_view payload) {
     reply.root_ = std::move(*document);
     const Json::Value& root = reply.root_;
     const Json::Value& commandId = root["cmdId"];
-    if (ReplyCode(root["code"]) != 0 || !commandId.isInt()) return std::nullopt;
+    if (VideoReplyCode(root) != 0 || !commandId.isInt()) return std::nullopt;
     reply.commandId_ = commandId.asInt();
     return reply;
 }

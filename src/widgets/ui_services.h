@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "base/json_file.h"
+#include "base/timers.h"
 #include "exchange/exchange_hub.h"
 #include "link/link_services.h"
 
@@ -13,6 +14,7 @@ namespace sontaro {
 struct UiServices {
     LinkServices link;
     ExchangeHub& hub;
+    Timers& timers;
     JsonFile& preferences;                ///< the user's choices and the windows' places
     std::filesystem::path programFolder;  ///< holds the working files; a demonstration has its own
 

@@ -109,7 +109,7 @@ class UiTest : public testing::Test {
     JsonFile preferences{folder / "preferences.json"};
     DeviceRemarks remarks{folder / "remarks.json"};
     ExchangeHub hub;
-    UiServices services{{directory, threads, prompts}, hub, preferences, folder.Path()};
+    UiServices services{{directory, threads, prompts}, hub, gate, preferences, folder.Path()};
 };
 
 }  // namespace sontaro::test
