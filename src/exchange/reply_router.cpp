@@ -70,7 +70,7 @@ Message ForwardLayoutState(const Reply& reply, MessageId id) {
 
 Message MakeStatus(const Reply& reply, MessageId id) {
     if (reply.payload.size() != kPlayerDataSize) return {};
-    return WindowMessage{id, reply.header.argument, PlayerStatus{reply.header.argument, 0, 0}, 0};
+    return WindowMessage{id, reply.header.argument, PlayerStatus{reply.header.argument}, 0};
 }
 
 Message MakeUploadAcknowledgement(const Reply& reply, MessageId id) {

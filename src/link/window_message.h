@@ -108,10 +108,12 @@ struct ReplyRecord {
 };
 
 /// The status of a reply 19. The layout of the player's block is unknown, so that only the
-/// reply's argument is filled in.
+/// reply's argument is filled in; the volume is none.
 struct PlayerStatus {
+    static constexpr std::uint16_t kNoVolume = 0xFFFF;
+
     std::uint16_t argument = 0;
-    std::uint16_t volume = 0;  ///< 0 to 100
+    std::uint16_t volume = kNoVolume;  ///< 0 to 100
     std::uint16_t reserved = 0;
 };
 static_assert(sizeof(PlayerStatus) == 6);

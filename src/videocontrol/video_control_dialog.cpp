@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "widgets/common_texts.h"
+#include "widgets/exchange_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/icons.h"
@@ -18,9 +19,7 @@ namespace sontaro {
 
 namespace {
 
-constexpr int kPollTimer = 5;
 constexpr int kPlayButton = 2109;
-constexpr int kTickMilliseconds = 1000;
 constexpr const char* kWindowName = "videoControl";
 
 constexpr LocalText kTab = {"视频控制", "Video Control"};
@@ -53,6 +52,8 @@ constexpr ButtonIcon kButtonIcons[] = {
 };
 
 constexpr LocalText kSilent = {"播放器已有 %d 秒没有应答", "The player has been silent for %d s"};
+constexpr LocalText kRefused = {"播放器拒绝了命令（代码 %d）",
+                                "The player has refused the command (code %d)"};
 
 /// Where something stands in a group box: the box itself keeps no distance.
 wxSizerFlags Padded(const wxWindow& window) {
@@ -69,8 +70,9 @@ void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
 
 }  // namespace
 
-CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Sender send)
-    : wxPanel(parent), send_(std::move(send)), run_(*this, player.ip), timer_(this, kPollTimer) {
+CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player,
+                             const ExchangeServices& exchange)
+    : wxPanel(parent), run_(*this, exchange, {player.ip, player.tcpPort, 0}) {
     const int gap = FromDIP(8);
     const auto row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap);
     const auto cell = wxSizerFlags(1).Expand().Border(wxRIGHT, gap);
@@ -91,15 +93,9 @@ CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Sende
     column->Add(MakeUsbGroup(), row);
     column->AddSpacer(gap);
     SetSizer(column);
-    Bind(
-        wxEVT_TIMER, [this](wxTimerEvent&) { Tick(); }, kPollTimer);
 }
 
-/// Time stands still under a message box: the player's answers wait behind it, and every poll
-/// would add one more.
-void CVideoControl::Tick() {
-    if (FrontDialog() == wxGetTopLevelParent(this)) run_.Tick();
-}
+bool CVideoControl::IsInFront() const { return FrontDialog() == wxGetTopLevelParent(GetParent()); }
 
 wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
@@ -236,13 +232,6 @@ void CVideoControl::Start() {
     run_.Opened();
 }
 
-void CVideoControl::Stop() {
-    timer_.Stop();
-    run_.Closing();
-}
-
-void CVideoControl::StartTimer() { timer_.Start(kTickMilliseconds); }
-
 void CVideoControl::ShowButton(int id, const std::string& caption) {
     captions_[id] = caption;
     buttons_[id]->SetLabelText(ToWx(caption));
@@ -296,11 +285,21 @@ void CVideoControl::OfferVideos(const std::vector<std::string>& names) {
 }
 
 void CVideoControl::StateChanged() {
-    wxString text = ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);
-    if (const int seconds = run_.SecondsOfSilence())
-        text = wxString::Format(ToWx(kSilent), seconds);
-    state_->SetLabelText(text);
+    state_->SetLabelText(StateText());
+    connectionChanged_(run_.IsConnected());
     Layout();
+}
+
+/// What needs the user most.
+wxString CVideoControl::StateText() const {
+    using Kind = VideoControlRun::Trouble::Kind;
+    const VideoControlRun::Trouble& trouble = run_.LastTrouble();
+    if (trouble.kind == Kind::kNotSent) return ToWx(TextOf(trouble.reason));
+    if (!run_.IsConnected()) return ToWx(kNotConnected);
+    if (trouble.kind == Kind::kRefused) return wxString::Format(ToWx(kRefused), trouble.code);
+    if (const int seconds = run_.SecondsOfSilence())
+        return wxString::Format(ToWx(kSilent), seconds);
+    return ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);
 }
 
 CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
@@ -308,9 +307,7 @@ CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
     : FeatureDialog(parent, Window::kVideoControl, services) {
     const int gap = FromDIP(10);
     auto* tabs = new wxNotebook(this, wxID_ANY);
-    const Target target{player.ip, player.tcpPort, 0};
-    control_ = new CVideoControl(
-        tabs, player, [this, target](const DevicePacket& packet) { SendPacket(packet, {target}); });
+    control_ = new CVideoControl(tabs, player, Exchange());
     tabs->AddPage(control_, ToWx(kTab));
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(tabs, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));

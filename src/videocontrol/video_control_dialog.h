@@ -7,7 +7,6 @@
 #include <wx/slider.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
-#include <wx/timer.h>
 
 #include <functional>
 #include <map>
@@ -37,26 +36,29 @@ inline constexpr int kVideoChoice = 2133;
 /// The controls of the remote control, over a `VideoControlRun`.
 class CVideoControl : public wxPanel, private VideoControlView {
    public:
-    using Sender = std::function<void(const DevicePacket&)>;
-
-    /// `player` is shown above the controls; `send` carries a packet to it.
-    CVideoControl(wxWindow* parent, const DeviceRecord& player, Sender send);
+    /// `player` is shown above the controls.
+    CVideoControl(wxWindow* parent, const DeviceRecord& player, const ExchangeServices& exchange);
 
     /// Starts to ask the player for its state.
     void Start();
     /// Sends what is still to be sent; nothing happens by itself from then on.
-    void Stop();
-    /// Takes a reply that the main window forwards.
-    void HandleMessage(const WindowMessage& message) { run_.Handle(message); }
+    void Stop() { run_.Closing(); }
+    /// Asks for everything anew.
+    void ReadAgain() { run_.ReadAgain(); }
+    /// Takes a message that the main window forwards.
+    void HandleMessage(WindowMessage& message) { run_.Handle(message); }
+
+    /// Calls `changed` with whether there is a link whenever that may be another.
+    void OnConnection(std::function<void(bool)> changed) {
+        connectionChanged_ = std::move(changed);
+    }
 
    private:
-    void Tick();
     [[nodiscard]] wxSize NameSize() const;
 
     using Chooser = void (VideoControlRun::*)(const std::string&);
 
-    void Send(const DevicePacket& packet) override { send_(packet); }
-    void StartTimer() override;
+    [[nodiscard]] bool IsInFront() const override;
     void HideButtons() override { shownButtons_.clear(); }
     void ShowButton(int id, const std::string& caption) override;
     void ButtonsChanged() override;
@@ -69,6 +71,7 @@ class CVideoControl : public wxPanel, private VideoControlView {
     void OfferLayouts(const std::vector<std::string>& names) override;
     void OfferVideos(const std::vector<std::string>& names) override;
     void StateChanged() override;
+    [[nodiscard]] wxString StateText() const;
 
     [[nodiscard]] wxSizer* MakePlayerRow(const DeviceRecord& player);
     [[nodiscard]] wxSizer* MakePositionRow();
@@ -81,9 +84,8 @@ class CVideoControl : public wxPanel, private VideoControlView {
     [[nodiscard]] wxSizer* MakeButtons(wxWindow* parent, std::initializer_list<int> ids);
     [[nodiscard]] wxButton* MakeButton(wxWindow* parent, int id);
 
-    Sender send_;
     VideoControlRun run_;
-    wxTimer timer_;
+    std::function<void(bool)> connectionChanged_ = [](bool) {};
     std::map<int, wxButton*> buttons_;
     std::set<int> shownButtons_;
     std::map<int, std::string> captions_;  // as they are sent; a label would lose an ampersand
@@ -106,6 +108,7 @@ class CVideoControlTab : public FeatureDialog {
 
    private:
     void HandleMessage(WindowMessage& message) override { control_->HandleMessage(message); }
+    void ReadAgain() override { control_->ReadAgain(); }
 
     CVideoControl* control_ = nullptr;
 };

@@ -6,7 +6,6 @@
 #include <array>
 
 #include "base/json.h"
-#include "exchange/player_requests.h"
 
 namespace sontaro {
 
@@ -24,6 +23,15 @@ constexpr CommandKey kCommandKeys[] = {
     {kVideoPlayName, "playName"}, {kVideoUsbName, "usbVideoName"},
 };
 
+/// The JSON of a command.
+std::string CommandText(std::uint16_t commandId, const std::string& text) {
+    Json::Value document;
+    document["cmdId"] = commandId;
+    const auto* key = std::ranges::find(kCommandKeys, commandId, &CommandKey::commandId);
+    if (key != std::end(kCommandKeys)) document[key->key] = text;
+    return WriteJson(document);
+}
+
 /// The text of `key` in "data", or beside it; none when neither is a string.
 const Json::Value* FindText(const Json::Value& root, const char* key) {
     const Json::Value& data = root["data"];
@@ -37,13 +45,11 @@ std::string ClockText(int seconds) {
 
 }  // namespace
 
-DevicePacket VideoCommandPacket(std::uint16_t commandId, const std::string& text) {
-    Json::Value document;
-    document["cmdId"] = commandId;
-    const auto* key = std::ranges::find(kCommandKeys, commandId, &CommandKey::commandId);
-    if (key != std::end(kCommandKeys)) document[key->key] = text;
-    return DevicePacket::Request(kCommandVideo, commandId, WriteJson(document));
+SharedPacket VideoCommandPacket(std::uint16_t commandId, const std::string& text) {
+    return ReadyPacket(kCommandVideo, commandId, CommandText(commandId, text));
 }
+
+Request AskCaptions() { return AskVideoCommand(kVideoCaptions, CommandText(kVideoCaptions, "")); }
 
 int VideoPosition::Percent() const {
     return static_cast<int>(std::int64_t{seconds} * 100 / duration);
@@ -58,8 +64,9 @@ std::optional<VideoReply> VideoReply::Parse(std::string_view payload) {
     reply.root_ = std::move(*document);
     const Json::Value& root = reply.root_;
     const Json::Value& commandId = root["cmdId"];
-    if (VideoReplyCode(root) != 0 || !commandId.isInt()) return std::nullopt;
+    if (!commandId.isInt()) return std::nullopt;
     reply.commandId_ = commandId.asInt();
+    reply.code_ = VideoReplyCode(root);
     return reply;
 }
 

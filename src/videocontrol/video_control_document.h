@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "link/packet.h"
+#include "exchange/player_requests.h"
 
 namespace sontaro {
 
@@ -28,8 +28,11 @@ enum VideoCommand : std::uint16_t {
 };
 
 /// The packet of a command. `text` is the value of the command's own key, for those that have one.
-[[nodiscard]] DevicePacket VideoCommandPacket(std::uint16_t commandId,
+[[nodiscard]] SharedPacket VideoCommandPacket(std::uint16_t commandId,
                                               const std::string& text = {});
+
+/// Asks for the captions of the buttons, which also makes the player report its position.
+[[nodiscard]] Request AskCaptions();
 
 /// A button's caption as the player gives it.
 struct VideoCaption {
@@ -53,14 +56,16 @@ struct VideoPosition {
     [[nodiscard]] std::string Text() const;
 };
 
-/// A player's answer with code 0.
+/// A player's answer.
 class VideoReply {
    public:
-    /// The answer in `payload`; none when it is no JSON object, reports a failure, or does not say
-    /// which command it answers.
+    /// The answer in `payload`; none when it is no JSON object or does not say which command it
+    /// answers.
     [[nodiscard]] static std::optional<VideoReply> Parse(std::string_view payload);
 
     [[nodiscard]] int CommandId() const { return commandId_; }
+    /// 0: the player does what it was told. Anything else refuses it.
+    [[nodiscard]] std::uint16_t Code() const { return code_; }
     /// The captions of a caption reply, in the player's order.
     [[nodiscard]] std::vector<VideoCaption> Captions() const;
     /// The position of a position reply; none when it is not one that can be shown.
@@ -73,6 +78,7 @@ class VideoReply {
    private:
     Json::Value root_;
     int commandId_ = 0;
+    std::uint16_t code_ = 0;
 };
 
 }  // namespace sontaro

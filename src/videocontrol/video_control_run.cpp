@@ -3,15 +3,17 @@
 #include <algorithm>
 
 #include "base/name_list.h"
+#include "exchange/player_requests.h"
 
 namespace sontaro {
 
 namespace {
 
+constexpr auto kTick = std::chrono::milliseconds(1000);
 constexpr int kTicksPerPoll = 11;
-constexpr int kWorryingSilence = 15;
-constexpr std::uint32_t kReplyParam = 10;
+constexpr int kWorryingTicks = static_cast<int>(kAnswerLimit / kTick);
 constexpr std::uint32_t kVolumeParam = 1;
+constexpr int kLoudest = 100;
 
 /// Adds `name` to the names on offer; false when it is empty or already there.
 bool Remember(std::vector<std::string>& names, const std::string& name) {
@@ -24,115 +26,170 @@ bool Remember(std::vector<std::string>& names, const std::string& name) {
 
 const LocalText kUsbVideoLabel = {"USB视频", "USB Video"};
 
+VideoControlRun::VideoControlRun(VideoControlView& view, const ExchangeServices& exchange,
+                                 Target player)
+    : view_(view),
+      talk_(exchange, std::move(player),
+            {[this](WindowMessage& message) { TakeUnasked(message); },
+             [this] { view_.StateChanged(); }}),
+      tick_(exchange.timers) {}
+
 void VideoControlRun::Opened() {
-    view_.StartTimer();
+    TickEverySecond();
     Poll();
+}
+
+void VideoControlRun::TickEverySecond() {
+    tick_.Start(kTick, [this] {
+        TickEverySecond();
+        if (view_.IsInFront()) Tick();
+    });
 }
 
 void VideoControlRun::Tick() {
     if (movedVolume_) {
-        SendVolume();
+        Command(kVideoSound, TakeMovedVolume());
     } else if (++ticks_ == kTicksPerPoll) {
         ticks_ = 0;
-        Poll();
+        if (state_ != State::kReady) Poll();
     }
-    ++silentTicks_;
+    if (talk_.IsAsking()) ++silentTicks_;
     if (SecondsOfSilence() > 0) view_.StateChanged();
 }
 
-void VideoControlRun::Closing() {
-    if (movedVolume_) SendVolume();
+void VideoControlRun::ReadAgain() {
+    talk_.Cancel();
+    trouble_ = {};
+    AskFromTheBeginning();
+    view_.StateChanged();
 }
 
-void VideoControlRun::SendVolume() {
-    view_.Send(VideoCommandPacket(kVideoSound, std::to_string(*movedVolume_)));
-    movedVolume_.reset();
+void VideoControlRun::Closing() {
+    tick_.Stop();
+    talk_.Cancel();
+    if (movedVolume_) talk_.Post(VideoCommandPacket(kVideoSound, TakeMovedVolume()));
+}
+
+std::string VideoControlRun::TakeMovedVolume() {
+    return std::to_string(*std::exchange(movedVolume_, std::nullopt));
 }
 
 int VideoControlRun::SecondsOfSilence() const {
-    return state_ == State::kReady && silentTicks_ >= kWorryingSilence ? silentTicks_ : 0;
+    return silentTicks_ >= kWorryingTicks ? silentTicks_ : 0;
 }
 
 void VideoControlRun::Poll() {
-    switch (state_) {
-        case State::kAskingState: view_.Send(DevicePacket::Request(kCommandPlayerData, 0)); break;
-        case State::kAskingLayouts:
-            view_.Send(DevicePacket::Request(kCommandLayoutState, 0));
+    if (talk_.IsAsking())
+        talk_.Repeat();
+    else if (IsConnected() && askedOver_ == talk_.Connection())
+        Ask();
+    else
+        AskFromTheBeginning();
+}
+
+void VideoControlRun::AskFromTheBeginning() {
+    state_ = State::kAskingState;
+    ticks_ = 0;
+    Ask();
+}
+
+void VideoControlRun::Ask() {
+    Request request = state_ == State::kAskingState     ? AskPlayerState()
+                      : state_ == State::kAskingLayouts ? AskLayoutState()
+                                                        : AskCaptions();
+    request.limit = {};  // every eleventh tick repeats it
+    silentTicks_ = 0;
+    talk_.Ask(std::move(request), [this](const Ended& ended) { Answered(ended); });
+    askedOver_ = talk_.Connection();
+}
+
+void VideoControlRun::Answered(const Ended& ended) {
+    silentTicks_ = 0;
+    switch (ended.how) {
+        case End::kReply:
+            trouble_ = {};
+            if (state_ == State::kAskingState)
+                Enter(State::kAskingLayouts);
+            else if (state_ == State::kAskingLayouts)
+                TakeLayouts(AsText(PayloadOf(*ended.reply))), Enter(State::kAskingCaptions);
+            else
+                TakeReply(AsText(PayloadOf(*ended.reply)));
             break;
-        case State::kAskingCaptions: view_.Send(VideoCommandPacket(kVideoCaptions)); break;
-        case State::kReady: break;
+        case End::kRefused: trouble_ = {Trouble::Kind::kRefused, {}, ended.code}; break;
+        case End::kNotSent: trouble_ = {Trouble::Kind::kNotSent, ended.reason}; break;
+        case End::kNotSupported:  // the end of the link is told next
+        case End::kLinkEnded:
+        case End::kTimedOut:
+        case End::kCancelled: break;
     }
+    view_.StateChanged();
 }
 
 void VideoControlRun::Enter(State state) {
     state_ = state;
     ticks_ = 0;
-    Poll();
+    if (state_ != State::kReady) Ask();
     view_.StateChanged();
 }
 
-void VideoControlRun::Press(const std::string& caption) {
-    view_.Send(VideoCommandPacket(kVideoPlayMode, caption));
+void VideoControlRun::Press(const std::string& caption) { Command(kVideoPlayMode, caption); }
+
+void VideoControlRun::ChooseFolder(const std::string& name) { ChooseName(kVideoFolder, name); }
+void VideoControlRun::ChooseLayout(const std::string& name) { ChooseName(kVideoLayout, name); }
+void VideoControlRun::ChooseVideo(const std::string& name) { ChooseName(kVideoPlayName, name); }
+void VideoControlRun::ChooseUsbVideo(const std::string& name) { ChooseName(kVideoUsbName, name); }
+
+void VideoControlRun::ChooseName(std::uint16_t commandId, const std::string& name) {
+    if (!name.empty()) Command(commandId, name);
 }
 
-void VideoControlRun::ChooseFolder(const std::string& name) { SendChoice(kVideoFolder, name); }
-void VideoControlRun::ChooseLayout(const std::string& name) { SendChoice(kVideoLayout, name); }
-void VideoControlRun::ChooseVideo(const std::string& name) { SendChoice(kVideoPlayName, name); }
-void VideoControlRun::ChooseUsbVideo(const std::string& name) { SendChoice(kVideoUsbName, name); }
-
-void VideoControlRun::SendChoice(std::uint16_t commandId, const std::string& name) {
-    if (!name.empty()) view_.Send(VideoCommandPacket(commandId, name));
+/// A command may be what brings the link back.
+void VideoControlRun::Command(std::uint16_t commandId, const std::string& text) {
+    const Sending sending = talk_.Post(VideoCommandPacket(commandId, text));
+    trouble_ = sending ? Trouble{} : Trouble{Trouble::Kind::kNotSent, sending.Reason()};
+    if (sending && sending.Connection() != askedOver_) {
+        talk_.Cancel();
+        AskFromTheBeginning();
+    }
+    view_.StateChanged();
 }
 
-void VideoControlRun::Handle(const WindowMessage& message) {
-    const auto* record = std::get_if<ReplyRecord>(&message.record);
-    if (record && message.origin.sender.ip != playerIp_) return;
-    EndSilence();
+void VideoControlRun::TakeUnasked(WindowMessage& message) {
     if (const auto* status = std::get_if<PlayerStatus>(&message.record)) {
-        TakeStatus(message.wParam, *status);
-    } else if (!record) {
-        return;
-    } else if (message.id == MessageId::kPlayerState) {
-        if (state_ == State::kAskingState) Enter(State::kAskingLayouts);
+        if (message.wParam == kVolumeParam && status->volume <= kLoudest)
+            view_.ShowVolume(status->volume);
     } else if (message.id == MessageId::kLayoutState) {
-        TakeLayouts(*record);
-    } else if (message.id == MessageId::kVideoReply && message.wParam == kReplyParam) {
-        TakeReply(AsText(record->payload));
+        TakeLayouts(AsText(PayloadOf(message)));
+    } else if (message.id == MessageId::kVideoReply) {
+        TakeReply(AsText(PayloadOf(message)));
     }
 }
 
-/// A player that was away may have started anew: only the question for its captions makes it
-/// report its position again.
-void VideoControlRun::EndSilence() {
-    const bool wasSilent = SecondsOfSilence() > 0;
-    silentTicks_ = 0;
-    if (!wasSilent) return;
-    view_.Send(VideoCommandPacket(kVideoCaptions));
-    view_.StateChanged();
-}
-
-void VideoControlRun::TakeStatus(std::uint32_t wParam, const PlayerStatus& status) {
-    if (wParam == kVolumeParam) view_.ShowVolume(std::min<int>(status.volume, 100));
-}
-
-void VideoControlRun::TakeLayouts(const ReplyRecord& record) {
+void VideoControlRun::TakeLayouts(std::string_view names) {
     bool more = false;
-    for (const std::string& name : ParseNameList(AsText(record.payload)))
-        more = Remember(layouts_, name) || more;
+    for (const std::string& name : ParseNameList(names)) more = Remember(layouts_, name) || more;
     if (more) view_.OfferLayouts(layouts_);
-    if (state_ == State::kAskingLayouts) Enter(State::kAskingCaptions);
 }
 
 void VideoControlRun::TakeReply(std::string_view payload) {
     const std::optional<VideoReply> reply = VideoReply::Parse(payload);
     if (!reply) return;
-    if (reply->CommandId() == kVideoCaptions) {
+    if (reply->Code() != 0) {
+        TakeRefusal(*reply);
+    } else if (reply->CommandId() == kVideoCaptions) {
         TakeCaptions(*reply);
     } else if (reply->CommandId() == kVideoPosition) {
         if (const auto position = reply->Position()) TakePosition(*position);
     } else if (reply->CommandId() == kVideoUsbList) {
         TakeUsbVideos(*reply);
     }
+}
+
+/// What a player reports by itself may be no report, but it refuses nothing.
+void VideoControlRun::TakeRefusal(const VideoReply& reply) {
+    if (reply.CommandId() == kVideoPosition || reply.CommandId() == kVideoUsbList) return;
+    trouble_ = {Trouble::Kind::kRefused, {}, reply.Code()};
+    view_.StateChanged();
 }
 
 void VideoControlRun::TakeCaptions(const VideoReply& reply) {
@@ -142,8 +199,7 @@ void VideoControlRun::TakeCaptions(const VideoReply& reply) {
         if (button != kVideoButtons.end()) view_.ShowButton(button->id, caption.caption);
     }
     view_.ButtonsChanged();
-    Enter(State::kReady);
-    view_.StartTimer();
+    if (state_ == State::kAskingCaptions) Enter(State::kReady);
 }
 
 void VideoControlRun::TakePosition(const VideoPosition& position) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/local_text.h"
-#include "link/window_message.h"
+#include "exchange/conversation.h"
 #include "videocontrol/video_control_document.h"
 
 namespace sontaro {
@@ -32,9 +32,9 @@ inline constexpr std::array<VideoButton, 14> kVideoButtons = {{
 class VideoControlView {
    public:
     virtual ~VideoControlView() = default;
-    virtual void Send(const DevicePacket& packet) = 0;
-    /// Calls `VideoControlRun::Tick` every 1000 ms from now on.
-    virtual void StartTimer() = 0;
+    /// Whether no box covers the window: under one, time stands still. The player's answers wait
+    /// behind it, and every poll would add one more.
+    [[nodiscard]] virtual bool IsInFront() const = 0;
     virtual void HideButtons() = 0;
     virtual void ShowButton(int id, const std::string& caption) = 0;
     /// Every caption of a reply has been given.
@@ -48,28 +48,38 @@ class VideoControlView {
     virtual void OfferFolders(const std::vector<std::string>& names) = 0;
     virtual void OfferLayouts(const std::vector<std::string>& names) = 0;
     virtual void OfferVideos(const std::vector<std::string>& names) = 0;
-    /// The state, or how long the player has been silent, has changed.
+    /// What the line tells has changed: the state, the connection, a trouble or a silence.
     virtual void StateChanged() = 0;
 };
 
 extern const LocalText kUsbVideoLabel;
 
 /// Asks the player for its state, its layouts and its captions, one after the other, and turns
-/// presses into commands and replies into what is shown. A state never goes back.
-/// User-interface thread.
+/// presses into commands and replies into what is shown. A state never goes back but with the link:
+/// over a new one all of it is asked anew, since a player reports its position only to who has
+/// asked for its captions. User-interface thread.
 class VideoControlRun {
    public:
     enum class State { kAskingState, kAskingLayouts, kAskingCaptions, kReady };
 
-    /// Listens to the player at `playerIp` alone: a link to another one may still be open.
-    VideoControlRun(VideoControlView& view, std::string playerIp)
-        : view_(view), playerIp_(std::move(playerIp)) {}
+    /// What went wrong with the latest command or question.
+    struct Trouble {
+        enum class Kind { kNone, kNotSent, kRefused };
+        Kind kind = Kind::kNone;
+        NotSent reason{};        ///< of what was not sent
+        std::uint16_t code = 0;  ///< of a refusal
+
+        bool operator==(const Trouble&) const = default;
+    };
+
+    VideoControlRun(VideoControlView& view, const ExchangeServices& exchange, Target player);
 
     /// The window has opened: asks for the player's state at once and every eleventh second.
     void Opened();
-    /// A second has passed.
-    void Tick();
-    /// The window is about to close: what has not been sent yet goes out.
+    /// Asks for all of it anew, and connects if need be.
+    void ReadAgain();
+    /// The window is about to close: what has not been sent yet goes out, and nothing is asked any
+    /// more.
     void Closing();
 
     /// The user has moved the volume slider to `volume`; it is sent at the next tick.
@@ -82,30 +92,42 @@ class VideoControlRun {
     void ChooseVideo(const std::string& name);
     void ChooseUsbVideo(const std::string& name);
 
-    /// Takes a reply that the main window forwards; other messages are ignored.
-    void Handle(const WindowMessage& message);
+    /// Takes a message that the main window forwards.
+    void Handle(WindowMessage& message) { talk_.Take(message); }
 
     [[nodiscard]] State CurrentState() const { return state_; }
-    /// Seconds since the player's last message; 0 as long as that is nothing to worry about, or
-    /// the player is being waited for anyway.
+    /// Whether there is a link, as far as is known.
+    [[nodiscard]] bool IsConnected() const { return talk_.Connection() != 0; }
+    [[nodiscard]] const Trouble& LastTrouble() const { return trouble_; }
+    /// Seconds for which a question has not been answered; 0 as long as that is nothing to worry
+    /// about. A player that has nothing to say of its own accord is sound.
     [[nodiscard]] int SecondsOfSilence() const;
 
    private:
-    void SendVolume();
-    void EndSilence();
+    void TickEverySecond();
+    void Tick();
+    [[nodiscard]] std::string TakeMovedVolume();
     void Poll();
+    void AskFromTheBeginning();
+    void Ask();
+    void Answered(const Ended& ended);
     void Enter(State state);
-    void SendChoice(std::uint16_t commandId, const std::string& name);
-    void TakeStatus(std::uint32_t wParam, const PlayerStatus& status);
-    void TakeLayouts(const ReplyRecord& record);
+    void Command(std::uint16_t commandId, const std::string& text);
+    void ChooseName(std::uint16_t commandId, const std::string& name);
+    void TakeUnasked(WindowMessage& message);
+    void TakeLayouts(std::string_view names);
     void TakeReply(std::string_view payload);
+    void TakeRefusal(const VideoReply& reply);
     void TakeCaptions(const VideoReply& reply);
     void TakePosition(const VideoPosition& position);
     void TakeUsbVideos(const VideoReply& reply);
 
     VideoControlView& view_;
-    const std::string playerIp_;
+    Conversation talk_;
+    Timer tick_;
     State state_ = State::kAskingState;
+    ConnectionNumber askedOver_ = 0;  // the connection that the questions went over
+    Trouble trouble_;
     int ticks_ = 0;
     int silentTicks_ = 0;
     std::optional<int> movedVolume_;

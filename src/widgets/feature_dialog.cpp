@@ -1,6 +1,7 @@
 #include "widgets/feature_dialog.h"
 
 #include <wx/button.h>
+#include <wx/utils.h>
 
 #include <algorithm>
 
@@ -14,13 +15,17 @@ namespace {
 
 constexpr LocalText kOpen = {"打开", "Open"};
 constexpr LocalText kSave = {"保存", "Save"};
+constexpr LocalText kReadAgain = {"重新读取", "Read again"};
+constexpr LocalText kConnectAgain = {"重新连接", "Connect again"};
 
 }  // namespace
 
-FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& services)
+FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& services,
+                             Addressing addressing)
     : wxDialog(parent, wxID_ANY, ToWx(TitleOf(window)), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
       services_(services),
+      channel_(services_.Directory(), TitleOf(Window::kMain), addressing),
       registration_(services_.Directory().Register(
           TitleOf(window), [this](WindowMessage& message) { HandleMessage(message); })) {
     UseLanguageFont(*this);
@@ -28,12 +33,9 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
     // Enter: that swallows both where an open cell editor still gets them. A button in focus
     // would take Enter for a press.
     SetEscapeId(wxID_NONE);
-    Bind(wxEVT_CHAR_HOOK, [](wxKeyEvent& event) {
-        const bool enter =
-            event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
-        const bool onButton = dynamic_cast<wxButton*>(wxWindow::FindFocus()) != nullptr;
-        if (!enter || !onButton) event.Skip();
-    });
+    Bind(wxEVT_CHAR_HOOK, &FeatureDialog::OnKey, this);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { ReadAgain(); }, kReadAgainButton);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
         if (!event.CanVeto()) return EndModal(wxID_CANCEL);
         event.Veto();
@@ -41,6 +43,39 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
     });
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
+}
+
+void FeatureDialog::OnKey(wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const bool enter = key == WXK_RETURN || key == WXK_NUMPAD_ENTER;
+    const bool onButton = dynamic_cast<wxButton*>(wxWindow::FindFocus()) != nullptr;
+    const wxWindow* again = FindWindow(kReadAgainButton);
+    if (key == 'R' && event.GetModifiers() == wxMOD_CONTROL && again && again->IsEnabled())
+        ReadAgain();
+    else if (!enter || !onButton)
+        event.Skip();
+}
+
+Sending FeatureDialog::BusyChannel::Send(const Target& player, const SharedPacket& packet,
+                                         Boxes boxes) {
+    const wxBusyCursor busy;
+    return MainWindowChannel::Send(player, packet, boxes);
+}
+
+wxButton* FeatureDialog::MakeReadAgainButton(wxWindow* parent) {
+    auto* button = new wxButton(parent, kReadAgainButton, ButtonLabel(kConnectAgain, 'g'));
+    wxSize size = button->GetBestSize();
+    button->SetLabel(ButtonLabel(kReadAgain, 'g'));
+    size.IncTo(button->GetBestSize());
+    button->SetMinSize(size);
+    button->SetToolTip("Ctrl+R");
+    return button;
+}
+
+void FeatureDialog::ShowReadAgain(bool connected) {
+    wxWindow* button = FindWindow(kReadAgainButton);
+    const wxString label = ButtonLabel(connected ? kReadAgain : kConnectAgain, 'g');
+    if (button->GetLabel() != label) button->SetLabel(label);
 }
 
 bool FeatureDialog::MayClose() { return services_.Messages().Confirm(Localized(kExitQuestion)); }

@@ -11,20 +11,36 @@
 #include "base/local_text.h"
 #include "base/window_titles.h"
 #include "devices/device_record.h"
+#include "exchange/conversation.h"
 #include "link/packet.h"
 #include "link/window_message.h"
 #include "widgets/ui_services.h"
 
+class wxButton;
+
 namespace sontaro {
+
+/// Control number of the button that asks the player anew.
+inline constexpr int kReadAgainButton = 2820;
 
 /// A dialog that is found by its title, swallows Enter and Escape, speaks to players through the
 /// main window, and is left by Cancel or its close box after "Do you really want to exit?".
 class FeatureDialog : public wxDialog {
    public:
-    FeatureDialog(wxWindow* parent, Window window, const UiServices& services);
+    using Addressing = MainWindowChannel::Addressing;
+
+    /// `addressing` is that of the dialog's requests.
+    FeatureDialog(wxWindow* parent, Window window, const UiServices& services,
+                  Addressing addressing = Addressing::kPlayer);
 
    protected:
     [[nodiscard]] const UiServices& Services() const { return services_; }
+
+    /// What the dialog's conversations stand on. While a packet is handed over, the pointer says
+    /// that the program is busy.
+    [[nodiscard]] ExchangeServices Exchange() {
+        return {channel_, services_.hub, services_.timers};
+    }
 
     /// A message from the main window or a link thread.
     virtual void HandleMessage(WindowMessage& message) = 0;
@@ -38,6 +54,12 @@ class FeatureDialog : public wxDialog {
     /// Hands a packet to the main window, which sends it to `targets`; with none, to its current
     /// device. False when that has failed: the user has been told.
     bool SendPacket(const DevicePacket& packet, std::vector<Target> targets);
+
+    /// The user wants everything to be asked anew: the button of `MakeReadAgainButton`, or Ctrl+R.
+    virtual void ReadAgain() {}
+    /// A button that says "Read again", or "Connect again" where there is no link.
+    [[nodiscard]] wxButton* MakeReadAgainButton(wxWindow* parent);
+    void ShowReadAgain(bool connected);
 
     /// Has the main window close every link.
     void CloseLinks();
@@ -55,7 +77,16 @@ class FeatureDialog : public wxDialog {
     [[nodiscard]] wxStaticText* MakeHeading(const DeviceRecord& player);
 
    private:
+    class BusyChannel : public MainWindowChannel {
+       public:
+        using MainWindowChannel::MainWindowChannel;
+        Sending Send(const Target& player, const SharedPacket& packet, Boxes boxes) override;
+    };
+
+    void OnKey(wxKeyEvent& event);
+
     UiServices services_;
+    BusyChannel channel_;
     WindowDirectory::Registration registration_;
 };
 

@@ -4,6 +4,7 @@
 #include <wx/filedlg.h>
 #include <wx/filefn.h>
 #include <wx/msgdlg.h>
+#include <wx/utils.h>
 
 #include "base/window_titles.h"
 #include "widgets/common_texts.h"
@@ -19,6 +20,7 @@ constexpr LocalText kReplaceQuestion = {"文件已存在，要替换吗？",
                                         "The file exists already. Replace it?"};
 
 int Show(const std::string& text, long style) {
+    const wxBusyCursorSuspender answerable;
     wxGenericMessageDialog box(FrontDialog(), ToWx(text), ToWx(ApplicationTitle()), style);
     UseLanguageFont(box);
     if ((style & wxYES_NO) != 0) {

@@ -11,7 +11,7 @@
 
 namespace sontaro::test {
 
-/// Writes down what is sent as "command.sub-command.argument payload; ".
+/// Writes down what is sent as "command.sub-command.argument; ", with "q" and the qualifier.
 class FakePlayerChannel final : public PlayerChannel {
    public:
     Sending Send(const Target& player, const SharedPacket& packet, Boxes boxes) override {
@@ -20,9 +20,8 @@ class FakePlayerChannel final : public PlayerChannel {
         if (refusal) return *refusal;
         const PacketHeader header = DecodeHeader(*packet);
         payload = std::string(AsText(ByteView(*packet).subspan(kHeaderSize)));
-        log += fmt::format("{}.{}.{}{}; ", header.command, header.subCommand, header.argument,
-                           header.qualifier == 0 ? "" : "q" + std::to_string(header.qualifier));
         to = player;
+        sent(header);
         return Sending::Over(connection);
     }
     std::string Log() { return std::exchange(log, ""); }
@@ -34,6 +33,10 @@ class FakePlayerChannel final : public PlayerChannel {
     std::optional<NotSent> refusal;
     Boxes lastBoxes{};
     std::function<void()> whileSending = [] {};
+    std::function<void(const PacketHeader&)> sent = [this](const PacketHeader& header) {
+        log += fmt::format("{}.{}.{}{}; ", header.command, header.subCommand, header.argument,
+                           header.qualifier == 0 ? "" : "q" + std::to_string(header.qualifier));
+    };
 };
 
 /// What a conversation stands on, and the answers of its player.

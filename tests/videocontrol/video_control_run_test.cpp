@@ -3,7 +3,7 @@
 #include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
-#include "support/literals.h"
+#include "support/fake_player_channel.h"
 
 namespace sontaro::test {
 namespace {
@@ -12,15 +12,18 @@ using State = VideoControlRun::State;
 using Texts = std::vector<std::string>;
 
 /// Writes down, in order, what the window would show and send.
-struct RemoteControl : testing::Test, VideoControlView {
+struct RemoteControl : testing::Test, ExchangeBench, VideoControlView {
+    RemoteControl() {
+        channel.sent = [this](const PacketHeader& header) {
+            Write("send {}{}", header.command, Compact(ToBytes(channel.payload)));
+        };
+    }
+
     template <class... Parts>
     void Write(fmt::format_string<Parts...> format, Parts&&... parts) {
         log += fmt::format(format, std::forward<Parts>(parts)...) + "; ";
     }
-    void Send(const DevicePacket& packet) override {
-        Write("send {}{}", packet.header.command, Compact(packet.payload));
-    }
-    void StartTimer() override { Write("timer"); }
+    bool IsInFront() const override { return inFront; }
     void HideButtons() override { Write("hide"); }
     void ShowButton(int id, const std::string& text) override { Write("button {} {}", id, text); }
     void ButtonsChanged() override { Write("buttons"); }
@@ -34,35 +37,51 @@ struct RemoteControl : testing::Test, VideoControlView {
     void OfferVideos(const Texts& t) override { Write("videos {}", fmt::join(t, " ")); }
     void StateChanged() override {}
 
-    void Reply(MessageId id, std::string_view payload = {}, std::uint32_t wParam = 10) {
-        run.Handle({id, wParam, ReplyRecord{ToBytes(payload)}, 0, {player, {}, 1}});
+    void Reply(MessageId id, std::uint8_t command, std::string_view payload = {}) {
+        WindowMessage message = Message(id, command, 0, payload);
+        run.Handle(message);
     }
-    void StateReply() { Reply(MessageId::kPlayerState); }
-    void Layouts(std::string_view names = {}) { Reply(MessageId::kLayoutState, names); }
+    void StateReply() { Reply(MessageId::kPlayerState, kCommandPlayerData); }
+    void Layouts(std::string_view names = {}) {
+        Reply(MessageId::kLayoutState, kCommandLayoutState, names);
+    }
+    void Status(std::uint32_t wParam, std::uint16_t volume) {
+        WindowMessage message = Message(MessageId::kPlayerStatus, kCommandPlayerData, 0);
+        message.wParam = wParam;
+        message.record = PlayerStatus{1, volume, 0};
+        run.Handle(message);
+    }
     void Video(const std::string& rest) {
-        Reply(MessageId::kVideoReply, R"({"code":0,)" + rest + "}");
+        Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":0,)" + rest + "}");
     }
     void Captions(const std::string& list = "") { Video(R"("cmdId":3,"data":[)" + list + "]"); }
-    void Advance(int seconds) {
-        for (int i = 0; i < seconds; ++i) run.Tick();
+    void Advance(int seconds) { timers.Advance(std::chrono::seconds(seconds)); }
+    /// Opens the remote control of a player that answers everything at once.
+    void OpenReady() {
+        run.Opened();
+        StateReply(), Layouts(), Captions();
+        Log();
+    }
+    void ExpectTrouble(VideoControlRun::Trouble::Kind kind) {
+        EXPECT_EQ(run.LastTrouble().kind, kind);
     }
     /// What has been shown and sent since the last call.
     std::string Log() { return std::exchange(log, ""); }
 
     std::string log;
-    const Target player{"127.0.0.2", 9000, 5};
-    VideoControlRun run{*this, player.ip};
+    bool inFront = true;
+    VideoControlRun run{*this, exchange, player};
 };
 
 TEST_F(RemoteControl, AsksForStateLayoutsAndCaptionsOneAfterTheOther) {
     run.Opened();
-    EXPECT_EQ(Log(), "timer; send 19; ");
+    EXPECT_EQ(Log(), "send 19; ");
     StateReply();
     EXPECT_EQ(Log(), "send 52; ");
     Layouts("Night.lay?Day.lay?");
     EXPECT_EQ(Log(), R"(layouts Night Day; send 59{"cmdId":3}; )");
     Captions();
-    EXPECT_EQ(Log(), "hide; buttons; timer; ");
+    EXPECT_EQ(Log(), "hide; buttons; ");
 }
 
 TEST_F(RemoteControl, PollsAtEveryEleventhTickOfAStateUntilItIsReady) {
@@ -91,6 +110,7 @@ TEST_F(RemoteControl, TakesEachStepOnceAndNeverGoesBack) {
         if (state != State::kAskingLayouts) Layouts();
         EXPECT_EQ(run.CurrentState(), state);
     };
+    run.Opened();
     expectAfterEveryReply(State::kAskingState);
     StateReply();
     expectAfterEveryReply(State::kAskingLayouts);
@@ -101,34 +121,100 @@ TEST_F(RemoteControl, TakesEachStepOnceAndNeverGoesBack) {
 }
 
 TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
+    run.Opened();
     Advance(10);
     run.MoveVolume(40);
     run.MoveVolume(41);
     Advance(2);
     run.MoveVolume(42);
     run.Closing();
-    EXPECT_EQ(Log(),
-              R"(send 59{"cmdId":8,"sound":"41"}; send 19; send 59{"cmdId":8,"sound":"42"}; )");
-}
-
-TEST_F(RemoteControl, AsksForCaptionsAgainWhenAReadyPlayerEndsItsSilence) {
     Advance(100);
+    EXPECT_EQ(
+        Log(),
+        R"(send 19; send 59{"cmdId":8,"sound":"41"}; send 19; send 59{"cmdId":8,"sound":"42"}; )");
+}
+
+TEST_F(RemoteControl, TellsOfSilenceOnlyWhileAQuestionIsNotAnswered) {
+    run.Opened();
+    Advance(9);
     EXPECT_EQ(run.SecondsOfSilence(), 0);
-    Captions();
-    Advance(14);
-    EXPECT_EQ(run.SecondsOfSilence(), 0);
-    Advance(1);
-    EXPECT_EQ(run.SecondsOfSilence(), 15);
-    Log();
-    StateReply();
-    EXPECT_EQ(Log(), R"(send 59{"cmdId":3}; )");
+    Advance(3);
+    EXPECT_EQ(run.SecondsOfSilence(), 12);
+    StateReply(), Layouts(), Captions();
+    Advance(1000);
     EXPECT_EQ(run.SecondsOfSilence(), 0);
 }
 
-TEST_F(RemoteControl, SetsTheSliderFromAStatusWithParameterOne) {
+TEST_F(RemoteControl, TellsTheEndOfItsLinkAndAsksAnewAsSoonAsThereIsAnother) {
+    OpenReady();
+    LoseLink();
+    EXPECT_FALSE(run.IsConnected());
+    Advance(100);
+    EXPECT_EQ(Log(), "");
+    run.Press("p");
+    EXPECT_EQ(Log(), R"(send 59{"cmdId":4,"playMode":"p"}; send 19; )");
+    EXPECT_TRUE(run.IsConnected());
+    EXPECT_EQ(run.CurrentState(), State::kAskingState);
+    StateReply();
+    LoseLink();
+    Log();
+    Advance(11);
+    EXPECT_EQ(Log(), "send 19; ");  // not for the layouts that were asked for last
+    StateReply();
+    Log();
+    ++channel.connection;  // a link that has ended unheard, and another one by the press
+    run.Press("p");
+    EXPECT_EQ(Log(), R"(send 59{"cmdId":4,"playMode":"p"}; send 19; )");
+}
+
+TEST_F(RemoteControl, SaysWhyItIsNotConnectedAndReadAgainTriesIt) {
+    using Kind = VideoControlRun::Trouble::Kind;
+    channel.refusal = NotSent::kConnectFailed;
+    run.Opened();
+    ExpectTrouble(Kind::kNotSent);
+    run.Press("p");
+    run.ReadAgain();
+    ExpectTrouble(Kind::kNotSent);
+    channel.refusal.reset();
+    run.ReadAgain();
+    ExpectTrouble(Kind::kNone);
+    EXPECT_EQ(Log(), "send 19; ");
+    OpenReady();
+    channel.refusal = NotSent::kTooMuchWaiting;
+    run.Press("p");
+    EXPECT_EQ(run.LastTrouble().reason, NotSent::kTooMuchWaiting);
+    EXPECT_TRUE(run.IsConnected());
+}
+
+TEST_F(RemoteControl, TellsWhatThePlayerRefusesUntilTheNextCommand) {
+    using Kind = VideoControlRun::Trouble::Kind;
+    OpenReady();
+    run.Press("p");
+    Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":3,"cmdId":10})");  // no command of ours
+    ExpectTrouble(Kind::kNone);
+    Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":3,"cmdId":4})");
+    EXPECT_EQ(run.LastTrouble(), (VideoControlRun::Trouble{Kind::kRefused, {}, 3}));
+    run.Press("q");
+    ExpectTrouble(Kind::kNone);
+    run.ReadAgain();
+    StateReply();
+    Report(ExchangeNews::Kind::kLayoutLocked, kCommandLayoutState);
+    ExpectTrouble(Kind::kRefused);
+    inFront = false;
+    Log();
+    Advance(100);  // behind the box that says so
+    EXPECT_EQ(Log(), "");
+    inFront = true;
+    Advance(11);
+    EXPECT_EQ(Log(), "send 52; ");
+}
+
+TEST_F(RemoteControl, SetsTheSliderFromAStatusWithParameterOneAndAVolumeAlone) {
     for (const std::uint32_t wParam : {0U, 1U, 32767U})
-        run.Handle({MessageId::kPlayerStatus, wParam, PlayerStatus{1, 700, 0}, 0});
-    EXPECT_EQ(Log(), "volume 100; ");
+        for (const int volume : {70, 101, 0xFFFF})
+            Status(wParam, static_cast<std::uint16_t>(volume));
+    Status(1, PlayerStatus{}.volume);
+    EXPECT_EQ(Log(), "volume 70; ");
 }
 
 TEST_F(RemoteControl, ShowsExactlyTheButtonsThatThePlayerNames) {
@@ -142,10 +228,11 @@ TEST_F(RemoteControl, ShowsExactlyTheButtonsThatThePlayerNames) {
         expected += "button " + std::to_string(id) + " c; ";
     }
     Captions(list);
-    EXPECT_EQ(Log(), expected + "buttons; timer; ");
+    EXPECT_EQ(Log(), expected + "buttons; ");
 }
 
 TEST_F(RemoteControl, PressesAndChoicesBecomeCommandsAndEmptyChoicesDoNot) {
+    OpenReady();
     run.Press("p");
     for (const char* name : {"n", ""}) {
         run.ChooseFolder(name);
@@ -181,10 +268,12 @@ TEST_F(RemoteControl, RefillsUsbVideosOnlyWhenTheyDiffer) {
 
 TEST_F(RemoteControl, ActsOnNoOtherReplies) {
     const std::string position = R"("cmdId":10,"data":{"currentPosition":1,"totalDuration":2}})";
-    Reply(MessageId::kVideoReply, R"({"code":0,)" + position, 9);
-    Reply(MessageId::kVideoReply, R"({"code":1,)" + position);
-    Reply(MessageId::kCave, R"({"code":0,)" + position);
-    run.Handle({MessageId::kPlayerState, 0, ReplyRecord{}, 0, {{"127.0.0.3", 9000, 5}, {}, 1}});
+    Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":1,)" + position);
+    Reply(MessageId::kVideoReply, kCommandVideo, "{");
+    Reply(MessageId::kCave, kCommandSettings, R"({"code":0,)" + position);
+    player.ip = "127.0.0.3";
+    Video(position);
+    player.ip = "127.0.0.2";
     for (const char* id : {"1", "2", "4", "13", "59"})
         Video(R"("data":[],"cmdId":)" + std::string(id));
     EXPECT_EQ(Log(), "");
