@@ -172,11 +172,11 @@ std::string CScanForDevices::RememberedAddress() const {
 void CScanForDevices::PressScan() {
     if (!run_.IsScanning()) {
         if (address_->GetValue().empty()) {
-            Services().Messages().Inform(Localized(kNoAddress));
+            Services().Messages().Warn(Localized(kNoAddress));
             return;
         }
         if (!UseAddress()) {
-            Services().Messages().Inform(Localized(kUnusableAddress));
+            Services().Messages().Warn(Localized(kUnusableAddress));
             return;
         }
     }
@@ -237,7 +237,7 @@ void CScanForDevices::EditRemarks(long row) {
             run_.RemarksChanged();
             return;
         }
-        Services().Messages().Inform(Localized(kRemarksNotSaved));
+        Services().Messages().Warn(Localized(kRemarksNotSaved));
         device.remarks = *remarks;  // what was typed is not lost with the attempt
     }
 }

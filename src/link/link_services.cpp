@@ -5,8 +5,8 @@ namespace sontaro {
 NetworkSession::NetworkSession(LinkServices& services) {
     const NetworkStart start = services.io->Start();
     started_ = start == NetworkStart::kReady;
-    if (start == NetworkStart::kFailed) services.prompts.Inform("WSAStartup err");
-    if (start == NetworkStart::kWrongVersion) services.prompts.Inform("WSAStartup Ver err");
+    if (start == NetworkStart::kFailed) services.prompts.Warn("WSAStartup err");
+    if (start == NetworkStart::kWrongVersion) services.prompts.Warn("WSAStartup Ver err");
 }
 
 NetworkSession::~NetworkSession() {

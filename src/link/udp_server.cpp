@@ -120,7 +120,7 @@ class CUDPServer::Channel {
                                                 0});
     } catch (const std::exception& exception) {
         services_.directory.Call(
-            [&, text = std::string(exception.what())] { services_.prompts.Inform(text); });
+            [&, text = std::string(exception.what())] { services_.prompts.Warn(text); });
     }
 
     const std::string eventWindow_;
