@@ -16,6 +16,8 @@ struct FileQuestion {
     std::string filter;     ///< as "description|patterns"
     std::string name;       ///< that is suggested; may be empty
     std::string extension;  ///< that a name with another or none is given, without a point
+
+    bool operator==(const FileQuestion&) const = default;
 };
 
 /// Modal boxes; tests replace them. User-interface thread only. Texts are UTF-8.

@@ -130,7 +130,8 @@ TEST_F(Editor, UploadsTheWorkingCopyAndStaysInTouchWithoutARestart) {
     EXPECT_EQ(Log(), "send 03 00 00 00 01 00 01 00; ");
     EXPECT_EQ(sent, *ReadFile(file));
     EXPECT_THAT(sent, testing::HasSubstr("9001"));
-    EXPECT_THAT(prompts.texts, ElementsAre("After setting the parameters, restart the device?"));
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(Question("After setting the parameters, restart the device?")));
     EXPECT_EQ(run->CurrentState(), State::kSent);
     Edit("9002");
     Protocol("");
@@ -177,7 +178,8 @@ TEST_F(Editor, KeepsWhatCouldNotBeSentAndSaysSo) {
     Log();
     run->Upload();
     EXPECT_EQ(Log(), "");
-    EXPECT_THAT(prompts.texts.back(), testing::HasSubstr("cannot be written"));
+    EXPECT_EQ(prompts.boxes.back(),
+              Warning("The control protocol file cannot be written. Nothing has been sent!"));
     EXPECT_EQ(Port(), "9001");
 }
 
@@ -223,9 +225,10 @@ TEST_F(Editor, LosesNoEditAndNoFileToADocumentThatComesLater) {
     Protocol(R"({"KtvDev":{"KTVServerPort":9000,"KTVServerIP":"10.0.0.2"}})");
     EXPECT_EQ(Port(), "8");
     run->OpenFile(folder.Write("wrong.JSON", R"({"data":[]})"));
-    EXPECT_THAT(prompts.texts.back(), testing::HasSubstr("Nothing has been changed"));
+    EXPECT_EQ(prompts.boxes.back(),
+              Warning("The file holds no such settings. Nothing has been changed!"));
     run->SaveFile(folder / "y.JSON");
-    EXPECT_EQ(prompts.texts.back(), "Save OK!");
+    EXPECT_EQ(prompts.boxes.back(), Notice("Save OK!"));
     EXPECT_EQ(folder.Read("y.JSON"), ControlProtocolText([] {
                   ControlProtocolModel model;
                   model.songSystem = {0, "10.0.0.2", 8};

@@ -46,12 +46,12 @@ TEST_F(NineSlots, TenthDeviceFailsAndTheFailureIsShownOnce) {
     SendTo(all, "first");
     for (std::size_t i = 1; i < 9; ++i) Accept(i, "first");
     EXPECT_THAT(SendTo({At(9)}, "again"), ElementsAre(NotSent::kNoSlot));
-    EXPECT_THAT(prompts.texts, ElementsAre("Failed to connect player！"));
+    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("Failed to connect player！")));
     const InLanguage chinese(Language::kChinese);
     pool.ForgetShownFailure();
     SendTo({At(9), At(9), At(0)}, "again");
-    EXPECT_EQ(prompts.texts.size(), 2U);
-    EXPECT_EQ(prompts.texts[1], "连接播放器失败！");
+    EXPECT_EQ(prompts.boxes.size(), 2U);
+    EXPECT_EQ(prompts.boxes[1], Warning("连接播放器失败！"));
     Accept(0, "firstagain");  // a failure does not keep the next target from its packet
 }
 
@@ -107,11 +107,11 @@ TEST_F(NineSlots, PlayerThatTakesNothingInIsToldAsWhatItIs) {
     Socket full = (SendTo({At(0)}, "x"), Accept(0, "x"));
     const auto large = std::make_shared<const Bytes>(kBufferSize);
     std::vector<Sending> last;
-    while (prompts.texts.empty()) last = Submit({{At(0)}, large});
+    while (prompts.boxes.empty()) last = Submit({{At(0)}, large});
     EXPECT_THAT(last, ElementsAre(NotSent::kTooMuchWaiting));
-    EXPECT_THAT(prompts.texts, ElementsAre(testing::StartsWith("The player does not take in")));
+    EXPECT_THAT(prompts.boxes[0].text, testing::StartsWith("The player does not take in"));
     Submit({{At(0)}, large, Boxes::kMuted});
-    EXPECT_EQ(prompts.texts.size(), 1U);
+    EXPECT_EQ(prompts.boxes.size(), 1U);
 }
 
 TEST_F(NineSlots, LinkThatIsEndingIsPassedOverWithoutABox) {
@@ -123,7 +123,7 @@ TEST_F(NineSlots, LinkThatIsEndingIsPassedOverWithoutABox) {
     };
     Await([&] { return window.Has(LinkCode::kReceiveEnded); });
     EXPECT_EQ(first, NotSent::kNotRunning);
-    EXPECT_TRUE(prompts.texts.empty());
+    EXPECT_TRUE(prompts.boxes.empty());
 }
 
 }  // namespace

@@ -169,7 +169,7 @@ TEST_F(Routing, RepliesOfAnotherLengthOrMeaningReachNobodyAndEndNothing) {
     for (const auto& [name, command, selector, payload] : drops) {
         Route(command, selector, payload);
         EXPECT_THAT(Receivers(), IsEmpty()) << name;
-        EXPECT_TRUE(closings == 0 && prompts.texts.empty() && sent.empty()) << name;
+        EXPECT_TRUE(closings == 0 && prompts.boxes.empty() && sent.empty()) << name;
     }
 }
 
@@ -209,31 +209,33 @@ TEST_F(Routing, SavedControlProtocolRestartsThePlayerAndIsAnnouncedOutsideABatch
     Open({kUart, kBatchSend});
     Route(0x183, 1);
     EXPECT_EQ(sent.size(), 2U);
-    EXPECT_THAT(prompts.texts, ElementsAre("Changes have been saved!", "Changes have been saved!"));
+    const Box saved = Notice("Changes have been saved!");
+    EXPECT_THAT(prompts.boxes, ElementsAre(saved, saved));
 }
 
 TEST_F(Routing, UnsupportedUnknownAndThirtyThreeCloseEveryLink) {
     Open(kAllWindows);
     for (const unsigned command : {0xC3U, 0x03U, 0x43U, 0x80U, 0xFBU}) {
         Route(command, 4, Pattern(9));
-        EXPECT_EQ(prompts.texts.back(), "This function is not supported in the current version!");
+        EXPECT_EQ(prompts.boxes.back(),
+                  Warning("This function is not supported in the current version!"));
     }
     for (const unsigned command : {0x81U, 0x82U, 0x89U, 0xA1U, 0xB3U, 0xBAU, 0xBCU, 0xBFU})
         Route(command, 0, Pattern(9));
     EXPECT_EQ(closings, 5 + 8);
-    EXPECT_EQ(prompts.texts.size(), 5U);
+    EXPECT_EQ(prompts.boxes.size(), 5U);
     EXPECT_THAT(Receivers(), IsEmpty());
 }
 
 TEST_F(Routing, RefusalsAreToldBeforeTheBoxWhichALongProcedureMutes) {
     Open({kVideo});
-    prompts.whileShown = [this] { EXPECT_EQ(news.size(), prompts.texts.size()); };
+    prompts.whileShown = [this] { EXPECT_EQ(news.size(), prompts.boxes.size()); };
     Route(0xFB, 4);
     Route(0xB4, 0x10000);
     boxes = Boxes::kMuted;
     Route(0xC3, 1);
     EXPECT_THAT(news, ElementsAre("2 59 7", "1 52 7", "2 3 7"));
-    EXPECT_EQ(prompts.texts.size(), 2U);
+    EXPECT_EQ(prompts.boxes.size(), 2U);
     EXPECT_EQ(closings, 2);
 }
 
@@ -241,9 +243,9 @@ TEST_F(Routing, ControlProtocolThatIsRefusedIsNotAnnouncedAsSaved) {
     Open({kUart});
     Route(0x183, 0x20001);
     EXPECT_EQ(LastOf(kUart).origin.header.argument, 2);
-    EXPECT_TRUE(prompts.texts.empty() && sent.empty());
+    EXPECT_TRUE(prompts.boxes.empty() && sent.empty());
     Route(0x183, 0x10001);
-    EXPECT_EQ(prompts.texts.size() + sent.size(), 2U);
+    EXPECT_EQ(prompts.boxes.size() + sent.size(), 2U);
 }
 
 TEST_F(Routing, NoticesAreInTheLanguageOfTheProcessAndALockedLayoutGoesNoFurther) {
@@ -253,10 +255,10 @@ TEST_F(Routing, NoticesAreInTheLanguageOfTheProcessAndALockedLayoutGoesNoFurther
     Route(0xB4, 0x10000);
     Route(0xC3);
     Route(0x83, 1);
-    EXPECT_THAT(
-        prompts.texts,
-        ElementsAre("The layout is locked, please unlock it first!", "布局已锁定，请先解锁！",
-                    "当前版本不支持此功能,请及时更新！", "控制协议配置完成！"));
+    EXPECT_THAT(prompts.boxes, ElementsAre(Notice("The layout is locked, please unlock it first!"),
+                                           Notice("布局已锁定，请先解锁！"),
+                                           Warning("当前版本不支持此功能,请及时更新！"),
+                                           Notice("控制协议配置完成！")));
     EXPECT_THAT(Receivers(), IsEmpty());
 }
 

@@ -64,7 +64,7 @@ struct Fault : NamedCase {
     std::size_t bytes;                     // that arrive from the faulty player
     std::optional<bool> answered = false;  // none: when the system has joined the header's pieces
     bool endsLink = false;
-    std::vector<std::string> texts = {};
+    std::vector<Box> boxes = {};
 };
 
 struct FaultyPlayer : MainWindowHalf, testing::WithParamInterface<Fault> {};
@@ -78,7 +78,7 @@ TEST_P(FaultyPlayer, IsAnsweredForWholeOrNotAtAllAndTheNextPlayerIsHeard) {
                (window.Has(LinkCode::kReceiveEnded) || !GetParam().endsLink);
     });
     EXPECT_EQ(window.bytes.size(), GetParam().bytes);
-    EXPECT_EQ(prompts.texts, GetParam().texts);
+    EXPECT_EQ(prompts.boxes, GetParam().boxes);
     EXPECT_EQ(!parameters.messages.empty(), GetParam().endsLink);
     ExpectData(GetParam().answered.value_or(window.firstChunk >= kHeaderSize));
     AskAndAwaitData(1);
@@ -91,7 +91,7 @@ const Fault kFaults[] = {
     {"Late", "delay=100", 207'512, true}, {"CutToBytes", "cut=1", 207'512, {}}, {"CutInTheHeader", "cut=7", 207'512, {}},
     {"Oversize", "oversize", 207'512}, {"Silent", "silent", 0}, {"Drops", "drop", 0, false, true},
     {"DiesInAReply", "close-after=100000", 100'000, false, true}, {"DiesInAHeader", "close-after=9", 9, false, true},
-    {"SupportsNothing", "not-supported", 16, false, false, {"This function is not supported in the current version!"}},
+    {"SupportsNothing", "not-supported", 16, false, false, {Warning("This function is not supported in the current version!")}},
 };
 // clang-format on
 INSTANTIATE_TEST_SUITE_P(Every, FaultyPlayer, testing::ValuesIn(kFaults), kCaseName);
@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(Every, FaultyPlayer, testing::ValuesIn(kFaults), kCaseN
 TEST_F(MainWindowHalf, ReachesARefusingPlayerOnceItListens) {
     SetFaults("refuse");
     Ask(0, kCommandPlayerData);
-    EXPECT_THAT(prompts.texts, ElementsAre("Failed to connect player！"));
+    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("Failed to connect player！")));
     SetFaults("");
     AskAndAwaitData(0);
 }
@@ -108,7 +108,7 @@ TEST_F(MainWindowHalf, LetsRepliesInWhileAMessageBoxIsOpen) {
     prompts.whileShown = [this] { AskAndAwaitData(1); };
     players.Player(0).ChangeState([](simulator::PlayerState& state) { state.layoutLocked = true; });
     Ask(0, kCommandLayoutState);
-    Await([this] { return !prompts.texts.empty(); });
+    Await([this] { return !prompts.boxes.empty(); });
 }
 
 TEST_F(MainWindowHalf, EndsWhileAPlayerKeepsTalking) {

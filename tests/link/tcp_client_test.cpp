@@ -201,7 +201,8 @@ TEST_F(TcpLink, FailureToStartTheNetworkIsShownAndLeavesLinksUsable) {
     CUDPServer server("main",
                       Services(std::make_shared<FaultyIo>(LinkCode{}, NetworkStart::kFailed)));
     Make({}, NetworkStart::kWrongVersion);
-    EXPECT_THAT(prompts.texts, ElementsAre("WSAStartup err", "WSAStartup Ver err"));
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(Warning("WSAStartup err"), Warning("WSAStartup Ver err")));
     Socket peer = ConnectTo(player);
     ExpectExchangeWith(peer);
     EXPECT_TRUE(server.Open(FormatIpv4(network.Local())));

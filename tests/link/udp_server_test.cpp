@@ -74,7 +74,7 @@ TEST_F(UdpServer, ExceptionOfTheWindowIsShownAndEndsNothing) {
     player.SendTo(AsBytes("first"), scanner);
     player.SendTo(AsBytes("second"), scanner);
     AwaitText("second");
-    EXPECT_EQ(prompts.texts.at(0), "cannot list it");
+    EXPECT_EQ(prompts.boxes.at(0), Warning("cannot list it"));
 }
 
 TEST_F(UdpServer, OpeningTwiceKeepsTheSocketAndABadAddressLeavesNone) {

@@ -86,7 +86,8 @@ TEST_F(Procedure, ReadsEditsAndSavesTheWholeDocument) {
     EXPECT_EQ(Log(), "rows a; send 19.1 ab; saved; ");
     const InLanguage chinese(Language::kChinese);
     Reply("", 1);
-    EXPECT_THAT(prompts.texts, ElementsAre("Changes have been saved!", "配置完成！"));
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(Notice("Changes have been saved!"), Notice("配置完成！")));
 }
 
 TEST_F(Procedure, NeverSendsADocumentThatIsNotThePlayers) {
@@ -128,7 +129,7 @@ TEST_F(Procedure, TakesEveryAnswerWithAPayloadWhereSavesAreNotAnnounced) {
     Reply("");
     ExpectState(State::kSaved);
     EXPECT_EQ(Log(), "send 4.0 ; rows a; send 4.0 ab; rows xc; send 4.0 xc; saved; ");
-    EXPECT_TRUE(prompts.texts.empty());
+    EXPECT_TRUE(prompts.boxes.empty());
 }
 
 TEST_F(Procedure, SaysWhenThePlayerIsNotReachedAndKeepsTheChanges) {
@@ -157,7 +158,8 @@ TEST_F(Procedure, SendsNeitherWhatIsRefusedNorWhatIsTooLong) {
     run->Save();
     Reply(std::string(kBufferSize - kHeaderSize + 1, 'x'));
     run->Save();
-    EXPECT_THAT(prompts.texts, ElementsAre("never", "The settings are too long to be sent!"));
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(Warning("never"), Warning("The settings are too long to be sent!")));
     ExpectState(State::kRead);
     Reply(std::string(kBufferSize - kHeaderSize, 'x'));
     run->Save();
@@ -178,11 +180,9 @@ TEST_F(Procedure, KeepsSettingsInFilesAndChangesNothingWhenOneIsOfNoUse) {
     run->OpenFile(folder / "a.JSON");
     ExpectState(State::kChanged);
     EXPECT_EQ(Log(), "rows a; ");
-    EXPECT_THAT(
-        prompts.texts,
-        ElementsAre("Save OK!", "The file holds no such settings. Nothing has been changed!",
-                    "The file holds no such settings. Nothing has been changed!",
-                    "The file cannot be written!"));
+    const Box unusable = Warning("The file holds no such settings. Nothing has been changed!");
+    EXPECT_THAT(prompts.boxes, ElementsAre(Notice("Save OK!"), unusable, unusable,
+                                           Warning("The file cannot be written!")));
 }
 
 }  // namespace

@@ -63,8 +63,8 @@ TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
         EXPECT_EQ(Text(kProtocolLine), "Learned A50B from the serial line, for Video Type5.");
         Type(2, "1.3", "a5 0");
         Press(dialog, wxID_OK);
-        EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
-        EXPECT_EQ(prompts.texts, std::vector<std::string>{"input error!"});
+        EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
+        EXPECT_EQ(prompts.boxes, std::vector{Warning("input error!")});
         Type(2, "1.3", " a5 0c");
         Press(dialog, wxID_OK);
         EXPECT_TRUE(PumpUntil([&] { return Held() == *ReadFile(file); }));
@@ -108,6 +108,37 @@ TEST_F(ProtocolDialog, SaysOnWhichTabsTheFilterFindsSomething) {
         EXPECT_TRUE(dialog->IsEnabled());
     });
 }
+
+/// The texts of a language; "Flie" is what the product has always said.
+struct FileTexts : NamedCase {
+    Language language;
+    std::string open, save, filter, suggested, exit;
+};
+
+struct ProtocolFiles : ProtocolDialog, testing::WithParamInterface<FileTexts> {};
+
+TEST_P(ProtocolFiles, AreAskedForInTheLanguageOfTheProcess) {
+    const FileTexts& texts = GetParam();
+    const InLanguage language(texts.language);
+    Run([&] {
+        Press(dialog, kOpenProtocol);
+        Press(dialog, kSaveProtocol);
+    });
+    const std::string filter = texts.filter + "|*.JSON;*.json;*.Json";
+    EXPECT_EQ(prompts.boxes, (std::vector{ToOpen(texts.open, filter, "JSON"),
+                                          ToSave(texts.save, filter, texts.suggested, "JSON"),
+                                          Question(texts.exit)}));
+}
+
+// clang-format off
+const FileTexts kFileTexts[] = {
+    {"English", Language::kEnglish, "Open ControlProtocol file", "Save ControlProtocol file",
+     "ControlProtocol Flie(*.JSON)", "ControlProtocol", "Do you really want to exit?"},
+    {"Chinese", Language::kChinese, "打开控制协议文件", "保存控制协议文件",
+     "控制协议文件(*.JSON)", "控制协议", "【真的要退出程序吗?】"},
+};
+// clang-format on
+INSTANTIATE_TEST_SUITE_P(Of, ProtocolFiles, testing::ValuesIn(kFileTexts), kCaseName);
 
 }  // namespace
 }  // namespace sontaro::test

@@ -89,7 +89,7 @@ TEST_F(MainWindow, LeavesOnlyAfterAYesAndEmptiesItsWorkingFolder) {
     Open();
     Press(window, wxID_OK);
     Press(window, wxID_CANCEL);
-    EXPECT_EQ(prompts.texts, std::vector<std::string>{"Do you really want to exit?"});
+    EXPECT_EQ(prompts.boxes, std::vector{Question("Do you really want to exit?")});
     EXPECT_FALSE(PumpUntil([&] { return !window; }, 200));
     EXPECT_TRUE(std::filesystem::exists(folder / "Temp/left/over.bin"));
     prompts.answers = {true};

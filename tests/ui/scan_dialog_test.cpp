@@ -49,15 +49,15 @@ TEST_F(ScanDialog, TheChosenPlayerIsHandedOnButOfAnotherNetworkOnlyAfterAYes) {
     EXPECT_EQ(wxID_OK, Open(ChoiceMode::kSingle, [&](wxDialog* dialog) {
                   FindPlayers(dialog, 3);
                   Press(dialog, wxID_OK);
-                  EXPECT_EQ(prompts.texts,
-                            std::vector<std::string>{"Please choose a device first!"});
+                  EXPECT_EQ(prompts.boxes, std::vector{Warning("Please choose a device first!")});
                   List(dialog)->Select(1);
                   Find<wxComboBox>(dialog, kScanAddress)->SetValue("192.168.1.5");
                   Press(dialog, wxID_OK);
                   EXPECT_TRUE(dialog->IsModal());
                   Press(dialog, wxID_OK);
               }));
-    EXPECT_EQ(prompts.texts.size(), 3U);
+    ASSERT_EQ(prompts.boxes.size(), 3U);
+    EXPECT_EQ(prompts.boxes[1].kind, Box::Kind::kQuestion);
     ASSERT_EQ(chosen.size(), 1U);
     EXPECT_EQ(chosen[0].ip, FormatIpv4(network.Player(1)));
     EXPECT_EQ(chosen[0].tcpPort, players->Player(1).Address().port);
@@ -70,9 +70,8 @@ TEST_F(ScanDialog, EightTickedPlayersAreAcceptedAndNineAreNot) {
                   Press(dialog, wxID_OK);
                   for (long row = 0; row < 9; ++row) ActOnRow(dialog, wxEVT_LIST_ITEM_CHECKED, row);
                   Press(dialog, wxID_OK);
-                  EXPECT_EQ(prompts.texts,
-                            (std::vector<std::string>{"Please tick the devices!",
-                                                      "Too many devices selected!"}));
+                  EXPECT_EQ(prompts.boxes, (std::vector{Warning("Please tick the devices!"),
+                                                        Warning("Too many devices selected!")}));
                   ActOnRow(dialog, wxEVT_LIST_ITEM_UNCHECKED, 4);
                   Press(dialog, wxID_OK);
               }));
@@ -108,8 +107,7 @@ TEST_F(ScanDialog, ClicksEditRemarksForTheNextScanAndCopyTheIdentity) {
     EXPECT_TRUE(wxTheClipboard->GetData(copied));
     wxTheClipboard->Close();
     EXPECT_EQ(FromWx(copied.GetText()), players->Player(0).Identity().id);
-    EXPECT_EQ(prompts.texts,
-              std::vector<std::string>{"ID number has been copied to the Clipboard"});
+    EXPECT_EQ(prompts.boxes, std::vector{Notice("ID number has been copied to the Clipboard")});
 }
 
 TEST_F(ScanDialog, AVanishedAddressStaysAndIsExplainedWhenItIsUsed) {
@@ -119,17 +117,22 @@ TEST_F(ScanDialog, AVanishedAddressStaysAndIsExplainedWhenItIsUsed) {
              auto* address = Find<wxComboBox>(dialog, kScanAddress);
              EXPECT_EQ(address->GetValue(), "203.0.113.9");
              Press(dialog, kScanButton);
-             ASSERT_EQ(prompts.texts.size(), 1U);
-             EXPECT_NE(prompts.texts[0].find("cannot be used"), std::string::npos);
+             EXPECT_EQ(prompts.boxes,
+                       std::vector{Warning("This local IP cannot be used. It may no longer belong "
+                                           "to this computer; please choose another one.")});
+             prompts.boxes.clear();
              address->SetValue("");
              Press(dialog, kScanButton);
-             ASSERT_EQ(prompts.texts.size(), 2U);
-             EXPECT_NE(prompts.texts[1].find("no network address"), std::string::npos);
+             EXPECT_EQ(
+                 prompts.boxes,
+                 std::vector{Warning("This computer has no network address to scan from. Connect a "
+                                     "network cable or enable a network adapter, or type the "
+                                     "address to use into \"Local IP\".")});
              address->SetValue(FormatIpv4(network.Local()));
              Press(dialog, kScanButton);
              Press(dialog, wxID_CANCEL);
          }});
-    EXPECT_EQ(prompts.texts.size(), 2U);
+    EXPECT_EQ(prompts.boxes.size(), 1U);
     JsonFile reread(folder / "preferences.json");
     EXPECT_EQ(reread.Root()["localAddress"], FormatIpv4(network.Local()));
 }
@@ -148,7 +151,7 @@ TEST_F(ScanDialog, EnterAndEscapeDoNotCloseIt) {
                             450);  // the toolkit presses default buttons with a delay
                   EXPECT_EQ(Find<wxButton>(dialog, kScanButton)->GetLabelText(), "Scan");
                   EXPECT_TRUE(dialog->IsModal());
-                  EXPECT_TRUE(prompts.texts.empty());
+                  EXPECT_TRUE(prompts.boxes.empty());
                   Press(dialog, wxID_CANCEL);
               }));
 }

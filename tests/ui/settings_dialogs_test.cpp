@@ -77,13 +77,14 @@ Block BlockOf(Window window, MessageId reply, int number) {
             [](SettingsWindows& test, const auto& step) { test.Run<Dialog>(step); }};
 }
 
+const Block kBlocks[] = {
+    BlockOf<CExtendedSerialPort>(Window::kExtendedSerialPort, MessageId{0x61F}, 15),
+    BlockOf<CVODSubtitles>(Window::kSubtitles, MessageId{0x620}, 16),
+    BlockOf<CTouchAction>(Window::kTouchAction, MessageId{0x622}, 18),
+    BlockOf<CCave>(Window::kCave, MessageId{0x623}, 19)};
+
 TEST_F(SettingsWindows, OfFourBlocksAskForTheirOwnAndSendItBackWhole) {
-    const Block blocks[] = {
-        BlockOf<CExtendedSerialPort>(Window::kExtendedSerialPort, MessageId{0x61F}, 15),
-        BlockOf<CVODSubtitles>(Window::kSubtitles, MessageId{0x620}, 16),
-        BlockOf<CTouchAction>(Window::kTouchAction, MessageId{0x622}, 18),
-        BlockOf<CCave>(Window::kCave, MessageId{0x623}, 19)};
-    for (const Block& block : blocks) {
+    for (const Block& block : kBlocks) {
         block.run(*this, [&](SettingsDialog* dialog) {
             EXPECT_THAT(Sent(), ElementsAre(fmt::format("3 {}.0 to 0: ", block.number)));
             for (const int id : {static_cast<int>(wxID_OK), kOpenSettings, kSaveSettings})
@@ -102,12 +103,12 @@ TEST_F(SettingsWindows, OfFourBlocksAskForTheirOwnAndSendItBackWhole) {
             EXPECT_TRUE(Grid(dialog).IsPropertyModified("0.0"));
             Reply(block.window, block.reply, "", 1);
             EXPECT_FALSE(Grid(dialog).IsPropertyModified("0.0"));
-            prompts.texts.clear();
+            prompts.boxes.clear();
             Press(dialog, wxID_CANCEL);
             EXPECT_TRUE(dialog->IsShown());
         });
-        EXPECT_THAT(prompts.texts,
-                    ElementsAre("Do you really want to exit?", "Do you really want to exit?"));
+        const Box exit = Question("Do you really want to exit?");
+        EXPECT_THAT(prompts.boxes, ElementsAre(exit, exit));
     }
 }
 
@@ -127,7 +128,7 @@ TEST_F(SettingsWindows, CloseNeitherOnEnterNorOnEscape) {
         PumpUntil([] { return false; }, 400);  // a default button would be pressed by then
         EXPECT_TRUE(dialog->IsModal());
         EXPECT_THAT(Sent(), ElementsAre());
-        EXPECT_TRUE(prompts.texts.empty());
+        EXPECT_TRUE(prompts.boxes.empty());
         EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("0.0"), "57600");
     });
 }
@@ -139,7 +140,7 @@ TEST_F(SettingsWindows, OfAnOverlayRefuseWhatItCannotHave) {
         Reply(Window::kOsd, MessageId::kOsd, kOverlay);
         EXPECT_FALSE(Grid(dialog).ChangePropertyValue("0.3", "x"));
         EXPECT_FALSE(Grid(dialog).ChangePropertyValue("0.4", "10001"));
-        EXPECT_TRUE(PumpUntil([&] { return prompts.texts.size() == 2; }));
+        EXPECT_TRUE(PumpUntil([&] { return prompts.boxes.size() == 2; }));
         Grid(dialog).SelectProperty("0.10", true);
         const auto saveLine = [&](std::size_t characters) {
             const wxString line(L'\x64AD', characters);
@@ -151,22 +152,43 @@ TEST_F(SettingsWindows, OfAnOverlayRefuseWhatItCannotHave) {
         saveLine(70);
         EXPECT_THAT(Sent(), ElementsAre(testing::StartsWith(R"(3 4.0 to 1: {"data":[{)")));
     });
-    EXPECT_THAT(prompts.texts, ElementsAre("透明度输入错误!", "显示时间输入错误!",
-                                           "显示字符不能超过70个汉字!", "【真的要退出程序吗?】"));
+    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("透明度输入错误!"), Warning("显示时间输入错误!"),
+                                           Warning("显示字符不能超过70个汉字!"),
+                                           Question("【真的要退出程序吗?】")));
 }
 
 TEST_F(SettingsWindows, AskForFilesByTheirOwnName) {
     prompts.file = folder / "kept.JSON";
-    Run<CVODSubtitles>([&](SettingsDialog* dialog) {
-        Reply(Window::kSubtitles, MessageId::kSubtitles, kSchema);
+    for (const Block& block : kBlocks) {
+        block.run(*this, [&](SettingsDialog* dialog) {
+            Reply(block.window, block.reply, kSchema);
+            Press(dialog, kSaveSettings);
+            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.0", "1"));
+            Press(dialog, kOpenSettings);
+            EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("0.0"), "9600");
+        });
+        const std::string title = TitleOf(block.window);
+        const std::string filter = title + " File(*.JSON)|*.JSON;*.json;*.Json";
+        EXPECT_THAT(
+            prompts.boxes,
+            ElementsAre(ToSave("Save " + title + " file", filter, title + ".JSON", "JSON"),
+                        Notice("Save OK!"), ToOpen("Open " + title + " file", filter, "JSON"),
+                        Question("Do you really want to exit?")));
+        prompts.boxes.clear();
+    }
+}
+
+TEST_F(SettingsWindows, OfAnOverlayAskForFilesInTheLanguageOfTheProcess) {
+    const InLanguage chinese(Language::kChinese);
+    Run<COSD>([&](SettingsDialog* dialog) {
+        Reply(Window::kOsd, MessageId::kOsd, kOverlay);
         Press(dialog, kSaveSettings);
-        EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.0", "1"));
         Press(dialog, kOpenSettings);
-        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("0.0"), "9600");
     });
-    EXPECT_THAT(prompts.texts,
-                ElementsAre("Save Subtitles setting file", "Save OK!",
-                            "Open Subtitles setting file", "Do you really want to exit?"));
+    const std::string title = "OSD", filter = "OSD文件(*.JSON)|*.JSON;*.json;*.Json";
+    EXPECT_THAT(prompts.boxes, ElementsAre(ToSave("保存OSD文件", filter, "OSD.JSON", "JSON"),
+                                           ToOpen("打开OSD文件", filter, "JSON"),
+                                           Question("【真的要退出程序吗?】")));
 }
 
 }  // namespace

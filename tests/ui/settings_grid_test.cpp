@@ -123,9 +123,10 @@ TEST_F(Grid, KeepsTheOldValueWhenAnEditIsNotTaken) {
             EXPECT_FALSE(Properties().ChangePropertyValue(name, bad)) << bad;
     answer = EditAnswer{Outcome::kRefused, "too large!"};
     EXPECT_FALSE(Properties().ChangePropertyValue("0.1", "7"));
-    EXPECT_TRUE(PumpUntil([&] { return prompts.texts.size() == 5; }));
-    EXPECT_THAT(prompts.texts,
-                ElementsAre("not that!", "not that!", "not that!", "not that!", "too large!"));
+    EXPECT_TRUE(PumpUntil([&] { return prompts.boxes.size() == 5; }));
+    std::vector<Box> refusals(4, Warning("not that!"));
+    refusals.push_back(Warning("too large!"));
+    EXPECT_EQ(prompts.boxes, refusals);
     EXPECT_THAT(edits, ElementsAre("0.0.0 g/hinted: 7"));
     EXPECT_EQ(Shown("0.0") + Shown("0.1"), "12");
 }
@@ -159,10 +160,10 @@ TEST_F(Grid, CommitsWhatIsBeingTypedAndSaysWhenItIsNotTaken) {
     EXPECT_TRUE(grid->Commit());
     Type("0.0", "2,5");
     EXPECT_FALSE(grid->Commit());
-    EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
+    EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
     EXPECT_TRUE(grid->Commit());
     EXPECT_THAT(edits, ElementsAre("0.0.0 g/a: 2.5"));
-    EXPECT_THAT(prompts.texts, ElementsAre("not that!"));
+    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("not that!")));
     EXPECT_EQ(Properties().GetEditorTextCtrl()->GetValue(), "2.5");
 }
 
@@ -247,7 +248,7 @@ TEST_F(Grid, FiltersWithoutLosingAnEdit) {
     EXPECT_EQ(Edited(), "x");
     EXPECT_EQ(grid->Filter("ac"), 1);
     EXPECT_EQ(Listed(), "0 0.0 0.1 ");
-    EXPECT_TRUE(PumpUntil([&] { return !prompts.texts.empty(); }));
+    EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
     grid->Filter("");
     Type("0.0", "34");
     EXPECT_EQ(grid->Filter("C"), 1);

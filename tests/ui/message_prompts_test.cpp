@@ -1,0 +1,67 @@
+#include "widgets/message_prompts.h"
+
+#include <gtest/gtest.h>
+#include <wx/filedlg.h>
+#include <wx/msgdlg.h>
+
+#include "base/window_titles.h"
+#include "support/recording_prompts.h"
+#include "ui/ui_support.h"
+
+namespace sontaro::test {
+namespace {
+
+/// The real boxes: a file's are left before they open, so that no system's own has to be answered.
+class RealPrompts : public UiTest, private wxModalDialogHook {
+   protected:
+    RealPrompts() { Register(); }
+
+    /// Style of the icon and the buttons of the box that `show` opens and that `answer` ends.
+    long StyleOf(const std::function<void()>& show, int answer = wxID_OK) {
+        long style = 0;
+        const ModalScript script{[&](wxDialog* dialog) {
+            auto* box = dynamic_cast<wxGenericMessageDialog*>(dialog);
+            ASSERT_TRUE(box);
+            EXPECT_EQ(FromWx(box->GetTitle() + "|" + box->GetMessage()), "Sontaro test|text");
+            style = box->GetMessageDialogStyle();
+            Press(box, answer);
+        }};
+        show();
+        return style & (wxICON_MASK | wxYES_NO);
+    }
+
+    std::vector<std::string> files;  ///< that were asked for
+
+   private:
+    int Enter(wxDialog* dialog) override {
+        const auto* box = dynamic_cast<wxFileDialog*>(dialog);
+        if (!box) return wxID_NONE;
+        files.push_back(FromWx(box->GetMessage() + "; " + box->GetWildcard() + "; " +
+                               box->GetFilename() +
+                               (box->HasFlag(wxFD_SAVE) ? " saved" : " opened")));
+        return wxID_CANCEL;
+    }
+
+    MessagePrompts real_;
+
+   protected:
+    Prompts& real = real_;
+};
+
+TEST_F(RealPrompts, ShowTheIconsAndTheButtonsOfTheirKind) {
+    EXPECT_EQ(StyleOf([&] { real.Inform("text"); }), wxICON_INFORMATION);
+    EXPECT_EQ(StyleOf([&] { real.Warn("text"); }), wxICON_QUESTION);
+    for (const bool yes : {true, false})
+        EXPECT_EQ(StyleOf([&] { EXPECT_EQ(real.Confirm("text"), yes); }, yes ? wxID_YES : wxID_NO),
+                  wxICON_QUESTION | wxYES_NO);
+}
+
+TEST_F(RealPrompts, AskForAFileWithItsCaptionFilterAndName) {
+    EXPECT_FALSE(real.ChooseFile(ToOpen("打开", "Flie(*.JSON)|*.JSON", "JSON").file));
+    EXPECT_FALSE(real.ChooseFile(ToSave("Save it", "*.JSON|*.JSON", "协议", "JSON").file));
+    EXPECT_EQ(files, (std::vector<std::string>{"打开; Flie(*.JSON)|*.JSON;  opened",
+                                               "Save it; *.JSON|*.JSON; 协议 saved"}));
+}
+
+}  // namespace
+}  // namespace sontaro::test
