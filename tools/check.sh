@@ -38,6 +38,7 @@ export TSAN_OPTIONS=suppressions=$sanitizers/tsan.supp:history_size=7:second_dea
 
 step "format" tools/format.sh --dry-run -Werror
 step "includes" tools/check_includes.sh
+step "hosts" tools/check_hosts.sh
 step "clang-tidy" tools/tidy.sh
 step "tests, asan-ubsan" tests_under asan-ubsan
 step "tests, tsan" tests_under tsan

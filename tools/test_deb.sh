@@ -1,6 +1,7 @@
 #!/bin/bash
-# test_deb.sh PACKAGE: installs a .deb in a fresh Debian 12 with no more than it depends on, has a
-# user take the tour there, in a network that has nothing but its loopback interface, and purges it.
+# test_deb.sh PACKAGE: installs a .deb in a fresh Debian with no more than it depends on, has a user
+# take the tour there, in a network that has nothing but its loopback interface, and purges it. The
+# Debian is that of this machine, from where its own apt has it.
 set -euo pipefail
 self=$(readlink -f "$0")
 cd "$(dirname "$0")/.."
@@ -40,7 +41,9 @@ work=$(mktemp -d)
 root=$work/root
 trap 'rm -rf --one-file-system "$work"' EXIT
 
-quietly debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian
+archive=$(tools/debian_archive.sh) || fail "The entries of apt name no archive of this Debian."
+read -r suite uri keyring <<<"$archive"
+quietly debootstrap --variant=minbase ${keyring:+--keyring="$keyring"} "$suite" "$root" "$uri"
 install -d -o 1000 -g 1000 "$root/home/user"
 cp "$1" "$root/sontaro.deb"
 quietly in_root apt-get install -y --no-install-recommends /sontaro.deb
