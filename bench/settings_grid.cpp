@@ -29,23 +29,26 @@ constexpr std::size_t kItems = 10'000;
 /// Two groups of sub-groups, as the largest dialog has them: names, commands and choices.
 SettingsRows LargestDialog() {
     const std::vector<std::string> choices = {"单曲播放", "类别循环", "全部随机"};
-    SettingsRows groups = {{"视频类别配置", 0, {}}, {"布局", 1, {}}};
+    SettingsRows groups = {{"VideoType", "视频类别配置", {}}, {"LayOut", "布局", {}}};
     for (int row = 0; row < kRows; ++row) {
         const int group = row * kSubGroups / kRows;
         auto& subGroups = groups[group % 2 == 0 ? 0U : 1U].groups;
         if (static_cast<int>(subGroups.size()) <= group / 2)
-            subGroups.push_back({fmt::format("类别 {}", group), group, {}});
+            subGroups.push_back(
+                {fmt::format("VideoType/{}", group), fmt::format("类别 {}", group), {}});
         auto& rows = subGroups.back().rows;
+        const std::string key = fmt::format("VideoType/{}/SendCmd{}", group, row);
         const std::string name = fmt::format("切换命令 {}", row);
         switch (row % 4) {
-            case 0: rows.push_back({RowKind::kText, name, "迪斯科", "类别名称"}); break;
-            case 1: rows.push_back({RowKind::kHexCommand, name, "A50BFF00", "切换命令"}); break;
-            case 2:
-                rows.push_back({RowKind::kChoice, name, choices[1], "播放模式", choices});
+            case 0: rows.push_back({key, RowKind::kText, name, "迪斯科", "类别名称"}); break;
+            case 1:
+                rows.push_back({key, RowKind::kHexCommand, name, "A50BFF00", "切换命令"});
                 break;
-            default: rows.push_back({RowKind::kWholeNumber, name, "9600", "端口"}); break;
+            case 2:
+                rows.push_back({key, RowKind::kChoice, name, choices[1], "播放模式", choices});
+                break;
+            default: rows.push_back({key, RowKind::kWholeNumber, name, "9600", "端口"}); break;
         }
-        rows.back().item = row;
     }
     return groups;
 }

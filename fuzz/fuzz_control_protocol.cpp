@@ -18,11 +18,26 @@ void Expect(bool holds) {
 const SettingsRow* Find(const SettingsRows& groups, const SettingsEdit& edit) {
     for (const SettingsGroup& group : groups) {
         for (const SettingsRow& row : group.rows)
-            if (group.index == edit.group && row.item == edit.item && row.position == edit.position)
-                return &row;
+            if (row.key == edit.key) return &row;
         if (const SettingsRow* row = Find(group.groups, edit)) return row;
     }
     return nullptr;
+}
+
+// NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
+void CollectKeys(const SettingsRows& groups, std::vector<std::string>& keys) {
+    for (const SettingsGroup& group : groups) {
+        for (const SettingsRow& row : group.rows) keys.push_back(row.key);
+        CollectKeys(group.groups, keys);
+    }
+}
+
+/// Of every row, and one that no row has.
+std::vector<std::string> AllKeys() {
+    ControlProtocolModel model;
+    std::vector<std::string> keys = {"VideoType/64/TypeName"};
+    for (const SettingsRows& grid : ControlProtocolRows(model)) CollectKeys(grid, keys);
+    return keys;
 }
 
 /// Lines of three bytes that choose a row, and a text for it. The row shows what an accepted edit
@@ -33,7 +48,10 @@ void EditRows(ControlProtocolModel& model, std::string_view lines) {
         const std::string_view line = lines.substr(0, end);
         lines.remove_prefix(std::min(end + 1, lines.size()));
         if (line.size() < 3) continue;
-        const SettingsEdit edit{line[0], line[1], line[2], "", "", DecodeUtf8(line.substr(3))};
+        static const std::vector<std::string> keys = AllKeys();
+        const auto number = [&](std::size_t at) { return static_cast<unsigned char>(line[at]); };
+        const std::size_t place = (number(0) << 16 | number(1) << 8 | number(2)) % keys.size();
+        const SettingsEdit edit{keys[place], DecodeUtf8(line.substr(3))};
         const ControlProtocolModel before = model;
         const EditAnswer answer = EditControlProtocol(model, edit);
         const bool accepted = answer.outcome == EditAnswer::Outcome::kAccepted;

@@ -15,16 +15,18 @@ void Expect(bool holds) {
 /// Every row gets a text off `texts`, one per line; a row shows what an accepted edit says, and
 /// anything else leaves it alone.
 void EditRows(OsdSettings& osd, std::string_view texts) {
-    for (int item = 0; !texts.empty(); ++item) {
+    for (std::size_t place = 0; !texts.empty(); ++place) {
         const std::size_t end = std::min(texts.find('\n'), texts.size());
         const SettingsRows before = osd.Rows();
-        const EditAnswer answer = osd.Edit({0, item, 0, "", "", DecodeUtf8(texts.substr(0, end))});
+        const auto& rows = before.front().rows;
+        const std::string key = place < rows.size() ? rows[place].key : "";
+        const EditAnswer answer = osd.Edit({key, DecodeUtf8(texts.substr(0, end))});
         texts.remove_prefix(std::min(end + 1, texts.size()));
         const bool accepted = answer.outcome == EditAnswer::Outcome::kAccepted;
         const SettingsRows after = osd.Rows();
         Expect(accepted || after == before);
         for (const SettingsRow& row : after.front().rows)
-            Expect(!accepted || row.item != item || row.value == answer.text);
+            Expect(!accepted || row.key != key || row.value == answer.text);
     }
 }
 

@@ -21,22 +21,23 @@ enum class RowKind {
 
 /// One row. Texts are UTF-8.
 struct SettingsRow {
+    /// A path that stays the row's own when its place changes ("VideoType/6/SendCmd"): no other
+    /// row or group of its grid has it.
+    std::string key;
     RowKind kind = RowKind::kText;
     std::string name;
     std::string value;
     std::string help = {};                  ///< what is explained while the row is chosen
     std::vector<std::string> choices = {};  ///< of the two kinds of choices, each once
     std::string refusal = {};  ///< shown when a text does not fit the kind; empty: only hinted at
-    int item = 0;              ///< index of the document's item that the row stands for
-    int position = 0;          ///< which of the rows of one item this is
 
     bool operator==(const SettingsRow&) const = default;
 };
 
 /// Rows under a heading, then sub-groups.
 struct SettingsGroup {
+    std::string key;  ///< as a row has one
     std::string name;
-    int index = 0;  ///< the document's own number of the group
     std::vector<SettingsRow> rows;
     std::vector<SettingsGroup> groups = {};
 
@@ -51,11 +52,7 @@ inline constexpr const char* kRowNo = "0";
 
 /// The user has given a row another value.
 struct SettingsEdit {
-    int group = 0;  ///< index of the group that holds the row
-    int item = 0;   ///< as in the row; so is `position`
-    int position = 0;
-    std::string groupName;
-    std::string rowName;
+    std::string key;   ///< of the row
     std::string text;  ///< fits the row's kind
 };
 

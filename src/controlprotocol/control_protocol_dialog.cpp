@@ -220,7 +220,7 @@ void CControlProtocol::ShowModel() {
 
 void CControlProtocol::ShowChange(const SettingsEdit& change) {
     for (SettingsGrid* grid : grids_)
-        if (grid->Change(change.group, change.item, change.position, change.text)) return;
+        if (grid->Change(change.key, change.text)) return;
 }
 
 void CControlProtocol::MarkSaved() {

@@ -74,14 +74,14 @@ Json::Value ToJson(const std::array<Record, kCount>& records) {
 }  // namespace
 
 ControlProtocolModel::ControlProtocolModel() {
-    VisitSections(*this, [](int, const auto&, auto& value) { Reset(value); });
+    VisitSections(*this, [](const auto&, auto& value) { Reset(value); });
 }
 
 bool ReadControlProtocol(std::string_view text, ControlProtocolModel& model) {
     const Result<Json::Value> json = ParseJson(text);
     if (!json || !json->isObject()) return false;
-    VisitSections(
-        model, [&](int, const auto& section, auto& value) { Read((*json)[section.key], value); });
+    VisitSections(model,
+                  [&](const auto& section, auto& value) { Read((*json)[section.key], value); });
     return true;
 }
 
@@ -94,9 +94,8 @@ bool HoldsControlProtocol(std::string_view text) {
 
 std::string ControlProtocolText(const ControlProtocolModel& model) {
     Json::Value json(Json::objectValue);
-    VisitSections(model, [&](int, const auto& section, const auto& value) {
-        json[section.key] = ToJson(value);
-    });
+    VisitSections(
+        model, [&](const auto& section, const auto& value) { json[section.key] = ToJson(value); });
     return WriteJson(json);
 }
 

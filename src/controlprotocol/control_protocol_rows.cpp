@@ -2,6 +2,8 @@
 
 #include <fmt/printf.h>
 
+#include <charconv>
+
 #include "controlprotocol/control_protocol_table.h"
 
 namespace sontaro {
@@ -11,110 +13,122 @@ namespace {
 /// Where a value stands within its record.
 struct Place {
     std::size_t group;
-    int position;  ///< among all values of the record
-    int part;      ///< number of the part it belongs to, from 1; 0: to the record itself
+    std::string path;  ///< of the record or part that holds it
+    int part;          ///< number of the part it belongs to, from 1; 0: to the record itself
 };
 
-/// Calls `visit(place, facts, value)` for every value of the record, those of its parts included,
-/// which stand in its last group.
+constexpr std::string_view kVideoTypes = "VideoType/";
+
+/// Calls `visit(place, facts, value)` for every value of the record at `path`, those of its parts
+/// included, which stand in its last group.
 template <class Record, class Visit>
-void VisitValues(Record& record, const Visit& visit) {
-    Place place{0, 0, 0};
+void VisitValues(const std::string& path, Record& record, const Visit& visit) {
+    Place place{0, path, 0};
     const auto visitField = [&](const FieldFacts& facts, auto& value) {
         visit(place, facts, value);
-        ++place.position;
     };
     const auto groups = GroupsOf(record);
     for (place.group = 0; place.group < groups.size(); ++place.group)
         VisitFields(record, groups[place.group].fields, visitField);
     --place.group;
-    VisitParts(record, [&](const char*, auto& parts) {
+    VisitParts(record, [&](const char* key, auto& parts) {
         for (auto& part : parts) {
-            ++place.part;
+            place.path = path + '/' + key + '/' + std::to_string(place.part++);
             for (const auto& group : GroupsOf(part)) VisitFields(part, group.fields, visitField);
         }
     });
 }
 
-/// Appends the groups of one record, the `number`th of its section.
+std::string KeyOf(const Place& place, const FieldFacts& facts) {
+    return place.path + '/' + facts.key;
+}
+
+/// Appends the groups of the record at `path`, whose number is `number`.
 template <class Record>
-void AppendGroups(int section, int number, Record& record, SettingsRows& rows) {
+void AppendGroups(const std::string& path, int number, Record& record, SettingsRows& rows) {
     const std::size_t first = rows.size();
-    for (const auto& group : GroupsOf(record))
-        rows.push_back({fmt::sprintf(Localized(group.heading), number + 1), number, {}});
-    VisitValues(record, [&](const Place& place, const FieldFacts& facts, auto& value) {
+    for (const auto& group : GroupsOf(record)) {
+        const std::size_t place = rows.size() - first;
+        rows.push_back({place == 0 ? path : path + '#' + std::to_string(place),
+                        fmt::sprintf(Localized(group.heading), number),
+                        {}});
+    }
+    VisitValues(path, record, [&](const Place& place, const FieldFacts& facts, auto& value) {
         if (facts.shape.rule == FieldRule::kHidden) return;
         ClampField(facts, value);
         SettingsRow row = RowOfField(facts, value, place.part);
-        row.item = section;
-        row.position = place.position;
+        row.key = KeyOf(place, facts);
         rows[first + place.group].rows.push_back(std::move(row));
     });
 }
 
 template <class Record, std::size_t kCount>
-void AppendGroups(int section, int, std::array<Record, kCount>& records, SettingsRows& rows) {
-    for (int number = 0; Record & record : records) AppendGroups(section, number++, record, rows);
+void AppendGroups(const std::string& path, int, std::array<Record, kCount>& records,
+                  SettingsRows& rows) {
+    for (int number = 0; Record & record : records) {
+        const std::string own = path + '/' + std::to_string(number);
+        AppendGroups(own, ++number, record, rows);
+    }
 }
 
 template <class Record>
-EditAnswer EditRecord(Record& record, const SettingsEdit& edit) {
+EditAnswer EditSection(const std::string& path, Record& record, const SettingsEdit& edit) {
     EditAnswer answer;
-    VisitValues(record, [&](const Place& place, const FieldFacts& facts, auto& value) {
-        if (place.position == edit.position && facts.shape.rule != FieldRule::kHidden)
+    if (!edit.key.starts_with(path + '/')) return answer;
+    VisitValues(path, record, [&](const Place& place, const FieldFacts& facts, auto& value) {
+        if (edit.key == KeyOf(place, facts) && facts.shape.rule != FieldRule::kHidden)
             answer = EditField(facts, edit.text, value);
     });
     return answer;
 }
 
-template <class Record>
-EditAnswer EditSection(Record& record, const SettingsEdit& edit) {
-    return edit.group == 0 ? EditRecord(record, edit) : EditAnswer{};
-}
-
 template <class Record, std::size_t kCount>
-EditAnswer EditSection(std::array<Record, kCount>& records, const SettingsEdit& edit) {
-    if (edit.group < 0 || static_cast<std::size_t>(edit.group) >= kCount) return {};
-    return EditRecord(records[static_cast<std::size_t>(edit.group)], edit);
+EditAnswer EditSection(const std::string& path, std::array<Record, kCount>& records,
+                       const SettingsEdit& edit) {
+    EditAnswer answer;
+    for (int number = 0; Record & record : records) {
+        answer = EditSection(path + '/' + std::to_string(number++), record, edit);
+        if (answer.outcome != EditAnswer::Outcome::kIgnored) break;
+    }
+    return answer;
 }
 
 }  // namespace
 
 ControlProtocolGrids ControlProtocolRows(ControlProtocolModel& model) {
     ControlProtocolGrids grids;
-    VisitSections(model, [&](int number, const auto& section, auto& value) {
+    VisitSections(model, [&](const auto& section, auto& value) {
         SettingsRows groups;
-        AppendGroups(number, 0, value, groups);
+        AppendGroups(section.key, 0, value, groups);
         SettingsRows& grid = grids[section.grid];
         const std::string heading = Localized(section.heading);
         if (heading.empty())
             grid = std::move(groups);
         else
-            grid.push_back({heading, number, {}, std::move(groups)});
+            grid.push_back({section.key, heading, {}, std::move(groups)});
     });
     return grids;
 }
 
 EditAnswer EditControlProtocol(ControlProtocolModel& model, const SettingsEdit& edit) {
     EditAnswer answer;
-    VisitSections(model, [&](int number, const auto&, auto& value) {
-        if (number == edit.item) answer = EditSection(value, edit);
+    VisitSections(model, [&](const auto& section, auto& value) {
+        if (answer.outcome == EditAnswer::Outcome::kIgnored)
+            answer = EditSection(section.key, value, edit);
     });
     return answer;
 }
 
 std::optional<int> VideoCategoryIn(const SettingsGroup& group) {
-    if (group.rows.empty() || group.rows.front().item != kVideoTypeSection) return std::nullopt;
-    return group.index;
+    int category = 0;
+    if (!group.key.starts_with(kVideoTypes)) return std::nullopt;
+    const char* const end = group.key.data() + group.key.size();
+    std::from_chars(group.key.data() + kVideoTypes.size(), end, category);
+    return category;
 }
 
 SettingsEdit SwitchCommandEdit(int category, const std::string& command) {
-    SettingsEdit edit{category, kVideoTypeSection, 0, "", "", command};
-    VideoCategory sample;
-    VisitValues(sample, [&](const Place& place, const FieldFacts&, auto& value) {
-        if (static_cast<void*>(&value) == &sample.sendCommand) edit.position = place.position;
-    });
-    return edit;
+    return {std::string(kVideoTypes) + std::to_string(category) + "/SendCmd", command};
 }
 
 }  // namespace sontaro

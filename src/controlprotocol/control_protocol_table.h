@@ -36,14 +36,12 @@ inline constexpr std::tuple kSections = {
     Section{"LayOut", &ControlProtocolModel::layouts, 3, InBoth("")},
     Section{"Projector", &ControlProtocolModel::projectors, 4, InBoth("")},
 };
-inline constexpr int kVideoTypeSection = 2;
 
-/// Calls `visit(number, section, value)` for every section of `model`, in order.
+/// Calls `visit(section, value)` for every section of `model`, in order.
 template <class Model, class Visit>
 void VisitSections(Model& model, const Visit& visit) {
     const auto visitAll = [&](const auto&... section) {
-        int number = 0;
-        (visit(number++, section, model.*section.member), ...);
+        (visit(section, model.*section.member), ...);
     };
     std::apply(visitAll, kSections);
 }

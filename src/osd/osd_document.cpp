@@ -28,8 +28,7 @@ struct Field {
     LocalText hint = {"", ""};
 };
 
-// In the order of the rows. The lines come last: their number varies, and rows are numbered by
-// their field.
+// In the order of the rows.
 constexpr Field kFields[] = {
     {"osdEnable", &OsdRecord::enabled, RowKind::kYesNo, {"使能", "Enable"}},
     {"bgColor", &OsdRecord::backgroundColour, RowKind::kColour, {"背景颜色", "BgColor"}},
@@ -83,7 +82,6 @@ constexpr Field kFields[] = {
      {"显示字符,最多70个汉字", "Text,Up to 140 characters"}},
 };
 
-constexpr std::size_t kLinesField = std::size(kFields) - 1;
 constexpr LocalText kGroup = {"OSD", "OSD"};
 constexpr LocalText kLineTooLong = {"显示字符不能超过70个汉字!",
                                     "Display characters cannot exceed 140 characters!"};
@@ -157,12 +155,17 @@ bool SetText(const Field& field, const std::string& text, double& value) {
     return true;
 }
 
-int ItemOf(const Field& field) { return static_cast<int>(&field - kFields); }
+constexpr const char* kElementKey = "data/0/";
+
+std::string KeyOf(const Field& field) { return std::string(kElementKey) + field.key; }
+
+std::string KeyOf(const Field& field, std::size_t line) {
+    return KeyOf(field) + '/' + std::to_string(line);
+}
 
 SettingsRow MakeRow(const Field& field, const std::string& name, const std::string& value) {
-    SettingsRow row{*field.kind, name, value, Localized(field.hint)};
+    SettingsRow row{KeyOf(field), *field.kind, name, value, Localized(field.hint)};
     row.refusal = Localized(field.refusal);
-    row.item = ItemOf(field);
     return row;
 }
 
@@ -173,25 +176,37 @@ void AddRows(std::vector<SettingsRow>& rows, const Field& field, const Value& va
 
 void AddRows(std::vector<SettingsRow>& rows, const Field& field, const Lines& lines) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const int line = static_cast<int>(i);
-        rows.push_back(MakeRow(field, fmt::sprintf(Localized(field.label), line + 1), lines[i]));
-        rows.back().item += line;
+        const int number = static_cast<int>(i) + 1;
+        rows.push_back(MakeRow(field, fmt::sprintf(Localized(field.label), number), lines[i]));
+        rows.back().key = KeyOf(field, i);
     }
 }
 
-/// Sets what the row `item` of the field shows; what it shows from now on, or none when the text
+template <class Value>
+bool HasRow(const Field& field, const Value&, const std::string& key) {
+    return field.kind && KeyOf(field) == key;
+}
+
+bool HasRow(const Field& field, const Lines& lines, const std::string& key) {
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        if (KeyOf(field, i) == key) return true;
+    return false;
+}
+
+/// Sets what the row `key` of the field shows; what it shows from now on, or none when the text
 /// is refused.
 template <class Value>
-std::optional<std::string> EditRow(const Field& field, std::size_t, const std::string& text,
+std::optional<std::string> EditRow(const Field& field, const std::string&, const std::string& text,
                                    Value& value) {
     if (!SetText(field, text, value)) return std::nullopt;
     return RowText(field, value);
 }
 
-std::optional<std::string> EditRow(const Field&, std::size_t item, const std::string& text,
-                                   Lines& lines) {
-    if (item - kLinesField >= lines.size()) return std::nullopt;
-    return lines[item - kLinesField] = text;
+std::optional<std::string> EditRow(const Field& field, const std::string& key,
+                                   const std::string& text, Lines& lines) {
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        if (KeyOf(field, i) == key) lines[i] = text;
+    return text;
 }
 
 /// The settings in `text`; none when it is no document of theirs.
@@ -228,6 +243,7 @@ std::string OsdSettings::Write() const {
 SettingsRows OsdSettings::Rows() const {
     SettingsRows groups(1);
     SettingsGroup& group = groups.front();
+    group.key = "data/0";
     group.name = Localized(kGroup);
     for (const Field& field : kFields)
         std::visit([&](auto member) { AddRows(group.rows, field, settings_.*member); },
@@ -236,17 +252,18 @@ SettingsRows OsdSettings::Rows() const {
 }
 
 EditAnswer OsdSettings::Edit(const SettingsEdit& edit) {
-    if (edit.item < 0) return {};
-    const auto item = static_cast<std::size_t>(edit.item);
-    const Field& field = kFields[std::min(item, kLinesField)];
-    if (!field.kind) return {};
-    std::optional<std::string> text = FittingRowText(*field.kind, edit.text, {});
+    const auto* field = std::ranges::find_if(kFields, [&](const Field& other) {
+        return std::visit([&](auto member) { return HasRow(other, settings_.*member, edit.key); },
+                          other.member);
+    });
+    if (field == std::end(kFields)) return {};
+    std::optional<std::string> text = FittingRowText(*field->kind, edit.text, {});
     if (text)
-        text =
-            std::visit([&](auto member) { return EditRow(field, item, *text, settings_.*member); },
-                       field.member);
+        text = std::visit(
+            [&](auto member) { return EditRow(*field, edit.key, *text, settings_.*member); },
+            field->member);
     if (text) return {EditAnswer::Outcome::kAccepted, *text};
-    const std::string refusal = Localized(field.refusal);
+    const std::string refusal = Localized(field->refusal);
     if (refusal.empty()) return {};
     return {EditAnswer::Outcome::kRefused, refusal};
 }

@@ -10,6 +10,7 @@
 
 #include "base/json.h"
 #include "base/row_text.h"
+#include "settings/row_keys.h"
 
 namespace sontaro {
 
@@ -19,6 +20,7 @@ using Document = CCustomSettingAnalysor;
 using Rows = std::vector<SettingsRow>;
 using Shown = std::optional<std::string>;
 using Ticks = std::vector<bool>;
+using ItemEdit = CustomSettingKind::Edit;
 
 constexpr const char* kInputType = "inputType";
 constexpr const char* kSelect = "select";
@@ -107,8 +109,10 @@ SettingsRow RowOf(SettingsRow row, const T& value) {
 
 /// Gives `value` what was typed, or exactly the allowed value that is shown as what was typed.
 template <class T>
-Shown TakeOver(const SettingsEdit& edit, T& value, const std::vector<T>& allowed = {}) {
-    if (edit.position != 0 || !FittingRowText(Plain<T>::kRow, edit.text, {})) return std::nullopt;
+Shown TakeOver(const Document::BASE& record, const ItemEdit& edit, T& value,
+               const std::vector<T>& allowed = {}) {
+    const bool isItsRow = edit.rowName == record.label && edit.occurrence == 0;
+    if (!isItsRow || !FittingRowText(Plain<T>::kRow, edit.text, {})) return std::nullopt;
     const auto meant = std::ranges::find(allowed, edit.text, Plain<T>::Text);
     value = meant != allowed.end() ? *meant : Plain<T>::Typed(edit.text);
     return Plain<T>::Text(value);
@@ -133,8 +137,8 @@ struct Single {
         rows.push_back(RowOf(row, record.value));
     }
     template <class Record>
-    static Shown Edit(Record& record, Ticks&, const SettingsEdit& edit) {
-        return TakeOver(edit, record.value);
+    static Shown Edit(Record& record, Ticks&, const ItemEdit& edit) {
+        return TakeOver(record, edit, record.value);
     }
 };
 
@@ -164,8 +168,8 @@ struct Choice {
         }
     }
     template <class Record>
-    static Shown Edit(Record& record, Ticks&, const SettingsEdit& edit) {
-        return TakeOver(edit, record.chosen, record.allowed);
+    static Shown Edit(Record& record, Ticks&, const ItemEdit& edit) {
+        return TakeOver(record, edit, record.chosen, record.allowed);
     }
 };
 
@@ -225,21 +229,35 @@ struct Multiple {
     static void AddRows(const Record& record, const Ticks& edited, SettingsRow row, Rows& rows) {
         using T = typename decltype(record.offered)::value_type;
         const Ticks ticks = TicksOf(record, edited);
+        const std::string key = row.key + '/';
+        RowKeys keys;
         row.kind = RowKind::kYesNo;
         for (std::size_t i = 0; i < ticks.size(); ++i) {
-            row.name = record.label + "[" + Plain<T>::Text(record.offered[i]) + "]";
+            row.key = key + keys.Next(Plain<T>::Text(record.offered[i]));
+            row.name = RowName(record, record.offered[i]);
             row.value = ticks[i] ? kRowYes : kRowNo;
-            row.position = static_cast<int>(i);
             rows.push_back(row);
         }
     }
+    template <class Record, class T>
+    static std::string RowName(const Record& record, const T& offered) {
+        return record.label + "[" + Plain<T>::Text(offered) + "]";
+    }
+    /// Which of the offered values has that row.
     template <class Record>
-    static Shown Edit(Record& record, Ticks& edited, const SettingsEdit& edit) {
-        const auto at = static_cast<std::size_t>(edit.position);
-        if (edit.position < 0 || at >= record.offered.size()) return std::nullopt;
-        if (!FittingRowText(RowKind::kYesNo, edit.text, {})) return std::nullopt;
+    static std::optional<std::size_t> PlaceOf(const Record& record, const ItemEdit& edit) {
+        int before = 0;
+        for (std::size_t i = 0; i < record.offered.size(); ++i)
+            if (RowName(record, record.offered[i]) == edit.rowName && before++ == edit.occurrence)
+                return i;
+        return std::nullopt;
+    }
+    template <class Record>
+    static Shown Edit(Record& record, Ticks& edited, const ItemEdit& edit) {
+        const std::optional<std::size_t> place = PlaceOf(record, edit);
+        if (!place || !FittingRowText(RowKind::kYesNo, edit.text, {})) return std::nullopt;
         edited = TicksOf(record, edited);
-        edited[at] = edit.text == kRowYes;
+        edited[*place] = edit.text == kRowYes;
         record.chosen.clear();
         for (std::size_t i = 0; i < edited.size(); ++i)
             if (edited[i]) record.chosen.push_back(record.offered[i]);
@@ -259,7 +277,7 @@ constexpr CustomSettingKind Kind(std::string_view keyword) {
             [](const Item& item, const SettingsRow& row, Rows& rows) {
                 Shape::AddRows(dynamic_cast<const Record&>(*item.record), item.ticks, row, rows);
             },
-            [](Item& item, const SettingsEdit& edit) {
+            [](Item& item, const ItemEdit& edit) {
                 return Shape::Edit(dynamic_cast<Record&>(*item.record), item.ticks, edit);
             }};
 }

@@ -24,9 +24,15 @@ struct CustomSettingKind {
     /// Adds the rows that show the item: copies of `row` with what belongs to the kind.
     void (*addRows)(const Item& item, const SettingsRow& row, std::vector<SettingsRow>& rows);
 
-    /// Takes over an edit of one of those rows. Returns what the row shows then; none when the
-    /// edit does not fit and the item is as it was.
-    std::optional<std::string> (*edit)(Item& item, const SettingsEdit& edit);
+    /// A text for one of those rows.
+    struct Edit {
+        const std::string& rowName;
+        int occurrence;  ///< among the rows with that name
+        const std::string& text;
+    };
+    /// Takes over an edit. Returns what the row shows then; none when there is no such row or the
+    /// text does not fit, and the item is as it was.
+    std::optional<std::string> (*edit)(Item& item, const Edit& edit);
 };
 
 /// The kind whose items give their group its title.

@@ -104,9 +104,21 @@ class CCustomSettingAnalysor {
     /// The document with its current values; the title stands first in every group.
     [[nodiscard]] std::string Serialise() const;
     [[nodiscard]] SettingsRows BuildGrid() const;
-    /// Gives the item that `edit` means by its indices the value of its text. Ignored where there
-    /// is no such item or the text does not fit: no sign is ever taken, not even from a choice.
-    EditAnswer UpdateFromGrid(const SettingsEdit& edit);
+    /// Gives the item with these indices, of the row and group with these names, the value of a
+    /// text. Ignored where there is no such row or the text does not fit: no sign is ever taken,
+    /// not even from a choice. `occurrence`: which of the item's rows that are named alike.
+    EditAnswer UpdateFromGrid(int group, int item, const std::string& groupName,
+                              const std::string& rowName, const std::string& value,
+                              int occurrence = 0);
+
+    /// What `UpdateFromGrid` calls a row.
+    struct GridRow {
+        int group = 0, item = 0;
+        std::string groupName, rowName;
+        int occurrence = 0;
+    };
+    /// The row of `BuildGrid` with that key; none when there is none.
+    [[nodiscard]] std::optional<GridRow> RowWithKey(std::string_view key) const;
     void Clear();
     [[nodiscard]] bool HasItems() const;
 

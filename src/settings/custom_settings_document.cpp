@@ -16,4 +16,11 @@ bool CustomSettings::TakeFile(std::string_view text) {
     return true;
 }
 
+EditAnswer CustomSettings::Edit(const SettingsEdit& edit) {
+    const auto row = settings_.RowWithKey(edit.key);
+    if (!row) return {};
+    return settings_.UpdateFromGrid(row->group, row->item, row->groupName, row->rowName, edit.text,
+                                    row->occurrence);
+}
+
 }  // namespace sontaro

@@ -14,9 +14,7 @@ class CustomSettings : public SettingsDocument {
     [[nodiscard]] bool TakeFile(std::string_view text) override;
     [[nodiscard]] std::string Write() const override { return settings_.Serialise(); }
     [[nodiscard]] SettingsRows Rows() const override { return settings_.BuildGrid(); }
-    [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override {
-        return settings_.UpdateFromGrid(edit);
-    }
+    [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override;
 
    private:
     CCustomSettingAnalysor settings_;

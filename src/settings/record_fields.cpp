@@ -50,7 +50,7 @@ std::string TextOfNumber(const FieldFacts& facts, std::int32_t value) {
 }
 
 SettingsRow MakeRow(const FieldFacts& facts, std::string value, int number) {
-    SettingsRow row{KindOf(facts.shape.rule), fmt::sprintf(Localized(facts.label), number),
+    SettingsRow row{"", KindOf(facts.shape.rule), fmt::sprintf(Localized(facts.label), number),
                     std::move(value)};
     row.help = facts.help.chinese ? Localized(facts.help) : row.name;
     row.choices = ChoicesOf(facts.shape);

@@ -105,7 +105,7 @@ void WriteField(const FieldFacts& facts, const std::string& value, Json::Value& 
 void ClampField(const FieldFacts& facts, std::int32_t& value);
 void ClampField(const FieldFacts& facts, std::string& value);
 
-/// The row that shows `value`; its place in the document is the caller's affair. The field is not
+/// The row that shows `value`; its key is the caller's affair. The field is not
 /// hidden. `number` goes into the label.
 [[nodiscard]] SettingsRow RowOfField(const FieldFacts& facts, std::int32_t value, int number);
 [[nodiscard]] SettingsRow RowOfField(const FieldFacts& facts, const std::string& value, int number);

@@ -12,28 +12,31 @@
 
 namespace sontaro {
 
-/// A row by its places in the grid, and what it is given.
+/// A row, and what it is given.
 struct ProtocolEdit {
     std::size_t tab;
-    std::size_t group, subGroup;  ///< the latter in the grid of categories alone
-    std::size_t row;
+    const char* row;  ///< its key
     const char* value;
-
-    [[nodiscard]] bool HasSubGroup() const { return tab == kCategoryGrid; }
-    [[nodiscard]] wxString RowName() const {
-        return HasSubGroup() ? wxString::Format("%zu.%zu.%zu", group, subGroup, row)
-                             : wxString::Format("%zu.%zu", group, row);
-    }
 };
 
 namespace {
 
 /// A row of every kind.
 constexpr ProtocolEdit kEdits[] = {
-    {0, 0, 0, 0, "雷石"}, {0, 0, 0, 1, "192.168.84.7"}, {0, 0, 0, 2, "9001"},
-    {1, 0, 0, 0, "9600"}, {1, 1, 0, 0, "A501FF"},       {2, 0, 0, 0, "华尔兹"},
+    {0, "KtvDev/KTVName", "雷石"},       {0, "KtvDev/KTVServerIP", "192.168.84.7"},
+    {0, "KtvDev/KTVServerPort", "9001"}, {1, "Serial/BaudRate", "9600"},
+    {1, "Serial/Play", "A501FF"},        {2, "VideoType/0/TypeName", "华尔兹"},
 };
-constexpr ProtocolEdit kLearned = {2, 0, 2, 1, "A50110"};
+constexpr ProtocolEdit kLearned = {2, "VideoType/2/SendCmd", "A50110"};
+
+/// Whether the row stands in one of the groups with the value.
+// NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
+bool Hold(const SettingsRows& groups, const ProtocolEdit& edit) {
+    return std::ranges::any_of(groups, [&edit](const SettingsGroup& group) {
+        const auto row = std::ranges::find(group.rows, edit.row, &SettingsRow::key);
+        return row != group.rows.end() ? row->value == edit.value : Hold(group.groups, edit);
+    });
+}
 
 template <class Control = wxWindow>
 Control* InDialog(int id) {
@@ -47,7 +50,7 @@ wxPropertyGrid* GridOn(std::size_t tab) {
 
 void Enter(const ProtocolEdit& edit) {
     wxPropertyGrid* grid = GridOn(edit.tab);
-    wxPGProperty* row = grid->GetPropertyByName(edit.RowName());
+    wxPGProperty* row = grid->GetPropertyByName(edit.row);
     grid->EnsureVisible(row);  // the toolkit complains of scrolling with an editor
     if (const wxPGChoices& choices = row->GetChoices(); choices.IsOk()) {
         grid->ChangePropertyValue(row, choices.Index(ToWx(std::string(edit.value))));
@@ -60,7 +63,7 @@ void Enter(const ProtocolEdit& edit) {
 
 std::string Shown(const ProtocolEdit& edit) {
     const wxPropertyGrid* grid = GridOn(edit.tab);
-    return grid ? FromWx(grid->GetPropertyValueAsString(edit.RowName())) : "";
+    return grid ? FromWx(grid->GetPropertyValueAsString(edit.row)) : "";
 }
 
 bool MayUpload() {
@@ -103,8 +106,7 @@ void TourProtocol::Edit(const ProtocolEdit& edit) {
     };
     Step(
         act, [&edit] { return Shown(edit) == edit.value; },
-        fmt::format("changed row {} on tab {} to {}", FromWx(edit.RowName()), edit.tab + 1,
-                    edit.value));
+        fmt::format("changed row {} on tab {} to {}", edit.row, edit.tab + 1, edit.value));
 }
 
 void TourProtocol::Narrow() {
@@ -123,8 +125,8 @@ void TourProtocol::Learn() {
     const auto act = [this] {
         wxPropertyGrid* grid = GridOn(kLearned.tab);
         ShowTab(kLearned.tab);
-        grid->EnsureVisible(kLearned.RowName());
-        grid->SelectProperty(kLearned.RowName());
+        grid->EnsureVisible(kLearned.row);
+        grid->SelectProperty(kLearned.row);
         Players().Player(0).AddSerialBytes({0xA5, 0x01, 0x10});
     };
     Step(
@@ -138,7 +140,7 @@ void TourProtocol::KeepInFile() {
     Step(Pressing(wxID_OK), InFront(Window::kControlProtocol), "dismissed the message");
     const auto spoil = [] {
         ShowTab(0);
-        Enter({0, 0, 0, 2, "1"});
+        Enter({0, kEdits[2].row, "1"});
         Tour::Press(kOpenProtocol);
     };
     Step(
@@ -149,10 +151,7 @@ void TourProtocol::KeepInFile() {
 bool TourProtocol::PlayerHolds(const ProtocolEdit& edit) {
     ControlProtocolModel model;
     if (!ReadControlProtocol(State().controlProtocol, model)) return false;
-    const SettingsRows rows = std::move(ControlProtocolRows(model)[edit.tab]);
-    const SettingsGroup& group = rows.at(edit.group);
-    const SettingsGroup& holder = edit.HasSubGroup() ? group.groups.at(edit.subGroup) : group;
-    return holder.rows.at(edit.row).value == edit.value;
+    return Hold(ControlProtocolRows(model)[edit.tab], edit);
 }
 
 void TourProtocol::Upload() {

@@ -18,22 +18,20 @@ struct SettingsStation {
     int button;
     Window window;
     const char* picture;
-    std::size_t group, row;  ///< places in the grid
+    const char* row;  ///< its key
     const char* value;
     std::string PlayerState::*document;  ///< where the player keeps the settings
-
-    [[nodiscard]] wxString RowName() const { return wxString::Format("%zu.%zu", group, row); }
 };
 
 namespace {
 
 // clang-format off
 constexpr SettingsStation kStations[] = {
-    {kOsdButton, Window::kOsd, "osd", 0, 3, "35", &PlayerState::osd},
-    {kExtendedSerialPortButton, Window::kExtendedSerialPort, "serial-port", 1, 2, "1200", &PlayerState::serialPort},
-    {kSubtitlesButton, Window::kSubtitles, "subtitles", 2, 1, "72", &PlayerState::subtitles},
-    {kTouchActionButton, Window::kTouchAction, "touch", 1, 8, "2.5000", &PlayerState::touchAction},
-    {kCaveButton, Window::kCave, "cave", 0, 2, "65", &PlayerState::cave},
+    {kOsdButton, Window::kOsd, "osd", "data/0/transparent", "35", &PlayerState::osd},
+    {kExtendedSerialPortButton, Window::kExtendedSerialPort, "serial-port", "serialGroup/serialTimeout", "1200", &PlayerState::serialPort},
+    {kSubtitlesButton, Window::kSubtitles, "subtitles", "subtitleGroup/subtitleSize", "72", &PlayerState::subtitles},
+    {kTouchActionButton, Window::kTouchAction, "touch", "serialGroup/touchHold", "2.5000", &PlayerState::touchAction},
+    {kCaveButton, Window::kCave, "cave", "screenGroup/brightness", "65", &PlayerState::cave},
 };
 // clang-format on
 
@@ -45,7 +43,10 @@ SettingsRow RowIn(const SettingsStation& station, const std::string& document) {
                                      ? static_cast<SettingsDocument&>(osd)
                                      : static_cast<SettingsDocument&>(custom);
     if (!settings.TakeReply(document)) return {};
-    return settings.Rows().at(station.group).rows.at(station.row);
+    for (const SettingsGroup& group : settings.Rows())
+        for (const SettingsRow& row : group.rows)
+            if (row.key == station.row) return row;
+    return {};
 }
 
 }  // namespace
@@ -72,9 +73,8 @@ void TourSettings::Read(const SettingsStation& station) {
 void TourSettings::Change(const SettingsStation& station) {
     const auto type = [&station] {
         auto* grid = Find<wxPropertyGrid>(kSettingsGrid);
-        grid->EnsureVisible(
-            station.RowName());  // the toolkit complains of scrolling with an editor
-        grid->SelectProperty(station.RowName(), true);
+        grid->EnsureVisible(station.row);  // the toolkit complains of scrolling with an editor
+        grid->SelectProperty(station.row, true);
         grid->GetEditorTextCtrl()->SetValue(station.value);
         Tour::Press(wxID_OK);
     };

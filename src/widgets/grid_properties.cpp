@@ -68,7 +68,7 @@ class ColourProperty : public wxEnumProperty {
 };
 
 /// A drop-down. A value that is not among the choices is offered besides them.
-std::unique_ptr<wxPGProperty> MakeChoice(const SettingsRow& row, const wxString& name) {
+std::unique_ptr<wxPGProperty> MakeChoice(const SettingsRow& row) {
     wxPGChoices choices;
     int index = 0;
     int chosen = -1;
@@ -77,7 +77,7 @@ std::unique_ptr<wxPGProperty> MakeChoice(const SettingsRow& row, const wxString&
         choices.Add(ToWx(choice), index++);
     }
     if (chosen < 0) choices.Add(ToWx(row.value), chosen = index);
-    return std::make_unique<wxEnumProperty>(ToWx(row.name), name, choices, chosen);
+    return std::make_unique<wxEnumProperty>(ToWx(row.name), ToWx(row.key), choices, chosen);
 }
 
 /// The index of a choice, which is offered from now on.
@@ -88,40 +88,42 @@ int ChoiceOf(wxPGProperty& property, const wxString& text) {
                                 : property.AddChoice(text, static_cast<int>(choices.GetCount()));
 }
 
-std::unique_ptr<wxPGProperty> MakeChoiceOrText(const SettingsRow& row, const wxString& name) {
+std::unique_ptr<wxPGProperty> MakeChoiceOrText(const SettingsRow& row) {
     wxPGChoices choices;
     for (const std::string& choice : row.choices) choices.Add(ToWx(choice));
-    return std::make_unique<wxEditEnumProperty>(ToWx(row.name), name, choices, ToWx(row.value));
+    return std::make_unique<wxEditEnumProperty>(ToWx(row.name), ToWx(row.key), choices,
+                                                ToWx(row.value));
 }
 
-std::unique_ptr<wxPGProperty> MakeYesNo(const SettingsRow& row, const wxString& name) {
-    auto property = std::make_unique<wxBoolProperty>(ToWx(row.name), name, row.value == kRowYes);
+std::unique_ptr<wxPGProperty> MakeYesNo(const SettingsRow& row) {
+    auto property =
+        std::make_unique<wxBoolProperty>(ToWx(row.name), ToWx(row.key), row.value == kRowYes);
     property->SetAttribute(wxPG_BOOL_USE_CHECKBOX, true);
     return property;
 }
 
-std::unique_ptr<wxPGProperty> MakeColour(const SettingsRow& row, const wxString& name) {
-    auto property = std::make_unique<ColourProperty>(ToWx(row.name), name);
+std::unique_ptr<wxPGProperty> MakeColour(const SettingsRow& row) {
+    auto property = std::make_unique<ColourProperty>(ToWx(row.name), ToWx(row.key));
     property->Offer(ColourValue(row.value));
     property->SetValue(static_cast<long>(ColourValue(row.value)));
     return property;
 }
 
-std::unique_ptr<wxPGProperty> MakeByKind(const SettingsRow& row, const wxString& name) {
+std::unique_ptr<wxPGProperty> MakeByKind(const SettingsRow& row) {
     switch (row.kind) {
-        case RowKind::kChoice: return MakeChoice(row, name);
-        case RowKind::kChoiceOrText: return MakeChoiceOrText(row, name);
-        case RowKind::kYesNo: return MakeYesNo(row, name);
-        case RowKind::kColour: return MakeColour(row, name);
+        case RowKind::kChoice: return MakeChoice(row);
+        case RowKind::kChoiceOrText: return MakeChoiceOrText(row);
+        case RowKind::kYesNo: return MakeYesNo(row);
+        case RowKind::kColour: return MakeColour(row);
         default: break;  // texts
     }
-    return std::make_unique<wxStringProperty>(ToWx(row.name), name, ToWx(row.value));
+    return std::make_unique<wxStringProperty>(ToWx(row.name), ToWx(row.key), ToWx(row.value));
 }
 
 }  // namespace
 
-std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row, const wxString& name) {
-    std::unique_ptr<wxPGProperty> property = MakeByKind(row, name);
+std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row) {
+    std::unique_ptr<wxPGProperty> property = MakeByKind(row);
     if (!row.help.empty()) property->SetHelpString(ToWx(row.help));
     if (row.kind == RowKind::kReadOnly) property->ChangeFlag(wxPG_PROP_READONLY, true);
     return property;

@@ -10,9 +10,8 @@
 
 namespace sontaro {
 
-/// A new property for `row`, with its value, choices and help. `name` is its name in the grid.
-[[nodiscard]] std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row,
-                                                         const wxString& name);
+/// A new property for `row`, with its value, choices and help; its name is the row's key.
+[[nodiscard]] std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row);
 
 /// The row's text for a value of its property.
 [[nodiscard]] std::string RowTextOf(const wxPGProperty& property, const SettingsRow& row,

@@ -26,7 +26,6 @@ constexpr int kFirstColumnCharacters = 25;
 constexpr int kLeastSecondColumn = 160;
 constexpr int kLeastHeight = 120;
 constexpr int kHelpLines = 3;
-constexpr const char* kFirstRow = "0.0";
 
 constexpr LocalText kIgnored = {"输入未被接受，原值保持不变。",
                                 "This input is not accepted. The value stays as it was."};
@@ -53,10 +52,6 @@ int LineHeight(const wxWindow& window) {
 /// The first column grows with the display and with its texts.
 int FirstColumn(const wxWindow& window) {
     return std::max(window.FromDIP(kFirstColumn), kFirstColumnCharacters * LetterWidth(window));
-}
-
-wxString NameIn(const wxString& group, int number) {
-    return group + wxString::Format(".%d", number);
 }
 
 }  // namespace
@@ -162,10 +157,8 @@ void SettingsGrid::Fill(SettingsRows groups) {
         grid_->Clear();
         places_.clear();
         groups_ = std::move(groups);
-        int number = 0;
-        for (const SettingsGroup& group : groups_)
-            AppendGroup(nullptr, group, wxString::Format("%d", number++));
-        const wxPGProperty* typed = view.typing ? grid_->GetPropertyByName(view.chosen) : nullptr;
+        for (const SettingsGroup& group : groups_) AppendGroup(nullptr, group);
+        const wxPGProperty* typed = view.typing ? PropertyNamed(view.chosen) : nullptr;
         found_ = grid_->Narrow(filter_, view.folded, typed);
     }
     ShowRowsOrText();
@@ -174,25 +167,28 @@ void SettingsGrid::Fill(SettingsRows groups) {
 }
 
 // NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
-void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group,
-                               const wxString& name) {
-    auto* category = new wxPropertyCategory(ToWx(group.name), name);
-    category->SetClientData(&places_.emplace_back(RowPlace{category, &group, nullptr}));
+void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group) {
+    auto* category = new wxPropertyCategory(ToWx(group.name), ToWx(group.key));
+    category->SetClientData(&places_.emplace_back(RowPlace{&group, nullptr}));
     if (parent)
         grid_->AppendIn(parent, category);
     else
         grid_->Append(category);
-    int number = 0;
     for (const SettingsRow& row : group.rows) {
-        wxPGProperty* property = MakeProperty(row, NameIn(name, number++)).release();
-        property->SetClientData(&places_.emplace_back(RowPlace{property, &group, &row}));
+        wxPGProperty* property = MakeProperty(row).release();
+        property->SetClientData(&places_.emplace_back(RowPlace{&group, &row}));
         grid_->AppendIn(category, property);
         if (row.kind == RowKind::kReadOnly)
             grid_->SetPropertyTextColour(property,
                                          wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
     }
-    for (const SettingsGroup& inner : group.groups)
-        AppendGroup(category, inner, NameIn(name, number++));
+    for (const SettingsGroup& inner : group.groups) AppendGroup(category, inner);
+}
+
+/// The toolkit alone would take a point in a name that it does not find for a path of its own.
+wxPGProperty* SettingsGrid::PropertyNamed(const wxString& key) const {
+    wxPGProperty* property = grid_->GetPropertyByName(key);
+    return property && property->GetName() == key ? property : nullptr;
 }
 
 SettingsGrid::View SettingsGrid::CurrentView() const {
@@ -210,7 +206,7 @@ SettingsGrid::View SettingsGrid::CurrentView() const {
 
 /// A frozen grid would have no editor yet that could take the text.
 void SettingsGrid::Restore(const View& view) {
-    wxPGProperty* chosen = grid_->GetPropertyByName(view.chosen);
+    wxPGProperty* chosen = PropertyNamed(view.chosen);
     const bool typing = chosen != nullptr && view.typing;
     if (chosen && chosen->IsVisible())
         grid_->Choose(chosen);
@@ -222,13 +218,12 @@ void SettingsGrid::Restore(const View& view) {
         editor->SetInsertionPointEnd();
     }
     grid_->Scroll(0, view.scroll);
+    if (typing) grid_->Reveal(chosen);  // its row may have moved away
 }
 
 /// Only when the user comes to the grid, or had chosen another row: an editor takes its time.
 void SettingsGrid::ChooseFirst() {
-    wxPGProperty* first = grid_->GetPropertyByName(kFirstRow);
-    if (!first || !first->IsVisible()) first = grid_->FirstRow();
-    if (first) grid_->Choose(first);
+    if (wxPGProperty* first = grid_->FirstRow()) grid_->Choose(first);
 }
 
 void SettingsGrid::SetEmptyText(const wxString& text) {
@@ -247,7 +242,7 @@ int SettingsGrid::Filter(const wxString& text) {
                            settled ? nullptr : grid_->GetSelection());
     ShowRowsOrText();
     grid_->ChooseShown();
-    wxPGProperty* chosen = grid_->GetPropertyByName(chosen_);
+    wxPGProperty* chosen = PropertyNamed(chosen_);
     if (chosen && chosen->IsVisible() && !grid_->GetSelection()) grid_->Choose(chosen);
     ShowHelp();
     return found_;
@@ -259,13 +254,10 @@ bool SettingsGrid::KeepsEdit(const std::string& filter) const {
            SettingsGridRows::Contains(*grid_->GetSelection(), filter);
 }
 
-bool SettingsGrid::Change(int group, int item, int position, const std::string& text) {
-    const auto place = std::find_if(places_.begin(), places_.end(), [=](const RowPlace& other) {
-        return other.row != nullptr && other.group->index == group && other.row->item == item &&
-               other.row->position == position;
-    });
-    if (place == places_.end()) return false;
-    wxPGProperty* property = place->property;
+bool SettingsGrid::Change(const std::string& key, const std::string& text) {
+    wxPGProperty* property = PropertyNamed(ToWx(key));
+    RowPlace* place = property ? &SettingsGridRows::PlaceOf(*property) : nullptr;
+    if (!place || !place->row) return false;
     const wxVariant value = RowValueOf(*property, *place->row, text);
     property->SetModifiedStatus(true);  // before the value: the editor's font comes with that
     grid_->SetPropertyValue(property, value);
@@ -334,9 +326,7 @@ void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
 EditAnswer SettingsGrid::Submit(const RowPlace& place, const std::string& text) const {
     const SettingsRow& row = *place.row;
     const std::optional<std::string> fitting = FittingRowText(row.kind, text, row.choices);
-    if (fitting)
-        return onEdit_(
-            {place.group->index, row.item, row.position, place.group->name, row.name, *fitting});
+    if (fitting) return onEdit_({row.key, *fitting});
     if (row.refusal.empty()) return {};
     return {Outcome::kRefused, row.refusal};
 }
@@ -352,7 +342,7 @@ void SettingsGrid::OnChanged(wxPropertyGridEvent& event) {
 }
 
 void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
-    wxPGProperty* property = grid_->GetPropertyByName(name);
+    wxPGProperty* property = PropertyNamed(name);
     if (!property) return;
     grid_->RefreshProperty(property);
     if (answer.outcome == Outcome::kRefused) {
@@ -365,13 +355,13 @@ void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
 
 void SettingsGrid::AskForColour(const wxString& name) {
     constexpr std::uint32_t kBlack = 0;
-    wxPGProperty* property = grid_->GetPropertyByName(name);
+    wxPGProperty* property = PropertyNamed(name);
     if (!property) return;
     grid_->RefreshProperty(property);
     const long shown = property->GetValue().GetLong();
     const auto colour =
         prompts_.ChooseColour(shown < 0 ? kBlack : static_cast<std::uint32_t>(shown));
-    property = grid_->GetPropertyByName(name);  // the question has taken its time
+    property = PropertyNamed(name);  // the question has taken its time
     if (!colour || !property) return;
     const RowPlace& place = SettingsGridRows::PlaceOf(*property);
     const wxVariant value = RowValueOf(*property, *place.row, ColourRowText(*colour));

@@ -32,8 +32,8 @@ class SettingsGrid : public wxPanel {
     /// colour go to `prompts`.
     SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& prompts, EditHandler onEdit);
 
-    /// Shows other rows. The place, the chosen row, the folded groups and a text that is being
-    /// typed stay where they are, as far as the new rows have them too.
+    /// Shows other rows. The chosen row, the folded groups and a text that is being typed stay with
+    /// their keys, as far as the new rows have them too; so does the place that is scrolled to.
     void Fill(SettingsRows groups);
 
     /// What is shown while there are no rows.
@@ -51,8 +51,8 @@ class SettingsGrid : public wxPanel {
     [[nodiscard]] bool Commit();
 
     /// Gives a row another value without asking the edit handler, as changed by the user. Scrolls
-    /// to it unless a filter hides it. False when there is no such row; see SettingsEdit.
-    bool Change(int group, int item, int position, const std::string& text);
+    /// to it unless a filter hides it. False when there is no row with that key.
+    bool Change(const std::string& key, const std::string& text);
 
     /// The chosen row as it was filled in; absent for a heading.
     [[nodiscard]] const SettingsRow* ChosenRow() const;
@@ -62,7 +62,7 @@ class SettingsGrid : public wxPanel {
     /// Every row counts as unchanged from now on. Does nothing while a text is being typed.
     void ForgetChanges();
 
-    /// The property grid, whose names are "0", "0.3" and so on: groups and rows by their places.
+    /// The property grid, whose properties have the keys of the rows and groups as their names.
     [[nodiscard]] wxPropertyGrid& Properties();
 
    private:
@@ -79,7 +79,8 @@ class SettingsGrid : public wxPanel {
     void BindEvents();
     void ShowRowsOrText();
     void WrapEmptyText();
-    void AppendGroup(wxPGProperty* parent, const SettingsGroup& group, const wxString& name);
+    void AppendGroup(wxPGProperty* parent, const SettingsGroup& group);
+    [[nodiscard]] wxPGProperty* PropertyNamed(const wxString& key) const;
     [[nodiscard]] bool KeepsEdit(const std::string& filter) const;
     [[nodiscard]] View CurrentView() const;
     void Restore(const View& view);

@@ -13,7 +13,6 @@ namespace sontaro {
 
 /// What a property stands for: a row in its group, or the heading of a group.
 struct RowPlace {
-    wxPGProperty* property;
     const SettingsGroup* group;
     const SettingsRow* row;     ///< absent for a heading
     std::string searched = {};  ///< what a filter looks in; empty until it is needed

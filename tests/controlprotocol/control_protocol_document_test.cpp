@@ -48,8 +48,7 @@ struct ControlProtocol : testing::Test {
                 if (auto inner = EnterIn(group.groups, name, text)) return inner;
                 continue;
             }
-            const EditAnswer answer =
-                EditControlProtocol(model, {group.index, row->item, row->position, "", "", text});
+            const EditAnswer answer = EditControlProtocol(model, {row->key, text});
             return (answer.outcome == Outcome::kAccepted ? "=" : "!") + answer.text;
         }
         return std::nullopt;
@@ -149,11 +148,10 @@ TEST_F(ControlProtocol, TakesOverWhatFitsARowAndRefusesTheRest) {
     EXPECT_EQ(model.serial.height2, 100000);
     EXPECT_EQ(model.projectors[0].commands[5].off, "FF");
     const ControlProtocolModel before = model;
-    for (const SettingsEdit& edit : {SettingsEdit{64, 2, 0, "", "", "x"},
-                                     {-1, 2, 0, "", "", "x"},
-                                     {0, 6, 0, "", "", "x"},
-                                     {0, 1, 3, "", "", "1"}})
-        EXPECT_EQ(EditControlProtocol(model, edit).outcome, Outcome::kIgnored);
+    for (const char* key : {"", "Serial", "Serial/Parity", "VideoType/64/TypeName",
+                            "VideoType/-1/TypeName", "VideoType/0", "KtvDev/0/KTVServerPort",
+                            "VideoType/01/TypeName", "Projector/0/Cmd/6/ONCmd"})
+        EXPECT_EQ(EditControlProtocol(model, {key, "1"}).outcome, Outcome::kIgnored) << key;
     EXPECT_EQ(model, before);
 }
 
@@ -167,6 +165,7 @@ TEST_F(ControlProtocol, ShowsItsRowsInOrderAndInTheLanguageThatTheyHave) {
     EXPECT_EQ(grids[2][0].groups[63].name + grids[2][1].groups[9].name, "Video Type64音频类别10");
     EXPECT_EQ(grids[3].size() * 100 + grids[4].size(), 6430U);
     EXPECT_EQ(grids[4][29].rows[14].name, "Projector ON Cmd6");
+    EXPECT_EQ(grids[4][29].rows[14].key, "Projector/29/Cmd/5/ONCmd");
     EXPECT_EQ(grids[1][1].rows[18].name + grids[1][1].rows[19].name, "Power OffAuto");
     EXPECT_EQ(grids[1][1].rows[16].help + grids[1][1].rows[0].help, "Play StopVideo Play");
     EXPECT_EQ(grids[1][0].rows[9].help, "PhysicalHeight(0~100000)");

@@ -54,7 +54,9 @@ struct Editor : testing::Test, ControlProtocolView {
         run->Opened(), Data(0), Data(32767), Names("a.mp4?"), Protocol(text);
         log.clear();
     }
-    void Edit(const std::string& port) { EXPECT_EQ(run->Edit({0, 0, 2, "", "", port}).text, port); }
+    void Edit(const std::string& port) {
+        EXPECT_EQ(run->Edit({"KtvDev/KTVServerPort", port}).text, port);
+    }
     std::string Port() { return run->Rows()[0][0].rows[2].value; }
     std::string Log() { return std::exchange(log, ""); }
 
@@ -159,7 +161,7 @@ TEST_F(Editor, SendsNothingMoreOnceARestartWasAskedFor) {
     run->SaveFile(folder / "y.JSON");
     chosen = 1;
     Serial({0xA5});
-    EXPECT_EQ(run->Edit({0, 0, 2, "", "", "1"}).outcome, EditAnswer::Outcome::kRefused);
+    EXPECT_EQ(run->Edit({"KtvDev/KTVServerPort", "1"}).outcome, EditAnswer::Outcome::kRefused);
     EXPECT_FALSE(timer || run->MayUpload() || std::filesystem::exists(folder / "y.JSON"));
     EXPECT_EQ(Log(), "saved; ");
 }

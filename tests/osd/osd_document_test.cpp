@@ -22,11 +22,8 @@ class Osd : public testing::Test {
         const std::vector<SettingsRow> rows = osd.Rows().front().rows;
         return *std::ranges::find(rows, name, &SettingsRow::name);
     }
-    EditAnswer EditItem(int item, const std::string& text) {
-        return osd.Edit({0, item, 0, "", "", text});
-    }
     std::string Enter(const std::string& name, const std::string& text) {
-        const EditAnswer answer = EditItem(Row(name).item, text);
+        const EditAnswer answer = osd.Edit({Row(name).key, text});
         constexpr const char* kOutcomes[] = {"=", "!", "ignored"};
         return kOutcomes[static_cast<int>(answer.outcome)] + answer.text;
     }
@@ -86,7 +83,8 @@ TEST_F(Osd, EditsAreTakenUpToTheirLimits) {
     EXPECT_EQ(Json("transparent") + Json("left") + Json("top") + Json("osdEnable"),
               "1001.00.5false");
     EXPECT_EQ(Element()["texts"][1], "再见");
-    EXPECT_EQ(EditItem(Row("Text2").item + 1, "x"), EditAnswer{});
+    for (const char* key : {"data/0/texts/2", "data/0/speed", "data/0", "transparent", ""})
+        EXPECT_EQ(osd.Edit({key, "1"}), EditAnswer{}) << key;
 }
 
 TEST_F(Osd, RefusalsAreWordedInBothLanguages) {
@@ -105,9 +103,9 @@ TEST_F(Osd, RefusalsAreWordedInBothLanguages) {
     for (const auto& [row, text, chinese, english] : cases) {
         EXPECT_EQ(Enter(row, text), std::string("!") + english) << row << ' ' << text;
         EXPECT_EQ(Row(row).refusal, english);
-        const int item = Row(row).item;
+        const std::string key = Row(row).key;
         const InLanguage inChinese(Language::kChinese);
-        EXPECT_EQ(EditItem(item, text).text, chinese);
+        EXPECT_EQ(osd.Edit({key, text}).text, chinese);
     }
     EXPECT_EQ(osd.Write(), before);
 }

@@ -41,8 +41,10 @@ struct CustomSettingItems : testing::Test {
         return values.substr(0, values.find('}'));
     }
     /// What the row shows after the edit; "ignored" when it was.
-    std::string Edit(int group, int item, int position, const std::string& text) {
-        const EditAnswer answer = settings.UpdateFromGrid({group, item, position, "", "", text});
+    std::string Edit(int group, int item, const std::string& rowName, const std::string& text,
+                     int occurrence = 0) {
+        const EditAnswer answer =
+            settings.UpdateFromGrid(group, item, "", rowName, text, occurrence);
         return answer.outcome == EditAnswer::Outcome::kAccepted ? answer.text : "ignored";
     }
 
@@ -52,9 +54,9 @@ struct CustomSettingItems : testing::Test {
 struct KindCase : NamedCase {
     const char* select;
     const char* range;
-    RowKind row;
+    RowKind kind;
     const char* shown;
-    int position;
+    std::size_t row;
     const char* typed;
     const char* answer;
     const char* written;
@@ -65,9 +67,10 @@ struct EveryKind : CustomSettingItems, testing::WithParamInterface<KindCase> {};
 TEST_P(EveryKind, IsShownEditedWrittenAndReadAgain) {
     const KindCase& kind = GetParam();
     Parse(Group(Item(kind.name, kind.select, kind.range)));
-    EXPECT_EQ(settings.BuildGrid()[0].rows[0].kind, kind.row);
+    EXPECT_EQ(settings.BuildGrid()[0].rows[0].kind, kind.kind);
     EXPECT_EQ(Shown(), kind.shown);
-    EXPECT_EQ(Edit(0, 0, kind.position, kind.typed), kind.answer);
+    const std::string row = settings.BuildGrid()[0].rows.at(kind.row).name;
+    EXPECT_EQ(Edit(0, 0, row, kind.typed), kind.answer);
     EXPECT_THAT(Written(), HasSubstr(R"("keyVal":"k","lableName":"L","remarks":"r",)"));
     EXPECT_EQ(Values(), kind.written);
     CCustomSettingAnalysor again;
@@ -131,11 +134,16 @@ TEST_F(CustomSettingItems, IgnoreEditsThatDoNotFit) {
                 Item("IntArry", "1", "[-1,1]") + "," + Item("StringMultiple", "[]", "[\"a\"]")));
     const std::string before = Written();
     for (const char* text : {"", "-1", "1.5", " 1", "1e5", "\uFF11"})
-        for (int item : {0, 2, 3}) EXPECT_EQ(Edit(0, item, 0, text), "ignored") << text;
-    for (const char* text : {"", "-1", "1,5", "1e5"}) EXPECT_EQ(Edit(0, 1, 0, text), "ignored");
-    for (const auto& [group, item, position] :
-         {std::tuple(-1, 0, 0), {1, 0, 0}, {0, -1, 0}, {0, 4, 0}, {0, 0, 1}, {0, 3, 1}, {0, 3, -1}})
-        EXPECT_EQ(Edit(group, item, position, "1"), "ignored") << group << item << position;
+        for (const auto& [item, row] : {std::pair(0, "L"), {2, "L"}, {3, "L[a]"}})
+            EXPECT_EQ(Edit(0, item, row, text), "ignored") << text;
+    for (const char* text : {"", "-1", "1,5", "1e5"}) EXPECT_EQ(Edit(0, 1, "L", text), "ignored");
+    // clang-format off
+    for (const auto& [group, item, row, occurrence] :
+         {std::tuple(-1, 0, "L", 0), {1, 0, "L", 0}, {0, -1, "L", 0}, {0, 4, "L", 0}, {0, 0, "L", 1},
+          {0, 0, "M", 0}, {0, 3, "L[b]", 0}, {0, 3, "L[a]", 1}, {0, 3, "L[a]", -1}})
+        EXPECT_EQ(Edit(group, item, row, "1", occurrence), "ignored") << group << item << row;
+    // clang-format on
+    EXPECT_EQ(settings.UpdateFromGrid(0, 0, "another group", "L", "1"), EditAnswer{});
     EXPECT_EQ(Written(), before);
 }
 
@@ -143,8 +151,8 @@ TEST_F(CustomSettingItems, TickEachOfferedValueByItsPosition) {
     Parse(Group(Item("IntMultiple", "[9,1]", "[1,2,1]")));
     EXPECT_EQ(Shown(), "L[1]=1 L[2]=0 L[1]=1");
     EXPECT_EQ(Values(), "[9,1],[1,2,1]");
-    EXPECT_EQ(Edit(0, 0, 0, kRowNo), kRowNo);
-    EXPECT_EQ(Edit(0, 0, 1, kRowYes), kRowYes);
+    EXPECT_EQ(Edit(0, 0, "L[1]", kRowNo), kRowNo);
+    EXPECT_EQ(Edit(0, 0, "L[2]", kRowYes), kRowYes);
     EXPECT_EQ(Shown(), "L[1]=0 L[2]=1 L[1]=1");
     EXPECT_EQ(Values(), "[2,1],[1,2,1]");
 }
@@ -156,8 +164,7 @@ TEST_F(CustomSettingItems, HaveTitlesThatAreNoItems) {
     const SettingsRows rows = settings.BuildGrid();
     ASSERT_THAT(rows, testing::SizeIs(3));
     EXPECT_EQ(rows[0].name + rows[1].name + rows[2].name, "last");
-    EXPECT_EQ(rows[2].index, 2);
-    EXPECT_EQ(Edit(0, 1, 0, "3"), "3");
+    EXPECT_EQ(settings.UpdateFromGrid(0, 1, "last", "L", "3").text, "3");
     EXPECT_EQ(Shown(), "L=1 L=3");
     const std::string title = R"([{"inputType":"GroupName","keyVal":)";
     const std::string empty =
@@ -181,6 +188,48 @@ TEST_F(CustomSettingItems, AreNoneInJsonOfAnotherShapeAndInWhatIsNoJson) {
         Parse(R"({"Version":)" + std::string(version) + "}");
         EXPECT_EQ(Written(), R"({"CustomSettings":[],"Version":)" + std::string(version) + "}");
     }
+}
+
+std::string Named(const std::string& key, const std::string& type, const std::string& select) {
+    std::string item = Item(type, select, "[1,2,1]");
+    return item.replace(item.find("\"k\""), 3, '"' + key + '"');
+}
+
+std::string KeysOf(const SettingsDocument& document) {
+    std::string keys;
+    for (const SettingsGroup& group : document.Rows()) {
+        keys += group.key + ": ";
+        for (const SettingsRow& row : group.rows) keys += row.key + ' ';
+    }
+    return keys;
+}
+
+TEST(CustomSettings, HaveKeysThatNoOtherRowHas) {
+    CustomSettings settings;
+    const std::string items = Named("a", "Int", "1") + "," + Named("", "Int", "1") + "," +
+                              Named("a", "Int", "1") + "," + Named("a#1/~", "Int", "1") + "," +
+                              Named("", "IntMultiple", "[]");
+    ASSERT_TRUE(settings.TakeReply(R"({"CustomSettings":[[)" + Named("g", "GroupName", "\"x\"") +
+                                   "," + items + "],[" + Named("", "GroupName", "\"g\"") + "," +
+                                   Named("a", "Int", "1") + "],[]]}"));
+    EXPECT_EQ(KeysOf(settings),
+              "g: g/a g/#0 g/a#1 g/a~21~1~0 g/#1/1 g/#1/2 g/#1/1#1 g#1: g#1/a #0: ");
+    for (const SettingsGroup& group : settings.Rows())
+        for (const SettingsRow& row : group.rows)
+            EXPECT_EQ(settings.Edit({row.key, "1"}).text, "1") << row.key;
+    for (const char* key : {"", "g", "g/", "g/a#2", "g/a/1", "g/#1", "g/#1/1#2", "h/a"})
+        EXPECT_EQ(settings.Edit({key, "1"}), EditAnswer{}) << key;
+}
+
+TEST(CustomSettings, AreEditedWhereTheyHaveMovedTo) {
+    CustomSettings settings;
+    const std::string title = Named("g", "GroupName", "\"x\"") + ",";
+    const std::string a = Named("a", "Int", "1"), b = Named("b", "Int", "1");
+    ASSERT_TRUE(settings.TakeReply(Group(title + a + "," + b)));
+    const std::string key = settings.Rows()[0].rows[1].key;
+    ASSERT_TRUE(settings.TakeReply(R"({"CustomSettings":[[],[)" + title + b + "," + a + "]]}"));
+    EXPECT_EQ(settings.Edit({key, "7"}).text, "7");
+    EXPECT_EQ(settings.Rows()[1].rows[0].value + settings.Rows()[1].rows[1].value, "71");
 }
 
 TEST(CustomSettings, AreOfUseOnlyWithAnItem) {

@@ -57,7 +57,7 @@ struct Procedure : testing::Test, SettingsView {
         const MessageId id = run == &announcing ? MessageId::kCave : MessageId::kOsd;
         run->Handle({id, wParam, ReplyRecord{ToBytes(payload)}, 0, {player, {}, 1}});
     }
-    void Edit(const std::string& text) { static_cast<void>(run->Edit({0, 0, 0, "", "", text})); }
+    void Edit(const std::string& text) { static_cast<void>(run->Edit({"row", text})); }
     void ExpectState(State state) { EXPECT_EQ(run->CurrentState(), state); }
     std::string Log() { return std::exchange(log, ""); }
 

@@ -56,16 +56,16 @@ struct ProtocolDialog : UiTest {
 
 TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
     Run([&] {
-        Grid(3).SelectProperty("0.4.0");
+        Grid(3).SelectProperty("VideoType/4/TypeName");
         Player().AddSerialBytes({0xa5, 0x0b});
-        EXPECT_TRUE(PumpUntil([&] { return Value(3, "0.4.1") == "A50B"; }));
-        EXPECT_TRUE(Grid(3).GetPropertyByName("0.4.1")->HasFlag(wxPG_PROP_MODIFIED));
+        EXPECT_TRUE(PumpUntil([&] { return Value(3, "VideoType/4/SendCmd") == "A50B"; }));
+        EXPECT_TRUE(Grid(3).GetPropertyByName("VideoType/4/SendCmd")->HasFlag(wxPG_PROP_MODIFIED));
         EXPECT_EQ(Text(kProtocolLine), "Learned A50B from the serial line, for Video Type5.");
-        Type(2, "1.3", "a5 0");
+        Type(2, "Serial/NextType", "a5 0");
         Press(dialog, wxID_OK);
         EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
         EXPECT_EQ(prompts.boxes, std::vector{Warning("input error!")});
-        Type(2, "1.3", " a5 0c");
+        Type(2, "Serial/NextType", " a5 0c");
         Press(dialog, wxID_OK);
         EXPECT_TRUE(PumpUntil([&] { return Held() == *ReadFile(file); }));
         EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolState) == "The player has confirmed."; }));
@@ -93,16 +93,16 @@ TEST_F(ProtocolDialog, IsDoneOnceThePlayerRestarts) {
 
 TEST_F(ProtocolDialog, SaysOnWhichTabsTheFilterFindsSomething) {
     Run([&] {
-        Grid(3).Collapse("0.1");
+        Grid(3).Collapse("VideoType/1");
         Find<wxSearchCtrl>(dialog, kProtocolFilter)->SetValue("PORT");
         EXPECT_EQ(Tab(0) + "|" + Tab(1) + "|" + Tab(4), "KTV (1)|Serial (0)|Projectors (30)");
         prompts.file = folder.Write("x.JSON", R"({"KtvDev":{"KTVServerPort":8}})");
         Press(dialog, kOpenProtocol);
-        EXPECT_EQ(Value(1, "0.2"), "8");
+        EXPECT_EQ(Value(1, "KtvDev/KTVServerPort"), "8");
         EXPECT_EQ(Tab(0), "KTV (1)");
         Find<wxSearchCtrl>(dialog, kProtocolFilter)->Clear();
         EXPECT_EQ(Tab(0), "KTV");
-        EXPECT_FALSE(Grid(3).IsPropertyExpanded("0.1"));
+        EXPECT_FALSE(Grid(3).IsPropertyExpanded("VideoType/1"));
         prompts.answers = {false};
         Press(dialog, wxID_CANCEL);
         EXPECT_TRUE(dialog->IsEnabled());

@@ -93,16 +93,16 @@ TEST_F(SettingsWindows, OfFourBlocksAskForTheirOwnAndSendItBackWhole) {
             Reply(block.window, MessageId::kOsd, kSchema);
             EXPECT_FALSE(Enabled(dialog, wxID_OK));
             Reply(block.window, block.reply, kSchema);
-            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.0", "19200"));
-            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.1", true));
+            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("Serial/rate", "19200"));
+            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("Serial/ports/1", true));
             Press(dialog, wxID_OK);
             const std::string text = Sent().at(0);
             EXPECT_THAT(text, testing::StartsWith(fmt::format("3 {}.1 to 0: {{", block.number)));
             EXPECT_THAT(text, testing::HasSubstr(R"("select":19200,"valueRange":[19200])"));
             EXPECT_THAT(text, testing::HasSubstr(R"("select":[1,2],"valueRange":[1,2])"));
-            EXPECT_TRUE(Grid(dialog).IsPropertyModified("0.0"));
+            EXPECT_TRUE(Grid(dialog).IsPropertyModified("Serial/rate"));
             Reply(block.window, block.reply, "", 1);
-            EXPECT_FALSE(Grid(dialog).IsPropertyModified("0.0"));
+            EXPECT_FALSE(Grid(dialog).IsPropertyModified("Serial/rate"));
             prompts.boxes.clear();
             Press(dialog, wxID_CANCEL);
             EXPECT_TRUE(dialog->IsShown());
@@ -116,7 +116,7 @@ TEST_F(SettingsWindows, CloseNeitherOnEnterNorOnEscape) {
     Run<CCave>([&](SettingsDialog* dialog) {
         Reply(Window::kCave, MessageId::kCave, kSchema);
         Sent();
-        Grid(dialog).SelectProperty("0.0", true);
+        Grid(dialog).SelectProperty("Serial/rate", true);
         wxTextCtrl* editor = Grid(dialog).GetEditorTextCtrl();
         dialog->Raise();
         editor->SetFocus();
@@ -129,7 +129,7 @@ TEST_F(SettingsWindows, CloseNeitherOnEnterNorOnEscape) {
         EXPECT_TRUE(dialog->IsModal());
         EXPECT_THAT(Sent(), ElementsAre());
         EXPECT_TRUE(prompts.boxes.empty());
-        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("0.0"), "57600");
+        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("Serial/rate"), "57600");
     });
 }
 
@@ -138,10 +138,10 @@ TEST_F(SettingsWindows, OfAnOverlayRefuseWhatItCannotHave) {
     Run<COSD>([&](SettingsDialog* dialog) {
         EXPECT_THAT(Sent(), ElementsAre("3 4.0 to 1: "));
         Reply(Window::kOsd, MessageId::kOsd, kOverlay);
-        EXPECT_FALSE(Grid(dialog).ChangePropertyValue("0.3", "x"));
-        EXPECT_FALSE(Grid(dialog).ChangePropertyValue("0.4", "10001"));
+        EXPECT_FALSE(Grid(dialog).ChangePropertyValue("data/0/transparent", "x"));
+        EXPECT_FALSE(Grid(dialog).ChangePropertyValue("data/0/showTime", "10001"));
         EXPECT_TRUE(PumpUntil([&] { return prompts.boxes.size() == 2; }));
-        Grid(dialog).SelectProperty("0.10", true);
+        Grid(dialog).SelectProperty("data/0/texts/1", true);
         const auto saveLine = [&](std::size_t characters) {
             const wxString line(L'\x64AD', characters);
             Grid(dialog).GetEditorTextCtrl()->SetValue(line);
@@ -163,9 +163,9 @@ TEST_F(SettingsWindows, AskForFilesByTheirOwnName) {
         block.run(*this, [&](SettingsDialog* dialog) {
             Reply(block.window, block.reply, kSchema);
             Press(dialog, kSaveSettings);
-            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("0.0", "1"));
+            EXPECT_TRUE(Grid(dialog).ChangePropertyValue("Serial/rate", "1"));
             Press(dialog, kOpenSettings);
-            EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("0.0"), "9600");
+            EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("Serial/rate"), "9600");
         });
         const std::string title = TitleOf(block.window);
         const std::string filter = title + " File(*.JSON)|*.JSON;*.json;*.Json";

@@ -32,8 +32,7 @@ struct Grid : UiTest {
 
     SettingsGrid* MakeGrid(wxWindow* parent) {
         return new SettingsGrid(parent, 2801, true, prompts, [this](const SettingsEdit& edit) {
-            edits.push_back(fmt::format("{}.{}.{} {}/{}: {}", edit.group, edit.item, edit.position,
-                                        edit.groupName, edit.rowName, edit.text));
+            edits.push_back(edit.key + ": " + edit.text);
             return answer.value_or(EditAnswer{Outcome::kAccepted, edit.text});
         });
     }
@@ -76,10 +75,12 @@ struct Grid : UiTest {
     static SettingsRows Many() {
         SettingsRows groups;
         for (int i = 0; i < 2; ++i) {
-            SettingsGroup inner{"inner", 10 + i, {}};
+            const std::string key = std::to_string(i);
+            SettingsGroup inner{key + "/1", "inner", {}};
             for (int row = 0; row < 30; ++row)
-                inner.rows.push_back({RowKind::kText, "row " + std::to_string(row), "v"});
-            groups.push_back({"outer", i, {{RowKind::kText, "first", "v"}}, {inner}});
+                inner.rows.push_back({fmt::format("{}/1/{}", key, row), RowKind::kText,
+                                      "row " + std::to_string(row), "v"});
+            groups.push_back({key, "outer", {{key + "/0", RowKind::kText, "first", "v"}}, {inner}});
         }
         return groups;
     }
@@ -90,121 +91,160 @@ struct Grid : UiTest {
     std::optional<EditAnswer> answer;  // to every edit; none: accepted as it is
 };
 
-TEST_F(Grid, ReportsAnEditOfEveryKindByItsIndicesAndNames) {
+TEST_F(Grid, ReportsAnEditOfEveryKindByItsKey) {
     const std::vector<std::string> choices = {"one", "two"};
     // clang-format off
-    grid->Fill({{"g", 4, {
-        {RowKind::kText, "text", "a"}, {RowKind::kWholeNumber, "whole", "1"}, {RowKind::kDecimal, "decimal", "0.5"},
-        {RowKind::kHexCommand, "hex", "", "", {}, "", 8, 3}, {RowKind::kChoice, "choice", "unlisted", "", choices},
-        {RowKind::kChoiceOrText, "free", "one", "", choices}, {RowKind::kYesNo, "yes", kRowNo},
-        {RowKind::kColour, "colour", "#010203"}, {RowKind::kReadOnly, "fixed", "f"}}}});
+    grid->Fill({{"g", "group", {
+        {"g/text", RowKind::kText, "a", "a"}, {"g/whole", RowKind::kWholeNumber, "b", "1"}, {"g/decimal", RowKind::kDecimal, "c", "0.5"},
+        {"g/hex", RowKind::kHexCommand, "d", ""}, {"g/choice", RowKind::kChoice, "e", "unlisted", "", choices},
+        {"g/free", RowKind::kChoiceOrText, "f", "one", "", choices}, {"g/yes", RowKind::kYesNo, "g", kRowNo},
+        {"g/colour", RowKind::kColour, "h", "#010203"}, {"g/fixed", RowKind::kReadOnly, "i", "f"}}}});
     // clang-format on
-    EXPECT_EQ(Shown("0.4"), "unlisted");
-    EXPECT_EQ(Shown("0.7"), "#010203");
+    EXPECT_EQ(Shown("g/choice"), "unlisted");
+    EXPECT_EQ(Shown("g/colour"), "#010203");
     const std::pair<const char*, wxVariant> changes[] = {
-        {"0.0", "b"}, {"0.1", "12"}, {"0.2", "0.25"}, {"0.3", " a5 0b"}, {"0.4", 1L},
-        {"0.5", "x"}, {"0.6", true}, {"0.7", -1L},    {"0.7", 0x0000FFL}};
+        {"g/text", "b"},     {"g/whole", "12"}, {"g/decimal", "0.25"},
+        {"g/hex", " a5 0b"}, {"g/choice", 1L},  {"g/free", "x"},
+        {"g/yes", true},     {"g/colour", -1L}, {"g/colour", 0x0000FFL}};
     for (const auto& [name, value] : changes)
         EXPECT_TRUE(Properties().ChangePropertyValue(name, value)) << name;
-    EXPECT_FALSE(Properties().ChangePropertyValue("0.8", "g"));
-    EXPECT_THAT(edits,
-                ElementsAre("4.0.0 g/text: b", "4.0.0 g/whole: 12", "4.0.0 g/decimal: 0.25",
-                            "4.8.3 g/hex: A50B", "4.0.0 g/choice: two", "4.0.0 g/free: x",
-                            "4.0.0 g/yes: 1", "4.0.0 g/colour: ", "4.0.0 g/colour: #FF0000"));
-    EXPECT_EQ(Shown("0.3"), "A50B");
-    EXPECT_TRUE(Properties().IsPropertyModified("0.3"));
+    EXPECT_FALSE(Properties().ChangePropertyValue("g/fixed", "g"));
+    EXPECT_THAT(edits, ElementsAre("g/text: b", "g/whole: 12", "g/decimal: 0.25", "g/hex: A50B",
+                                   "g/choice: two", "g/free: x", "g/yes: 1",
+                                   "g/colour: ", "g/colour: #FF0000"));
+    EXPECT_EQ(Shown("g/hex"), "A50B");
+    EXPECT_TRUE(Properties().IsPropertyModified("g/hex"));
 }
 
 TEST_F(Grid, KeepsTheOldValueWhenAnEditIsNotTaken) {
-    const SettingsRow told = {RowKind::kWholeNumber, "told", "1", "", {}, "not that!"};
-    grid->Fill({{"g", 0, {told, {RowKind::kWholeNumber, "hinted", "2"}}}});
-    for (const char* name : {"0.0", "0.1"})
+    const SettingsRow told = {"told", RowKind::kWholeNumber, "a", "1", "", {}, "not that!"};
+    grid->Fill({{"g", "g", {told, {"hinted", RowKind::kWholeNumber, "b", "2"}}}});
+    for (const char* name : {"told", "hinted"})
         for (const char* bad : {"", "-1", "1.5", "1 "})
             EXPECT_FALSE(Properties().ChangePropertyValue(name, bad)) << bad;
     answer = EditAnswer{Outcome::kRefused, "too large!"};
-    EXPECT_FALSE(Properties().ChangePropertyValue("0.1", "7"));
+    EXPECT_FALSE(Properties().ChangePropertyValue("hinted", "7"));
     EXPECT_TRUE(PumpUntil([&] { return prompts.boxes.size() == 5; }));
     std::vector<Box> refusals(4, Warning("not that!"));
     refusals.push_back(Warning("too large!"));
     EXPECT_EQ(prompts.boxes, refusals);
-    EXPECT_THAT(edits, ElementsAre("0.0.0 g/hinted: 7"));
-    EXPECT_EQ(Shown("0.0") + Shown("0.1"), "12");
+    EXPECT_THAT(edits, ElementsAre("hinted: 7"));
+    EXPECT_EQ(Shown("told") + Shown("hinted"), "12");
 }
 
 TEST_F(Grid, IsUsedByKeysAlone) {
-    grid->Fill({{"g", 0, {{RowKind::kText, "a", "old", "a"}, {RowKind::kText, "b", "old", "B"}}}});
+    grid->Fill(
+        {{"g",
+          "g",
+          {{"a", RowKind::kText, "a", "old", "a"}, {"b", RowKind::kText, "b", "old", "B"}}}});
     dialog->Raise();
     Properties().SetFocus();
     EXPECT_TRUE(PumpUntil([&] { return Help() == "a"; }));
     answer = EditAnswer{Outcome::kAccepted, "as taken"};
-    Type("0.0", "new");
+    Type("a", "new");
     Key(WXK_RETURN);
-    EXPECT_EQ(Shown("0.0"), "as taken");
+    EXPECT_EQ(Shown("a"), "as taken");
     Key(WXK_ESCAPE);
     Key(WXK_DOWN);
     EXPECT_EQ(Help(), "b\nB");
     Key(WXK_RETURN);
-    Type("0.1", "half");
+    Type("b", "half");
     Key(WXK_ESCAPE);
-    EXPECT_EQ(Properties().GetSelection()->GetName(), "0.1");
+    EXPECT_EQ(Properties().GetSelection()->GetName(), "b");
     EXPECT_FALSE(Properties().IsEditorFocused());
     Key(WXK_ESCAPE);
     EXPECT_TRUE(grid->Commit());
-    EXPECT_THAT(edits, ElementsAre("0.0.0 g/a: new"));
+    EXPECT_THAT(edits, ElementsAre("a: new"));
     EXPECT_TRUE(dialog->IsShown());
 }
 
 TEST_F(Grid, CommitsWhatIsBeingTypedAndSaysWhenItIsNotTaken) {
-    grid->Fill({{"g", 0, {{RowKind::kDecimal, "a", "1", "", {}, "not that!"}}}});
-    Type("0.0", "2.5");
+    grid->Fill({{"g", "g", {{"a", RowKind::kDecimal, "a", "1", "", {}, "not that!"}}}});
+    Type("a", "2.5");
     EXPECT_TRUE(grid->Commit());
-    Type("0.0", "2,5");
+    Type("a", "2,5");
     EXPECT_FALSE(grid->Commit());
     EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
     EXPECT_TRUE(grid->Commit());
-    EXPECT_THAT(edits, ElementsAre("0.0.0 g/a: 2.5"));
+    EXPECT_THAT(edits, ElementsAre("a: 2.5"));
     EXPECT_THAT(prompts.boxes, ElementsAre(Warning("not that!")));
     EXPECT_EQ(Properties().GetEditorTextCtrl()->GetValue(), "2.5");
 }
 
 TEST_F(Grid, RebuiltKeepsItsPlaceItsFoldsAndWhatIsBeingTyped) {
     grid->Fill(Many());
-    Properties().Collapse("0.1");
-    Type("1.1.25", "half");
+    Properties().Collapse("0/1");
+    Type("1/1/25", "half");
     const int scroll = Properties().GetScrollPos(wxVERTICAL);
     EXPECT_GT(scroll, 0);
     grid->Fill(Many());
     EXPECT_EQ(Properties().GetScrollPos(wxVERTICAL), scroll);
-    EXPECT_FALSE(Properties().IsPropertyExpanded("0.1"));
-    EXPECT_TRUE(Properties().IsPropertyExpanded("1.1"));
+    EXPECT_FALSE(Properties().IsPropertyExpanded("0/1"));
+    EXPECT_TRUE(Properties().IsPropertyExpanded("1/1"));
     EXPECT_TRUE(edits.empty());
     EXPECT_TRUE(grid->Commit());
-    EXPECT_THAT(edits, ElementsAre("11.0.0 inner/row 25: half"));
+    EXPECT_THAT(edits, ElementsAre("1/1/25: half"));
     grid->Fill({});
     EXPECT_FALSE(Properties().IsShown());
 }
 
+/// A group with a row for every letter, whose texts they are.
+SettingsRows Letters(const std::string& group, const std::string& letters) {
+    SettingsGroup rows{group, group, {}};
+    for (const char letter : letters) {
+        const std::string text(1, letter);
+        rows.rows.push_back({group + '/' + text, RowKind::kText, text, text});
+    }
+    return {rows};
+}
+
+TEST_F(Grid, RebuiltWithRowsThatHaveMovedFollowsTheirKeys) {
+    const auto fill = [this](const std::string& first, const std::string& second) {
+        SettingsRows groups = Letters(first.substr(0, 1), first.substr(1));
+        groups.push_back(Letters(second.substr(0, 1), second.substr(1)).front());
+        grid->Fill(groups);
+    };
+    fill("Gabc", "Hd");
+    Properties().Collapse("H");
+    Type("G/b", "half");
+    fill("Hd", "Gxacb");
+    EXPECT_EQ(Chosen() + '=' + Edited(), "G/b=half");
+    EXPECT_FALSE(Properties().IsPropertyExpanded("H"));
+    EXPECT_TRUE(Properties().IsPropertyExpanded("G"));
+    fill("Hd", "Gxac");
+    EXPECT_TRUE(grid->Commit() && edits.empty());
+    EXPECT_EQ(Shown("G/x") + Shown("G/a") + Shown("G/c"), "xac");
+    EXPECT_NE(Chosen(), "G/b");
+}
+
+TEST_F(Grid, TakesNoKeyForThePathOfAnotherRow) {
+    grid->Fill(Letters("g.g", "g/a"));
+    Type("g.g/a", "half");
+    grid->Fill(Letters("g", "g/a"));
+    EXPECT_TRUE(grid->Commit() && edits.empty());
+}
+
 TEST_F(Grid, AsksForAnotherColour) {
     constexpr long kOther = -2;
-    grid->Fill({{"g", 0, {{RowKind::kColour, "c", ""}}}});
-    EXPECT_EQ(Shown("0.0"), "default");
-    Properties().ChangePropertyValue("0.0", kOther);
+    grid->Fill({{"g", "g", {{"c", RowKind::kColour, "c", ""}}}});
+    EXPECT_EQ(Shown("c"), "default");
+    Properties().ChangePropertyValue("c", kOther);
     PumpUntil([] { return false; }, 50);
     EXPECT_TRUE(edits.empty());
     prompts.colour = 0x563412;
-    Properties().ChangePropertyValue("0.0", kOther);
+    Properties().ChangePropertyValue("c", kOther);
     EXPECT_TRUE(PumpUntil([&] { return !edits.empty(); }));
-    EXPECT_THAT(edits, ElementsAre("0.0.0 g/c: #123456"));
-    EXPECT_EQ(Shown("0.0"), "#123456");
+    EXPECT_THAT(edits, ElementsAre("c: #123456"));
+    EXPECT_EQ(Shown("c"), "#123456");
 }
 
 TEST_F(Grid, IsNarrowedToNamesAndShownValues) {
     // clang-format off
-    grid->Fill({{"port", 0, {{RowKind::kText, "串口Port一", "9600"}, {RowKind::kYesNo, "on", kRowYes}}, {{"empty", 1, {}},
-        {"port", 2, {{RowKind::kChoice, "mode", "全部随机", "", {"全部随机", "one"}}, {RowKind::kColour, "back", "#FF0000"}}}}}});
+    grid->Fill({{"0", "port", {{"a", RowKind::kText, "串口Port一", "9600"}, {"b", RowKind::kYesNo, "on", kRowYes}}, {{"1", "empty", {}},
+        {"2", "port", {{"c", RowKind::kChoice, "mode", "全部随机", "", {"全部随机", "one"}}, {"d", RowKind::kColour, "back", "#FF0000"}}}}}});
     const std::tuple<const char*, int, const char*> cases[] = {
-        {" \t口pORT　", 1, "0 0.0 "}, {"随机", 1, "0 0.3 0.3.0 "}, {"RED", 1, "0 0.3 0.3.1 "}, {"0", 1, "0 0.0 "},
-        {"port empty", 0, ""}, {"true", 0, ""}, {"o", 3, "0 0.0 0.1 0.3 0.3.0 "}, {"　", 4, "0 0.0 0.1 0.2 0.3 0.3.0 0.3.1 "}};
+        {" \t口pORT　", 1, "0 a "}, {"随机", 1, "0 2 c "}, {"RED", 1, "0 2 d "}, {"0", 1, "0 a "},
+        {"port empty", 0, ""}, {"true", 0, ""}, {"o", 3, "0 a b 2 c "}, {"　", 4, "0 a b 1 2 c d "}};
     // clang-format on
     for (const auto& [text, found, listed] : cases) {
         EXPECT_EQ(grid->Filter(wxString::FromUTF8(text)), found) << text;
@@ -215,15 +255,15 @@ TEST_F(Grid, IsNarrowedToNamesAndShownValues) {
 
 TEST_F(Grid, GivesBackWhatAFilterHid) {
     grid->Fill(Many());
-    Properties().Collapse("0.1");
-    Properties().SelectProperty("1.1.7");
-    Properties().ChangePropertyValue("1.1.7", "x");
+    Properties().Collapse("0/1");
+    Properties().SelectProperty("1/1/7");
+    Properties().ChangePropertyValue("1/1/7", "x");
     EXPECT_EQ(grid->Filter("row 7"), 2);
     grid->Fill(Many());
-    EXPECT_EQ(Listed(), "0 0.1 0.1.7 1 1.1 1.1.7 ");
+    EXPECT_EQ(Listed(), "0 0/1 0/1/7 1 1/1 1/1/7 ");
     Properties().SetFocus();
     const std::pair<int, const char*> keys[] = {
-        {WXK_UP, "1.1"}, {WXK_HOME, "0"}, {WXK_DOWN, "0.1"}, {WXK_PAGEDOWN, "1.1.7"}};
+        {WXK_UP, "1/1"}, {WXK_HOME, "0"}, {WXK_DOWN, "0/1"}, {WXK_PAGEDOWN, "1/1/7"}};
     for (const auto& [key, name] : keys) {
         Key(key);
         EXPECT_EQ(Chosen(), name);
@@ -231,55 +271,55 @@ TEST_F(Grid, GivesBackWhatAFilterHid) {
     grid->Filter("first");
     EXPECT_FALSE(grid->ChosenRow() || grid->ChosenGroup());
     grid->Filter("row 7");
-    EXPECT_EQ(Chosen(), "1.1.7");
+    EXPECT_EQ(Chosen(), "1/1/7");
     EXPECT_EQ(grid->ChosenRow()->name, "row 7");
-    Properties().SelectProperty("0.1.7");
+    Properties().SelectProperty("0/1/7");
     grid->Filter("");
-    EXPECT_EQ(Chosen(), "0.1");
-    EXPECT_EQ(grid->ChosenGroup()->index, 10);
-    EXPECT_EQ(Listed().substr(0, 22), "0 0.0 0.1 1 1.0 1.1 1.");
+    EXPECT_EQ(Chosen(), "0/1");
+    EXPECT_EQ(grid->ChosenGroup()->key, "0/1");
+    EXPECT_EQ(Listed().substr(0, 22), "0 0/0 0/1 1 1/0 1/1 1/");
 }
 
 TEST_F(Grid, FiltersWithoutLosingAnEdit) {
-    const SettingsRow number = {RowKind::kWholeNumber, "ab", "1", "", {}, "not that!"};
-    grid->Fill({{"g", 0, {number, {RowKind::kText, "ac", "2"}}}});
-    Type("0.0", "x");
+    const SettingsRow number = {"b", RowKind::kWholeNumber, "ab", "1", "", {}, "not that!"};
+    grid->Fill({{"g", "g", {number, {"c", RowKind::kText, "ac", "2"}}}});
+    Type("b", "x");
     grid->Filter("ab");
     EXPECT_EQ(Edited(), "x");
     EXPECT_EQ(grid->Filter("ac"), 1);
-    EXPECT_EQ(Listed(), "0 0.0 0.1 ");
+    EXPECT_EQ(Listed(), "g b c ");
     EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
     grid->Filter("");
-    Type("0.0", "34");
+    Type("b", "34");
     EXPECT_EQ(grid->Filter("C"), 1);
-    EXPECT_THAT(edits, ElementsAre("0.0.0 g/ab: 34"));
-    EXPECT_EQ(Listed(), "0 0.1 ");
+    EXPECT_THAT(edits, ElementsAre("b: 34"));
+    EXPECT_EQ(Listed(), "g c ");
     EXPECT_EQ(grid->Filter("2"), 1);
-    Properties().ChangePropertyValue("0.1", "9");
-    EXPECT_EQ(Listed(), "0 0.1 ");
+    Properties().ChangePropertyValue("c", "9");
+    EXPECT_EQ(Listed(), "g c ");
     EXPECT_EQ(grid->Filter("3"), 1);
-    EXPECT_TRUE(Properties().IsPropertyModified("0.0"));
+    EXPECT_TRUE(Properties().IsPropertyModified("b"));
 }
 
 TEST_F(Grid, ShowsWhatTheProgramChanges) {
-    // clang-format off
-    grid->Fill({{"g", 3, {{RowKind::kText, "a", "old", "", {}, "", 5, 1},
-                          {RowKind::kChoice, "b", "x", "", {"x", "y"}, "", 5, 2}}}});
-    // clang-format on
-    Type("0.0", "half");
-    EXPECT_TRUE(grid->Change(3, 5, 1, "new"));
+    grid->Fill({{"g",
+                 "g",
+                 {{"g/1", RowKind::kText, "a", "old"},
+                  {"g/2", RowKind::kChoice, "b", "x", "", {"x", "y"}}}}});
+    Type("g/1", "half");
+    EXPECT_TRUE(grid->Change("g/1", "new"));
     EXPECT_EQ(Edited(), "new");
-    EXPECT_TRUE(Properties().IsPropertyModified("0.0"));
+    EXPECT_TRUE(Properties().IsPropertyModified("g/1"));
     grid->Filter("a");
-    EXPECT_TRUE(grid->Change(3, 5, 2, "unlisted"));
-    EXPECT_EQ(Listed(), "0 0.0 ");
+    EXPECT_TRUE(grid->Change("g/2", "unlisted"));
+    EXPECT_EQ(Listed(), "g g/1 ");
     EXPECT_EQ(grid->Filter("LIST"), 1);
-    EXPECT_EQ(Shown("0.1"), "unlisted");
-    EXPECT_FALSE(grid->Change(5, 5, 1, "new"));
+    EXPECT_EQ(Shown("g/2"), "unlisted");
+    EXPECT_FALSE(grid->Change("g", "new") || grid->Change("g.1", "new"));
     EXPECT_TRUE(edits.empty());
     grid->Filter("");
     grid->Fill(Many());
-    EXPECT_TRUE(grid->Change(11, 0, 0, "new"));
+    EXPECT_TRUE(grid->Change("1/1/29", "new"));
     EXPECT_GT(Properties().GetScrollPos(wxVERTICAL), 0);
 }
 
@@ -298,7 +338,7 @@ TEST_F(Grid, IsFilledOnAPageThatHasNotBeenShown) {
     book->SetSelection(1);
     Properties().SetFocus();
     ASSERT_TRUE(PumpUntil([&] { return Properties().GetSelection() != nullptr; }));
-    EXPECT_EQ(Chosen(), "0.0");
+    EXPECT_EQ(Chosen(), "0/0");
     const auto tabTo = [](wxWindow* window, int modifiers) {
         const auto focused = [=] { return window->IsDescendant(wxWindow::FindFocus()); };
         for (int presses = 0; presses < 4 && !focused(); ++presses) {
