@@ -3,10 +3,9 @@
 #include <fmt/printf.h>
 #include <wx/sizer.h>
 
-#include <algorithm>
-
 #include "widgets/common_texts.h"
-#include "widgets/fonts.h"
+#include "widgets/exchange_texts.h"
+#include "widgets/settings_state_text.h"
 #include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
@@ -15,9 +14,6 @@ namespace sontaro {
 namespace {
 
 constexpr const char* kName = "control-protocol";  // in the preferences
-constexpr int kKeepAliveTimer = 7;
-constexpr int kKeepAliveMilliseconds = 2000;
-constexpr int kLeavingMilliseconds = 1000;
 constexpr std::size_t kMostDigitsShown = 48;
 
 constexpr LocalText kTabs[] = {
@@ -25,9 +21,6 @@ constexpr LocalText kTabs[] = {
     {"布局", "Layouts"}, {"投影控制", "Projectors"},
 };
 static_assert(std::size(kTabs) == kControlProtocolGrids);
-
-constexpr LocalText kFilter = {"筛选", "Filter"};
-constexpr LocalText kFilterHint = {"名称或数值中包含的文字", "Text in a name or a value"};
 
 struct FileTexts {
     LocalText caption, filter, name;
@@ -40,28 +33,15 @@ constexpr FileTexts kSaveTexts = {{"保存控制协议文件", "Save ControlProt
                                   {"控制协议", "ControlProtocol"}};
 constexpr const char* kExtension = "JSON";
 
-/// In the order of `ControlProtocolRun::State`.
-constexpr LocalText kStates[] = {
+/// In the order of `AskingChain::Step`.
+constexpr LocalText kSteps[] = {
     {"正在读取播放器的数据…", "Reading the player's data…"},
     {"正在读取播放器的数据…", "Reading the player's data…"},
     {"正在等待播放器的名称列表…", "Waiting for the player's list of names…"},
     {"正在读取控制协议…", "Reading the control protocol…"},
-    {"无法连接播放器。请关闭本窗口，检查播放器后重试。",
-     "The player cannot be reached. Close this window, check the player and try again."},
-    {"播放器返回错误 %d，所示内容未得到播放器确认。",
-     "The player has answered with error %d. It does not hold what is shown."},
-    {"播放器没有发来可用的控制协议，所示为默认值。",
-     "The player has sent no control protocol that can be used. These are the defaults."},
-    {"与播放器中的设置一致。", "As the player has sent them."},
-    {"有修改尚未发送到播放器。", "There are changes that have not been sent to the player."},
-    {"未能发送：无法连接播放器。", "Nothing has been sent: the player cannot be reached."},
-    {"正在等待播放器确认…", "Waiting for the player to confirm…"},
-    {"已发送，但连接已断开，播放器没有确认。",
-     "Sent, but the player has not confirmed: the connection has ended."},
-    {"播放器已确认。", "The player has confirmed."},
-    {"播放器已确认，正在重启。请关闭本窗口。",
-     "The player has confirmed, and restarts. Close this window."},
 };
+
+constexpr LocalText kLearn = {"从串口学习命令", "Learn from the serial line"};
 
 /// In the order of `SerialLineState::Kind`.
 constexpr LocalText kLines[] = {
@@ -69,32 +49,38 @@ constexpr LocalText kLines[] = {
     {"已连接。串口收到的命令会写入所选视频类别的“切换命令”。",
      "Connected. Commands from the serial line go into Send Cmd of the chosen video type."},
     {"已从串口学习 %s，写入视频类别%d。", "Learned %s from the serial line, for Video Type%d."},
+    {"已从串口学习 %s，写入视频类别%d，替换了 %s。",
+     "Learned %s from the serial line, for Video Type%d, in place of %s."},
     {"串口收到 %s。要学习命令，请先选中一个视频类别的行。",
      "Received %s from the serial line. To learn it, choose a row of a video type."},
+    {"串口收到 %s，正在编辑单元格，未写入。",
+     "Received %s from the serial line. Not learned: a cell is being edited."},
+    {"串口收到 %s，未学习。", "Received %s from the serial line. Not learned."},
     {"串口收到 %s，正在发送设置，未写入。",
      "Received %s from the serial line. Not learned: the settings are being sent."},
-    {"未连接", "Not connected"},
 };
+
+std::string Shortened(const std::string& command) {
+    return command.size() > kMostDigitsShown ? command.substr(0, kMostDigitsShown) + "…" : command;
+}
 
 }  // namespace
 
 CControlProtocol::CControlProtocol(wxWindow* parent, const UiServices& services,
                                    const DeviceRecord& player, ProtocolVariant variant)
     : FeatureDialog(parent, Window::kControlProtocol, services),
-      player_{player.ip, player.tcpPort, 0},
-      run_(*this, services.Messages(), player.ip, ControlProtocolPath(services.programFolder),
-           variant),
-      keepAlive_(this, kKeepAliveTimer),
-      leaving_(this) {
+      run_(*this, services.Messages(), Exchange(), {player.ip, player.tcpPort, 0},
+           ControlProtocolPath(services.programFolder), variant) {
     LayOut(player);
     BindEvents();
-    ShowModel();
+    ShowRows();
     StateChanged();
     CentreOnParent();
     RestoreWindow(*this, nullptr, kName, services.preferences);
     CallAfter([this] {
-        FocusGrid();
-        run_.Opened();
+        grids_->FocusRows();
+        asked_ = true;
+        run_.Settings().Read();
     });
 }
 
@@ -106,50 +92,28 @@ void CControlProtocol::LayOut(const DeviceRecord& player) {
     const int gap = FromDIP(10);
     const wxSizerFlags line = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap);
     auto* column = new wxBoxSizer(wxVERTICAL);
-    auto* head = new wxBoxSizer(wxHORIZONTAL);
-    head->Add(MakeHeading(player), wxSizerFlags().CentreVertical());
-    head->AddStretchSpacer();
-    head->Add(MakeFilterRow(), wxSizerFlags().CentreVertical());
-    column->Add(head, line);
-    column->Add(MakeTabs(), wxSizerFlags(line).Proportion(1));
-    state_ = MakeStateLine();
+    grids_ = new TabbedGrids(this, {kProtocolTabs, kProtocolFilter, kProtocolGrid + 1}, kTabs,
+                             Services().Messages(),
+                             [this](const SettingsEdit& edit) { return run_.Edit(edit); });
+    grids_->Head().Prepend(MakeHeading(player, grids_), wxSizerFlags().CentreVertical());
+    column->Add(grids_, wxSizerFlags(line).Proportion(1));
+    column->Add(MakeStateRow(state_), line);
     state_->SetId(kProtocolState);
-    column->Add(state_, line);
-    line_ = MakeStateLine();
-    line_->SetId(kProtocolLine);
-    column->Add(line_, line);
+    column->Add(MakeLearningRow(), line);
     column->Add(MakeFileButtonRow(kOpenProtocol, kSaveProtocol),
                 wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
 
-wxSizer* CControlProtocol::MakeFilterRow() {
+wxSizer* CControlProtocol::MakeLearningRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(new wxStaticText(this, wxID_ANY, ButtonLabel(kFilter, 'F')),
-             wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(6)));
-    filter_ = new wxSearchCtrl(this, kProtocolFilter);
-    filter_->SetDescriptiveText(ToWx(kFilterHint));
-    filter_->ShowCancelButton(true);
-    filter_->SetMinSize(wxSize(30 * LetterWidth(*this), wxDefaultCoord));
-    row->Add(filter_, wxSizerFlags().CentreVertical());
+    line_ = MakeStateLine();
+    line_->SetId(kProtocolLine);
+    row->Add(line_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
+    learns_ = new wxCheckBox(this, kProtocolLearn, ButtonLabel(kLearn, 'L'));
+    learns_->SetValue(true);
+    row->Add(learns_, wxSizerFlags().CentreVertical());
     return row;
-}
-
-wxBookCtrlBase* CControlProtocol::MakeTabs() {
-    tabs_ = new wxNotebook(this, kProtocolTabs);
-    for (std::size_t i = 0; i < grids_.size(); ++i) {
-        auto* page = new wxPanel(tabs_);
-        auto* grid = new SettingsGrid(page, kProtocolGrid + 1 + static_cast<int>(i), true,
-                                      Services().Messages(),
-                                      [this](const SettingsEdit& edit) { return run_.Edit(edit); });
-        grid->SetMinSize(wxSize(76 * LetterWidth(*this), 26 * GetCharHeight()));
-        auto* column = new wxBoxSizer(wxVERTICAL);
-        column->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
-        page->SetSizer(column);
-        tabs_->AddPage(page, ToWx(kTabs[i]));
-        grids_[i] = grid;
-    }
-    return tabs_;
 }
 
 void CControlProtocol::BindEvents() {
@@ -157,112 +121,52 @@ void CControlProtocol::BindEvents() {
         Bind(
             wxEVT_BUTTON,
             [this, action](wxCommandEvent&) {
-                if (CommitAll()) action();
+                if (grids_->Commit()) action();
             },
             id);
     };
-    onPress(wxID_OK, [this] { run_.Upload(); });
+    onPress(wxID_OK, [this] { run_.Settings().Save(); });
     onPress(kOpenProtocol, [this] { AskForFile(FileQuestion::Purpose::kOpen); });
     onPress(kSaveProtocol, [this] { AskForFile(FileQuestion::Purpose::kSave); });
-    tabs_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, [this](wxBookCtrlEvent& event) {
-        const int left = event.GetOldSelection();
-        if (left >= 0 && !grids_[static_cast<std::size_t>(left)]->Commit()) event.Veto();
-    });
-    Bind(wxEVT_CHAR_HOOK, &CControlProtocol::OnKey, this);
-    filter_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { Filter(); });
-    filter_->Bind(wxEVT_SEARCH_CANCEL, [this](wxCommandEvent&) { filter_->Clear(); });
-    filter_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-        if (event.GetKeyCode() == WXK_ESCAPE)
-            filter_->Clear();
-        else
-            event.Skip();
-    });
-    Bind(
-        wxEVT_TIMER, [this](wxTimerEvent&) { run_.KeepAlive(); }, kKeepAliveTimer);
-    Bind(
-        wxEVT_TIMER, [this](wxTimerEvent&) { EndModal(wxID_CANCEL); }, leaving_.GetId());
-}
-
-/// Ctrl with Tab turns the pages, from within a cell as well.
-void CControlProtocol::OnKey(wxKeyEvent& event) {
-    if (event.GetKeyCode() != WXK_TAB || !event.ControlDown()) {
+    learns_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) { run_.Learn(event.IsChecked()); });
+    grids_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
         event.Skip();
-        return;
-    }
-    tabs_->AdvanceSelection(!event.ShiftDown());
-    FocusGrid();
+        // What is not seen must not be learned for.
+        if (event.GetOldSelection() == static_cast<int>(kCategoryGrid))
+            grids_->Grid(kCategoryGrid).ChooseNone();
+    });
 }
 
-void CControlProtocol::FocusGrid() {
-    wxWindow& rows = grids_[static_cast<std::size_t>(tabs_->GetSelection())]->Properties();
-    if (rows.IsShown())
-        rows.SetFocus();
-    else
-        tabs_->SetFocus();  // a filter has found nothing
-}
-
-bool CControlProtocol::MayClose() { return !leaving_.IsRunning() && FeatureDialog::MayClose(); }
+bool CControlProtocol::MayClose() { return !leaving_ && FeatureDialog::MayClose(); }
 
 /// What has just been sent gets its time to leave.
 void CControlProtocol::Leave() {
-    run_.Closing();
+    leaving_ = true;
     Disable();
-    leaving_.StartOnce(kLeavingMilliseconds);
+    run_.Leave([this] { EndModal(wxID_CANCEL); });
 }
 
-bool CControlProtocol::Send(const DevicePacket& packet) { return SendPacket(packet, {player_}); }
-
-void CControlProtocol::ShowModel() {
-    auto rows = run_.Rows();
-    for (std::size_t i = 0; i < grids_.size(); ++i) grids_[i]->Fill(std::move(rows[i]));
-    Filter();
-}
-
-void CControlProtocol::ShowChange(const SettingsEdit& change) {
-    for (SettingsGrid* grid : grids_)
-        if (grid->Change(change.key, change.text)) return;
-}
-
-void CControlProtocol::MarkSaved() {
-    for (SettingsGrid* grid : grids_) grid->ForgetChanges();
+void CControlProtocol::ReadAgain() {
+    if (grids_->Commit()) run_.Settings().Read();
 }
 
 std::optional<int> CControlProtocol::ChosenCategory() const {
-    const SettingsGroup* group = grids_[kCategoryGrid]->ChosenGroup();
+    if (grids_->Page() != kCategoryGrid) return std::nullopt;
+    const SettingsGroup* group = grids_->Grid(kCategoryGrid).ChosenGroup();
     return group ? VideoCategoryIn(*group) : std::nullopt;
 }
 
-void CControlProtocol::KeepAliveEvery2Seconds(bool wanted) {
-    if (!wanted)
-        keepAlive_.Stop();
-    else if (!keepAlive_.IsRunning())
-        keepAlive_.Start(kKeepAliveMilliseconds);
-}
+bool CControlProtocol::IsEditingCategory() const { return grids_->Grid(kCategoryGrid).IsEditing(); }
 
 void CControlProtocol::StateChanged() {
+    const SettingsRun& settings = run_.Settings();
     state_->SetLabelText(StateText());
     line_->SetLabelText(LineText());
-    FindWindow(wxID_OK)->Enable(run_.MayUpload());
-    FindWindow(kOpenProtocol)->Enable(run_.MayUseFiles());
-    FindWindow(kSaveProtocol)->Enable(run_.MayUseFiles());
-}
-
-bool CControlProtocol::CommitAll() {
-    return std::ranges::all_of(grids_, [](SettingsGrid* grid) { return grid->Commit(); });
-}
-
-/// Every tab says how many of its rows contain the text.
-void CControlProtocol::Filter() {
-    const wxString text = filter_->GetValue();
-    const bool isOn = !text.Strip(wxString::both).empty();
-    for (std::size_t i = 0; i < grids_.size(); ++i) {
-        const int hits = grids_[i]->Filter(text);
-        wxString label = ToWx(kTabs[i]);
-        if (isOn) label += wxString::Format(" (%d)", hits);
-        if (tabs_->GetPageText(i) == label) continue;
-        tabs_->SetPageText(i, label);
-        tabs_->Refresh();  // where there was a longer one, it would stay
-    }
+    ShowReadAgain(settings.IsConnected() || !asked_);
+    FindWindow(kReadAgainButton)->Enable(!settings.IsLocked());
+    FindWindow(wxID_OK)->Enable(settings.MaySend());
+    FindWindow(kOpenProtocol)->Enable(settings.MayOpen());
+    FindWindow(kSaveProtocol)->Enable(settings.MayKeep());
 }
 
 void CControlProtocol::AskForFile(FileQuestion::Purpose purpose) {
@@ -273,22 +177,24 @@ void CControlProtocol::AskForFile(FileQuestion::Purpose purpose) {
                                                         Localized(texts.name), kExtension});
     if (!path) return;
     if (saves)
-        run_.SaveFile(*path);
+        run_.Settings().SaveFile(*path);
     else
-        run_.OpenFile(*path);
+        run_.Settings().OpenFile(*path);
 }
 
 wxString CControlProtocol::StateText() const {
-    const LocalText& text = kStates[static_cast<std::size_t>(run_.CurrentState())];
-    return ToWx(fmt::sprintf(Localized(text), run_.LastResult()));
+    const SettingsRun& settings = run_.Settings();
+    if (settings.State() != SettingsState::kWaiting || settings.SecondsWithoutAnswer() > 0)
+        return ToWx(StateTextOf(settings));
+    return ToWx(kSteps[static_cast<std::size_t>(run_.Asking().CurrentStep())]);
 }
 
 wxString CControlProtocol::LineText() const {
+    if (asked_ && !run_.Settings().IsConnected()) return ToWx(kNotConnected);
     const SerialLineState& line = run_.SerialLine();
-    std::string command = line.command;
-    if (command.size() > kMostDigitsShown) command = command.substr(0, kMostDigitsShown) + "…";
     const LocalText& text = kLines[static_cast<std::size_t>(line.kind)];
-    return ToWx(fmt::sprintf(Localized(text), command, line.category + 1));
+    return ToWx(fmt::sprintf(Localized(text), Shortened(line.command), line.category + 1,
+                             Shortened(line.replaced)));
 }
 
 }  // namespace sontaro

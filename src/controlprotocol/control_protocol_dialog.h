@@ -1,17 +1,14 @@
 // The control protocol of one player.
 #pragma once
 
-#include <wx/notebook.h>
-#include <wx/srchctrl.h>
+#include <wx/checkbox.h>
 #include <wx/stattext.h>
-#include <wx/timer.h>
 
-#include <array>
 #include <optional>
 
 #include "controlprotocol/control_protocol_run.h"
 #include "widgets/feature_dialog.h"
-#include "widgets/settings_grid.h"
+#include "widgets/tabbed_grids.h"
 
 namespace sontaro {
 
@@ -23,6 +20,7 @@ inline constexpr int kProtocolTabs = 2610;
 inline constexpr int kProtocolFilter = 2611;
 inline constexpr int kProtocolState = 2612;
 inline constexpr int kProtocolLine = 2613;
+inline constexpr int kProtocolLearn = 2614;
 
 /// Reads the control protocol of a player into five grids on tabs, and uploads it on OK. Learns
 /// commands from the player's serial line. Closes only through Cancel or its close box.
@@ -34,38 +32,36 @@ class CControlProtocol : public FeatureDialog, private ControlProtocolView {
 
    private:
     void LayOut(const DeviceRecord& player);
-    [[nodiscard]] wxSizer* MakeFilterRow();
-    [[nodiscard]] wxBookCtrlBase* MakeTabs();
+    [[nodiscard]] wxSizer* MakeLearningRow();
     void BindEvents();
 
-    void HandleMessage(WindowMessage& message) override { run_.Handle(message); }
+    void HandleMessage(WindowMessage& message) override { run_.Settings().Handle(message); }
     [[nodiscard]] bool MayClose() override;
     void Leave() override;
-    [[nodiscard]] bool Send(const DevicePacket& packet) override;
-    void ShowModel() override;
-    void ShowChange(const SettingsEdit& change) override;
-    void MarkSaved() override;
+    void ReadAgain() override;
+    [[nodiscard]] bool HasUnsentChanges() const override {
+        return run_.Settings().HasUnsentChanges();
+    }
+    void ShowRows() override { grids_->Fill(run_.Rows()); }
+    void ShowConfirmed() override { grids_->ShowConfirmed(run_.Settings().Confirmed()); }
+    void ShowChange(const SettingsEdit& change) override {
+        grids_->Change(change.key, change.text);
+    }
     [[nodiscard]] std::optional<int> ChosenCategory() const override;
-    void KeepAliveEvery2Seconds(bool wanted) override;
+    [[nodiscard]] bool IsEditingCategory() const override;
     void StateChanged() override;
 
-    void OnKey(wxKeyEvent& event);
-    void FocusGrid();
-    [[nodiscard]] bool CommitAll();
-    void Filter();
     void AskForFile(FileQuestion::Purpose purpose);
     [[nodiscard]] wxString StateText() const;
     [[nodiscard]] wxString LineText() const;
 
-    const Target player_;
     ControlProtocolRun run_;
-    wxTimer keepAlive_;
-    wxTimer leaving_;
-    std::array<SettingsGrid*, kControlProtocolGrids> grids_{};
-    wxNotebook* tabs_ = nullptr;
-    wxSearchCtrl* filter_ = nullptr;
+    TabbedGrids* grids_ = nullptr;
     wxStaticText* state_ = nullptr;
     wxStaticText* line_ = nullptr;
+    wxCheckBox* learns_ = nullptr;
+    bool asked_ = false;  // the player; before, there is nothing to connect again
+    bool leaving_ = false;
 };
 
 }  // namespace sontaro

@@ -6,9 +6,8 @@ namespace sontaro {
 
 namespace {
 
-// A write has the argument of a read; the player knows it by its payload.
-constexpr SettingsDialogDesign kDesign = {
-    Window::kOsd, "osd", {kBlockOsd, MessageId::kOsd, 0, false}, true, true};
+constexpr SettingsDialogDesign kDesign = {Window::kOsd, "osd", kBlockOsd, true,
+                                          FeatureDialog::Addressing::kPlayer};
 
 }  // namespace
 

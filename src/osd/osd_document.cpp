@@ -218,7 +218,22 @@ std::optional<Json::Value> ParseElement(std::string_view text) {
     return data[0];
 }
 
+/// Whether the text is that of a player without settings.
+bool HasNoElement(std::string_view text) {
+    if (text.empty()) return true;
+    const Result<Json::Value> document = ParseJson(text);
+    if (!document || !document->isObject()) return false;
+    const Json::Value& data = (*document)["data"];
+    return data.isNull() || (data.isArray() && data.empty());
+}
+
 }  // namespace
+
+bool OsdSettings::TakeReply(std::string_view text) {
+    const bool taken = Take(text);
+    holdsDefaults_ = !taken;
+    return taken || HasNoElement(text);
+}
 
 bool OsdSettings::Take(std::string_view text) {
     const std::optional<Json::Value> element = ParseElement(text);

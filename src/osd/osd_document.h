@@ -41,12 +41,14 @@ struct OsdRecord {
 /// range or not.
 class OsdSettings : public SettingsDocument {
    public:
-    /// Changes nothing when false.
-    [[nodiscard]] bool TakeReply(std::string_view text) override { return Take(text); }
+    /// A player without settings sends nothing, or a document without an element: what is shown
+    /// stays. Changes nothing when false.
+    [[nodiscard]] bool TakeReply(std::string_view text) override;
     [[nodiscard]] bool TakeFile(std::string_view text) override { return Take(text); }
     [[nodiscard]] std::string Write() const override;
     [[nodiscard]] SettingsRows Rows() const override;
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override;
+    [[nodiscard]] bool HoldsDefaults() const override { return holdsDefaults_; }
     /// Too long a line must not be sent.
     [[nodiscard]] std::optional<LocalText> RefusalToSend() const override;
 
@@ -54,6 +56,7 @@ class OsdSettings : public SettingsDocument {
     [[nodiscard]] bool Take(std::string_view text);
 
     OsdRecord settings_;
+    bool holdsDefaults_ = true;
     Json::Value read_ = Json::Value(Json::objectValue);  // as it came, unknown keys included
 };
 

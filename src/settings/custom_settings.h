@@ -121,6 +121,7 @@ class CCustomSettingAnalysor {
     [[nodiscard]] std::optional<GridRow> RowWithKey(std::string_view key) const;
     void Clear();
     [[nodiscard]] bool HasItems() const;
+    [[nodiscard]] const std::vector<Group>& Groups() const { return groups_; }
 
    private:
     std::optional<Json::Value> version_;

@@ -6,18 +6,13 @@ namespace sontaro {
 
 namespace {
 
-constexpr SettingsDialogDesign Design(Window window, const char* name, SettingsBlock block,
-                                      MessageId reply) {
-    return {window, name, {block, reply, 1, true}, false, false};
-}
-
-constexpr auto kCaveDesign = Design(Window::kCave, "cave", kBlockCave, MessageId::kCave);
-constexpr auto kSerialPortDesign = Design(Window::kExtendedSerialPort, "extendedSerialPort",
-                                          kBlockExtendedSerialPort, MessageId::kExtendedSerialPort);
-constexpr auto kTouchActionDesign =
-    Design(Window::kTouchAction, "touchAction", kBlockTouchAction, MessageId::kTouchAction);
-constexpr auto kSubtitlesDesign =
-    Design(Window::kSubtitles, "subtitles", kBlockSubtitles, MessageId::kSubtitles);
+constexpr SettingsDialogDesign kCaveDesign = {Window::kCave, "cave", kBlockCave};
+constexpr SettingsDialogDesign kSerialPortDesign = {Window::kExtendedSerialPort,
+                                                    "extendedSerialPort", kBlockExtendedSerialPort};
+constexpr SettingsDialogDesign kTouchActionDesign = {Window::kTouchAction, "touchAction",
+                                                     kBlockTouchAction};
+constexpr SettingsDialogDesign kSubtitlesDesign = {Window::kSubtitles, "subtitles",
+                                                   kBlockSubtitles};
 
 }  // namespace
 

@@ -1,19 +1,24 @@
 #include "settings/custom_settings_document.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace sontaro {
 
-bool CustomSettings::TakeReply(std::string_view text) {
-    settings_.Clear();
-    return TakeFile(text);
-}
-
-bool CustomSettings::TakeFile(std::string_view text) {
+bool CustomSettings::Take(std::string_view text) {
     CCustomSettingAnalysor read;
     if (!read.Parse(text) || !read.HasItems()) return false;
     settings_ = std::move(read);
     return true;
+}
+
+std::vector<std::string> CustomSettings::Keys() const {
+    std::vector<std::string> keys;
+    for (const CCustomSettingAnalysor::Group& group : settings_.Groups())
+        for (const CCustomSettingAnalysor::Item& item : group.items)
+            keys.push_back(item.record->key);
+    std::ranges::sort(keys);
+    return keys;
 }
 
 EditAnswer CustomSettings::Edit(const SettingsEdit& edit) {

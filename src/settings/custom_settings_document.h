@@ -8,15 +8,18 @@ namespace sontaro {
 
 class CustomSettings : public SettingsDocument {
    public:
-    /// False when the reply has no setting: nothing is held then, for an empty document must never
-    /// be sent to a player.
-    [[nodiscard]] bool TakeReply(std::string_view text) override;
-    [[nodiscard]] bool TakeFile(std::string_view text) override;
+    /// Of no use without a setting: an empty document must never be sent to a player.
+    [[nodiscard]] bool TakeReply(std::string_view text) override { return Take(text); }
+    [[nodiscard]] bool TakeFile(std::string_view text) override { return Take(text); }
     [[nodiscard]] std::string Write() const override { return settings_.Serialise(); }
     [[nodiscard]] SettingsRows Rows() const override { return settings_.BuildGrid(); }
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override;
+    [[nodiscard]] std::vector<std::string> Keys() const override;
+    [[nodiscard]] bool HasSettings() const override { return settings_.HasItems(); }
 
    private:
+    [[nodiscard]] bool Take(std::string_view text);
+
     CCustomSettingAnalysor settings_;
 };
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/local_text.h"
 #include "base/settings_rows.h"
@@ -15,8 +16,7 @@ class SettingsDocument {
    public:
     virtual ~SettingsDocument() = default;
 
-    /// Takes what a player has sent. False when it is of no use; whether the document keeps what
-    /// it held is the document's own rule.
+    /// Takes what a player has sent. False when it is of no use; the document is as it was then.
     [[nodiscard]] virtual bool TakeReply(std::string_view text) = 0;
 
     /// Takes what a file holds. False when it is of no use; the document is as it was then.
@@ -30,6 +30,16 @@ class SettingsDocument {
 
     /// Takes over an edit of one of those rows, or says why not.
     [[nodiscard]] virtual EditAnswer Edit(const SettingsEdit& edit) = 0;
+
+    /// The keys by which the player knows its settings, sorted, where documents can differ in them:
+    /// one that has others is not the player's.
+    [[nodiscard]] virtual std::vector<std::string> Keys() const { return {}; }
+
+    /// Whether there is anything to send.
+    [[nodiscard]] virtual bool HasSettings() const { return true; }
+
+    /// Whether the player had nothing of its own to send.
+    [[nodiscard]] virtual bool HoldsDefaults() const { return false; }
 
     /// Why the document must not be sent as it stands; none when it may.
     [[nodiscard]] virtual std::optional<LocalText> RefusalToSend() const { return std::nullopt; }

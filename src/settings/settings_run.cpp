@@ -1,103 +1,277 @@
 #include "settings/settings_run.h"
 
+#include <fmt/printf.h>
+
+#include <algorithm>
+
 #include "settings/settings_files.h"
 
 namespace sontaro {
 
 namespace {
 
+using Confirmation = SettingsBlockFacts::Confirmation;
+
 constexpr LocalText kSaved = {"配置完成！", "Changes have been saved!"};
+constexpr LocalText kNotThePlayers = {"这些不是播放器自己的设置。仍要全部发送吗？",
+                                      "These are not the player's settings. Send them all the "
+                                      "same?"};
+constexpr LocalText kDiscardQuestion = {
+    "有修改尚未得到播放器确认，重新读取会丢失这些修改。继续吗？",
+    "The player has not confirmed all changes, and reading "
+    "again discards them. Continue?"};
+constexpr LocalText kOtherKeys = {
+    "文件中有 %d 项设置是播放器没有的，播放器的 %d 项设置不在文件中。",
+    "%d of the file's settings are unknown to the player, %d of the player's are missing in the "
+    "file."};
+constexpr std::uint8_t kRestart = 1;
+
+// NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
+void AddValues(const SettingsRows& groups, SettingsRun::Values& values) {
+    for (const SettingsGroup& group : groups) {
+        for (const SettingsRow& row : group.rows) values.emplace(row.key, row.value);
+        AddValues(group.groups, values);
+    }
+}
+
+/// How many of the first are not among the second; both are sorted.
+int CountOthers(const std::vector<std::string>& keys, const std::vector<std::string>& others) {
+    std::vector<std::string> different;
+    std::ranges::set_difference(keys, others, std::back_inserter(different));
+    return static_cast<int>(different.size());
+}
 
 }  // namespace
 
-void SettingsRun::Opened() {
-    const bool asked = view_.Send(DevicePacket::Request(kCommandSettings, exchange_.block));
-    if (!asked) Enter(State::kUnreachable);
+SettingsRun::SettingsRun(SettingsBlock block, SettingsDocument& document, SettingsView& view,
+                         Prompts& prompts, const ExchangeServices& exchange, Target player,
+                         SettingsSteps steps)
+    : facts_(FactsOf(block)),
+      document_(document),
+      view_(view),
+      prompts_(prompts),
+      steps_(std::move(steps)),
+      talk_(exchange, std::move(player),
+            {[this](WindowMessage& message) { TakeUnasked(message); },
+             [this] { view_.StateChanged(); }}) {
+    if (!steps_.read)
+        steps_.read = [this](const AskCall& ask, Conversation::EndedCall ended) {
+            ask(ReadSettings(facts_.block), std::move(ended));
+        };
+    if (!steps_.prepare)
+        steps_.prepare = [](std::string text) { return OutgoingSettings{std::move(text)}; };
 }
 
-void SettingsRun::Handle(const WindowMessage& message) {
-    constexpr std::uint32_t kDocument = 0;
-    constexpr std::uint32_t kSaveIsDone = 1;
-    const auto* reply = std::get_if<ReplyRecord>(&message.record);
-    if (message.id != exchange_.reply || !reply || message.origin.sender.ip != playerIp_) return;
-    if (!exchange_.announcesSaves) {
-        TakeAnswer(AsText(reply->payload));
-    } else if (message.wParam == kSaveIsDone) {
-        Confirm();
-        prompts_.Inform(Localized(kSaved));
-    } else if (message.wParam == kDocument) {
-        TakeDocument(AsText(reply->payload));
+/// The player may take its time, but the user is told.
+Request SettingsRun::WaitOn(Request request) {
+    request.atLimit = [this](std::chrono::milliseconds waited) {
+        waited_ = waited;
+        view_.StateChanged();
+        return AtLimit::kWaitOn;
+    };
+    return request;
+}
+
+void SettingsRun::Read() {
+    if (reading_ && talk_.IsAsking()) return talk_.Repeat();
+    if (HasUnsentChanges() && !prompts_.Confirm(Localized(kDiscardQuestion))) return;
+    talk_.Cancel();
+    discarded_ = changes_.Now();
+    reading_ = true;
+    waited_ = {};
+    Enter(SettingsState::kWaiting);
+    const AskCall ask = [this](Request request, Conversation::EndedCall ended) {
+        waited_ = {};
+        talk_.Ask(WaitOn(std::move(request)), std::move(ended));
+    };
+    steps_.read(ask, [this](const Ended& ended) { ReadEnded(ended); });
+}
+
+void SettingsRun::ReadEnded(const Ended& ended) {
+    reading_ = false;
+    waited_ = {};
+    code_ = ended.code;
+    reason_ = ended.reason;
+    switch (ended.how) {
+        case End::kReply: return TakeDocument(AsText(PayloadOf(*ended.reply)));
+        case End::kRefused:
+            answered_ = answered_ || ended.reply != nullptr;  // else it was not the document's
+            return Enter(SettingsState::kRefused);
+        case End::kNotSupported: return Enter(SettingsState::kNotSupported);
+        case End::kNotSent: return Enter(SettingsState::kUnreachable);
+        case End::kLinkEnded: return Enter(SettingsState::kLinkLost);
+        case End::kTimedOut:
+        case End::kCancelled: return;
     }
 }
 
-/// A document that cannot be used must not be sent: it would take the player's settings away.
+/// A document that cannot be used changes nothing, and must not be sent for the player's.
 void SettingsRun::TakeDocument(std::string_view text) {
-    const bool usable = document_.TakeReply(text);
-    newer_.clear();
-    awaitsAnswer_ = false;
-    view_.ShowRows();
-    Enter(usable ? State::kRead : State::kUnreadable);
-}
-
-/// What the player answers to a read, and to a save. Edits made since the save outlive its answer.
-void SettingsRun::TakeAnswer(std::string_view text) {
-    const bool usable = !text.empty() && document_.TakeReply(text);
-    if (usable) {
-        if (!awaitsAnswer_) newer_.clear();
-        for (const SettingsEdit& edit : newer_) static_cast<void>(document_.Edit(edit));
-        view_.ShowRows();
+    answered_ = true;
+    if (!document_.TakeReply(text)) {
+        playersKeys_.reset();
+        opened_ = opened_ && changes_.HasSince(discarded_);
+        return Enter(opened_ ? SettingsState::kForeign : SettingsState::kUnreadable);
     }
-    if (awaitsAnswer_ && (usable || text.empty()))
-        Confirm();
-    else if (usable)
-        Enter(State::kRead);
-    else if (!text.empty() && !IsUsable())
-        Enter(State::kUnreadable);
+    playersKeys_ = document_.Keys();
+    confirmed_ = ValuesShown();
+    changes_.ForgetBefore(discarded_);
+    opened_ = opened_ && !changes_.IsEmpty();
+    changes_.RepeatOn(document_);
+    view_.ShowRows();
+    view_.ShowConfirmed();
+    if (changes_.IsEmpty())
+        Enter(document_.HoldsDefaults() ? SettingsState::kNoneYet : SettingsState::kRead);
+    else
+        Enter(AfterChange());
+    TellOtherKeys();
 }
 
-void SettingsRun::Confirm() {
-    awaitsAnswer_ = false;
-    if (state_ != State::kSent) return;
-    view_.MarkSaved();
-    Enter(State::kSaved);
+/// A document that comes by itself is one all the same; a confirmation that belongs to nothing
+/// confirms nothing.
+void SettingsRun::TakeUnasked(WindowMessage& message) {
+    steps_.unasked(message);
+    const bool isAnswer = ReadSettings(facts_.block).judge(message).kind == Verdict::Kind::kReply;
+    const std::string_view text = AsText(PayloadOf(message));
+    if (isAnswer && !text.empty() && !locked_) TakeDocument(text);
 }
 
 EditAnswer SettingsRun::Edit(const SettingsEdit& edit) {
     EditAnswer answer = document_.Edit(edit);
     if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
-    newer_.push_back(edit);
-    Enter(State::kChanged);
+    changes_.AddEdit(edit);
+    Enter(AfterChange());
     return answer;
 }
 
+/// Where something else is shown than what the player has, that remains to be said.
+SettingsState SettingsRun::AfterChange() const {
+    if (IsPlayersOwn()) return SettingsState::kChanged;
+    if (opened_) return SettingsState::kForeign;
+    return state_ < SettingsState::kForeign ? state_ : SettingsState::kChanged;
+}
+
+bool SettingsRun::IsPlayersOwn() const { return playersKeys_ && *playersKeys_ == document_.Keys(); }
+
+bool SettingsRun::MaySend() const {
+    return !locked_ && (answered_ || opened_) && document_.HasSettings();
+}
+
+int SettingsRun::SecondsWithoutAnswer() const {
+    return static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(waited_).count());
+}
+
+bool SettingsRun::Agrees() {
+    if (const std::optional<LocalText> refusal = document_.RefusalToSend()) {
+        prompts_.Warn(Localized(*refusal));
+        return false;
+    }
+    return IsPlayersOwn() || prompts_.Confirm(Localized(kNotThePlayers));
+}
+
+/// Questions take their time: what is changed or arrives while one is open is not sent.
 void SettingsRun::Save() {
-    if (!IsUsable()) return;
-    if (const std::optional<LocalText> refusal = document_.RefusalToSend())
-        return prompts_.Warn(Localized(*refusal));
-    const std::string text = document_.Write();
-    if (text.size() > kLongestPayload) return prompts_.Warn(Localized(kSettingsTooLong));
-    const std::uint32_t selector = exchange_.block | std::uint32_t{exchange_.saveArgument} << 16;
-    if (!view_.Send(DevicePacket::Request(kCommandSettings, selector, text)))
-        return Enter(State::kNotSent);
-    newer_.clear();
-    awaitsAnswer_ = true;
-    Enter(State::kSent);
+    if (!MaySend() || !Agrees() || !MaySend()) return;
+    Sent sent{changes_.Now(), ValuesShown(), document_.Keys(), false};
+    const std::optional<OutgoingSettings> outgoing = steps_.prepare(document_.Write());
+    if (!outgoing || locked_) return;
+    if (outgoing->text.size() > kLongestPayload) return prompts_.Warn(Localized(kSettingsTooLong));
+    sent.restarts = outgoing->restarts;
+    Send(*outgoing, std::move(sent));
+}
+
+/// One that has been waited for in vain is given up; others are sent one after another.
+void SettingsRun::Send(const OutgoingSettings& outgoing, Sent sent) {
+    if (reading_ || SecondsWithoutAnswer() > 0) talk_.Cancel();
+    waited_ = {};
+    ++awaited_;
+    Enter(SettingsState::kSent);
+    talk_.Ask(WaitOn(WriteSettings(facts_.block, outgoing.text, sent.restarts ? kRestart : 0)),
+              [this, sent = std::move(sent)](const Ended& ended) { SendEnded(sent, ended); });
+    if (outgoing.restarts && state_ != SettingsState::kNotSent) locked_ = true;
+    view_.StateChanged();
+}
+
+void SettingsRun::SendEnded(const Sent& sent, const Ended& ended) {
+    --awaited_;
+    waited_ = {};
+    code_ = ended.code;
+    reason_ = ended.reason;
+    switch (ended.how) {
+        case End::kReply: return Confirm(sent, AsText(PayloadOf(*ended.reply)));
+        case End::kRefused: return Enter(SettingsState::kRefused);
+        case End::kNotSupported: return Enter(SettingsState::kNotSupported);
+        case End::kNotSent: return Enter(SettingsState::kNotSent);
+        case End::kLinkEnded: return Enter(SettingsState::kUnconfirmed);
+        case End::kTimedOut:
+        case End::kCancelled: return;
+    }
+}
+
+/// What was changed since it was sent stays as it is, and is not confirmed.
+void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
+    const bool hasDocument = facts_.confirmation == Confirmation::kAnyDocument && !answer.empty();
+    if (hasDocument && !document_.TakeReply(answer)) return Enter(SettingsState::kUnreadable);
+    answered_ = true;
+    changes_.ForgetBefore(sent.mark);
+    playersKeys_ = sent.keys;
+    confirmed_ = sent.values;
+    if (hasDocument) {
+        confirmed_ = ValuesShown();
+        changes_.RepeatOn(document_);
+        view_.ShowRows();
+    }
+    opened_ = opened_ && !changes_.IsEmpty();
+    view_.ShowConfirmed();
+    if (sent.restarts)
+        Enter(SettingsState::kRestarting);
+    else if (awaited_ > 0)
+        Enter(SettingsState::kSent);
+    else
+        Enter(changes_.IsEmpty() ? SettingsState::kSaved : SettingsState::kChanged);
+    if (facts_.confirmation == Confirmation::kArgument) prompts_.Inform(Localized(kSaved));
 }
 
 void SettingsRun::OpenFile(const std::filesystem::path& path) {
-    const auto take = [this](std::string_view text) { return document_.TakeFile(text); };
+    if (!MayOpen()) return;
+    std::string taken;
+    const auto take = [&](std::string_view text) {
+        taken = text;
+        return document_.TakeFile(text);
+    };
     if (!TakeSettingsFile(path, take, prompts_)) return;
-    newer_.clear();
+    changes_.AddFile(std::move(taken));
+    opened_ = true;
     view_.ShowRows();
-    Enter(State::kChanged);
+    view_.ShowConfirmed();
+    Enter(AfterChange());
+    TellOtherKeys();
+}
+
+void SettingsRun::TellOtherKeys() {
+    if (!playersKeys_ || IsPlayersOwn()) return;
+    const std::vector<std::string> keys = document_.Keys();
+    prompts_.Inform(fmt::sprintf(Localized(kOtherKeys), CountOthers(keys, *playersKeys_),
+                                 CountOthers(*playersKeys_, keys)));
 }
 
 void SettingsRun::SaveFile(const std::filesystem::path& path) {
-    KeepSettingsFile(path, document_.Write(), prompts_);
+    if (MayKeep()) KeepSettingsFile(path, document_.Write(), prompts_);
 }
 
-void SettingsRun::Enter(State state) {
-    if (state == state_) return;
+SettingsRun::Values SettingsRun::ValuesShown() const {
+    Values values;
+    AddValues(document_.Rows(), values);
+    return values;
+}
+
+std::string SettingsRun::ValueOf(const std::string& key) const {
+    const Values values = ValuesShown();
+    const auto value = values.find(key);
+    return value == values.end() ? "" : value->second;
+}
+
+void SettingsRun::Enter(SettingsState state) {
     state_ = state;
     view_.StateChanged();
 }

@@ -2,99 +2,164 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/prompts.h"
-#include "link/packet.h"
-#include "link/window_message.h"
-#include "settings/settings_document.h"
+#include "exchange/conversation.h"
+#include "exchange/player_requests.h"
+#include "settings/change_log.h"
 
 namespace sontaro {
 
-/// How the settings of one block travel.
-struct SettingsExchange {
-    SettingsBlock block{};
-    MessageId reply{};               ///< the message that brings the block's replies
-    std::uint16_t saveArgument = 0;  ///< of the packet that saves
-    /// Whether a reply's `wParam` tells a document (0) from the notice that a save is done (1),
-    /// which is then announced. Otherwise every reply with a payload is a document; one that
-    /// cannot be used, or that is empty, changes no row.
-    bool announcesSaves = false;
+/// What is to be told of the settings.
+enum class SettingsState {
+    kWaiting,       ///< for the player's settings
+    kUnreachable,   ///< the player could not be asked: `LastReason`
+    kLinkLost,      ///< the link has ended before the player answered
+    kNotSupported,  ///< the player does not know such settings
+    kRefused,       ///< the player has answered that something is wrong: `LastCode`
+    kUnreadable,    ///< the player's settings cannot be used
+    kForeign,       ///< settings from a file that are not the player's
+    kNoneYet,       ///< the player has no settings: the defaults
+    kRead,          ///< as the player has sent them
+    kChanged,       ///< something has not been sent yet
+    kNotSent,       ///< it could not be sent: `LastReason`
+    kSent,          ///< all of it, but the player has not answered yet
+    kUnconfirmed,   ///< all of it, but the link has ended without an answer
+    kSaved,         ///< the player has confirmed all that is shown
+    kRestarting,    ///< and starts again with it
 };
 
 /// What the procedure asks of its window.
 class SettingsView {
    public:
     virtual ~SettingsView() = default;
-    /// Hands a packet to the player's link; false when there is none.
-    [[nodiscard]] virtual bool Send(const DevicePacket& packet) = 0;
     /// The document's rows have changed: shows them anew.
     virtual void ShowRows() = 0;
-    /// The player holds what the rows show.
-    virtual void MarkSaved() = 0;
-    /// `SettingsRun::CurrentState` has changed.
+    /// `SettingsRun::Confirmed` has changed.
+    virtual void ShowConfirmed() = 0;
+    /// What is to be told, or what may be pressed, has changed.
     virtual void StateChanged() = 0;
 };
 
-/// Reads the settings from a player, takes edits, and sends the whole document back. Nothing is
-/// sent before the player's own settings have been seen. User-interface thread.
+/// What goes to the player on OK.
+struct OutgoingSettings {
+    std::string text;
+    bool restarts = false;  ///< the player starts again with it: nothing can be done afterwards
+};
+
+/// Asks the player something, which may take its time: the user is told.
+using AskCall = std::function<void(Request, Conversation::EndedCall)>;
+
+/// Where a procedure differs from the plain one, which asks for the block and sends the document.
+struct SettingsSteps {
+    /// Asks the player, and passes on how the question for the document ended.
+    std::function<void(AskCall, Conversation::EndedCall)> read;
+    /// Makes `text` ready to go; none when the user has thought better of it.
+    std::function<std::optional<OutgoingSettings>(std::string text)> prepare;
+    /// Sees what nobody asked for.
+    std::function<void(WindowMessage&)> unasked = [](WindowMessage&) {};
+};
+
+/// Reads the settings of one block from a player, takes edits and files, and sends the whole
+/// document back. What the user has changed is done again to whatever the player sends later, until
+/// it has confirmed it. Settings that are not the player's go out only when the user insists.
+/// User-interface thread.
 class SettingsRun {
    public:
-    /// From `kRead` on there are settings of the player's.
-    enum class State {
-        kWaiting,      ///< for the player's settings
-        kUnreachable,  ///< the player could not be asked
-        kUnreadable,   ///< the player's settings cannot be used
-        kRead,         ///< as the player has sent them
-        kChanged,      ///< something has not been sent yet
-        kNotSent,      ///< the player could not be reached when it was to be sent
-        kSent,         ///< all of it, but the player has not answered yet
-        kSaved,        ///< the player has answered
-    };
+    /// By the key of the row.
+    using Values = std::map<std::string, std::string>;
 
-    /// Listens to the player at `playerIp` alone: a link to another one may still be open.
     /// `document`, `view` and `prompts` outlive the run.
-    SettingsRun(const SettingsExchange& exchange, SettingsDocument& document, SettingsView& view,
-                Prompts& prompts, std::string playerIp)
-        : exchange_(exchange),
-          document_(document),
-          view_(view),
-          prompts_(prompts),
-          playerIp_(std::move(playerIp)) {}
+    SettingsRun(SettingsBlock block, SettingsDocument& document, SettingsView& view,
+                Prompts& prompts, const ExchangeServices& exchange, Target player,
+                SettingsSteps steps = {});
 
-    /// The window has opened: asks the player for its settings.
-    void Opened();
-    /// Takes a reply that the main window forwards.
-    void Handle(const WindowMessage& message);
+    /// Asks the player for its settings; again, when they have been asked for before: what has not
+    /// been sent is lost then, unless the user thinks better of it.
+    void Read();
+    /// Takes a message that the main window forwards.
+    void Handle(WindowMessage& message) { talk_.Take(message); }
+
     /// The user has edited a row.
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit);
-    /// The user has pressed OK; does nothing unless `IsUsable`.
+    /// The user has pressed OK; does nothing unless `MaySend`.
     void Save();
-
     /// Takes the settings of a file, to be sent later, or says why not and changes nothing.
     void OpenFile(const std::filesystem::path& path);
     /// Writes the settings to a file and says whether that worked.
     void SaveFile(const std::filesystem::path& path);
 
-    [[nodiscard]] State CurrentState() const { return state_; }
-    /// Whether there are settings of the player's to edit, save and send.
-    [[nodiscard]] bool IsUsable() const { return state_ >= State::kRead; }
+    [[nodiscard]] SettingsState State() const { return state_; }
+    [[nodiscard]] NotSent LastReason() const { return reason_; }
+    [[nodiscard]] std::uint16_t LastCode() const { return code_; }
+    /// Seconds that an answer is overdue, counted from the question; 0 while there is time.
+    [[nodiscard]] int SecondsWithoutAnswer() const;
+    [[nodiscard]] bool IsConnected() const { return talk_.Connection() != 0; }
+    /// Whether the player has answered, whatever it was, and does not restart.
+    [[nodiscard]] bool IsAnswered() const { return answered_ && !locked_; }
+    /// Whether the player restarts: nothing can be done any more.
+    [[nodiscard]] bool IsLocked() const { return locked_; }
+    /// What the row with this key shows; empty without one.
+    [[nodiscard]] std::string ValueOf(const std::string& key) const;
+    /// Whether there is something that may be sent: the player has answered, or a file was opened.
+    [[nodiscard]] bool MaySend() const;
+    /// Whether a file may be opened; if the player's own settings come later, it is opened again.
+    [[nodiscard]] bool MayOpen() const { return !locked_; }
+    /// Whether there is something to keep in a file.
+    [[nodiscard]] bool MayKeep() const { return !locked_ && document_.HasSettings(); }
+    /// Whether the user has changed something that the player has not confirmed.
+    [[nodiscard]] bool HasUnsentChanges() const { return !changes_.IsEmpty() && !locked_; }
+    /// What the player has confirmed last, or sent.
+    [[nodiscard]] const Values& Confirmed() const { return confirmed_; }
+    /// The conversation, for what a procedure of one's own has to say.
+    [[nodiscard]] Conversation& Talk() { return talk_; }
 
    private:
-    void TakeDocument(std::string_view text);
-    void TakeAnswer(std::string_view text);
-    void Confirm();
-    void Enter(State state);
+    /// What the player is to confirm.
+    struct Sent {
+        ChangeLog::Mark mark;
+        Values values;
+        std::vector<std::string> keys;
+        bool restarts;
+    };
 
-    const SettingsExchange exchange_;
+    [[nodiscard]] Request WaitOn(Request request);
+    void ReadEnded(const Ended& ended);
+    void TakeDocument(std::string_view text);
+    void TakeUnasked(WindowMessage& message);
+    void TellOtherKeys();
+    [[nodiscard]] bool Agrees();
+    [[nodiscard]] bool IsPlayersOwn() const;
+    void Send(const OutgoingSettings& outgoing, Sent sent);
+    void SendEnded(const Sent& sent, const Ended& ended);
+    void Confirm(const Sent& sent, std::string_view answer);
+    [[nodiscard]] SettingsState AfterChange() const;
+    void Enter(SettingsState state);
+    [[nodiscard]] Values ValuesShown() const;
+
+    const SettingsBlockFacts& facts_;
     SettingsDocument& document_;
     SettingsView& view_;
     Prompts& prompts_;
-    const std::string playerIp_;
-    State state_ = State::kWaiting;
-    bool awaitsAnswer_ = false;        // to a save
-    std::vector<SettingsEdit> newer_;  // edits since the last save
+    SettingsSteps steps_;
+    Conversation talk_;
+    SettingsState state_ = SettingsState::kWaiting;
+    NotSent reason_{};
+    std::uint16_t code_ = 0;
+    std::chrono::milliseconds waited_{0};
+    bool reading_ = false;
+    bool answered_ = false;  // whatever it was
+    bool opened_ = false;    // a file
+    bool locked_ = false;    // the player restarts
+    int awaited_ = 0;        // answers to what was sent
+    ChangeLog changes_;
+    ChangeLog::Mark discarded_ = 0;  // what is older goes when the player's settings come
+    std::optional<std::vector<std::string>> playersKeys_;  // none: its settings are not known
+    Values confirmed_;
 };
 
 }  // namespace sontaro

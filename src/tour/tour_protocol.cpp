@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 #include <wx/propgrid/propgrid.h>
+#include <wx/srchctrl.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>

@@ -3,8 +3,6 @@
 #include <wx/button.h>
 #include <wx/utils.h>
 
-#include <algorithm>
-
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/wx_text.h"
@@ -16,6 +14,9 @@ namespace {
 constexpr LocalText kOpen = {"打开", "Open"};
 constexpr LocalText kSave = {"保存", "Save"};
 constexpr LocalText kReadAgain = {"重新读取", "Read again"};
+constexpr LocalText kUnsent = {"有修改尚未得到播放器确认，退出后将丢失。",
+                               "There are changes that the player has not confirmed. They will be "
+                               "lost."};
 constexpr LocalText kConnectAgain = {"重新连接", "Connect again"};
 
 }  // namespace
@@ -78,14 +79,10 @@ void FeatureDialog::ShowReadAgain(bool connected) {
     if (button->GetLabel() != label) button->SetLabel(label);
 }
 
-bool FeatureDialog::MayClose() { return services_.Messages().Confirm(Localized(kExitQuestion)); }
-
-bool FeatureDialog::SendPacket(const DevicePacket& packet, std::vector<Target> targets) {
-    SendRequest request{std::move(targets), std::make_shared<const Bytes>(packet.Serialize())};
-    WindowMessage message{MessageId::kSendRequest, 0, std::move(request), 0};
-    return services_.Directory().Send(TitleOf(Window::kMain), message) &&
-           std::ranges::all_of(std::get<SendRequest>(message.record).outcomes,
-                               [](const Sending& sending) { return bool(sending); });
+bool FeatureDialog::MayClose() {
+    std::string question = Localized(kExitQuestion);
+    if (HasUnsentChanges()) question += '\n' + Localized(kUnsent);
+    return services_.Messages().Confirm(question);
 }
 
 void FeatureDialog::CloseLinks() {
@@ -121,8 +118,16 @@ wxStaticText* FeatureDialog::MakeStateLine() {
     return line;
 }
 
-wxStaticText* FeatureDialog::MakeHeading(const DeviceRecord& player) {
-    auto* heading = new wxStaticText(this, wxID_ANY, "");
+wxSizer* FeatureDialog::MakeStateRow(wxStaticText*& state) {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    state = MakeStateLine();
+    row->Add(state, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
+    row->Add(MakeReadAgainButton(this), wxSizerFlags().CentreVertical());
+    return row;
+}
+
+wxStaticText* FeatureDialog::MakeHeading(const DeviceRecord& player, wxWindow* parent) {
+    auto* heading = new wxStaticText(parent, wxID_ANY, "");
     heading->SetFont(heading->GetFont().Bold());
     heading->SetLabelText(ToWx(player.ip + "   " + player.id));
     return heading;

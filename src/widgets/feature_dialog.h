@@ -45,15 +45,14 @@ class FeatureDialog : public wxDialog {
     /// A message from the main window or a link thread.
     virtual void HandleMessage(WindowMessage& message) = 0;
 
+    /// Whether the user would lose something with the dialog; the exit question tells.
+    [[nodiscard]] virtual bool HasUnsentChanges() const { return false; }
+
     /// Whether Cancel may close the dialog; asks the user unless a dialog has nothing to lose.
     [[nodiscard]] virtual bool MayClose();
 
     /// The user has agreed to close the dialog.
     virtual void Leave() { EndModal(wxID_CANCEL); }
-
-    /// Hands a packet to the main window, which sends it to `targets`; with none, to its current
-    /// device. False when that has failed: the user has been told.
-    bool SendPacket(const DevicePacket& packet, std::vector<Target> targets);
 
     /// The user wants everything to be asked anew: the button of `MakeReadAgainButton`, or Ctrl+R.
     virtual void ReadAgain() {}
@@ -73,8 +72,11 @@ class FeatureDialog : public wxDialog {
     /// A line for something that changes; its text may be longer than there is room for.
     [[nodiscard]] wxStaticText* MakeStateLine();
 
+    /// A row of such a line, `state`, and of the button of `MakeReadAgainButton`.
+    [[nodiscard]] wxSizer* MakeStateRow(wxStaticText*& state);
+
     /// Who the dialog speaks to, in bold.
-    [[nodiscard]] wxStaticText* MakeHeading(const DeviceRecord& player);
+    [[nodiscard]] wxStaticText* MakeHeading(const DeviceRecord& player, wxWindow* parent);
 
    private:
     class BusyChannel : public MainWindowChannel {

@@ -19,9 +19,9 @@ inline constexpr int kSaveSettings = 2812;
 struct SettingsDialogDesign {
     Window window{};
     const char* name = "";  ///< in the preferences
-    SettingsExchange exchange;
-    bool withTitles = false;      ///< whether the grid's columns have titles
-    bool namesItsPlayer = false;  ///< in requests, which otherwise go to the current device
+    SettingsBlock block{};
+    bool withTitles = false;  ///< whether the grid's columns have titles
+    FeatureDialog::Addressing addressing = FeatureDialog::Addressing::kCurrentDevice;
 };
 
 /// Reads the settings of one player into a grid when it opens, and sends them back on OK. They can
@@ -37,9 +37,10 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
     void BindEvents();
 
     void HandleMessage(WindowMessage& message) override { run_.Handle(message); }
-    [[nodiscard]] bool Send(const DevicePacket& packet) override;
+    void ReadAgain() override;
+    [[nodiscard]] bool HasUnsentChanges() const override { return run_.HasUnsentChanges(); }
     void ShowRows() override;
-    void MarkSaved() override { grid_->ForgetChanges(); }
+    void ShowConfirmed() override { grid_->ShowConfirmed(run_.Confirmed()); }
     void StateChanged() override;
 
     void OpenFile();
@@ -47,11 +48,11 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
     [[nodiscard]] FileQuestion Question(FileQuestion::Purpose purpose) const;
 
     const SettingsDialogDesign design_;
-    const Target player_;
     std::unique_ptr<SettingsDocument> document_;
     SettingsRun run_;
     SettingsGrid* grid_ = nullptr;
     wxStaticText* state_ = nullptr;
+    bool asked_ = false;  // the player; before, there is nothing to connect again
 };
 
 }  // namespace sontaro

@@ -178,6 +178,7 @@ void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group)
         wxPGProperty* property = MakeProperty(row).release();
         property->SetClientData(&places_.emplace_back(RowPlace{&group, &row}));
         grid_->AppendIn(category, property);
+        MarkChange(*property, row.value);
         if (row.kind == RowKind::kReadOnly)
             grid_->SetPropertyTextColour(property,
                                          wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
@@ -259,7 +260,8 @@ bool SettingsGrid::Change(const std::string& key, const std::string& text) {
     RowPlace* place = property ? &SettingsGridRows::PlaceOf(*property) : nullptr;
     if (!place || !place->row) return false;
     const wxVariant value = RowValueOf(*property, *place->row, text);
-    property->SetModifiedStatus(true);  // before the value: the editor's font comes with that
+    property->SetModifiedStatus(true);
+    MarkChange(*property, text);  // before the value: the editor's font comes with that
     grid_->SetPropertyValue(property, value);
     place->searched.clear();
     if (property == grid_->GetSelection()) grid_->EditorsValueWasNotModified();
@@ -275,6 +277,17 @@ const SettingsRow* SettingsGrid::ChosenRow() const {
 const SettingsGroup* SettingsGrid::ChosenGroup() const {
     const wxPGProperty* chosen = grid_->GetSelection();
     return chosen ? SettingsGridRows::PlaceOf(*chosen).group : nullptr;
+}
+
+bool SettingsGrid::IsEditing() const {
+    const wxTextCtrl* editor = grid_->GetEditorTextCtrl();
+    return grid_->IsEditorsValueModified() || (editor != nullptr && editor->HasFocus());
+}
+
+void SettingsGrid::ChooseNone() {
+    grid_->ClearSelection();
+    chosen_.clear();
+    ShowHelp();
 }
 
 void SettingsGrid::ShowRowsOrText() {
@@ -298,9 +311,20 @@ bool SettingsGrid::Commit() {
     return grid_->CommitChangesFromEditor() && !rejected_;
 }
 
-void SettingsGrid::ForgetChanges() {
-    if (!grid_->IsEditorsValueModified()) grid_->ClearModifiedStatus();
+void SettingsGrid::ShowConfirmed(std::map<std::string, std::string> values) {
+    confirmed_ = std::move(values);
+    for (const RowPlace& place : places_) {
+        if (!place.row) continue;
+        wxPGProperty& property = *PropertyNamed(ToWx(place.row->key));
+        MarkChange(property, RowTextOf(property, *place.row, property.GetValue()));
+    }
     grid_->Refresh();
+}
+
+void SettingsGrid::MarkChange(wxPGProperty& property, const std::string& value) {
+    if (confirmed_.empty()) return;
+    const auto held = confirmed_.find(SettingsGridRows::PlaceOf(property).row->key);
+    property.SetModifiedStatus(held == confirmed_.end() || held->second != value);
 }
 
 void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
@@ -337,6 +361,7 @@ void SettingsGrid::OnChanged(wxPropertyGridEvent& event) {
     RowPlace& place = SettingsGridRows::PlaceOf(*property);
     if (RowTextOf(*property, *place.row, property->GetValue()) != accepted_)
         grid_->SetPropertyValue(property, RowValueOf(*property, *place.row, accepted_));
+    MarkChange(*property, accepted_);
     place.searched.clear();
     ShowHelp();  // a hint at what was wrong is past
 }

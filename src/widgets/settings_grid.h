@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 
@@ -21,7 +22,8 @@ namespace sontaro {
 class SettingsGridTitles;
 
 /// Shows settings in two columns, groups and sub-groups in their own order, with an explanation of
-/// the chosen row below. What the user has changed is bold. Up and Down choose a row, Enter edits
+/// the chosen row below. What differs from what the
+/// player holds is bold. Up and Down choose a row, Enter edits
 /// it, Escape leaves the edit. User-interface thread.
 class SettingsGrid : public wxPanel {
    public:
@@ -39,11 +41,12 @@ class SettingsGrid : public wxPanel {
     /// What is shown while there are no rows.
     void SetEmptyText(const wxString& text);
 
-    /// Narrows the grid to the rows whose name or shown value contains `text`, whatever the case
-    /// of its letters; blanks at its ends do not count. All groups are unfolded meanwhile. An empty
-    /// text shows all rows again and folds the groups that were folded before. Returns how many
-    /// rows contain the text. A row whose edit is open is committed when it would be hidden; when
-    /// that is refused the row stays, and so does a row that is changed, until the text changes.
+    /// Narrows the grid to the rows whose name or shown value, or a heading above them, contains
+    /// `text`, whatever the case of its letters; blanks at its ends do not count. All groups are
+    /// unfolded meanwhile. An empty text shows all rows again and folds the groups that were folded
+    /// before. Returns how many rows contain the text. A row whose edit is open is committed when
+    /// it would be hidden; when that is refused the row stays, and so does a row that is changed,
+    /// until the text changes.
     int Filter(const wxString& text);
 
     /// Ends the edit that is open in a cell. False when it is not accepted: the user has been
@@ -59,8 +62,14 @@ class SettingsGrid : public wxPanel {
     /// The group of the chosen row or heading; absent when none is chosen. Both last until `Fill`.
     [[nodiscard]] const SettingsGroup* ChosenGroup() const;
 
-    /// Every row counts as unchanged from now on. Does nothing while a text is being typed.
-    void ForgetChanges();
+    /// What the player holds, by the keys of the rows: a row that differs from it is bold, whoever
+    /// changed it. As long as that is not known, what the user changes is.
+    void ShowConfirmed(std::map<std::string, std::string> values);
+
+    /// Whether the user has entered a cell, or changed the text in it.
+    [[nodiscard]] bool IsEditing() const;
+    /// Chooses no row any more.
+    void ChooseNone();
 
     /// The property grid, whose properties have the keys of the rows and groups as their names.
     [[nodiscard]] wxPropertyGrid& Properties();
@@ -94,11 +103,13 @@ class SettingsGrid : public wxPanel {
     void Reject(const wxString& name, const EditAnswer& answer);
     void AskForColour(const wxString& name);
     void ShowHelp();
+    void MarkChange(wxPGProperty& property, const std::string& value);
     void PlaceTitles();
 
     Prompts& prompts_;
     EditHandler onEdit_;
     SettingsRows groups_;
+    std::map<std::string, std::string> confirmed_;
     std::deque<RowPlace> places_;  // what the properties point to
     SettingsGridRows* grid_ = nullptr;
     SettingsGridTitles* titles_ = nullptr;

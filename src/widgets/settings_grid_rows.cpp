@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/hex_command.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -17,10 +18,21 @@ std::string LowerCase(std::string text) {
     return text;
 }
 
-/// A name and what stands beside it, which is no text for a check box.
+/// The headings that a row stands under, its name, and what stands beside it, which is no text for
+/// a check box.
 std::string SearchedText(const wxPGProperty& property, const SettingsRow& row) {
-    const bool isText = row.kind != RowKind::kYesNo;
-    return LowerCase(row.name + '\n' + (isText ? FromWx(property.GetDisplayedString()) : ""));
+    std::string text = row.name;
+    if (row.kind != RowKind::kYesNo) text += '\n' + FromWx(property.GetDisplayedString());
+    for (const wxPGProperty* group = property.GetParent(); group && group->GetParent();
+         group = group->GetParent())
+        text += '\n' + FromWx(group->GetLabel());
+    return LowerCase(text);
+}
+
+/// The bytes of a command, typed with blanks between them; empty when `text` is none.
+std::string CommandIn(const std::string& text) {
+    const bool hasBlanks = text.find(' ') != std::string::npos;
+    return hasBlanks ? NormalizedHexCommand(text, LetterCase::kLower).value_or("") : "";
 }
 
 }  // namespace
@@ -111,7 +123,10 @@ bool SettingsGridRows::Contains(const wxPGProperty& row, const std::string& text
     RowPlace& place = PlaceOf(row);
     if (!place.row) return false;
     if (place.searched.empty()) place.searched = SearchedText(row, *place.row);
-    return place.searched.find(text) != std::string::npos;
+    if (place.searched.find(text) != std::string::npos) return true;
+    const std::string command =
+        place.row->kind == RowKind::kHexCommand ? CommandIn(text) : std::string();
+    return !command.empty() && place.searched.find(command) != std::string::npos;
 }
 
 /// Flags first and one calculation at the end, where hiding a property at a time would calculate

@@ -45,7 +45,8 @@ class SettingsGridRows : public wxPropertyGrid {
 
     [[nodiscard]] std::set<wxString> FoldedGroups() const;
 
-    /// Whether a row's name or value contains `text`, which is in its form to compare.
+    /// Whether a row's name or value, or a heading that it stands under, contains `text`, which is
+    /// in its form to compare. A command may have blanks between its bytes.
     [[nodiscard]] static bool Contains(const wxPGProperty& row, const std::string& text);
 
     /// Shows `kept`, which may be absent, and the rows that contain `text`, under the headings

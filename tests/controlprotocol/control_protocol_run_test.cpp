@@ -4,232 +4,296 @@
 #include <gmock/gmock.h>
 
 #include "base/file.h"
-#include "support/literals.h"
+#include "support/fake_player_channel.h"
 #include "support/recording_prompts.h"
 #include "support/temporary_folder.h"
 
 namespace sontaro::test {
 namespace {
 
-using State = ControlProtocolRun::State;
+using namespace std::chrono_literals;
 using Line = SerialLineState::Kind;
+using State = SettingsState;
 using testing::ElementsAre;
 
-/// A run whose window writes down what it is asked for; packets by their header's bytes 4 to 11.
-struct Editor : testing::Test, ControlProtocolView {
-    bool Send(const DevicePacket& packet) override {
-        log += "send";
-        const Bytes bytes = packet.Serialize();
-        for (std::size_t i = 4; i < 12; ++i) log += fmt::format(" {:02x}", bytes[i]);
-        log += "; ";
-        sent = std::string(AsText(packet.payload));
-        return reachable;
-    }
-    void ShowModel() override { log += "model; "; }
-    void ShowChange(const SettingsEdit& change) override { log += "change " + change.text + "; "; }
-    void MarkSaved() override { log += "saved; "; }
-    std::optional<int> ChosenCategory() const override { return chosen; }
-    void KeepAliveEvery2Seconds(bool wanted) override { timer = wanted; }
-    void StateChanged() override {}
+const Box kRestartQuestion = Question("After setting the parameters, restart the device?");
 
-    void Reply(MessageId id, std::uint8_t command, std::uint16_t argument, Bytes payload) {
-        run->Handle({id, 0, ReplyRecord{std::move(payload)}, 0,
-                     Origin{player, {kPacketMagic, command, 0, 0, 0, argument, 0}, 1}});
+/// A run whose window writes down what it is asked for.
+struct Editor : testing::Test, ExchangeBench, ControlProtocolView {
+    Editor() { Begin(ProtocolVariant::kCurrent); }
+
+    void Begin(ProtocolVariant variant) {
+        run = std::make_unique<ControlProtocolRun>(*this, prompts, exchange, player, file, variant);
     }
+    void ShowRows() override { log += "rows; "; }
+    void ShowConfirmed() override {}
+    void StateChanged() override {}
+    void ShowChange(const SettingsEdit& change) override { log += "change " + change.text + "; "; }
+    std::optional<int> ChosenCategory() const override { return chosen; }
+    bool IsEditingCategory() const override { return editing; }
+
+    void Handle(WindowMessage message) { run->Settings().Handle(message); }
     void Data(std::uint16_t part) {
-        Reply(MessageId::kPlayerState, 19, part, Bytes(kPlayerDataSize, std::uint8_t(part + 1)));
+        Handle(Message(MessageId::kPlayerState, 19, std::uint32_t{part} << 16,
+                       std::string(kPlayerDataSize, static_cast<char>(part + 1))));
     }
-    void Names(const std::string& names) { Reply(MessageId::kLayoutState, 52, 0, ToBytes(names)); }
-    void Protocol(const std::string& text, std::uint16_t argument = 0) {
-        Reply(MessageId::kControlProtocol, 3, argument, ToBytes(text));
+    void Names(const std::string& names) { Handle(Message(MessageId::kLayoutState, 52, 0, names)); }
+    void Protocol(const std::string& text, std::uint32_t argument = 0) {
+        Handle(Message(MessageId::kControlProtocol, 3, 1 | argument << 16, text));
     }
     void Serial(const Bytes& bytes) {
         auto serial = std::make_unique<SerialData>();
         serial->count = static_cast<std::uint16_t>(bytes.size());
         std::ranges::copy(bytes, serial->bytes.begin());
-        run->Handle({MessageId::kSerialData, 0, std::move(serial), 0});
+        WindowMessage message = Message(MessageId::kSerialData, 50, 0);
+        message.record = std::move(serial);
+        Handle(std::move(message));
     }
-    void LoseLink() { Reply(MessageId::kStopKeepAlive, 0, 0, {}); }
+    void Open() { run->Settings().Read(), Data(0), Data(32767), Names("a.mp4?"); }
     void ReadFrom(const std::string& text) {
-        run->Opened(), Data(0), Data(32767), Names("a.mp4?"), Protocol(text);
-        log.clear();
+        Open(), Protocol(text);
+        Log();
+    }
+    void Upload() { run->Settings().Save(); }
+    void OpenFileWith(const std::string& text) {
+        run->Settings().OpenFile(folder.Write("x.JSON", text));
     }
     void Edit(const std::string& port) {
         EXPECT_EQ(run->Edit({"KtvDev/KTVServerPort", port}).text, port);
     }
     std::string Port() { return run->Rows()[0][0].rows[2].value; }
-    std::string Log() { return std::exchange(log, ""); }
+    void ExpectState(State state) {
+        EXPECT_EQ(static_cast<int>(run->Settings().State()), static_cast<int>(state));
+    }
+    void ExpectLine(Line kind) {
+        EXPECT_EQ(static_cast<int>(run->SerialLine().kind), static_cast<int>(kind));
+    }
+    /// What has been shown and sent since the last call.
+    std::string Log() { return std::exchange(log, "") + channel.Log(); }
+    /// How many keep-alives go out in that time.
+    std::size_t KeepAlives(std::chrono::milliseconds time) {
+        Log();
+        timers.Advance(time);
+        return Log().size() / std::string("50.0.0; ").size();
+    }
 
     TemporaryFolder folder;
     std::filesystem::path file = folder / "ControlProtocol.Json";
-    std::string log, sent;
-    bool reachable = true, timer = false;
+    std::string log;
     std::optional<int> chosen;
+    bool editing = false;
     RecordingPrompts prompts;
-    Target player{"127.0.0.2", 9000, 5};
-    ControlProtocolRun current{*this, prompts, player.ip, file};
-    ControlProtocolRun older{*this, prompts, player.ip, file, ProtocolVariant::kOlder};
-    ControlProtocolRun* run = &current;
+    std::unique_ptr<ControlProtocolRun> run;
 };
 
 constexpr const char* kDocument = R"({"KtvDev":{"KTVServerPort":9000}})";
 
 TEST_F(Editor, AsksForDataNamesAndDocumentInTurn) {
-    run->Opened();
-    EXPECT_EQ(Log(), "send 13 00 00 00 00 00 00 00; ");
+    run->Settings().Read();
+    EXPECT_EQ(Log(), "19.0.0; ");
     Names("early?"), Data(32767);
     player.ip = "127.0.0.3";
     Data(0), Protocol(kDocument);
     player.ip = "127.0.0.2";
     EXPECT_EQ(Log(), "");
     Data(0);
-    EXPECT_EQ(Log(), "send 13 00 00 00 00 00 ff 7f; ");
+    EXPECT_EQ(Log(), "19.0.32767; ");
     Data(0), Data(32767);
-    EXPECT_EQ(Log(), "send 34 00 00 00 00 00 00 00; ");
-    EXPECT_EQ(run->PlayerData()[0][0] * 256 + run->PlayerData()[1][0], 256);
+    EXPECT_EQ(Log(), "52.0.0; ");
+    EXPECT_EQ(run->Asking().PlayerData()[0][0] * 256 + run->Asking().PlayerData()[1][0], 256);
     Names("one.mp4?two.mp4?x");
-    EXPECT_THAT(run->Names(), ElementsAre("one", "two"));
-    EXPECT_EQ(Log(), "send 03 00 00 00 01 00 00 00; ");
-    EXPECT_FALSE(run->MayUpload() || timer);
+    EXPECT_THAT(run->Asking().Names(), ElementsAre("one", "two"));
+    EXPECT_EQ(Log(), "3.1.0; ");
+    EXPECT_FALSE(run->Settings().MaySend());
     Protocol(kDocument);
-    EXPECT_TRUE(run->MayUpload() && timer);
+    EXPECT_TRUE(run->Settings().MaySend());
     Names("again.mp4?");
-    run->KeepAlive();
-    EXPECT_EQ(Log(), "model; send 32 00 00 00 00 00 00 00; ");
-    EXPECT_EQ(run->CurrentState(), State::kRead);
+    EXPECT_EQ(Log(), "rows; ");
+    ExpectState(State::kRead);
 }
 
 TEST_F(Editor, AsksForTheNamesOtherwiseInTheOlderForm) {
-    run = &older;
-    run->Opened();
-    Reply(MessageId::kPlayerState, 10, 0, ToBytes("one.mp4?"));
-    EXPECT_THAT(run->Names(), ElementsAre("one"));
-    EXPECT_EQ(Log(), "send 0a 00 00 00 01 00 00 00; send 03 00 00 00 01 00 00 00; ");
+    Begin(ProtocolVariant::kOlder);
+    run->Settings().Read();
+    Handle(Message(MessageId::kPlayerState, 10, 0, "one.mp4?"));
+    EXPECT_THAT(run->Asking().Names(), ElementsAre("one"));
+    EXPECT_EQ(Log(), "10.1.0; 3.1.0; ");
+}
+
+TEST_F(Editor, KeepsTheLinkAliveEveryTwoSecondsFromTheDocumentOn) {
+    Open();
+    EXPECT_EQ(KeepAlives(5s), 0U);
+    Protocol(kDocument);
+    EXPECT_EQ(KeepAlives(1999ms), 0U);
+    EXPECT_EQ(KeepAlives(1ms), 1U);
+    channel.refusal = NotSent::kTooMuchWaiting;
+    EXPECT_EQ(KeepAlives(4s), 0U);
+    channel.refusal.reset();
+    EXPECT_EQ(KeepAlives(4s), 2U);
+    LoseLink();
+    EXPECT_EQ(KeepAlives(10s), 0U);
+    Upload();
+    Protocol("");
+    EXPECT_EQ(KeepAlives(2s), 1U);
+}
+
+TEST_F(Editor, LeavesASecondAfterTheUserHasAgreed) {
+    ReadFrom(kDocument);
+    bool left = false;
+    run->Leave([&] { left = true; });
+    EXPECT_EQ(KeepAlives(999ms), 0U);
+    EXPECT_FALSE(left);
+    timers.Advance(1ms);
+    EXPECT_TRUE(left);
 }
 
 TEST_F(Editor, MayUploadAfterAnyAnswerButListensOnlyAfterADocument) {
-    for (const auto& [text, argument, state, listens] :
-         {std::tuple("{}", 2, State::kRefused, false),
-          {"", 0, State::kUnreadable, false},
-          {"{", 0, State::kUnreadable, true},
-          {"{}", 1, State::kUnreadable, true},
-          {kDocument, 1, State::kRead, true}}) {
-        ControlProtocolRun fresh{*this, prompts, player.ip, file};
-        run = &fresh;
-        timer = false;
-        run->Opened(), Data(0), Data(32767), Names("");
-        Protocol(text, static_cast<std::uint16_t>(argument));
-        EXPECT_EQ(run->CurrentState(), state) << text;
-        EXPECT_TRUE(run->MayUpload());
-        EXPECT_EQ(timer, listens) << text;
+    for (const auto& [text, argument, state, alive] : {std::tuple("{}", 2U, State::kRefused, 0U),
+                                                       {"", 0U, State::kUnreadable, 1U},
+                                                       {"{", 0U, State::kUnreadable, 1U},
+                                                       {"{}", 1U, State::kUnreadable, 1U},
+                                                       {kDocument, 1U, State::kRead, 1U}}) {
+        Begin(ProtocolVariant::kCurrent);
+        Open(), Protocol(text, argument);
+        ExpectState(state);
+        EXPECT_TRUE(run->Settings().MaySend());
+        EXPECT_EQ(KeepAlives(2s), alive) << text;
     }
 }
 
 TEST_F(Editor, UploadsTheWorkingCopyAndStaysInTouchWithoutARestart) {
     ReadFrom(kDocument);
     Edit("9001");
-    run->Upload();
-    EXPECT_EQ(Log(), "send 03 00 00 00 01 00 01 00; ");
-    EXPECT_EQ(sent, *ReadFile(file));
-    EXPECT_THAT(sent, testing::HasSubstr("9001"));
-    EXPECT_THAT(prompts.boxes,
-                ElementsAre(Question("After setting the parameters, restart the device?")));
-    EXPECT_EQ(run->CurrentState(), State::kSent);
+    Upload();
+    EXPECT_EQ(Log(), "3.1.1; ");
+    EXPECT_EQ(channel.payload, *ReadFile(file));
+    EXPECT_THAT(channel.payload, testing::HasSubstr("9001"));
+    EXPECT_THAT(prompts.boxes, ElementsAre(kRestartQuestion));
+    ExpectState(State::kSent);
     Edit("9002");
     Protocol("");
-    EXPECT_EQ(run->CurrentState(), State::kChanged);
-    run->Upload();
-    Protocol("");
-    EXPECT_EQ(run->CurrentState(), State::kSaved);
-    EXPECT_TRUE(timer && run->MayUpload() && run->MayUseFiles());
-    EXPECT_EQ(Log(), "send 03 00 00 00 01 00 01 00; saved; ");
+    ExpectState(State::kChanged);
+    Upload();
+    Protocol("", 1);
+    ExpectState(State::kSaved);
+    Upload();
+    Protocol("", 2);
+    ExpectState(State::kRefused);
+    EXPECT_EQ(run->Settings().LastCode(), 2);
+    EXPECT_EQ(KeepAlives(2s), 1U);
 }
 
 TEST_F(Editor, SendsNothingMoreOnceARestartWasAskedFor) {
     ReadFrom(kDocument);
     prompts.answers = {true};
-    run->Upload();
-    EXPECT_EQ(Log(), "send 03 01 00 00 01 00 01 00; ");
-    EXPECT_FALSE(timer || run->MayUpload() || run->MayUseFiles());
-    EXPECT_EQ(run->CurrentState(), State::kSent);
-    Protocol("", 1);
-    EXPECT_EQ(run->CurrentState(), State::kRestarting);
+    Upload();
+    EXPECT_EQ(Log(), "3.1.1q1; ");
+    ExpectState(State::kSent);
+    Protocol(kDocument, 1);  // whatever it answers
+    ExpectState(State::kRestarting);
     LoseLink();
     Protocol(kDocument);
-    run->Upload();
-    run->OpenFile(folder.Write("x.JSON", kDocument));
-    run->SaveFile(folder / "y.JSON");
+    Upload();
+    OpenFileWith(kDocument);
+    run->Settings().SaveFile(folder / "y.JSON");
     chosen = 1;
     Serial({0xA5});
     EXPECT_EQ(run->Edit({"KtvDev/KTVServerPort", "1"}).outcome, EditAnswer::Outcome::kRefused);
-    EXPECT_FALSE(timer || run->MayUpload() || std::filesystem::exists(folder / "y.JSON"));
-    EXPECT_EQ(Log(), "saved; ");
+    EXPECT_FALSE(run->Settings().MaySend() || std::filesystem::exists(folder / "y.JSON"));
+    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(KeepAlives(10s), 0U);
+    EXPECT_EQ(prompts.boxes.size(), 1U);
 }
 
 TEST_F(Editor, KeepsWhatCouldNotBeSentAndSaysSo) {
     ReadFrom(kDocument);
     Edit("9001");
     prompts.answers = {true};
-    reachable = false;
-    run->Upload();
-    EXPECT_EQ(run->CurrentState(), State::kNotSent);
-    EXPECT_TRUE(run->MayUpload());
-    reachable = true;
+    channel.refusal = NotSent::kConnectFailed;
+    Upload();
+    ExpectState(State::kNotSent);
+    EXPECT_TRUE(run->Settings().MaySend() && run->Settings().MayOpen());
+    channel.refusal.reset();
     std::filesystem::remove(file);
     std::filesystem::create_directories(file / "in the way");
     Log();
-    run->Upload();
+    Upload();
     EXPECT_EQ(Log(), "");
     EXPECT_EQ(prompts.boxes.back(),
               Warning("The control protocol file cannot be written. Nothing has been sent!"));
     EXPECT_EQ(Port(), "9001");
 }
 
-TEST_F(Editor, LearnsIntoTheChosenCategory) {
+TEST_F(Editor, ADocumentThatComesWhileTheRestartQuestionIsOpenClearsNothing) {
     ReadFrom(kDocument);
-    Serial({0x0a, 0xb1, 0x00});
-    EXPECT_EQ(run->SerialLine().kind, Line::kNobodys);
-    EXPECT_EQ(run->CurrentState(), State::kRead);
-    chosen = 6;
-    Serial({0x0a, 0xb1, 0x00});
-    EXPECT_EQ(run->SerialLine().kind, Line::kLearned);
-    EXPECT_EQ(run->Rows()[kCategoryGrid][0].groups[6].rows[1].value, "0AB100");
-    EXPECT_EQ(run->CurrentState(), State::kChanged);
-    EXPECT_EQ(Log(), "change 0AB100; ");
-    prompts.whileShown = [this] { Serial({0xff}); };
-    run->Upload();
-    EXPECT_EQ(run->SerialLine().kind, Line::kTooLate);
-    EXPECT_THAT(sent, testing::HasSubstr("0AB100"));
+    Edit("9001");
+    prompts.whileShown = [this] { Protocol(R"({"KtvDev":{"KTVServerPort":5}})"); };
+    Upload();
+    EXPECT_THAT(channel.payload, testing::HasSubstr("9001"));
+    EXPECT_EQ(Port(), "9001");
+    EXPECT_TRUE(run->Settings().HasUnsentChanges());
 }
 
-TEST_F(Editor, IsNotConnectedFromTheEndOfTheLinkToTheNextAnswer) {
+TEST_F(Editor, LearnsIntoTheChosenCategoryAloneAndOnlyFromItsOwnPlayer) {
+    ReadFrom(kDocument);
+    ExpectLine(Line::kListening);
+    Serial({0x0a, 0xb1, 0x00});
+    ExpectLine(Line::kNobodys);
+    ExpectState(State::kRead);
+    chosen = 6;
+    player.ip = "127.0.0.3";
+    Serial({1});
+    player.ip = "127.0.0.2";
+    editing = true;
+    Serial({2});
+    ExpectLine(Line::kEditing);
+    editing = false;
+    run->Learn(false);
+    Serial({3});
+    ExpectLine(Line::kNotLearning);
+    run->Learn(true);
+    EXPECT_EQ(Log(), "");
+    Serial({0x0a, 0xb1, 0x00});
+    ExpectLine(Line::kLearned);
+    EXPECT_EQ(run->Rows()[kCategoryGrid][0].groups[6].rows[1].value, "0AB100");
+    ExpectState(State::kChanged);
+    EXPECT_EQ(Log(), "change 0AB100; ");
+    Serial({0xc1});
+    ExpectLine(Line::kReplaced);
+    EXPECT_EQ(run->SerialLine().replaced, "0AB100");
+    prompts.whileShown = [this] { Serial({0xff}); };
+    Upload();
+    ExpectLine(Line::kTooLate);
+    EXPECT_THAT(channel.payload, testing::HasSubstr("C1"));
+}
+
+TEST_F(Editor, TellsTheEndOfTheLinkAndConnectsWithTheNextUpload) {
     ReadFrom(kDocument);
     LoseLink();
-    EXPECT_TRUE(!timer && run->SerialLine().kind == Line::kNotConnected);
-    run->Upload();
+    EXPECT_FALSE(run->Settings().IsConnected());
+    Upload();
     LoseLink();
-    EXPECT_EQ(run->CurrentState(), State::kUnconfirmed);
+    ExpectState(State::kUnconfirmed);
+    Upload();
     Protocol("");
-    EXPECT_EQ(run->CurrentState(), State::kSaved);
-    EXPECT_TRUE(timer && run->SerialLine().kind == Line::kListening);
-    reachable = false;
-    run->KeepAlive();
-    EXPECT_TRUE(!timer && run->SerialLine().kind == Line::kNotConnected);
+    ExpectState(State::kSaved);
+    EXPECT_TRUE(run->Settings().IsConnected());
 }
 
 TEST_F(Editor, LosesNoEditAndNoFileToADocumentThatComesLater) {
-    run->Opened();
+    run->Settings().Read();
     Edit("7");
-    ReadFrom(R"({"KtvDev":{"KTVServerPort":9000,"KTVServerIP":"10.0.0.1"}})");
+    Data(0), Data(32767), Names("a.mp4?");
+    Protocol(R"({"KtvDev":{"KTVServerPort":9000,"KTVServerIP":"10.0.0.1"}})");
     EXPECT_EQ(Port() + run->Rows()[0][0].rows[1].value, "710.0.0.1");
-    EXPECT_EQ(run->CurrentState(), State::kChanged);
-    run->OpenFile(folder.Write("x.JSON", R"({"KtvDev":{"KTVServerPort":8}})"));
+    ExpectState(State::kChanged);
+    OpenFileWith(R"({"KtvDev":{"KTVServerPort":8}})");
     Protocol(R"({"KtvDev":{"KTVServerPort":9000,"KTVServerIP":"10.0.0.2"}})");
     EXPECT_EQ(Port(), "8");
-    run->OpenFile(folder.Write("wrong.JSON", R"({"data":[]})"));
+    OpenFileWith(R"({"data":[]})");
     EXPECT_EQ(prompts.boxes.back(),
               Warning("The file holds no such settings. Nothing has been changed!"));
-    run->SaveFile(folder / "y.JSON");
+    run->Settings().SaveFile(folder / "y.JSON");
     EXPECT_EQ(prompts.boxes.back(), Notice("Save OK!"));
     EXPECT_EQ(folder.Read("y.JSON"), ControlProtocolText([] {
                   ControlProtocolModel model;

@@ -59,10 +59,21 @@ TEST_F(Osd, WhatIsMissingOrOfAnotherTypeStays) {
 
 TEST_F(Osd, TextsOfNoUseChangeNothing) {
     const std::string before = osd.Write();
-    for (const char* bad : {"", "{", "7", "null", "[]", "{}", R"({"data":{}})", R"({"data":[]})",
-                            R"({"data":[[]]})", R"({"data":[null,{}]})"})
+    for (const char* bad :
+         {"{", "7", "null", "[]", R"({"data":{}})", R"({"data":[[]]})", R"({"data":[null,{}]})"})
         EXPECT_FALSE(osd.TakeReply(bad) || osd.TakeFile(bad)) << bad;
     EXPECT_EQ(osd.Write(), before);
+}
+
+TEST_F(Osd, PlayerWithoutSettingsHasTheDefaults) {
+    OsdSettings fresh;
+    const std::string before = fresh.Write();
+    for (const char* none : {"", "{}", R"({"data":[]})"}) {
+        EXPECT_TRUE(fresh.TakeReply(none) && fresh.HoldsDefaults()) << none;
+        EXPECT_FALSE(fresh.TakeFile(none)) << none;
+    }
+    EXPECT_EQ(fresh.Write(), before);
+    EXPECT_FALSE(osd.HoldsDefaults());
 }
 
 TEST_F(Osd, ColoursAreTurnedAround) {

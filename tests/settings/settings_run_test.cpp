@@ -1,188 +1,312 @@
 #include "settings/settings_run.h"
 
-#include <fmt/format.h>
 #include <gmock/gmock.h>
 
-#include "support/literals.h"
+#include "support/fake_player_channel.h"
 #include "support/recording_prompts.h"
 #include "support/temporary_folder.h"
 
 namespace sontaro::test {
 namespace {
 
-using State = SettingsRun::State;
+using namespace std::chrono_literals;
+using State = SettingsState;
 using testing::ElementsAre;
 
-constexpr SettingsExchange kAnnouncing = {kBlockCave, MessageId::kCave, 1, true};
-constexpr SettingsExchange kAnswering = {kBlockOsd, MessageId::kOsd, 0, false};
+const Box kForeignQuestion =
+    Question("These are not the player's settings. Send them all the same?");
 
-/// A text is the whole document; "bad" is of no use.
+/// A text is the whole document and its value; "bad" is of no use. What stands before a colon is
+/// its key.
 struct TextDocument : SettingsDocument {
-    explicit TextDocument(bool keeps) : keepsWhatItHas(keeps) {}
-    bool TakeReply(std::string_view reply) override {
-        if (reply != "bad") text = reply;
-        if (reply == "bad" && !keepsWhatItHas) text = "";
-        return reply != "bad";
+    bool TakeReply(std::string_view reply) override { return TakeFile(reply); }
+    bool TakeFile(std::string_view file) override {
+        if (file != "bad") text = file;
+        return file != "bad";
     }
-    bool TakeFile(std::string_view file) override { return file != "bad" && TakeReply(file); }
     std::string Write() const override { return text; }
-    SettingsRows Rows() const override { return {}; }
+    SettingsRows Rows() const override {
+        return {{"g", "g", {{"row", RowKind::kText, "row", text}}}};
+    }
     EditAnswer Edit(const SettingsEdit& edit) override {
         if (edit.text == "no") return {};
         text += edit.text;
         return {EditAnswer::Outcome::kAccepted, edit.text};
     }
+    std::vector<std::string> Keys() const override {
+        return text.find(':') == std::string::npos ? std::vector<std::string>()
+                                                   : std::vector{text.substr(0, text.find(':'))};
+    }
+    bool HasSettings() const override { return !text.empty(); }
     std::optional<LocalText> RefusalToSend() const override {
         if (text.starts_with("?")) return LocalText{"不", "never"};
         return std::nullopt;
     }
 
     std::string text;
-    const bool keepsWhatItHas;
 };
 
 /// A run whose window writes down what it is asked for.
-struct Procedure : testing::Test, SettingsView {
-    bool Send(const DevicePacket& packet) override {
-        log += fmt::format("send {}.{} {}; ", packet.header.subCommand, packet.header.argument,
-                           AsText(packet.payload));
-        return reachable;
+struct Procedure : testing::Test, ExchangeBench, SettingsView {
+    explicit Procedure(SettingsBlock number = kBlockCave)
+        : block(number), run(number, document, *this, prompts, exchange, player) {
+        channel.sent = [this](const PacketHeader& header) {
+            log += "send " + std::to_string(header.argument) + channel.payload + "; ";
+        };
     }
-    void ShowRows() override { log += "rows " + Document().text + "; "; }
-    void MarkSaved() override { log += "saved; "; }
+    void ShowRows() override { log += "rows " + document.text + "; "; }
+    void ShowConfirmed() override {}
     void StateChanged() override {}
 
-    TextDocument& Document() { return run == &announcing ? custom : osd; }
-    void Reply(std::string_view payload, std::uint32_t wParam = 0) {
-        const MessageId id = run == &announcing ? MessageId::kCave : MessageId::kOsd;
-        run->Handle({id, wParam, ReplyRecord{ToBytes(payload)}, 0, {player, {}, 1}});
+    void Reply(std::string_view payload, std::uint32_t argument = 0) {
+        WindowMessage message =
+            Message(FactsOf(block).reply, kCommandSettings, block | argument << 16, payload);
+        run.Handle(message);
     }
-    void Edit(const std::string& text) { static_cast<void>(run->Edit({"row", text})); }
-    void ExpectState(State state) { EXPECT_EQ(run->CurrentState(), state); }
+    void Acknowledge() { Reply("", 1); }
+    void OpenWith(std::string_view payload) {
+        run.Read();
+        Reply(payload);
+        Log();
+    }
+    void OpenFileWith(const std::string& text) { run.OpenFile(folder.Write("file", text)); }
+    void Edit(const std::string& text) { static_cast<void>(run.Edit({"row", text})); }
+    void ExpectState(State state) {
+        EXPECT_EQ(static_cast<int>(run.State()), static_cast<int>(state));
+    }
+    std::string Held() { return run.Confirmed().at("row"); }
     std::string Log() { return std::exchange(log, ""); }
 
+    const SettingsBlock block;
+    const TemporaryFolder folder;
     std::string log;
-    bool reachable = true;
     RecordingPrompts prompts;
-    TextDocument custom{false}, osd{true};
-    Target player{"127.0.0.2", 9000, 5};
-    SettingsRun announcing{kAnnouncing, custom, *this, prompts, player.ip};
-    SettingsRun answering{kAnswering, osd, *this, prompts, player.ip};
-    SettingsRun* run = &announcing;
+    TextDocument document;
+    SettingsRun run;
+};
+
+struct Overlay : Procedure {
+    Overlay() : Procedure(kBlockOsd) {}
 };
 
 TEST_F(Procedure, ReadsEditsAndSavesTheWholeDocument) {
-    run->Opened();
-    run->Save();
-    EXPECT_EQ(Log(), "send 19.0 ; ");
+    run.Read();
+    ExpectState(State::kWaiting);
+    run.Save();
     Reply("a");
     Edit("no");
     ExpectState(State::kRead);
     Edit("b");
-    run->Save();
+    EXPECT_EQ(Held(), "a");
+    run.Save();
     ExpectState(State::kSent);
-    Reply("", 1);
+    EXPECT_TRUE(run.HasUnsentChanges());
+    Acknowledge();
     ExpectState(State::kSaved);
-    EXPECT_EQ(Log(), "rows a; send 19.1 ab; saved; ");
+    EXPECT_EQ(Held(), "ab");
+    EXPECT_FALSE(run.HasUnsentChanges());
+    EXPECT_EQ(Log(), "send 0; rows a; send 1ab; ");
+    Acknowledge();  // of nothing
     const InLanguage chinese(Language::kChinese);
-    Reply("", 1);
+    run.Save();
+    Acknowledge();
     EXPECT_THAT(prompts.boxes,
                 ElementsAre(Notice("Changes have been saved!"), Notice("配置完成！")));
 }
 
-TEST_F(Procedure, NeverSendsADocumentThatIsNotThePlayers) {
-    Reply("bad");
-    run->Save();
-    EXPECT_FALSE(run->IsUsable());
+TEST_F(Procedure, ConfirmsOnlyWhatWasSentWithIt) {
+    OpenWith("a");
+    run.Save();
+    Edit("b");
+    Acknowledge();
+    ExpectState(State::kChanged);
+    EXPECT_EQ(Held(), "a");
+    run.Save(), run.Save();
+    EXPECT_EQ(Log(), "send 1a; send 1ab; ");
+    Acknowledge();
+    ExpectState(State::kSent);  // the second one has gone out, and is not confirmed
+    EXPECT_EQ(Log(), "send 1ab; ");
+    Acknowledge();
+    ExpectState(State::kSaved);
+}
+
+TEST_F(Procedure, TellsOfAnAnswerThatIsOverdueAndReadAgainAsksOnceMore) {
+    run.Read();
+    timers.Advance(9s);
+    EXPECT_EQ(run.SecondsWithoutAnswer(), 0);
+    timers.Advance(5s);
+    EXPECT_EQ(run.SecondsWithoutAnswer(), 14);
+    run.Read();
+    EXPECT_EQ(Log(), "send 0; send 0; ");
     Reply("a");
-    EXPECT_TRUE(run->IsUsable());
+    EXPECT_EQ(run.SecondsWithoutAnswer(), 0);
+    run.Save();
+    timers.Advance(12s);
+    Edit("b");
+    run.Save();
+    Acknowledge();  // of the first one, which nobody waits for any more
+    ExpectState(State::kSent);
+    Acknowledge();
+    ExpectState(State::kSaved);
+}
+
+TEST_F(Procedure, ReadingAgainAsksBeforeItDiscardsAndDiscardsWhenTheSettingsCome) {
+    OpenWith("a");
+    Edit("b");
+    run.Read();
+    EXPECT_EQ(Log(), "");
+    prompts.answers = {true};
+    run.Read();
+    Edit("c");  // made since then
+    Reply("x");
+    EXPECT_EQ(Log(), "send 0; rows xc; ");
+    ExpectState(State::kChanged);
+    EXPECT_EQ(prompts.boxes.size(), 2U);
+    prompts.answers = {true};
+    run.Read();
+    LoseLink();
+    ExpectState(State::kLinkLost);
+    EXPECT_TRUE(run.HasUnsentChanges());
+}
+
+TEST_F(Procedure, SaysWhyNothingWasSentAndKeepsTheChanges) {
+    channel.refusal = NotSent::kConnectFailed;
+    run.Read();
+    ExpectState(State::kUnreachable);
+    EXPECT_FALSE(run.MaySend());
+    channel.refusal.reset();
+    OpenWith("a");
+    Edit("b");
+    channel.refusal = NotSent::kTooMuchWaiting;
+    run.Save();
+    ExpectState(State::kNotSent);
+    EXPECT_EQ(run.LastReason(), NotSent::kTooMuchWaiting);
+    channel.refusal.reset();
+    run.Save();
+    LoseLink();
+    ExpectState(State::kUnconfirmed);
+    EXPECT_FALSE(run.IsConnected());
+    EXPECT_TRUE(run.HasUnsentChanges());
+    run.Save();
+    Acknowledge();
+    ExpectState(State::kSaved);
+    Report(ExchangeNews::Kind::kNotSupported, kCommandSettings);
+    run.Read();
+    Report(ExchangeNews::Kind::kNotSupported, kCommandSettings);
+    ExpectState(State::kNotSupported);
+}
+
+TEST_F(Procedure, WhatComesUnaskedKeepsTheEdits) {
+    OpenWith("a");
+    Edit("b");
+    Reply("x");
+    EXPECT_EQ(Log(), "rows xb; ");
+    EXPECT_EQ(Held(), "x");
     Reply("bad");
     ExpectState(State::kUnreadable);
-    run->Save();
-    EXPECT_EQ(Log(), "rows ; rows a; rows ; ");
-}
-
-TEST_F(Procedure, DoesNotCallAnEditSavedThatWasMadeAfterTheSave) {
-    Reply("a");
-    run->Save();
-    Edit("b");
-    Log();
-    Reply("", 1);
-    ExpectState(State::kChanged);
-    EXPECT_EQ(Log(), "");
-}
-
-TEST_F(Procedure, TakesEveryAnswerWithAPayloadWhereSavesAreNotAnnounced) {
-    run = &answering;
-    run->Opened();
-    Reply("bad");
-    EXPECT_FALSE(run->IsUsable());
-    Reply("a", 7);
-    Reply("bad");
-    Reply("");
-    Edit("b");
-    run->Save();
-    Edit("c");
-    Reply("x");
-    ExpectState(State::kChanged);
-    run->Save();
-    Reply("");
-    ExpectState(State::kSaved);
-    EXPECT_EQ(Log(), "send 4.0 ; rows a; send 4.0 ab; rows xc; send 4.0 xc; saved; ");
-    EXPECT_TRUE(prompts.boxes.empty());
-}
-
-TEST_F(Procedure, SaysWhenThePlayerIsNotReachedAndKeepsTheChanges) {
-    reachable = false;
-    run->Opened();
-    ExpectState(State::kUnreachable);
-    Reply("a");
-    Edit("b");
-    run->Save();
-    ExpectState(State::kNotSent);
-    reachable = true;
-    run->Save();
-    ExpectState(State::kSent);
-    EXPECT_EQ(Log(), "send 19.0 ; rows a; send 19.1 ab; send 19.1 ab; ");
-}
-
-TEST_F(Procedure, HearsItsOwnPlayerAndBlockAlone) {
+    EXPECT_EQ(document.text, "xb");
     player.ip = "127.0.0.3";
-    Reply("a");
-    run->Handle({MessageId::kOsd, 0, ReplyRecord{{'a'}}, 0, {{"127.0.0.2", 9000, 5}, {}, 1}});
+    Reply("y");
     EXPECT_EQ(Log(), "");
+}
+
+TEST_F(Procedure, SendsWhatIsNotThePlayersOnlyWhenTheUserInsists) {
+    OpenWith("bad");
+    EXPECT_FALSE(run.MaySend());
+    OpenFileWith("k:file");
+    ExpectState(State::kForeign);
+    run.Save();
+    EXPECT_EQ(Log(), "rows k:file; ");
+    prompts.answers = {true};
+    run.Save();
+    EXPECT_EQ(Log(), "send 1k:file; ");
+    Acknowledge();
+    run.Save();  // they are by now
+    EXPECT_EQ(Log(), "send 1k:file; ");
+    const Box saved = Notice("Changes have been saved!");
+    EXPECT_THAT(prompts.boxes, ElementsAre(kForeignQuestion, kForeignQuestion, saved));
+}
+
+TEST_F(Procedure, SaysHowTheKeysOfAFileDiffer) {
+    OpenWith("k:a");
+    OpenFileWith("k:b");
+    ExpectState(State::kChanged);
+    EXPECT_EQ(prompts.boxes.size(), 0U);
+    OpenFileWith("other:b");
+    ExpectState(State::kForeign);
+    run.Save();
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(Notice("1 of the file's settings are unknown to the player, 1 of the "
+                                   "player's are missing in the file."),
+                            kForeignQuestion));
+    EXPECT_EQ(Log(), "rows k:b; rows other:b; ");
+}
+
+TEST_F(Procedure, OpensAFileAgainWhenThePlayersSettingsComeLater) {
+    run.Read();
+    OpenFileWith("k:file");
+    EXPECT_TRUE(run.MaySend());
+    Reply("other:a");
+    EXPECT_EQ(document.text, "k:file");
+    EXPECT_EQ(Held(), "other:a");
+    ExpectState(State::kForeign);
+    EXPECT_EQ(prompts.boxes.size(), 1U);  // that its keys are others
 }
 
 TEST_F(Procedure, SendsNeitherWhatIsRefusedNorWhatIsTooLong) {
-    Reply("?");
-    run->Save();
-    Reply(std::string(kBufferSize - kHeaderSize + 1, 'x'));
-    run->Save();
+    OpenWith("?");
+    run.Save();
+    Reply(std::string(kLongestPayload + 1, 'x'));
+    run.Save();
     EXPECT_THAT(prompts.boxes,
                 ElementsAre(Warning("never"), Warning("The settings are too long to be sent!")));
     ExpectState(State::kRead);
-    Reply(std::string(kBufferSize - kHeaderSize, 'x'));
-    run->Save();
+    Reply(std::string(kLongestPayload, 'x'));
+    run.Save();
     ExpectState(State::kSent);
 }
 
 TEST_F(Procedure, KeepsSettingsInFilesAndChangesNothingWhenOneIsOfNoUse) {
-    const TemporaryFolder folder;
-    Reply("a");
-    run->SaveFile(folder / "a.JSON");
-    run->OpenFile(folder.Write("bad.JSON", "bad"));
-    run->OpenFile(folder / "missing.JSON");
-    run->SaveFile(folder.Write("file", "") / "inside.JSON");
+    OpenWith("a");
+    run.SaveFile(folder / "a.JSON");
+    OpenFileWith("bad");
+    run.OpenFile(folder / "missing.JSON");
+    run.SaveFile(folder / "file" / "inside.JSON");
     ExpectState(State::kRead);
-    EXPECT_EQ(custom.text, "a");
     Edit("b");
     Log();
-    run->OpenFile(folder / "a.JSON");
+    run.OpenFile(folder / "a.JSON");
     ExpectState(State::kChanged);
     EXPECT_EQ(Log(), "rows a; ");
+    EXPECT_EQ(Held(), "a");
     const Box unusable = Warning("The file holds no such settings. Nothing has been changed!");
     EXPECT_THAT(prompts.boxes, ElementsAre(Notice("Save OK!"), unusable, unusable,
                                            Warning("The file cannot be written!")));
+}
+
+TEST_F(Overlay, IsConfirmedByTheDocumentAsItIsNowOrByAnEmptyOne) {
+    OpenWith("a");
+    run.Save();
+    Edit("b");
+    Reply("A");
+    EXPECT_EQ(Log(), "send 0a; rows Ab; ");
+    ExpectState(State::kChanged);
+    run.Save(), run.Save();
+    Edit("c");
+    Reply("first");
+    EXPECT_EQ(Log(), "send 0Ab; rows firstc; send 0Ab; ");
+    ExpectState(State::kSent);
+    Reply("");
+    ExpectState(State::kChanged);  // what was edited since is not thrown away
+    EXPECT_EQ(document.text, "firstc");
+    run.Save();
+    Reply("");
+    ExpectState(State::kSaved);
+    EXPECT_EQ(Held(), "firstc");
+    run.Save();
+    Reply("bad");
+    ExpectState(State::kUnreadable);
+    EXPECT_TRUE(prompts.boxes.empty());
 }
 
 }  // namespace

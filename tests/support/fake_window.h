@@ -41,6 +41,8 @@ class FakeWindow {
         if (const auto* udp = std::get_if<UdpEvent>(&message.record)) keepEvent(*udp);
         react(message);
         messages.push_back(std::move(message));
+        if (const auto* request = std::get_if<SendRequest>(&messages.back().record))
+            message.record = *request;  // its sender wants to know what became of it
     }
 
     WindowDirectory::Registration registration_;

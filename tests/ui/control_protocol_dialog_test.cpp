@@ -1,6 +1,7 @@
 #include "controlprotocol/control_protocol_dialog.h"
 
 #include <wx/propgrid/propgrid.h>
+#include <wx/srchctrl.h>
 #include <wx/textctrl.h>
 #include <wx/weakref.h>
 
@@ -56,11 +57,13 @@ struct ProtocolDialog : UiTest {
 
 TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
     Run([&] {
+        Find<wxNotebook>(dialog, kProtocolTabs)->SetSelection(kCategoryGrid);
         Grid(3).SelectProperty("VideoType/4/TypeName");
         Player().AddSerialBytes({0xa5, 0x0b});
         EXPECT_TRUE(PumpUntil([&] { return Value(3, "VideoType/4/SendCmd") == "A50B"; }));
         EXPECT_TRUE(Grid(3).GetPropertyByName("VideoType/4/SendCmd")->HasFlag(wxPG_PROP_MODIFIED));
-        EXPECT_EQ(Text(kProtocolLine), "Learned A50B from the serial line, for Video Type5.");
+        EXPECT_EQ(Text(kProtocolLine),
+                  "Learned A50B from the serial line, for Video Type5, in place of A5020503.");
         Type(2, "Serial/NextType", "a5 0");
         Press(dialog, wxID_OK);
         EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
@@ -81,7 +84,8 @@ TEST_F(ProtocolDialog, IsDoneOnceThePlayerRestarts) {
         prompts.answers = {true};
         Player().ForgetPackets();
         Press(dialog, wxID_OK);
-        EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolLine) == "Not connected"; }));
+        EXPECT_TRUE(
+            PumpUntil([&] { return Text(kProtocolLine) == "Not connected to the player."; }));
         EXPECT_TRUE(Player().WaitForPacket(
             [](const DevicePacket& packet) { return packet.header.command == kCommandCloseLinks; },
             5s));

@@ -52,7 +52,11 @@ struct SettingsWindows : UiTest {
         return packets;
     }
     void Reply(Window window, MessageId id, std::string_view payload, std::uint32_t wParam = 0) {
-        const Origin origin{{"127.0.0.2", 9000, 0}, {}, 1};
+        const std::uint32_t block =
+            id == MessageId::kOsd ? 4 : static_cast<std::uint32_t>(id) - 0x610;
+        const Origin origin{{"127.0.0.2", 9000, 0},
+                            DevicePacket::Request(kCommandSettings, block | wParam << 16).header,
+                            1};
         EXPECT_TRUE(directory.Send(TitleOf(window),
                                    {id, wParam, ReplyRecord{ToBytes(payload)}, 0, origin}));
     }
@@ -61,7 +65,9 @@ struct SettingsWindows : UiTest {
     }
     static bool Enabled(wxWindow* dialog, int id) { return dialog->FindWindow(id)->IsEnabled(); }
 
-    FakeWindow main{directory, ApplicationTitle()};
+    FakeWindow main{directory, ApplicationTitle(), [](WindowMessage& message) {
+                        std::get<SendRequest>(message.record).outcomes = {Sending::Over(1)};
+                    }};
 };
 
 struct Block {
@@ -87,8 +93,7 @@ TEST_F(SettingsWindows, OfFourBlocksAskForTheirOwnAndSendItBackWhole) {
     for (const Block& block : kBlocks) {
         block.run(*this, [&](SettingsDialog* dialog) {
             EXPECT_THAT(Sent(), ElementsAre(fmt::format("3 {}.0 to 0: ", block.number)));
-            for (const int id : {static_cast<int>(wxID_OK), kOpenSettings, kSaveSettings})
-                EXPECT_FALSE(Enabled(dialog, id));
+            EXPECT_FALSE(Enabled(dialog, wxID_OK) || Enabled(dialog, kSaveSettings));
             Reply(block.window, block.reply, "no document");
             Reply(block.window, MessageId::kOsd, kSchema);
             EXPECT_FALSE(Enabled(dialog, wxID_OK));
@@ -152,9 +157,11 @@ TEST_F(SettingsWindows, OfAnOverlayRefuseWhatItCannotHave) {
         saveLine(70);
         EXPECT_THAT(Sent(), ElementsAre(testing::StartsWith(R"(3 4.0 to 1: {"data":[{)")));
     });
-    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("透明度输入错误!"), Warning("显示时间输入错误!"),
-                                           Warning("显示字符不能超过70个汉字!"),
-                                           Question("【真的要退出程序吗?】")));
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(Warning("透明度输入错误!"), Warning("显示时间输入错误!"),
+                            Warning("显示字符不能超过70个汉字!"),
+                            Question("【真的要退出程序吗?】\n有修改尚未得到播放器确认，"
+                                     "退出后将丢失。")));
 }
 
 TEST_F(SettingsWindows, AskForFilesByTheirOwnName) {
@@ -173,7 +180,8 @@ TEST_F(SettingsWindows, AskForFilesByTheirOwnName) {
             prompts.boxes,
             ElementsAre(ToSave("Save " + title + " file", filter, title + ".JSON", "JSON"),
                         Notice("Save OK!"), ToOpen("Open " + title + " file", filter, "JSON"),
-                        Question("Do you really want to exit?")));
+                        Question("Do you really want to exit?\nThere are changes that the player "
+                                 "has not confirmed. They will be lost.")));
         prompts.boxes.clear();
     }
 }

@@ -238,13 +238,14 @@ TEST_F(Grid, AsksForAnotherColour) {
     EXPECT_EQ(Shown("c"), "#123456");
 }
 
-TEST_F(Grid, IsNarrowedToNamesAndShownValues) {
+TEST_F(Grid, IsNarrowedToHeadingsNamesAndShownValues) {
     // clang-format off
-    grid->Fill({{"0", "port", {{"a", RowKind::kText, "串口Port一", "9600"}, {"b", RowKind::kYesNo, "on", kRowYes}}, {{"1", "empty", {}},
-        {"2", "port", {{"c", RowKind::kChoice, "mode", "全部随机", "", {"全部随机", "one"}}, {"d", RowKind::kColour, "back", "#FF0000"}}}}}});
+    grid->Fill({{"0", "gate", {{"a", RowKind::kText, "串口Port一", "9600"}, {"b", RowKind::kYesNo, "on", kRowYes}}, {{"1", "empty", {}},
+        {"2", "Type5", {{"c", RowKind::kChoice, "mode", "全部随机", "", {"全部随机", "one"}}, {"d", RowKind::kColour, "back", "#FF0000"}, {"e", RowKind::kHexCommand, "cmd", "A50102"}}}}}});
     const std::tuple<const char*, int, const char*> cases[] = {
-        {" \t口pORT　", 1, "0 a "}, {"随机", 1, "0 2 c "}, {"RED", 1, "0 2 d "}, {"0", 1, "0 a "},
-        {"port empty", 0, ""}, {"true", 0, ""}, {"o", 3, "0 a b 2 c "}, {"　", 4, "0 a b 1 2 c d "}};
+        {" \t口pORT　", 1, "0 a "}, {"随机", 1, "0 2 c "}, {"RED", 1, "0 2 d "}, {"00", 1, "0 a "},
+        {"port empty", 0, ""}, {"true", 0, ""}, {"o", 3, "0 a b 2 c "}, {"　", 5, "0 a b 1 2 c d e "},
+        {"type5", 3, "0 2 c d e "}, {"gate", 5, "0 a b 2 c d e "}, {"a5 01 0", 0, ""}, {"5 01", 0, ""}, {"A5 01 02", 1, "0 2 e "}, {"a5 01", 1, "0 2 e "}, {"01", 1, "0 2 e "}};
     // clang-format on
     for (const auto& [text, found, listed] : cases) {
         EXPECT_EQ(grid->Filter(wxString::FromUTF8(text)), found) << text;

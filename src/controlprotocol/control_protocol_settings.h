@@ -1,0 +1,27 @@
+// The control protocol as a dialog holds it.
+#pragma once
+
+#include "controlprotocol/control_protocol_rows.h"
+#include "settings/settings_document.h"
+
+namespace sontaro {
+
+/// A document is of use when it has at least one section of the control protocol.
+class ControlProtocolSettings : public SettingsDocument {
+   public:
+    [[nodiscard]] bool TakeReply(std::string_view text) override { return TakeFile(text); }
+    [[nodiscard]] bool TakeFile(std::string_view text) override;
+    [[nodiscard]] std::string Write() const override { return ControlProtocolText(model_); }
+    /// The rows of all grids together.
+    [[nodiscard]] SettingsRows Rows() const override;
+    [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override {
+        return EditControlProtocol(model_, edit);
+    }
+
+    [[nodiscard]] ControlProtocolGrids Grids() const { return ControlProtocolRows(model_); }
+
+   private:
+    mutable ControlProtocolModel model_;  // showing it clamps its choices
+};
+
+}  // namespace sontaro

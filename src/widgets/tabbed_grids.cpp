@@ -1,0 +1,128 @@
+#include "widgets/tabbed_grids.h"
+
+#include <wx/sizer.h>
+#include <wx/srchctrl.h>
+#include <wx/stattext.h>
+
+#include <algorithm>
+
+#include "widgets/fonts.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr int kGridCharacters = 76;
+constexpr int kGridLines = 25;
+constexpr int kFilterCharacters = 30;
+
+constexpr LocalText kFilter = {"筛选", "Filter"};
+constexpr LocalText kFilterHint = {"标题、名称或数值中包含的文字",
+                                   "Text in a heading, name or value"};
+
+}  // namespace
+
+TabbedGrids::TabbedGrids(wxWindow* parent, const TabbedGridsIds& ids,
+                         std::span<const LocalText> tabs, Prompts& prompts,
+                         const SettingsGrid::EditHandler& onEdit)
+    : wxPanel(parent), titles_(tabs) {
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    head_ = new wxBoxSizer(wxHORIZONTAL);
+    AddFilter(ids.filter);
+    column->Add(head_, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(10)));
+    tabs_ = new wxNotebook(this, ids.tabs);
+    for (std::size_t i = 0; i < tabs.size(); ++i)
+        AddGrid(ids.firstGrid + static_cast<int>(i), tabs[i], prompts, onEdit);
+    column->Add(tabs_, wxSizerFlags(1).Expand());
+    SetSizer(column);
+    BindEvents();
+}
+
+void TabbedGrids::AddFilter(int id) {
+    head_->AddStretchSpacer();
+    head_->Add(new wxStaticText(this, wxID_ANY, ButtonLabel(kFilter, 'F')),
+               wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(6)));
+    filter_ = new wxSearchCtrl(this, id);
+    filter_->SetDescriptiveText(ToWx(kFilterHint));
+    filter_->ShowCancelButton(true);
+    filter_->SetMinSize(wxSize(kFilterCharacters * LetterWidth(*this), wxDefaultCoord));
+    head_->Add(filter_, wxSizerFlags().CentreVertical());
+}
+
+void TabbedGrids::AddGrid(int id, const LocalText& tab, Prompts& prompts,
+                          const SettingsGrid::EditHandler& onEdit) {
+    auto* page = new wxPanel(tabs_);
+    auto* grid = new SettingsGrid(page, id, true, prompts, onEdit);
+    grid->SetMinSize(wxSize(kGridCharacters * LetterWidth(*this), kGridLines * GetCharHeight()));
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
+    page->SetSizer(column);
+    tabs_->AddPage(page, ToWx(tab));
+    grids_.push_back(grid);
+}
+
+void TabbedGrids::BindEvents() {
+    tabs_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, &TabbedGrids::LeavePage, this);
+    Bind(wxEVT_CHAR_HOOK, &TabbedGrids::OnKey, this);
+    filter_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { Filter(); });
+    filter_->Bind(wxEVT_SEARCH_CANCEL, [this](wxCommandEvent&) { filter_->Clear(); });
+    filter_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        if (event.GetKeyCode() == WXK_ESCAPE)
+            filter_->Clear();
+        else
+            event.Skip();
+    });
+}
+
+void TabbedGrids::LeavePage(wxBookCtrlEvent& event) {
+    const int left = event.GetOldSelection();
+    if (left >= 0 && !grids_[static_cast<std::size_t>(left)]->Commit()) event.Veto();
+    event.Skip();
+}
+
+void TabbedGrids::OnKey(wxKeyEvent& event) {
+    if (event.GetKeyCode() != WXK_TAB || !event.ControlDown()) {
+        event.Skip();
+        return;
+    }
+    tabs_->AdvanceSelection(!event.ShiftDown());
+    FocusRows();
+}
+
+void TabbedGrids::FocusRows() {
+    wxWindow& rows = grids_[Page()]->Properties();
+    if (rows.IsShown())
+        rows.SetFocus();
+    else
+        tabs_->SetFocus();
+}
+
+std::size_t TabbedGrids::Page() const { return static_cast<std::size_t>(tabs_->GetSelection()); }
+
+void TabbedGrids::ShowConfirmed(const std::map<std::string, std::string>& values) {
+    for (SettingsGrid* grid : grids_) grid->ShowConfirmed(values);
+}
+
+bool TabbedGrids::Change(const std::string& key, const std::string& text) {
+    return std::ranges::any_of(grids_, [&](SettingsGrid* grid) { return grid->Change(key, text); });
+}
+
+bool TabbedGrids::Commit() {
+    return std::ranges::all_of(grids_, [](SettingsGrid* grid) { return grid->Commit(); });
+}
+
+void TabbedGrids::Filter() {
+    const wxString text = filter_->GetValue();
+    const bool isOn = !text.Strip(wxString::both).empty();
+    for (std::size_t i = 0; i < grids_.size(); ++i) {
+        const int hits = grids_[i]->Filter(text);
+        wxString label = ToWx(titles_[i]);
+        if (isOn) label += wxString::Format(" (%d)", hits);
+        if (tabs_->GetPageText(i) == label) continue;
+        tabs_->SetPageText(i, label);
+        tabs_->Refresh();  // where there was a longer one, it would stay
+    }
+}
+
+}  // namespace sontaro
