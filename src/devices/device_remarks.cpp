@@ -25,15 +25,13 @@ void DeviceRemarks::ApplyTo(DeviceRecord& device) const {
 }
 
 Status DeviceRemarks::SetRemarks(const std::string& mac, const std::string& remarks) {
-    const Json::Value before = file_.Root();
-    Json::Value& entry = file_.Root()[mac];
-    if (!entry.isObject()) entry = Json::Value(Json::objectValue);
-    entry[kRemarks] = remarks;
-    for (const char* key : {kInputs, kOutputs})
-        if (!entry.isMember(key)) entry[key] = 0;
-    Status saved = file_.Save();
-    if (!saved) file_.Root() = before;  // what is not in the file is not shown as kept
-    return saved;
+    return file_.Update([&](Json::Value& root) {
+        Json::Value& entry = root[mac];
+        if (!entry.isObject()) entry = Json::Value(Json::objectValue);
+        entry[kRemarks] = remarks;
+        for (const char* key : {kInputs, kOutputs})
+            if (!entry.isMember(key)) entry[key] = 0;
+    });
 }
 
 }  // namespace sontaro

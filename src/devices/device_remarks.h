@@ -6,7 +6,8 @@
 
 namespace sontaro {
 
-/// A JSON file {MAC address: {"Remarks", "authInputNum", "authOutputNum"}}.
+/// A JSON file {MAC address: {"Remarks", "authInputNum", "authOutputNum"}}, which all of the user's
+/// installations share.
 class DeviceRemarks {
    public:
     explicit DeviceRemarks(std::filesystem::path path) : file_(std::move(path)) {}
@@ -15,7 +16,11 @@ class DeviceRemarks {
     /// field as it is.
     void ApplyTo(DeviceRecord& device) const;
 
-    /// Keeps `remarks` for the device's MAC address and writes the file.
+    /// Takes in what other processes have written meanwhile.
+    void Reload() { file_.Reload(); }
+
+    /// Keeps `remarks` for the device's MAC address and writes the file. When that fails, nothing
+    /// has changed.
     [[nodiscard]] Status SetRemarks(const std::string& mac, const std::string& remarks);
 
    private:

@@ -156,8 +156,8 @@ bool CScanForDevices::UseAddress() {
     openAddress_ = ip;
     if (!socket_.Open(ip)) return false;
     if (ip != setup_.forcedAddress && ip != RememberedAddress()) {
-        Services().preferences.Root()[kLocalAddressKey] = ip;
-        const Status written = Services().preferences.Save();
+        const Status written = Services().preferences.Update(
+            [&](Json::Value& root) { root[kLocalAddressKey] = ip; });
         static_cast<void>(written);  // the next run asks again: nothing else is lost
     }
     return true;

@@ -51,8 +51,6 @@ void RestoreWindow(wxTopLevelWindow& window, wxListCtrl* list, const std::string
 void RememberWindow(const wxTopLevelWindow& window, const wxListCtrl* list, const std::string& name,
                     JsonFile& preferences) {
     if (window.IsMaximized() || window.IsIconized()) return;
-    Json::Value& windows = preferences.Root()[kWindows];
-    if (!windows.isObject()) windows = Json::Value(Json::objectValue);
     Json::Value entry;
     entry[kUnit] = window.GetCharWidth();
     const wxRect rectangle = window.GetRect();
@@ -60,8 +58,11 @@ void RememberWindow(const wxTopLevelWindow& window, const wxListCtrl* list, cons
         entry[kPlace].append(number);
     for (int column = 0; list && column < list->GetColumnCount(); ++column)
         entry[kColumns].append(list->GetColumnWidth(column));
-    windows[name] = entry;
-    const Status written = preferences.Save();
+    const Status written = preferences.Update([&](Json::Value& root) {
+        Json::Value& windows = root[kWindows];
+        if (!windows.isObject()) windows = Json::Value(Json::objectValue);
+        windows[name] = entry;
+    });
     static_cast<void>(written);
 }
 

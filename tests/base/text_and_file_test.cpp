@@ -2,6 +2,7 @@
 
 #include "base/encoding.h"
 #include "base/file.h"
+#include "base/file_lock.h"
 #include "base/folders.h"
 #include "base/json.h"
 #include "base/json_file.h"
@@ -85,11 +86,34 @@ TEST_F(KeptFiles, LeaveNothingBehindWhenTheyCannotTakeTheirName) {
 TEST_F(KeptFiles, OfJsonThatAreDamagedAreKeptAside) {
     for (const char* damaged : {"{\"a\": 1", "[1, 2]", "7"}) {
         JsonFile json(folder.Write("settings.json", damaged));
-        json.Root()["b"] = 2;
-        EXPECT_TRUE(json.Save() && json.Save());
+        const auto set = [&](const char* key) {
+            return json.Update([key](Json::Value& root) { root[key] = 2; });
+        };
+        EXPECT_TRUE(set("b") && set("c"));
         EXPECT_EQ(folder.Read("settings.json.damaged"), damaged);
         EXPECT_EQ(JsonFile(file).Root()["b"].asInt(), 2);
     }
+}
+
+TEST_F(KeptFiles, OfJsonThatAnotherDamagesAreMadeAnewFromWhatWasRead) {
+    JsonFile json(folder.Write("settings.json", R"({"a": 1})"));
+    folder.Write("settings.json", "{");
+    ASSERT_TRUE(json.Update([](Json::Value& root) { root["b"] = 2; }));
+    EXPECT_EQ(folder.Read("settings.json.damaged"), "{");
+    EXPECT_EQ(JsonFile(file).Root(), *ParseJson(R"({"a": 1, "b": 2})"));
+}
+
+TEST_F(KeptFiles, AreLockedByOneHolderAtATimeWhateverTheyHold) {
+    const auto take = [&] { return FileLock::Take(file, std::chrono::milliseconds(0)); };
+    folder.Write("settings.json", std::to_string(ProcessNumber()));
+    auto first = take();
+    ASSERT_TRUE(first && *first);
+    auto second = take();
+    EXPECT_TRUE(second && !*second);
+    (*first).reset();
+    second = take();
+    EXPECT_TRUE(second && *second);
+    EXPECT_FALSE(FileLock::Take(file / "inside", std::chrono::milliseconds(0)));
 }
 
 TEST_F(KeptFiles, BeneathTheTempFolderAreDeleted) {

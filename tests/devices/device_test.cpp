@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <thread>
 
 #include "devices/device_remarks.h"
 #include "devices/device_rules.h"
@@ -97,6 +98,18 @@ TEST_F(Remarks, AreWrittenBesideWhatIsNotKnown) {
     EXPECT_EQ(JsonFile(path).Root()["99"][0].asInt(), 1);
     EXPECT_EQ(Apply().remarks, "left");
     EXPECT_EQ(Apply().authorisedInputs, 4);
+}
+
+TEST_F(Remarks, OfTwoInstallationsStandBesideEachOther) {
+    const auto remark = [&](const std::string& prefix) {
+        DeviceRemarks remarks(path);
+        for (int number = 0; number < 50; ++number)
+            EXPECT_TRUE(remarks.SetRemarks(prefix + std::to_string(number), prefix));
+    };
+    std::jthread other(remark, "02:");
+    remark("04:");
+    other.join();
+    EXPECT_EQ(JsonFile(path).Root().size(), 100U);
 }
 
 TEST_F(Remarks, ThatCannotBeKeptAreReported) {

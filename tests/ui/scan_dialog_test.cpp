@@ -112,7 +112,8 @@ TEST_F(ScanDialog, ClicksEditRemarksForTheNextScanAndCopyTheIdentity) {
 
 TEST_F(ScanDialog, AVanishedAddressStaysAndIsExplainedWhenItIsUsed) {
     if (kOnWindows) GTEST_SKIP() << "Wine binds datagram sockets to any address";
-    preferences.Root()["localAddress"] = "203.0.113.9";
+    folder.Write("preferences.json", R"({"localAddress": "203.0.113.9"})");
+    preferences.Reload();
     Open(ChoiceMode::kSingle, {remarks, ""}, {[&](wxDialog* dialog) {
              auto* address = Find<wxComboBox>(dialog, kScanAddress);
              EXPECT_EQ(address->GetValue(), "203.0.113.9");
