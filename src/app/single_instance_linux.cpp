@@ -1,13 +1,12 @@
 #include <wx/app.h>
-#include <wx/filefn.h>
 #include <wx/ipc.h>  // before the next one, which needs its settings
 #include <wx/log.h>
-#include <wx/snglinst.h>
 #include <wx/utils.h>
 
 #include <filesystem>
 
 #include "app/single_instance.h"
+#include "base/file_lock.h"
 #include "base/folders.h"
 #include "widgets/wx_text.h"
 
@@ -43,47 +42,51 @@ class RaiseServer : public wxServer {
     std::function<void()> raise_;
 };
 
-/// A name for this title and user that is fit for a file: titles may hold anything.
-wxString InstanceName(const std::string& title) {
-    return wxString::Format("sontaro-%s-%zx", wxGetUserId(), std::hash<std::string>()(title));
+/// A file for this title and user, with a name that is fit for one: titles may hold anything.
+std::filesystem::path RuntimeFile(const std::string& title, const char* ending) {
+    const wxString name = wxString::Format("sontaro-%s-%zx%s", wxGetUserId(),
+                                           std::hash<std::string>()(title), ending);
+    return RuntimeFolder() / PathFromWx(name);
 }
 
 }  // namespace
 
-/// A lock file says who is the first; a socket beside it takes the wish to see its window.
+/// The lock of a file says who is the first; a socket beside it takes the wish to see its window.
+/// Where the folder outlives the session, so do both files of a crashed run, and neither counts.
 class SingleInstance::Claim {
    public:
     Claim(const std::string& title, std::function<void()> raise)
-        : service_(InRuntimeFolder(InstanceName(title) + ".sock")) {
-        const wxLogNull quiet;  // a stale lock of a crashed run is taken over, not reported
+        : service_(RuntimeFile(title, ".sock")) {
         std::error_code error;
         std::filesystem::create_directories(RuntimeFolder(), error);
-        checker_.Create(InstanceName(title), ToWx(TextOfPath(RuntimeFolder())));
-        if (checker_.IsAnotherRunning()) return;
-        if (wxFileExists(service_)) wxRemoveFile(service_);
+        const auto lock = FileLock::Take(RuntimeFile(title, ".lock"), std::chrono::milliseconds(0));
+        isAnotherRunning_ = lock && !*lock;  // where no file can be made, every start is the first
+        if (isAnotherRunning_) return;
+        if (lock) lock_ = *lock;
+        std::filesystem::remove(service_, error);
+        const wxLogNull quiet;
         server_ = std::make_unique<RaiseServer>(std::move(raise));
-        server_->Create(service_);  // without it a second start ends all the same, only unseen
+        server_->Create(ServiceName());  // without it a second start ends all the same, only unseen
     }
 
-    [[nodiscard]] bool IsAnotherRunning() const { return checker_.IsAnotherRunning(); }
+    [[nodiscard]] bool IsAnotherRunning() const { return isAnotherRunning_; }
 
     void RaiseOther() const {
         const wxLogNull quiet;  // the other may be ending just now
         wxClient client;
         const std::unique_ptr<wxConnectionBase> connection(
-            client.MakeConnection("localhost", service_, kTopic));
+            client.MakeConnection("localhost", ServiceName(), kTopic));
         if (!connection) return;
         connection->Execute(kRaise);
         connection->Disconnect();
     }
 
    private:
-    [[nodiscard]] static wxString InRuntimeFolder(const wxString& name) {
-        return ToWx(TextOfPath(RuntimeFolder() / PathFromWx(name)));
-    }
+    [[nodiscard]] wxString ServiceName() const { return ToWx(TextOfPath(service_)); }
 
-    wxString service_;
-    wxSingleInstanceChecker checker_;
+    const std::filesystem::path service_;
+    bool isAnotherRunning_ = false;
+    std::optional<FileLock> lock_;
     std::unique_ptr<wxServer> server_;
 };
 
