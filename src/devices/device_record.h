@@ -23,6 +23,7 @@ struct DeviceRecord {
     int authorisedInputs = 0;
     int authorisedOutputs = 0;
     bool ticked = false;
+    bool sharesAddress = false;  ///< another player answers at the same IP address
 
     /// Whether both are the same player at the same address.
     [[nodiscard]] bool IsSameDevice(const DeviceRecord& other) const {

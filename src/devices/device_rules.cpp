@@ -12,6 +12,7 @@ namespace {
 constexpr LocalText kTickFirst = {"没有选择IP吧！", "Please tick the devices!"};
 constexpr LocalText kTooMany = {"选择的设备太多了！", "Too many devices selected!"};
 constexpr LocalText kChooseFirst = {"先选择一台设备，再连接！", "Please choose a device first!"};
+constexpr LocalText kSharedAddress = {"【IP冲突】", "[IP conflict] "};
 
 /// How many leading octets name the network of an address.
 std::size_t NetworkOctets(const Ipv4Address& address) {
@@ -72,7 +73,8 @@ std::string DeviceCell(const DeviceRecord& device, std::size_t row, DeviceColumn
         case DeviceColumn::kTcpPort: return std::to_string(device.tcpPort);
         case DeviceColumn::kId: return device.id;
         case DeviceColumn::kVersion: return device.versionText;
-        case DeviceColumn::kRemarks: return device.remarks;
+        case DeviceColumn::kRemarks:
+            return (device.sharesAddress ? Localized(kSharedAddress) : "") + device.remarks;
     }
     return "";
 }

@@ -16,7 +16,8 @@ constexpr LocalText kStopIn = {"停止查找(%d)", "Stop(%d)"};
 
 }  // namespace
 
-void ScanRun::Opened() {
+void ScanRun::Opened(const std::optional<DeviceRecord>& chosenBefore) {
+    if (chosenBefore) tickedBefore_.push_back(*chosenBefore);
     opening_ = true;
     actions_.StartTimer();
 }
@@ -35,11 +36,13 @@ void ScanRun::PressScan() {
 }
 
 void ScanRun::Tick() {
-    if (!scanning_) {
+    answered_.clear();
+    if (opening_) {
         opening_ = false;
-        actions_.StopTimer();
         Clear();
         static_cast<void>(Ask());
+    } else if (!scanning_) {
+        actions_.StopTimer();  // whoever answers from now on has not been asked just now
     } else if (++round_ >= kLastRound || !Ask()) {
         Stop();
     }
@@ -61,6 +64,11 @@ void ScanRun::ChooseOnly(std::size_t row) {
     for (std::size_t i = 0; i < devices_.size(); ++i) devices_[i].ticked = i == row;
 }
 
+void ScanRun::ChooseNone() {
+    tickedBefore_.clear();
+    for (DeviceRecord& device : devices_) device.ticked = false;
+}
+
 void ScanRun::Stop() {
     scanning_ = false;
     actions_.StopTimer();
@@ -70,22 +78,47 @@ void ScanRun::Stop() {
 void ScanRun::Clear() {
     std::ranges::copy_if(devices_, std::back_inserter(tickedBefore_), &DeviceRecord::ticked);
     devices_.clear();
+    answered_.clear();
 }
 
-void ScanRun::Receive(ByteView datagram) {
-    std::optional<DeviceRecord> device = ParseDiscoveryReply(datagram);
-    if (!device) return;
-    const auto isSame = [&](const DeviceRecord& other) { return other.IsSameDevice(*device); };
-    remarks_.ApplyTo(*device);
-    device->ticked = std::erase_if(tickedBefore_, isSame) > 0;
-    if (const auto known = std::ranges::find_if(devices_, isSame); known != devices_.end()) {
-        device->ticked = device->ticked || known->ticked;
-        *known = *device;
-    } else if (devices_.size() < kLongestList) {
-        devices_.push_back(*device);
-    }
+bool ScanRun::Receive(ByteView datagram) {
+    const std::optional<DeviceRecord> device = ParseDiscoveryReply(datagram);
+    if (!device) return false;
+    Enter(*device);
     SortDevices(devices_, sortColumn_, sortAscending_);
     actions_.DevicesChanged();
+    return true;
+}
+
+void ScanRun::Enter(DeviceRecord device) {
+    DeviceRecord* row = RowFor(device);
+    if (!row) return;
+    const auto isSame = [&](const DeviceRecord& other) { return other.IsSameDevice(device); };
+    if (row->ticked) tickedBefore_.push_back(*row);  // the choice is that player's, not the row's
+    remarks_.ApplyTo(device);
+    device.ticked = std::erase_if(tickedBefore_, isSame) > 0;
+    answered_.insert({device.mac, device.ip});
+    *row = std::move(device);
+    MarkSharedAddress(row->ip);
+}
+
+/// The player's own row; else that of a player at its address that has not answered since; else
+/// one more. Absent when the list is full.
+DeviceRecord* ScanRun::RowFor(const DeviceRecord& device) {
+    auto row = std::ranges::find_if(
+        devices_, [&](const DeviceRecord& other) { return other.IsSameDevice(device); });
+    if (row == devices_.end())
+        row = std::ranges::find_if(devices_, [&](const DeviceRecord& other) {
+            return other.ip == device.ip && !HasAnswered(other);
+        });
+    if (row != devices_.end()) return &*row;
+    return devices_.size() < kLongestList ? &devices_.emplace_back() : nullptr;
+}
+
+void ScanRun::MarkSharedAddress(const std::string& ip) {
+    const bool shared = std::ranges::count(devices_, ip, &DeviceRecord::ip) > 1;
+    for (DeviceRecord& device : devices_)
+        if (device.ip == ip) device.sharesAddress = shared;
 }
 
 void ScanRun::SortBy(DeviceColumn column, bool ascending) {

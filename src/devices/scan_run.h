@@ -1,7 +1,9 @@
 // The procedure of finding players.
 #pragma once
 
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/bytes.h"
@@ -24,7 +26,9 @@ class ScanActions {
 };
 
 /// Asks once after opening, and in a scan four times, a second apart; the scan stops by itself a
-/// second after the last request. Collects one record per player. User-interface thread.
+/// second after the last request. Collects one record per address: a player that has taken the
+/// place of another takes its row; two that answer the same request have a row each, and are
+/// marked. User-interface thread.
 class ScanRun {
    public:
     ScanRun(ScanActions& actions, const DeviceRemarks& remarks)
@@ -33,8 +37,9 @@ class ScanRun {
     /// Most players that are listed: more can only be forged replies.
     static constexpr std::size_t kLongestList = 1000;
 
-    /// The dialog has opened: the first tick empties the list and asks once.
-    void Opened();
+    /// The dialog has opened: the first tick empties the list and asks once. Ticks the player that
+    /// was `chosenBefore`, if any, when it answers.
+    void Opened(const std::optional<DeviceRecord>& chosenBefore = std::nullopt);
 
     /// The scan button: starts a scan with an empty list, or stops the one that runs. Players that
     /// were ticked are ticked again when they answer again.
@@ -43,14 +48,17 @@ class ScanRun {
     /// A second has passed.
     void Tick();
 
-    /// A datagram has arrived. What is no discovery reply is ignored.
-    void Receive(ByteView datagram);
+    /// A datagram has arrived. False when it is no discovery reply, and ignored.
+    bool Receive(ByteView datagram);
 
     /// Ticks or unticks a player.
     void SetTicked(std::size_t row, bool ticked) { devices_[row].ticked = ticked; }
 
     /// Ticks this player and no other, those included that have not answered again yet.
     void ChooseOnly(std::size_t row);
+
+    /// Unticks every player, those included that have not answered again yet.
+    void ChooseNone();
 
     /// A request could not be sent after all.
     void RequestFailed();
@@ -74,11 +82,18 @@ class ScanRun {
     void Stop();
     void Clear();
     [[nodiscard]] bool Ask();
+    void Enter(DeviceRecord device);
+    [[nodiscard]] DeviceRecord* RowFor(const DeviceRecord& device);
+    void MarkSharedAddress(const std::string& ip);
+    [[nodiscard]] bool HasAnswered(const DeviceRecord& device) const {
+        return answered_.contains({device.mac, device.ip});
+    }
 
     ScanActions& actions_;
     const DeviceRemarks& remarks_;
     std::vector<DeviceRecord> devices_;
     std::vector<DeviceRecord> tickedBefore_;
+    std::set<std::pair<std::string, std::string>> answered_;  // MAC and IP, since the last tick
     DeviceColumn sortColumn_ = DeviceColumn::kNumber;
     bool sortAscending_ = true;
     bool opening_ = false;

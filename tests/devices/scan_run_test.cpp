@@ -15,15 +15,16 @@ struct Scan : testing::Test, ScanActions {
     void StopTimer() override { timer = false; }
     void DevicesChanged() override {}
 
-    void Reply(std::uint8_t lastOctet, const std::string& id = "") {
+    void Reply(std::uint8_t lastOctet, const std::string& id, std::uint8_t mac = 0) {
         simulator::PlayerIdentity identity;
         identity.id = id;
+        if (mac != 0) identity.mac = {2, 0, 0, 0, 0, mac};
         scan.Receive(simulator::DiscoveryReply(identity, {{{10, 0, 0, lastOctet}}, 9000}));
     }
     std::string Ids() const {
         std::string ids;
         for (const DeviceRecord& device : scan.Devices())
-            ids += device.id + (device.ticked ? "* " : " ");
+            ids += device.id + (device.ticked ? "*" : "") + (device.sharesAddress ? "! " : " ");
         return ids;
     }
 
@@ -56,6 +57,7 @@ TEST_F(Scan, OpeningClearsTheListAndAsksOnce) {
     Reply(2, "early");
     scan.Tick();
     EXPECT_EQ(Ids(), "");
+    scan.Tick();
     EXPECT_TRUE(requests == 1 && !timer);
 }
 
@@ -80,6 +82,61 @@ TEST_F(Scan, ListsEachPlayerOnceAndUpdatesItInPlace) {
     scan.SortBy(DeviceColumn::kId, false);
     Reply(1, "zero");
     EXPECT_EQ(Ids(), "zero nine TEN ");
+}
+
+TEST_F(Scan, GivesTheRowOfAnAddressToThePlayerThatHasTakenItsPlace) {
+    scan.Opened();
+    scan.Tick();
+    Reply(5, "old", 1);
+    scan.ChooseOnly(0);
+    scan.Tick();
+    Reply(5, "new", 2);
+    EXPECT_EQ(Ids(), "new ");
+    scan.Tick();
+    Reply(5, "old", 1);  // is back where it was chosen
+    EXPECT_EQ(Ids(), "old* ");
+}
+
+TEST_F(Scan, MarksPlayersThatAnswerAtOneAddressToTheSameRequest) {
+    scan.PressScan();
+    for (int request = 0; request < 3; ++request) {
+        scan.Tick();
+        Reply(4, "alone");
+        Reply(5, "one", 1);
+        Reply(5, "two", 2);
+        EXPECT_EQ(Ids(), "alone one! two! ");
+    }
+    EXPECT_EQ(DeviceCell(scan.Devices()[1], 1, DeviceColumn::kRemarks), "[IP conflict] ");
+    scan.Tick();
+    Reply(5, "two", 2);
+    EXPECT_EQ(Ids(), "alone one! two! ");
+    scan.PressScan();
+    scan.PressScan();
+    scan.Tick();
+    Reply(5, "two", 2);
+    EXPECT_EQ(Ids(), "two ");
+}
+
+TEST_F(Scan, ChoosesTheCurrentPlayerUnlessTheUserHasChosenAnother) {
+    DeviceRecord current;
+    current.ip = "10.0.0.5", current.mac = "02:00:0A:00:00:05";
+    scan.Opened(current);
+    scan.Tick();
+    Reply(5, "impostor", 1);
+    Reply(4, "other");
+    EXPECT_EQ(Ids(), "other impostor ");
+    scan.Tick();
+    Reply(5, "current");
+    EXPECT_EQ(Ids(), "other current* ");
+    scan.PressScan();
+    Reply(4, "other");
+    scan.ChooseOnly(0);
+    Reply(5, "current");
+    EXPECT_EQ(Ids(), "other* current ");
+    scan.ChooseNone();
+    for (int press = 0; press < 2; ++press) scan.PressScan();
+    Reply(4, "other");
+    EXPECT_EQ(Ids(), "other ");
 }
 
 TEST_F(Scan, KeepsTicksOfPlayersThatAnswerAgain) {
