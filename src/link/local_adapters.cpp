@@ -16,6 +16,24 @@ std::vector<LocalAdapter> PhysicalAddresses(const std::vector<SystemAdapter>& ad
     return rows;
 }
 
+std::vector<LocalAdapter> ReachableAddresses(const std::vector<SystemAdapter>& adapters) {
+    std::vector<LocalAdapter> rows;
+    for (const SystemAdapter& adapter : adapters)
+        for (const std::string& ip : adapter.addresses)
+            if (ip != "0.0.0.0" && !ip.starts_with("127."))
+                rows.push_back({adapter.name, ip, adapter.mediaSubType});
+    return rows;
+}
+
+std::vector<LocalAdapter> LocalAdapterList() { return PhysicalAddresses(SystemAdapters()); }
+
+std::vector<LocalAdapter> ScanAddresses() {
+    if (std::vector<LocalAdapter> rows = LocalAdapterList(); !rows.empty()) return rows;
+    std::vector<SystemAdapter> adapters = SystemAdapters();
+    if (adapters.empty()) adapters.push_back({"", "", 0, HostAddressList()});
+    return ReachableAddresses(adapters);
+}
+
 bool IsLocalAddress(const std::string& ip) {
     const std::optional<Ipv4Address> address = ParseIpv4(ip);
     Socket socket = Socket::Udp();

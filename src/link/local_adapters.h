@@ -29,10 +29,23 @@ struct SystemAdapter {
 [[nodiscard]] std::vector<LocalAdapter> PhysicalAddresses(
     const std::vector<SystemAdapter>& adapters);
 
-/// The addresses of this machine's physical adapters; empty when there are none or the system
-/// does not tell. Source: on Windows IP Helper and the registry's network connections; on Linux
-/// getifaddrs and the device's ancestors under /sys/class/net.
+/// One row per address that other machines can reach, whatever the adapter: loopback addresses and
+/// those not yet assigned left out. The order is kept.
+[[nodiscard]] std::vector<LocalAdapter> ReachableAddresses(
+    const std::vector<SystemAdapter>& adapters);
+
+/// This machine's adapters; empty when there are none or the system does not tell. Source: on
+/// Windows IP Helper and the registry's network connections; on Linux getifaddrs and the device's
+/// ancestors under /sys/class/net.
+[[nodiscard]] std::vector<SystemAdapter> SystemAdapters();
+
+/// The addresses of this machine's physical adapters.
 [[nodiscard]] std::vector<LocalAdapter> LocalAdapterList();
+
+/// The addresses to offer for a scan: the physical adapters'; where these have none, those of any
+/// other adapter, such as a bridge; where the system does not tell, those of the host's name. Never
+/// a loopback address.
+[[nodiscard]] std::vector<LocalAdapter> ScanAddresses();
 
 /// Whether sockets can be bound to `ip`, that is, whether it is one of this machine's at present.
 [[nodiscard]] bool IsLocalAddress(const std::string& ip);

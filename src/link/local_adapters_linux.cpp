@@ -39,7 +39,7 @@ std::string BusOfDevice(const fs::path& device) {
     return "";
 }
 
-std::vector<LocalAdapter> LocalAdapterList() {
+std::vector<SystemAdapter> SystemAdapters() {
     ifaddrs* first = nullptr;
     if (getifaddrs(&first) != 0) return {};
     std::vector<SystemAdapter> adapters;
@@ -48,7 +48,7 @@ std::vector<LocalAdapter> LocalAdapterList() {
             AdapterNamed(adapters, entry->ifa_name)
                 .addresses.push_back(AddressText(entry->ifa_addr));
     freeifaddrs(first);
-    return PhysicalAddresses(adapters);
+    return adapters;
 }
 
 }  // namespace sontaro

@@ -56,14 +56,14 @@ SystemAdapter Describe(const IP_ADAPTER_INFO& info) {
 
 }  // namespace
 
-std::vector<LocalAdapter> LocalAdapterList() {
+std::vector<SystemAdapter> SystemAdapters() {
     const std::vector<std::uint8_t> records = AdapterRecords();
     std::vector<SystemAdapter> adapters;
     if (records.empty()) return {};
     for (const auto* info = reinterpret_cast<const IP_ADAPTER_INFO*>(records.data()); info;
          info = info->Next)
         adapters.push_back(Describe(*info));
-    return PhysicalAddresses(adapters);
+    return adapters;
 }
 
 }  // namespace sontaro

@@ -50,5 +50,13 @@ TEST(LocalAdapters, AreTheAssignedAddressesOfPciAndUsbDevices) {
         EXPECT_THAT(Listed(guid, {"10.0.0.9"}), ElementsAre()) << guid;
 }
 
+TEST(LocalAdapters, OfAnyKindAreOfferedWithoutLoopback) {
+    EXPECT_THAT(ReachableAddresses({{"lo", "", 0, {"127.0.0.1", "127.0.1.1"}},
+                                    {"br0", "", 0, {"0.0.0.0", "10.0.0.8"}}}),
+                ElementsAre(LocalAdapter{"br0", "10.0.0.8", 0}));
+    for (const LocalAdapter& adapter : ScanAddresses())
+        EXPECT_FALSE(adapter.ip.starts_with("127.")) << adapter.ip;
+}
+
 }  // namespace
 }  // namespace sontaro::test
