@@ -1,5 +1,9 @@
 #include "devices/device_list.h"
 
+#include <wx/settings.h>
+
+#include <algorithm>
+
 #include "widgets/clipboard.h"
 #include "widgets/fonts.h"
 
@@ -14,19 +18,25 @@ struct ColumnHead {
 
 // In the order of `DeviceColumn`.
 constexpr ColumnHead kColumns[] = {
-    {{"序号", "No."}, 8},      {{"IP地址", "IP"}, 16},
-    {{"MAC地址", "MAC"}, 21},  {{"TCP端口号", "TCP Port"}, 12},
-    {{"ID号", "ID"}, 18},      {{"版本信息", "Ver"}, 58},
+    {{"序号", "No."}, 6},      {{"IP地址", "IP"}, 15},
+    {{"MAC地址", "MAC"}, 20},  {{"TCP端口号", "TCP Port"}, 10},
+    {{"ID号", "ID"}, 17},      {{"版本信息", "Ver"}, 58},
     {{"备注", "Remarks"}, 20},
 };
+constexpr int kVersionColumn = static_cast<int>(DeviceColumn::kVersion);
+constexpr int kNarrowestVersion = 16;  // in characters: the player's own version at least
+
+constexpr LocalText kNotCopied = {"无法使用剪切板，没有拷贝任何内容。",
+                                  "The clipboard cannot be used, nothing has been copied."};
 
 }  // namespace
 
-DeviceList::DeviceList(wxWindow* parent, int id, ChoiceMode mode, ScanRun& run)
+DeviceList::DeviceList(wxWindow* parent, int id, ChoiceMode mode, ScanRun& run, Prompts& prompts)
     : wxListView(parent, id, wxDefaultPosition, wxDefaultSize,
                  wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxLC_HRULES),
       mode_(mode),
-      run_(run) {
+      run_(run),
+      prompts_(prompts) {
     if (mode_ == ChoiceMode::kMultiple) EnableCheckBoxes();
     AppendColumns();
     BindEvents();
@@ -39,6 +49,16 @@ void DeviceList::AppendColumns() {
     ShowSortIndicator(static_cast<int>(DeviceColumn::kNumber), true);
 }
 
+void DeviceList::FitColumns() {
+    int others = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
+    for (int column = 0; column < GetColumnCount(); ++column)
+        if (column != kVersionColumn) others += GetColumnWidth(column);
+    const int letter = LetterWidth(*this);
+    const int width = std::clamp(GetClientSize().x - others, kNarrowestVersion * letter,
+                                 kColumns[kVersionColumn].characters * letter);
+    if (width != GetColumnWidth(kVersionColumn)) SetColumnWidth(kVersionColumn, width);
+}
+
 void DeviceList::BindEvents() {
     Bind(wxEVT_LIST_ITEM_CHECKED, [this](wxListEvent& event) {
         run_.SetTicked(static_cast<std::size_t>(event.GetIndex()), true);
@@ -48,54 +68,87 @@ void DeviceList::BindEvents() {
         run_.SetTicked(static_cast<std::size_t>(event.GetIndex()), false);
         RefreshItem(event.GetIndex());
     });
-    Bind(wxEVT_LIST_ITEM_SELECTED, [this](wxListEvent& event) { ChooseOnly(event.GetIndex()); });
+    Bind(wxEVT_LIST_ITEM_SELECTED, [this](wxListEvent&) { ChooseHighlighted(); });
+    Bind(wxEVT_LIST_ITEM_DESELECTED, [this](wxListEvent&) { ChooseHighlighted(); });
+    // Not every system reports what a click below the rows does to the highlight.
+    Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
+        event.Skip();
+        CallAfter([this] { ChooseHighlighted(); });
+    });
     Bind(wxEVT_LIST_COL_CLICK, [this](wxListEvent& event) { SortByColumn(event.GetColumn()); });
-    Bind(wxEVT_CHAR, [this](wxKeyEvent& event) {
-        if (!HandleKey(event.GetKeyCode())) event.Skip();
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        FitColumns();
+    });
+    Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
+        if (!HandleKey(event)) event.Skip();
     });
 }
 
-/// Ctrl+C copies; in a list of one choice, Space and the first Down choose the row in focus.
-bool DeviceList::HandleKey(int key) {
-    const bool chooses = key == WXK_SPACE || (key == WXK_DOWN && GetFirstSelected() < 0);
-    if (key == WXK_CONTROL_C) {
+/// Ctrl+C copies; Space, and the first Down in a list of one choice, act on the row in focus. The
+/// control itself would take Space and Enter for a double click.
+bool DeviceList::HandleKey(const wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const bool isFirstDown =
+        key == WXK_DOWN && mode_ == ChoiceMode::kSingle && GetFirstSelected() < 0;
+    if (key == 'C' && event.GetModifiers() == wxMOD_CONTROL) {
         CopyRow();
-    } else if (chooses && mode_ == ChoiceMode::kSingle && CurrentRow() >= 0) {
-        Select(CurrentRow());
+    } else if ((key == WXK_SPACE || isFirstDown) && PlayerAt(GetFocusedItem())) {
+        ActOnFocusedRow();
     } else {
-        return false;
+        return key == WXK_RETURN || key == WXK_NUMPAD_ENTER;
     }
     return true;
+}
+
+void DeviceList::ActOnFocusedRow() {
+    const long row = GetFocusedItem();
+    if (mode_ == ChoiceMode::kSingle) return Select(row);
+    run_.SetTicked(static_cast<std::size_t>(row), !PlayerAt(row)->ticked);
+    RefreshItem(row);
 }
 
 void DeviceList::ShowDevices() {
     const auto& devices = run_.Devices();
     updating_ = true;
     SetItemCount(static_cast<long>(devices.size()));
-    if (mode_ == ChoiceMode::kSingle) {
-        for (std::size_t row = 0; row < devices.size(); ++row)
-            if (IsSelected(static_cast<long>(row)) != devices[row].ticked)
-                Select(static_cast<long>(row), devices[row].ticked);
+    for (long row = 0; mode_ == ChoiceMode::kSingle && row < GetItemCount(); ++row) {
+        const bool chosen = PlayerAt(row)->ticked;
+        if (IsSelected(row) == chosen) continue;
+        Select(row, chosen);
+        if (chosen) EnsureVisible(row);
     }
-    if (CurrentRow() < 0 && !devices.empty()) Focus(0);  // where the keyboard starts from
+    if (GetFocusedItem() < 0 && !devices.empty()) Focus(0);  // where the keyboard starts from
     updating_ = false;
     Refresh();
 }
 
-wxString DeviceList::OnGetItemText(long row, long column) const {
+const DeviceRecord* DeviceList::PlayerAt(long row) const {
+    const auto& devices = run_.Devices();
     const auto index = static_cast<std::size_t>(row);
-    if (index >= run_.Devices().size()) return "";
-    return ToWx(DeviceCell(run_.Devices()[index], index, static_cast<DeviceColumn>(column)));
+    return row >= 0 && index < devices.size() ? &devices[index] : nullptr;
+}
+
+wxString DeviceList::OnGetItemText(long row, long column) const {
+    const DeviceRecord* player = PlayerAt(row);
+    if (!player) return "";
+    return ToWx(
+        DeviceCell(*player, static_cast<std::size_t>(row), static_cast<DeviceColumn>(column)));
 }
 
 bool DeviceList::OnGetItemIsChecked(long row) const {
-    const auto index = static_cast<std::size_t>(row);
-    return index < run_.Devices().size() && run_.Devices()[index].ticked;
+    const DeviceRecord* player = PlayerAt(row);
+    return player && player->ticked;
 }
 
-void DeviceList::ChooseOnly(long row) {
+void DeviceList::ChooseHighlighted() {
     if (updating_ || mode_ == ChoiceMode::kMultiple) return;
-    run_.ChooseOnly(static_cast<std::size_t>(row));
+    const long row = GetFirstSelected();
+    if (PlayerAt(row)) {
+        run_.ChooseOnly(static_cast<std::size_t>(row));
+    } else if (std::ranges::any_of(run_.Devices(), &DeviceRecord::ticked)) {
+        run_.ChooseNone();
+    }
 }
 
 void DeviceList::SortByColumn(int column) {
@@ -105,13 +158,19 @@ void DeviceList::SortByColumn(int column) {
     run_.SortBy(static_cast<DeviceColumn>(column), ascending);
 }
 
+bool DeviceList::Copy(const wxString& text) {
+    const bool copied = CopyToClipboard(text);
+    if (!copied) prompts_.Warn(Localized(kNotCopied));
+    return copied;
+}
+
 void DeviceList::CopyRow() {
-    const long row = CurrentRow();
-    if (row < 0) return;
+    const long row = GetFocusedItem();
+    if (!PlayerAt(row)) return;
     wxString line;
     for (int column = 0; column < GetColumnCount(); ++column)
         line += (column > 0 ? "\t" : "") + OnGetItemText(row, column);
-    CopyToClipboard(line);
+    static_cast<void>(Copy(line));
 }
 
 }  // namespace sontaro

@@ -14,6 +14,10 @@ constexpr LocalText kTooMany = {"选择的设备太多了！", "Too many devices
 constexpr LocalText kChooseFirst = {"先选择一台设备，再连接！", "Please choose a device first!"};
 constexpr LocalText kSharedAddress = {"【IP冲突】", "[IP conflict] "};
 
+/// What systems have their own names stand for. No player is found from there, and earlier versions
+/// remembered it where there was no network.
+constexpr const char* kOwnNames[] = {"127.0.0.1", "127.0.1.1"};
+
 /// How many leading octets name the network of an address.
 std::size_t NetworkOctets(const Ipv4Address& address) {
     const int first = address.octets[0];
@@ -79,11 +83,15 @@ std::string DeviceCell(const DeviceRecord& device, std::size_t row, DeviceColumn
     return "";
 }
 
-LocalAddressChoice ChooseLocalAddress(const std::vector<std::string>& offered,
-                                      const std::string& remembered) {
-    if (remembered.empty())
-        return offered.empty() ? LocalAddressChoice{} : LocalAddressChoice{offered.front(), true};
-    return {remembered, std::ranges::find(offered, remembered) != offered.end()};
+std::string PlayerText(const DeviceRecord& device) {
+    return device.ip + "   " + device.id + (device.remarks.empty() ? "" : "   ") + device.remarks;
+}
+
+std::string ChooseLocalAddress(const std::vector<LocalAdapter>& offered,
+                               const std::string& remembered) {
+    if (!remembered.empty() && std::ranges::find(kOwnNames, remembered) == std::end(kOwnNames))
+        return remembered;
+    return offered.empty() ? "" : offered.front().ip;
 }
 
 }  // namespace sontaro

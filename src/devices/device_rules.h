@@ -7,6 +7,7 @@
 
 #include "base/local_text.h"
 #include "devices/device_record.h"
+#include "link/local_adapters.h"
 
 namespace sontaro {
 
@@ -37,17 +38,14 @@ void SortDevices(std::vector<DeviceRecord>& devices, DeviceColumn column, bool a
 [[nodiscard]] std::string DeviceCell(const DeviceRecord& device, std::size_t row,
                                      DeviceColumn column);
 
-/// The local address to show at first, and whether it is one of those on offer.
-struct LocalAddressChoice {
-    std::string ip;  ///< empty when there is none at all
-    bool present = false;
+/// A player as headings name it: its address, its ID and the user's note about it.
+[[nodiscard]] std::string PlayerText(const DeviceRecord& device);
 
-    bool operator==(const LocalAddressChoice&) const = default;
-};
-
-/// The remembered address even when it is no longer on offer: silently scanning from another
-/// network would look like dead players. Without a remembered one, the first on offer.
-[[nodiscard]] LocalAddressChoice ChooseLocalAddress(const std::vector<std::string>& offered,
-                                                    const std::string& remembered);
+/// The local address to show at first: the remembered one even when it is no longer on offer, as
+/// silently scanning from another network would look like dead players; else the first on offer;
+/// empty when there is none at all. An address that stands for the machine's own name is not
+/// remembered.
+[[nodiscard]] std::string ChooseLocalAddress(const std::vector<LocalAdapter>& offered,
+                                             const std::string& remembered);
 
 }  // namespace sontaro

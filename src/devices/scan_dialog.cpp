@@ -1,5 +1,6 @@
 #include "devices/scan_dialog.h"
 
+#include <fmt/printf.h>
 #include <wx/button.h>
 #include <wx/gdicmn.h>
 #include <wx/settings.h>
@@ -9,7 +10,6 @@
 #include "base/json.h"
 #include "devices/remarks_dialog.h"
 #include "link/discovery.h"
-#include "widgets/clipboard.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/icons.h"
@@ -33,8 +33,8 @@ constexpr LocalText kIdCopied = {"ID号已经拷贝到剪切板",
                                  "ID number has been copied to the Clipboard"};
 constexpr LocalText kNoAddress = {
     "本机没有可用的网络地址。请连接网线或启用网卡，或者在“本机IP”中输入要使用的地址。",
-    "This computer has no network address to scan from. Connect a network cable or enable a "
-    "network adapter, or type the address to use into \"Local IP\"."};
+    "This computer has no network address to scan from. Connect a network cable or enable an "
+    "adapter, or type an address into \"Local IP\"."};
 constexpr LocalText kUnusableAddress = {
     "无法使用此本机IP。它可能已不属于这台计算机，请选择其他地址。",
     "This local IP cannot be used. It may no longer belong to this computer; please choose "
@@ -51,6 +51,8 @@ constexpr LocalText kOpening = {"正在寻找播放器…", "Looking for players
 constexpr LocalText kScanning = {"正在查找，已找到 %d 台播放器",
                                  "Scanning, %d player(s) found so far"};
 constexpr LocalText kFound = {"找到 %d 台播放器", "%d player(s) found"};
+constexpr LocalText kConflict = {"。有多台播放器使用同一IP地址，请更改其中的地址。",
+                                 ". Several answer at one IP address: give each its own."};
 constexpr LocalText kRemarksNotSaved = {"备注没有保存！", "The remarks could not be saved!"};
 
 }  // namespace
@@ -66,9 +68,9 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     auto* column = new wxBoxSizer(wxVERTICAL);
     const int gap = FromDIP(10);
     column->Add(MakeAddressRow(), wxSizerFlags().Expand().Border(wxALL, gap));
-    list_ = new DeviceList(this, kScanList, mode_, run_);
+    list_ = new DeviceList(this, kScanList, mode_, run_, Services().Messages());
     column->Add(list_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT, gap));
-    listState_ = new wxStaticText(this, wxID_ANY, "");
+    listState_ = new wxStaticText(this, kScanState, "");
     column->Add(listState_, wxSizerFlags().Expand().Border(wxALL, gap));
     auto* hint = new wxStaticText(this, wxID_ANY, ToWx(kHint));
     hint->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
@@ -76,14 +78,17 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     column->Add(MakeButtonRow(true, kCancelText), wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizer(column);
     SetMinClientSize(wxSize(70 * LetterWidth(*this), 20 * GetCharHeight()));
-    wxSize size(160 * LetterWidth(*this), 24 * GetCharHeight());
+    SetClientSize(160 * LetterWidth(*this), 24 * GetCharHeight());
+    wxSize size = GetSize();
     size.DecTo(wxGetClientDisplayRect().GetSize());
-    SetClientSize(size);
+    SetSize(size);
     CentreOnParent();
     RestoreWindow(*this, list_, kWindowName, Services().preferences);
-    OfferAddresses();
+    list_->FitColumns();
+    setup_.remarks.Reload();
+    ShowFirstAddress();
     BindEvents();
-    run_.Opened();
+    run_.Opened(setup_.current);
     DevicesChanged();
     scanButton_->SetFocus();
 }
@@ -96,14 +101,13 @@ wxSizer* CScanForDevices::MakeAddressRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     const auto centred = wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(8));
     row->Add(new wxStaticText(this, wxID_ANY, ToWx(kLocalIp)), centred);
-    address_ = new wxComboBox(this, kScanAddress, "", wxDefaultPosition,
-                              wxSize(24 * LetterWidth(*this), wxDefaultCoord));
+    address_ = new AddressBox(this, kScanAddress, [this] { return AddressesOnOffer(); });
     row->Add(address_, centred);
     scanButton_ = new wxButton(this, kScanButton, ButtonLabel(run_.ButtonText(), 'S'));
     scanButton_->SetBitmap(LineIcon("scan", 18));
     scanButton_->SetMinSize(wxSize(24 * LetterWidth(*this), scanButton_->GetBestSize().y));
     row->Add(scanButton_, centred);
-    addressState_ = new wxStaticText(this, wxID_ANY, "");
+    addressState_ = new wxStaticText(this, kScanAddressState, "");
     row->Add(addressState_, wxSizerFlags(1).CentreVertical());
     return row;
 }
@@ -114,53 +118,66 @@ void CScanForDevices::BindEvents() {
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Confirm(); }, wxID_OK);
     scanButton_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { PressScan(); });
-    address_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { ShowAddressState(); });
+    address_->Bind(wxEVT_COMBOBOX_DROPDOWN, [this](wxCommandEvent&) {
+        CallAfter([this] {
+            address_->RereadOpenList();
+            AddressesChanged();
+        });
+    });
+    address_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) {
+        addressByUser_ = true;
+        AddressesChanged();
+    });
+    address_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) {
+        addressByUser_ = true;
+        RememberAddress();
+        AddressesChanged();
+    });
     list_->Bind(wxEVT_LIST_ITEM_ACTIVATED,
                 [this](wxListEvent& event) { EditRemarks(event.GetIndex()); });
     list_->Bind(wxEVT_LIST_ITEM_RIGHT_CLICK,
                 [this](wxListEvent& event) { CopyId(event.GetIndex()); });
 }
 
-void CScanForDevices::OfferAddresses() {
-    offered_ = LocalAdapterList();
-    if (offered_.empty())
-        for (const std::string& ip : HostAddressList()) offered_.push_back({"", ip, 0});
-    const auto forced = std::ranges::find(offered_, setup_.forcedAddress, &LocalAdapter::ip);
-    if (forced == offered_.end() && !setup_.forcedAddress.empty())
-        offered_.insert(offered_.begin(), {"", setup_.forcedAddress, 0});
-    std::vector<std::string> addresses;
-    for (const LocalAdapter& adapter : offered_) {
-        addresses.push_back(adapter.ip);
-        address_->Append(ToWx(adapter.ip));
-    }
-    const std::string wanted =
-        setup_.forcedAddress.empty() ? RememberedAddress() : setup_.forcedAddress;
-    address_->ChangeValue(ToWx(ChooseLocalAddress(addresses, wanted).ip));
-    ShowAddressState();
+std::vector<LocalAdapter> CScanForDevices::AddressesOnOffer() const {
+    const std::string& forced = setup_.forcedAddress;
+    std::vector<LocalAdapter> addresses = setup_.addresses();
+    const bool offered = std::ranges::find(addresses, forced, &LocalAdapter::ip) != addresses.end();
+    if (!forced.empty() && !offered) addresses.insert(addresses.begin(), {"", forced, 0});
+    return addresses;
 }
 
-void CScanForDevices::ShowAddressState() {
-    const std::string ip = FromWx(address_->GetValue());
-    const auto adapter = std::ranges::find(offered_, ip, &LocalAdapter::ip);
-    const bool vanished =
-        adapter == offered_.end() && ParseIpv4(ip).has_value() && !IsLocalAddress(ip);
-    addressState_->SetLabelText(vanished ? ToWx(kAddressVanished)
-                                         : ToWx(adapter == offered_.end() ? "" : adapter->name));
+void CScanForDevices::ShowFirstAddress() {
+    address_->Reread();
+    const std::string& forced = setup_.forcedAddress;
+    address_->ShowAddress(
+        forced.empty() ? ChooseLocalAddress(address_->Offered(), RememberedAddress()) : forced);
+    AddressesChanged();
 }
 
-/// Has the socket open on the address that is shown, and remembers an address that serves.
+void CScanForDevices::AddressesChanged() {
+    const std::string ip = address_->Address();
+    const bool vanished = ParseIpv4(ip).has_value() && !IsLocalAddress(ip);
+    addressState_->SetLabelText(vanished ? ToWx(kAddressVanished) : "");
+    ShowState();
+}
+
+/// Has the socket open on the address that is shown.
 bool CScanForDevices::UseAddress() {
-    const std::string ip = FromWx(address_->GetValue());
+    const std::string ip = address_->Address();
     if (ip == openAddress_ && socket_.IsConnected()) return true;
     socket_.Close();
     openAddress_ = ip;
-    if (!socket_.Open(ip)) return false;
-    if (ip != setup_.forcedAddress && ip != RememberedAddress()) {
-        const Status written = Services().preferences.Update(
-            [&](Json::Value& root) { root[kLocalAddressKey] = ip; });
-        static_cast<void>(written);  // the next run asks again: nothing else is lost
-    }
-    return true;
+    return socket_.Open(ip);
+}
+
+/// Keeps the address that is shown for the next time, when the user has chosen it or it has served.
+void CScanForDevices::RememberAddress() {
+    const std::string ip = address_->Address();
+    if (ip == setup_.forcedAddress || ip == RememberedAddress()) return;
+    const Status written =
+        Services().preferences.Update([&](Json::Value& root) { root[kLocalAddressKey] = ip; });
+    static_cast<void>(written);  // the next run asks again: nothing else is lost
 }
 
 std::string CScanForDevices::RememberedAddress() const {
@@ -171,14 +188,10 @@ std::string CScanForDevices::RememberedAddress() const {
 
 void CScanForDevices::PressScan() {
     if (!run_.IsScanning()) {
-        if (address_->GetValue().empty()) {
-            Services().Messages().Warn(Localized(kNoAddress));
-            return;
-        }
-        if (!UseAddress()) {
-            Services().Messages().Warn(Localized(kUnusableAddress));
-            return;
-        }
+        if (address_->Address().empty()) ShowFirstAddress();  // the cable may be back
+        if (address_->Address().empty()) return Services().Messages().Warn(Localized(kNoAddress));
+        if (!UseAddress()) return Services().Messages().Warn(Localized(kUnusableAddress));
+        if (addressByUser_) RememberAddress();
     }
     run_.PressScan();
 }
@@ -191,26 +204,34 @@ void CScanForDevices::StartTimer() { timer_.Start(kTickMilliseconds); }
 
 void CScanForDevices::DevicesChanged() {
     list_->ShowDevices();
-    listState_->SetLabelText(ListState());
+    ShowState();
     scanButton_->SetLabel(ButtonLabel(run_.ButtonText(), 'S'));
     address_->Enable(!run_.IsScanning());
 }
 
-wxString CScanForDevices::ListState() const {
-    const auto count = static_cast<int>(run_.Devices().size());
-    if (run_.IsOpening()) return ToWx(kOpening);
-    if (run_.IsScanning()) return wxString::Format(ToWx(kScanning), count);
-    if (!run_.HasAsked()) return ToWx(kNotAsked);
-    return count == 0 ? ToWx(kNobodyAnswered) : wxString::Format(ToWx(kFound), count);
+void CScanForDevices::ShowState() { listState_->SetLabelText(ToWx(ListState())); }
+
+std::string CScanForDevices::ListState() const {
+    const auto& devices = run_.Devices();
+    const auto count = static_cast<int>(devices.size());
+    if (run_.IsScanning()) return fmt::sprintf(Localized(kScanning), count);
+    if (!run_.HasAsked() && address_->Offered().empty()) return Localized(kNoAddress);
+    if (run_.IsOpening()) return Localized(kOpening);
+    if (!run_.HasAsked()) return Localized(kNotAsked);
+    if (devices.empty()) return Localized(kNobodyAnswered);
+    const bool conflict = std::ranges::any_of(devices, &DeviceRecord::sharesAddress);
+    return fmt::sprintf(Localized(kFound), count) + (conflict ? Localized(kConflict) : "");
 }
 
 void CScanForDevices::HandleMessage(WindowMessage& message) {
     const auto* event = std::get_if<UdpEvent>(&message.record);
-    if (event && event->code == LinkCode::kReceived) run_.Receive(event->bytes);
+    if (event && event->code == LinkCode::kReceived && run_.Receive(event->bytes) &&
+        address_->Address() == openAddress_)
+        RememberAddress();
     if (event && event->code == LinkCode::kShortSend) run_.RequestFailed();
 }
 
-std::vector<DeviceRecord> CScanForDevices::Chosen() const {
+std::vector<DeviceRecord> CScanForDevices::Ticked() const {
     std::vector<DeviceRecord> chosen;
     std::ranges::copy_if(run_.Devices(), std::back_inserter(chosen), &DeviceRecord::ticked);
     SortDevices(chosen, DeviceColumn::kIp, true);
@@ -218,20 +239,26 @@ std::vector<DeviceRecord> CScanForDevices::Chosen() const {
 }
 
 void CScanForDevices::Confirm() {
-    const std::vector<DeviceRecord> chosen = Chosen();
+    // Players answer while a question is open: what the user has seen is what is handed on.
+    const std::vector<DeviceRecord> chosen = Ticked();
     if (const auto refusal = RefusalOfChoice(mode_, chosen.size())) {
         Services().Messages().Warn(Localized(*refusal));
         return;
     }
-    const std::string local = FromWx(address_->GetValue());
+    const std::string local = address_->Address();
     const bool reachable = std::ranges::all_of(
         chosen, [&](const DeviceRecord& device) { return IsSameNetwork(local, device.ip); });
     if (!reachable && !Services().Messages().Confirm(Localized(kOtherNetworkQuestion))) return;
+    chosen_ = chosen;
     EndModal(wxID_OK);
 }
 
 void CScanForDevices::EditRemarks(long row) {
-    DeviceRecord device = run_.Devices()[static_cast<std::size_t>(row)];
+    const DeviceRecord* player = list_->PlayerAt(row);
+    if (!player) return;
+    DeviceRecord device = *player;
+    setup_.remarks.Reload();
+    setup_.remarks.ApplyTo(device);  // another program may have changed them meanwhile
     while (const auto remarks = AskForRemarks(this, device)) {
         if (setup_.remarks.SetRemarks(device.mac, *remarks)) {
             run_.RemarksChanged();
@@ -243,8 +270,8 @@ void CScanForDevices::EditRemarks(long row) {
 }
 
 void CScanForDevices::CopyId(long row) {
-    const std::string id = run_.Devices()[static_cast<std::size_t>(row)].id;
-    if (CopyToClipboard(ToWx(id))) Services().Messages().Inform(Localized(kIdCopied));
+    const DeviceRecord* player = list_->PlayerAt(row);
+    if (player && list_->Copy(ToWx(player->id))) Services().Messages().Inform(Localized(kIdCopied));
 }
 
 }  // namespace sontaro

@@ -1,15 +1,15 @@
 // The dialog in which the user finds and chooses players.
 #pragma once
 
-#include <wx/combobox.h>
 #include <wx/stattext.h>
 #include <wx/timer.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "devices/address_box.h"
 #include "devices/device_list.h"
-#include "link/local_adapters.h"
 #include "link/udp_server.h"
 #include "widgets/feature_dialog.h"
 
@@ -19,11 +19,15 @@ namespace sontaro {
 inline constexpr int kScanButton = 2301;
 inline constexpr int kScanAddress = 2302;
 inline constexpr int kScanList = 2303;
+inline constexpr int kScanState = 2304;
+inline constexpr int kScanAddressState = 2305;
 
 /// What the scan dialog is given beside the services.
 struct ScanSetup {
     DeviceRemarks& remarks;
     std::string forcedAddress;  ///< offered first and selected; empty: the remembered one
+    std::optional<DeviceRecord> current = std::nullopt;  ///< chosen by itself when it is found
+    AddressBox::Source addresses = ScanAddresses;        ///< what is on offer at the moment
 };
 
 /// Broadcasts the discovery request from one of this machine's addresses, lists the players that
@@ -35,7 +39,7 @@ class CScanForDevices : public FeatureDialog, private ScanActions {
     ~CScanForDevices() override;
 
     /// The chosen players by numeric address, once the dialog has closed with wxID_OK.
-    [[nodiscard]] std::vector<DeviceRecord> Chosen() const;
+    [[nodiscard]] const std::vector<DeviceRecord>& Chosen() const { return chosen_; }
 
    private:
     void HandleMessage(WindowMessage& message) override;
@@ -47,25 +51,30 @@ class CScanForDevices : public FeatureDialog, private ScanActions {
     void DevicesChanged() override;
 
     void BindEvents();
-    void OfferAddresses();
     [[nodiscard]] wxSizer* MakeAddressRow();
+    [[nodiscard]] std::vector<LocalAdapter> AddressesOnOffer() const;
+    void ShowFirstAddress();
+    void AddressesChanged();
+    [[nodiscard]] bool UseAddress();
+    void RememberAddress();
+    [[nodiscard]] std::string RememberedAddress() const;
     void PressScan();
     void Confirm();
+    [[nodiscard]] std::vector<DeviceRecord> Ticked() const;
     void EditRemarks(long row);
     void CopyId(long row);
-    [[nodiscard]] bool UseAddress();
-    [[nodiscard]] std::string RememberedAddress() const;
-    void ShowAddressState();
-    [[nodiscard]] wxString ListState() const;
+    void ShowState();
+    [[nodiscard]] std::string ListState() const;
 
     ScanSetup setup_;
     ChoiceMode mode_;
-    std::vector<LocalAdapter> offered_;
     ScanRun run_;
     CUDPServer socket_;
     std::string openAddress_;
+    bool addressByUser_ = false;
     wxTimer timer_;
-    wxComboBox* address_ = nullptr;
+    std::vector<DeviceRecord> chosen_;
+    AddressBox* address_ = nullptr;
     wxStaticText* addressState_ = nullptr;
     wxButton* scanButton_ = nullptr;
     wxStaticText* listState_ = nullptr;

@@ -9,7 +9,8 @@ namespace sontaro {
 
 /// Puts `text` on the clipboard, where it stays when the program ends. False when the clipboard
 /// cannot be had.
-inline bool CopyToClipboard(const wxString& text) {
+[[nodiscard]] inline bool CopyToClipboard(const wxString& text) {
+    if (wxTheClipboard->IsOpened()) return false;
     const wxClipboardLocker lock;
     return !!lock && wxTheClipboard->SetData(new wxTextDataObject(text)) && wxTheClipboard->Flush();
 }

@@ -117,6 +117,16 @@ TEST_F(Remarks, ThatCannotBeKeptAreReported) {
     EXPECT_EQ(Apply().remarks, "");
 }
 
+TEST(LocalAddress, IsTheRememberedOneUnlessThatIsTheMachinesOwnName) {
+    const std::vector<LocalAdapter> offered = {{"eth0", "192.168.1.5"}, {"eth1", "10.0.0.5"}};
+    EXPECT_EQ(ChooseLocalAddress(offered, "10.0.0.5"), "10.0.0.5");
+    EXPECT_EQ(ChooseLocalAddress(offered, "203.0.113.9"), "203.0.113.9");
+    for (const char* none : {"", "127.0.0.1", "127.0.1.1"}) {
+        EXPECT_EQ(ChooseLocalAddress(offered, none), "192.168.1.5") << none;
+        EXPECT_EQ(ChooseLocalAddress({}, none), "") << none;
+    }
+}
+
 TEST(DeviceNetwork, IsJudgedByTheClassOfTheLocalAddress) {
     EXPECT_TRUE(IsSameNetwork("1.0.0.1", "1.200.0.9"));
     EXPECT_TRUE(IsSameNetwork("128.7.0.1", "128.7.9.9"));
