@@ -190,18 +190,30 @@ void CSontaroDlg::OpenFeature(int id) {
     switchboard_.Links().ForgetShownFailure();
     const auto* feature = std::ranges::find(kFeatures, id, &Feature::button);
     if (feature == std::end(kFeatures)) return services_.Messages().Inform(Localized(kNotBuilt));
-    DeviceRecord player;
-    if (ChooseDevice(player)) feature->open(this, services_, player);
+    if (ChooseDevice()) feature->open(this, services_, *current_);
 }
 
 /// Lets the user choose one player, which becomes the current device.
-bool CSontaroDlg::ChooseDevice(DeviceRecord& device) {
-    CScanForDevices scan(this, services_, setup_.scan, ChoiceMode::kSingle);
-    if (scan.ShowModal() != wxID_OK) return false;
-    device = scan.Chosen().front();
-    switchboard_.Links().SetCurrentDevice({device.ip, device.tcpPort, 0});
-    currentDevice_->SetLabelText(ToWx(kCurrentDevice) + ToWx(device.ip + "   " + device.id));
-    return true;
+bool CSontaroDlg::ChooseDevice() {
+    ScanSetup setup = setup_.scan;
+    setup.current = current_;
+    CScanForDevices scan(this, services_, setup, ChoiceMode::kSingle);
+    const bool chosen = scan.ShowModal() == wxID_OK;
+    if (chosen) {
+        current_ = scan.Chosen().front();
+        switchboard_.Links().SetCurrentDevice({current_->ip, current_->tcpPort, 0});
+    }
+    ShowCurrentDevice();
+    return chosen;
+}
+
+/// Remarks can be edited in a scan that ends without a choice.
+void CSontaroDlg::ShowCurrentDevice() {
+    if (!current_) return;
+    setup_.scan.remarks.ApplyTo(*current_);
+    const wxString text = ToWx(kCurrentDevice) + ToWx(PlayerText(*current_));
+    currentDevice_->SetLabelText(text);
+    currentDevice_->SetToolTip(text);
 }
 
 void CSontaroDlg::ShowAbout() { AboutDialog(this).ShowModal(); }

@@ -6,6 +6,7 @@
 #include <wx/timer.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "devices/scan_dialog.h"
@@ -42,7 +43,8 @@ class CSontaroDlg : public wxDialog {
     void BindEvents();
 
     void OpenFeature(int id);
-    [[nodiscard]] bool ChooseDevice(DeviceRecord& device);
+    [[nodiscard]] bool ChooseDevice();
+    void ShowCurrentDevice();
     void ShowAbout();
     void AskToExit();
 
@@ -52,6 +54,7 @@ class CSontaroDlg : public wxDialog {
     WindowDirectory::Registration registration_;
     wxTimer iconTimer_;
     FadeOut fadeOut_{*this};
+    std::optional<DeviceRecord> current_;
     wxStaticText* currentDevice_ = nullptr;
 };
 

@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/utils.h>
 
+#include "devices/device_rules.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/wx_text.h"
@@ -18,6 +19,7 @@ constexpr LocalText kUnsent = {"有修改尚未得到播放器确认，退出后
                                "There are changes that the player has not confirmed. They will be "
                                "lost."};
 constexpr LocalText kConnectAgain = {"重新连接", "Connect again"};
+constexpr int kHeadingCharacters = 40;
 
 }  // namespace
 
@@ -127,9 +129,15 @@ wxSizer* FeatureDialog::MakeStateRow(wxStaticText*& state) {
 }
 
 wxStaticText* FeatureDialog::MakeHeading(const DeviceRecord& player, wxWindow* parent) {
-    auto* heading = new wxStaticText(parent, wxID_ANY, "");
+    const wxString text = ToWx(PlayerText(player));
+    auto* heading = new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                                     wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
     heading->SetFont(heading->GetFont().Bold());
-    heading->SetLabelText(ToWx(player.ip + "   " + player.id));
+    heading->SetLabelText(text);
+    heading->SetToolTip(text);
+    wxSize size = heading->GetBestSize();
+    size.DecTo(wxSize(kHeadingCharacters * LetterWidth(*this), size.y));
+    heading->SetMinSize(size);  // remarks may be longer than a dialog is wide
     return heading;
 }
 

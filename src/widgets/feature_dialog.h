@@ -75,7 +75,8 @@ class FeatureDialog : public wxDialog {
     /// A row of such a line, `state`, and of the button of `MakeReadAgainButton`.
     [[nodiscard]] wxSizer* MakeStateRow(wxStaticText*& state);
 
-    /// Who the dialog speaks to, in bold.
+    /// Who the dialog speaks to, with the remarks, in bold; what there is no room for is in its
+    /// tooltip.
     [[nodiscard]] wxStaticText* MakeHeading(const DeviceRecord& player, wxWindow* parent);
 
    private:

@@ -40,7 +40,6 @@ TabbedGrids::TabbedGrids(wxWindow* parent, const TabbedGridsIds& ids,
 }
 
 void TabbedGrids::AddFilter(int id) {
-    head_->AddStretchSpacer();
     head_->Add(new wxStaticText(this, wxID_ANY, ButtonLabel(kFilter, 'F')),
                wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(6)));
     filter_ = new wxSearchCtrl(this, id);

@@ -1,4 +1,6 @@
+#include <fmt/printf.h>
 #include <wx/gauge.h>
+#include <wx/stattext.h>
 #include <wx/weakref.h>
 
 #include "app/feature_buttons.h"
@@ -53,6 +55,22 @@ class MainWindow : public UiTest {
         });
     }
 
+    /// Whether a text stands in a window, whole.
+    static bool ShowsIn(wxWindow* where, const std::string& text) {
+        return std::ranges::any_of(where->GetChildren(), [&](const wxWindow* child) {
+            const auto* label = dynamic_cast<const wxStaticText*>(child);
+            return label && FromWx(label->GetLabelText()) == text;
+        });
+    }
+    bool Shows(const std::string& text) { return ShowsIn(window, text); }
+
+    /// The MAC address that the simulated player makes from its own.
+    std::string MacOf(std::size_t index) {
+        const auto& octets = network.Player(index).octets;
+        return fmt::sprintf("02:00:%02X:%02X:%02X:%02X", octets[0], octets[1], octets[2],
+                            octets[3]);
+    }
+
     static bool IsReady(wxDialog* control) {
         return PumpUntil([&] { return Find<wxGauge>(control, kProgressBar)->GetValue() > 0; });
     }
@@ -82,6 +100,40 @@ TEST_F(MainWindow, PressingPlayReachesThePlayerAndThePositionComesBack) {
         EXPECT_TRUE(players->Player(0).State().playing);
     });
     EXPECT_TRUE(players->Player(0).WaitForConnectionCount(0, std::chrono::seconds(5)));
+}
+
+TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
+    StartPlayers(2);
+    DeviceRecord player;
+    player.ip = FormatIpv4(network.Player(0));
+    player.id = players->Player(0).Identity().id;
+    const auto edit = [&](const std::string& text) {
+        player.remarks = text;
+        ASSERT_TRUE(remarks.SetRemarks(MacOf(0), text));
+    };
+    edit("R&B 厅");
+    Open();
+    Control([](wxDialog*) {});
+    EXPECT_TRUE(Shows("Current player: " + PlayerText(player)));
+    const ModalScript script{[&](wxDialog* scan) {
+                                 Press(scan, kScanButton);
+                                 auto* list = Find<DeviceList>(scan, kScanList);
+                                 EXPECT_TRUE(PumpUntil([&] { return list->GetItemCount() == 2; }));
+                                 EXPECT_TRUE(list->IsSelected(0));
+                                 Press(scan, wxID_OK);
+                             },
+                             [&](wxDialog* overlay) {
+                                 EXPECT_TRUE(ShowsIn(overlay, PlayerText(player)));
+                                 prompts.answers.push_back(true);
+                                 Press(overlay, wxID_CANCEL);
+                             },
+                             [&](wxDialog* scan) {
+                                 edit("moved");
+                                 Press(scan, wxID_CANCEL);
+                             }};
+    Press(window, kOsdButton);
+    Press(window, kOsdButton);
+    EXPECT_TRUE(Shows("Current player: " + PlayerText(player)));
 }
 
 TEST_F(MainWindow, LeavesOnlyAfterAYesAndEmptiesItsWorkingFolder) {
