@@ -120,6 +120,7 @@ TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
                                  auto* list = Find<DeviceList>(scan, kScanList);
                                  EXPECT_TRUE(PumpUntil([&] { return list->GetItemCount() == 2; }));
                                  EXPECT_TRUE(list->IsSelected(0));
+                                 list->Select(0);
                                  Press(scan, wxID_OK);
                              },
                              [&](wxDialog* overlay) {
