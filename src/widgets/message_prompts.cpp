@@ -18,6 +18,7 @@ namespace {
 
 constexpr LocalText kReplaceQuestion = {"文件已存在，要替换吗？",
                                         "The file exists already. Replace it?"};
+constexpr LocalText kNoSuchFile = {"没有这个文件！", "There is no such file!"};
 
 int Show(const std::string& text, long style) {
     const wxBusyCursorSuspender answerable;
@@ -43,15 +44,18 @@ bool MessagePrompts::Confirm(const std::string& text) {
 
 std::optional<std::filesystem::path> MessagePrompts::ChooseFile(const FileQuestion& question) {
     const bool saves = question.purpose == FileQuestion::Purpose::kSave;
+    // Without the box's own tests of the file: they are told in boxes over it that only the user
+    // can close, in the system's language.
     wxFileDialog box(FrontDialog(), ToWx(question.caption), "", ToWx(question.name),
-                     ToWx(question.filter),
-                     saves ? wxFD_SAVE | wxFD_OVERWRITE_PROMPT : wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+                     ToWx(question.filter), saves ? wxFD_SAVE : wxFD_OPEN);
     while (box.ShowModal() == wxID_OK) {
         wxString path = box.GetPath();
         const wxString ending = "." + ToWx(question.extension);
-        if (!saves || path.Lower().EndsWith(ending.Lower())) return PathFromWx(path);
-        path += ending;  // a name that the box itself has not asked about
-        if (!wxFileExists(path) || Confirm(Localized(kReplaceQuestion))) return PathFromWx(path);
+        if (saves && !path.Lower().EndsWith(ending.Lower())) path += ending;
+        const bool exists = wxFileExists(path);
+        if (saves ? !exists || Confirm(Localized(kReplaceQuestion)) : exists)
+            return PathFromWx(path);
+        if (!saves) Warn(Localized(kNoSuchFile));
     }
     return std::nullopt;
 }
