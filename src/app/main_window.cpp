@@ -175,12 +175,9 @@ void CSontaroDlg::BindEvents() {
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { AskToExit(); }, wxID_CANCEL);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {
-        if (event.CanVeto()) {
-            event.Veto();
-            AskToExit();
-        } else {
-            Destroy();
-        }
+        if (!event.CanVeto()) return EndByForce();
+        event.Veto();
+        AskToExit();
     });
     Bind(wxEVT_TIMER, [this](wxTimerEvent&) { SetIcons(ApplicationIcons()); });
     AddToSystemMenu(*this, kAboutCommand, ToWx(kAboutEntry), [this] { ShowAbout(); });
@@ -223,6 +220,10 @@ void CSontaroDlg::AskToExit() {
     DeleteContents(setup_.temporaryFolder);
     Disable();
     fadeOut_.Start([this] { Destroy(); });
+}
+
+void CSontaroDlg::EndByForce() {
+    modalDialogs_.EndAll([this] { Destroy(); });
 }
 
 void CSontaroDlg::BringForward() {

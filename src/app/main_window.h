@@ -12,6 +12,7 @@
 #include "devices/scan_dialog.h"
 #include "exchange/switchboard.h"
 #include "widgets/fade_out.h"
+#include "widgets/modal_dialogs.h"
 #include "widgets/ui_services.h"
 
 namespace sontaro {
@@ -36,6 +37,11 @@ class CSontaroDlg : public wxDialog {
     /// Brings the window, and the dialog that is open over it, to the front.
     void BringForward();
 
+    /// Ends the program without a question, as at the end of the desktop session. What is to be
+    /// kept has been written when this returns; the dialogs that are open, and then the window,
+    /// leave from the event loop.
+    void EndByForce();
+
    private:
     [[nodiscard]] wxSizer* MakeHeader();
     [[nodiscard]] wxSizer* MakeGroups();
@@ -55,6 +61,7 @@ class CSontaroDlg : public wxDialog {
     wxTimer iconTimer_;
     FadeOut fadeOut_{*this};
     std::optional<DeviceRecord> current_;
+    ModalDialogs modalDialogs_;
     wxStaticText* currentDevice_ = nullptr;
 };
 

@@ -6,7 +6,6 @@
 #include "widgets/common_texts.h"
 #include "widgets/exchange_texts.h"
 #include "widgets/settings_state_text.h"
-#include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -76,16 +75,12 @@ CControlProtocol::CControlProtocol(wxWindow* parent, const UiServices& services,
     ShowRows();
     StateChanged();
     CentreOnParent();
-    RestoreWindow(*this, nullptr, kName, services.preferences);
+    RestorePlace(kName);
     CallAfter([this] {
         grids_->FocusRows();
         asked_ = true;
         run_.Settings().Read();
     });
-}
-
-CControlProtocol::~CControlProtocol() {
-    RememberWindow(*this, nullptr, kName, Services().preferences);
 }
 
 void CControlProtocol::LayOut(const DeviceRecord& player) {

@@ -28,7 +28,6 @@ class CControlProtocol : public FeatureDialog, private ControlProtocolView {
    public:
     CControlProtocol(wxWindow* parent, const UiServices& services, const DeviceRecord& player,
                      ProtocolVariant variant = ProtocolVariant::kCurrent);
-    ~CControlProtocol() override;
 
    private:
     void LayOut(const DeviceRecord& player);

@@ -8,6 +8,7 @@
 
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
+#include "widgets/modal_dialogs.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -20,7 +21,8 @@ constexpr unsigned long kLongestRemarks = 200;
 
 }  // namespace
 
-std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& device) {
+std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& device,
+                                         const std::function<void(const std::string&)>& keep) {
     wxDialog dialog(parent, wxID_ANY, ToWx(kTitle));
     UseLanguageFont(dialog);
     const int gap = dialog.FromDIP(10);
@@ -42,6 +44,7 @@ std::optional<std::string> AskForRemarks(wxWindow* parent, const DeviceRecord& d
     buttons->Add(ok, wxSizerFlags().Border(wxRIGHT, gap));
     buttons->Add(new wxButton(&dialog, wxID_CANCEL, ButtonLabel(kCancelText, 'C')));
     column->Add(buttons, wxSizerFlags().Right().Border(wxALL, gap));
+    dialog.Bind(kKeepEvent, [&](wxCommandEvent&) { keep(FromWx(text->GetValue())); });
     dialog.SetSizerAndFit(column);
     dialog.CentreOnParent();
     text->SetFocus();

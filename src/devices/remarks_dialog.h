@@ -1,6 +1,7 @@
 // The user's note about one player.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,8 +15,9 @@ namespace sontaro {
 inline constexpr int kRemarksText = 2310;
 
 /// Lets the user edit the remarks of `device`, modally; the new text, or none when the user
-/// leaves without OK.
-[[nodiscard]] std::optional<std::string> AskForRemarks(wxWindow* parent,
-                                                       const DeviceRecord& device);
+/// leaves without OK. When the program is ended meanwhile, `keep` gets the text as it is then.
+[[nodiscard]] std::optional<std::string> AskForRemarks(
+    wxWindow* parent, const DeviceRecord& device,
+    const std::function<void(const std::string&)>& keep);
 
 }  // namespace sontaro

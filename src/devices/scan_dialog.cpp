@@ -13,7 +13,6 @@
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/icons.h"
-#include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -83,7 +82,7 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     size.DecTo(wxGetClientDisplayRect().GetSize());
     SetSize(size);
     CentreOnParent();
-    RestoreWindow(*this, list_, kWindowName, Services().preferences);
+    RestorePlace(kWindowName, list_);
     list_->FitColumns();
     setup_.remarks.Reload();
     ShowFirstAddress();
@@ -91,10 +90,6 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     run_.Opened(setup_.current);
     DevicesChanged();
     scanButton_->SetFocus();
-}
-
-CScanForDevices::~CScanForDevices() {
-    RememberWindow(*this, list_, kWindowName, Services().preferences);
 }
 
 wxSizer* CScanForDevices::MakeAddressRow() {
@@ -259,7 +254,11 @@ void CScanForDevices::EditRemarks(long row) {
     DeviceRecord device = *player;
     setup_.remarks.Reload();
     setup_.remarks.ApplyTo(device);  // another program may have changed them meanwhile
-    while (const auto remarks = AskForRemarks(this, device)) {
+    const auto keep = [&](const std::string& remarks) {
+        const Status kept = setup_.remarks.SetRemarks(device.mac, remarks);
+        static_cast<void>(kept);  // there is no one left to tell
+    };
+    while (const auto remarks = AskForRemarks(this, device, keep)) {
         if (setup_.remarks.SetRemarks(device.mac, *remarks)) {
             run_.RemarksChanged();
             return;

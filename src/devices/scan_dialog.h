@@ -36,7 +36,6 @@ class CScanForDevices : public FeatureDialog, private ScanActions {
    public:
     CScanForDevices(wxWindow* parent, const UiServices& services, const ScanSetup& setup,
                     ChoiceMode mode);
-    ~CScanForDevices() override;
 
     /// The chosen players by numeric address, once the dialog has closed with wxID_OK.
     [[nodiscard]] const std::vector<DeviceRecord>& Chosen() const { return chosen_; }

@@ -12,7 +12,6 @@
 #include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/icons.h"
-#include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -314,14 +313,13 @@ CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
     column->Add(MakeButtonRow(false, kExitText), wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
     CentreOnParent();
-    RestoreWindow(*this, nullptr, kWindowName, services.preferences);
+    RestorePlace(kWindowName);
     CallAfter([this] { control_->Start(); });
 }
 
 CVideoControlTab::~CVideoControlTab() {
     control_->Stop();
     CloseLinks();  // the player would go on reporting its position
-    RememberWindow(*this, nullptr, kWindowName, Services().preferences);
 }
 
 }  // namespace sontaro

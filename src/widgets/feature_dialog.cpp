@@ -6,6 +6,8 @@
 #include "devices/device_rules.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
+#include "widgets/modal_dialogs.h"
+#include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -46,6 +48,17 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
     });
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
+    Bind(kKeepEvent, [this](wxCommandEvent&) { RememberPlace(); });
+}
+
+void FeatureDialog::RestorePlace(const char* name, wxListCtrl* list) {
+    placeName_ = name;
+    placedList_ = list;
+    RestoreWindow(*this, list, name, services_.preferences);
+}
+
+void FeatureDialog::RememberPlace() {
+    if (placeName_) RememberWindow(*this, placedList_, placeName_, services_.preferences);
 }
 
 void FeatureDialog::OnKey(wxKeyEvent& event) {

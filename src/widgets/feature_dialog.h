@@ -2,6 +2,7 @@
 #pragma once
 
 #include <wx/dialog.h>
+#include <wx/listctrl.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
@@ -24,7 +25,8 @@ namespace sontaro {
 inline constexpr int kReadAgainButton = 2820;
 
 /// A dialog that is found by its title, swallows Enter and Escape, speaks to players through the
-/// main window, and is left by Cancel or its close box after "Do you really want to exit?".
+/// main window, and is left by Cancel or its close box after "Do you really want to exit?". It
+/// finds its place again.
 class FeatureDialog : public wxDialog {
    public:
     using Addressing = MainWindowChannel::Addressing;
@@ -32,6 +34,7 @@ class FeatureDialog : public wxDialog {
     /// `addressing` is that of the dialog's requests.
     FeatureDialog(wxWindow* parent, Window window, const UiServices& services,
                   Addressing addressing = Addressing::kPlayer);
+    ~FeatureDialog() override { RememberPlace(); }
 
    protected:
     [[nodiscard]] const UiServices& Services() const { return services_; }
@@ -60,6 +63,10 @@ class FeatureDialog : public wxDialog {
     [[nodiscard]] wxButton* MakeReadAgainButton(wxWindow* parent);
     void ShowReadAgain(bool connected);
 
+    /// Puts the dialog, and the columns of `list` (may be absent), where they were when it last
+    /// closed or was ended. `name` is its key in the preferences.
+    void RestorePlace(const char* name, wxListCtrl* list = nullptr);
+
     /// Has the main window close every link.
     void CloseLinks();
 
@@ -87,10 +94,13 @@ class FeatureDialog : public wxDialog {
     };
 
     void OnKey(wxKeyEvent& event);
+    void RememberPlace();
 
     UiServices services_;
     BusyChannel channel_;
     WindowDirectory::Registration registration_;
+    const char* placeName_ = nullptr;
+    wxListCtrl* placedList_ = nullptr;
 };
 
 }  // namespace sontaro

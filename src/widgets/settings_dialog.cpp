@@ -7,7 +7,6 @@
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/settings_state_text.h"
-#include "widgets/window_memory.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -33,15 +32,11 @@ SettingsDialog::SettingsDialog(wxWindow* parent, const UiServices& services,
     BindEvents();
     StateChanged();
     CentreOnParent();
-    RestoreWindow(*this, nullptr, design_.name, services.preferences);
+    RestorePlace(design_.name);
     CallAfter([this] {
         asked_ = true;
         run_.Read();
     });
-}
-
-SettingsDialog::~SettingsDialog() {
-    RememberWindow(*this, nullptr, design_.name, Services().preferences);
 }
 
 void SettingsDialog::LayOut(const DeviceRecord& player) {

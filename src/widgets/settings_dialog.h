@@ -30,7 +30,6 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
    public:
     SettingsDialog(wxWindow* parent, const UiServices& services, const SettingsDialogDesign& design,
                    const DeviceRecord& player, std::unique_ptr<SettingsDocument> document);
-    ~SettingsDialog() override;
 
    private:
     void LayOut(const DeviceRecord& player);
