@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "app/application_title.h"
+#include "app/session_end.h"
 #include "base/folders.h"
 #include "base/program_arguments.h"
 #include "base/window_titles.h"
@@ -121,6 +122,9 @@ void CSontaroApp::OpenMainWindow() {
     window_->Bind(wxEVT_DESTROY, [this](wxWindowDestroyEvent& event) {
         if (event.GetEventObject() == window_) window_ = nullptr;
         event.Skip();
+    });
+    OnSessionEnd(*this, [this] {
+        if (window_) window_->EndByForce();
     });
     SetTopWindow(window_);
     window_->Show();
