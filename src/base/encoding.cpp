@@ -9,6 +9,7 @@ namespace sontaro {
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+constexpr const char* kLegacyReplacement = "?";
 
 /// Continuation bytes that a lead byte announces: 0 for 7-bit characters, 1 to 5, -1 for none.
 int ContinuationCount(std::uint8_t lead) {
@@ -28,17 +29,36 @@ std::size_t SequenceLength(std::string_view bytes) {
     return static_cast<std::size_t>(count) + 1;
 }
 
+/// The number that a complete sequence of two to four bytes stands for.
+std::uint32_t ValueOf(std::string_view sequence) {
+    std::uint32_t value = static_cast<std::uint8_t>(sequence.front()) & (0x7FU >> sequence.size());
+    for (char byte : sequence.substr(1))
+        value = value << 6 | (static_cast<std::uint8_t>(byte) & 0x3F);
+    return value;
+}
+
 /// Whether a complete sequence of one to six bytes encodes a Unicode scalar value in its
 /// shortest form.
 bool IsScalarValue(std::string_view sequence) {
     constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
     if (sequence.size() == 1) return true;
     if (sequence.size() > 4) return false;
-    std::uint32_t value = static_cast<std::uint8_t>(sequence.front()) & (0x7FU >> sequence.size());
-    for (char byte : sequence.substr(1))
-        value = value << 6 | (static_cast<std::uint8_t>(byte) & 0x3F);
+    const std::uint32_t value = ValueOf(sequence);
     const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
     return value >= kSmallest[sequence.size()] && value <= 0x10FFFF && !surrogate;
+}
+
+bool IsPrivateUse(std::string_view character) {
+    const std::uint32_t value = ValueOf(character);
+    return value >= 0xE000 && value <= 0xF8FF;
+}
+
+/// One character as code page 936 has it. The systems' tables agree but for private use.
+std::string LegacyForm(std::string_view character) {
+    if (character.size() == 1) return std::string(character);
+    if (character.size() > 3 || IsPrivateUse(character)) return kLegacyReplacement;
+    const std::string form = LegacyCharacter(character);
+    return form.empty() ? kLegacyReplacement : form;
 }
 
 }  // namespace
@@ -70,14 +90,15 @@ std::string DecodeUtf8(std::string_view bytes) {
     return text;
 }
 
-std::size_t LegacyLength(std::string_view utf8) {
-    std::size_t length = 0;
-    while (!utf8.empty()) {
-        const std::size_t size = std::max<std::size_t>(SequenceLength(utf8), 1);
-        length += LegacyCharacterLength(utf8.substr(0, size)).value_or(size);
-        utf8.remove_prefix(size);
+std::string EncodeLegacy(std::string_view utf8) {
+    const std::string text = DecodeUtf8(utf8);
+    std::string encoded;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view character = rest.substr(0, SequenceLength(rest));
+        encoded += LegacyForm(character);
+        rest.remove_prefix(character.size());
     }
-    return length;
+    return encoded;
 }
 
 std::string DecodeByteByByte(std::string_view bytes) {

@@ -1,7 +1,6 @@
 // Character encodings of texts that come from files and players.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,12 +14,20 @@ namespace sontaro {
 /// `bytes` as valid UTF-8: what does not decode to a Unicode scalar value becomes U+FFFD.
 [[nodiscard]] std::string DecodeUtf8(std::string_view bytes);
 
-/// The bytes of `character`, one character in UTF-8, in the system's legacy code page; none when
-/// the code page lacks it. Source: on Windows the ANSI code page; elsewhere GBK.
-[[nodiscard]] std::optional<std::size_t> LegacyCharacterLength(std::string_view character);
+/// `utf8` in the legacy code page, which is 936 (GBK) on every system, whatever its own is. Each
+/// character that the code page lacks becomes one '?', and so does what is no character: those
+/// beyond U+FFFF, for which Windows by itself gives two, and those of private use, which only
+/// Windows has places for.
+[[nodiscard]] std::string EncodeLegacy(std::string_view utf8);
 
-/// The bytes of `utf8` in that code page. What the code page lacks counts as it is sent: in UTF-8.
-[[nodiscard]] std::size_t LegacyLength(std::string_view utf8);
+/// The bytes of `utf8` in that code page.
+[[nodiscard]] inline std::size_t LegacyLength(std::string_view utf8) {
+    return EncodeLegacy(utf8).size();
+}
+
+/// `character`, one of at most U+FFFF in UTF-8, as the system's code page 936 has it; empty when it
+/// lacks the character.
+[[nodiscard]] std::string LegacyCharacter(std::string_view character);
 
 /// Each byte as the character of the same number (ISO 8859-1), in UTF-8.
 [[nodiscard]] std::string DecodeByteByByte(std::string_view bytes);

@@ -38,7 +38,8 @@ fs::path XdgFolder(const char* variable, const char* fallback) {
     return named.is_absolute() ? named : HomeFolder() / fallback;
 }
 
-/// Turns UTF-8 into GBK. A system without that code page turns nothing.
+/// Turns UTF-8 into GBK with the euro sign at 0x80, as code page 936 is. A system without that code
+/// page turns nothing.
 class GbkConverter {
    public:
     GbkConverter() : converter_(iconv_open("GBK", "UTF-8")) {}
@@ -48,15 +49,14 @@ class GbkConverter {
     GbkConverter(const GbkConverter&) = delete;
     GbkConverter& operator=(const GbkConverter&) = delete;
 
-    [[nodiscard]] std::optional<std::size_t> LengthOf(std::string text) const {
+    [[nodiscard]] std::string Convert(std::string text) const {
         std::array<char, 16> converted{};
         char* from = text.data();
         char* into = converted.data();
         std::size_t fromLeft = text.size();
         std::size_t intoLeft = converted.size();
-        if (!IsOpen() || iconv(converter_, &from, &fromLeft, &into, &intoLeft) != 0)
-            return std::nullopt;
-        return converted.size() - intoLeft;
+        if (!IsOpen() || iconv(converter_, &from, &fromLeft, &into, &intoLeft) != 0) return "";
+        return {converted.data(), into};
     }
 
    private:
@@ -67,9 +67,9 @@ class GbkConverter {
 
 }  // namespace
 
-std::optional<std::size_t> LegacyCharacterLength(std::string_view character) {
+std::string LegacyCharacter(std::string_view character) {
     thread_local const GbkConverter converter;
-    return converter.LengthOf(std::string(character));
+    return converter.Convert(std::string(character));
 }
 
 Language SystemLanguage() {

@@ -35,16 +35,18 @@ std::string Utf8(const wchar_t* text) {
 
 }  // namespace
 
-// Where UTF-8 is the code page itself, the conversion fails: it takes no flags there.
-std::optional<std::size_t> LegacyCharacterLength(std::string_view character) {
-    wchar_t wide[2] = L"";
+// Of what looks alike to the system but is another character, nothing is taken.
+std::string LegacyCharacter(std::string_view character) {
+    constexpr UINT kCodePage = 936;
+    wchar_t wide = 0;
+    char bytes[2] = "";
     BOOL lacking = FALSE;
     const int units = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, character.data(),
-                                          static_cast<int>(character.size()), wide, 2);
-    const int length = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide, units, nullptr, 0,
-                                           nullptr, &lacking);
-    if (units <= 0 || length <= 0 || lacking) return std::nullopt;
-    return static_cast<std::size_t>(length);
+                                          static_cast<int>(character.size()), &wide, 1);
+    const int length = WideCharToMultiByte(kCodePage, WC_NO_BEST_FIT_CHARS, &wide, units, bytes,
+                                           sizeof bytes, nullptr, &lacking);
+    if (units <= 0 || length <= 0 || lacking) return "";
+    return {bytes, static_cast<std::size_t>(length)};
 }
 
 Language SystemLanguage() { return LanguageOfIdentifier(GetThreadUILanguage()); }

@@ -34,6 +34,18 @@ TEST(Utf8, IsTestedByTheWideRuleAndDecodedByTheStrictOne) {
     EXPECT_EQ(DecodeByteByByte("A\x7F\x80\xB2\xFF"), "A\x7F\u0080\u00B2\u00FF");
 }
 
+TEST(LegacyCodePage, Is936EverywhereWithOneByteForWhatItLacks) {
+    const std::pair<const char*, const char*> cases[] = {{"a\n~", "a\n~"},
+                                                         {"汉字、", "\xBA\xBA\xD7\xD6\xA1\xA2"},
+                                                         {"€", "\x80"},
+                                                         {"·—", "\xA1\xA4\xA1\xAA"},
+                                                         {"ṅ한a", "??a"},
+                                                         {"\U0001F3AC\U00020000", "??"},
+                                                         {"\uE000\uE864\uF8F5", "???"},
+                                                         {"\xE6\x92z\xED\xA0\x80", "??z?"}};
+    for (const auto& [utf8, encoded] : cases) EXPECT_EQ(EncodeLegacy(utf8), encoded) << utf8;
+}
+
 TEST(Language, IsChineseForExactlyOneLocaleAndIdentifier) {
     for (const char* locale : {"zh_CN", "zh_CN.UTF-8", "zh_CN@pinyin", "zh_CN.GBK@x"})
         EXPECT_EQ(LanguageOfLocale(locale), Language::kChinese) << locale;
