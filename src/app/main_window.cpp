@@ -6,16 +6,10 @@
 #include <wx/statbmp.h>
 #include <wx/statline.h>
 
-#include <algorithm>
-
 #include "app/about_dialog.h"
-#include "app/feature_buttons.h"
+#include "app/features.h"
 #include "base/folders.h"
 #include "base/window_titles.h"
-#include "controlprotocol/control_protocol_dialog.h"
-#include "osd/osd_dialog.h"
-#include "settings/custom_settings_dialogs.h"
-#include "videocontrol/video_control_dialog.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
@@ -40,34 +34,6 @@ constexpr LocalText kDemonstration = {
     "Demonstration: %d simulated player(s) inside this program, no real device is connected."};
 constexpr LocalText kNoDevice = {"当前播放器：无", "Current player: none"};
 constexpr LocalText kCurrentDevice = {"当前播放器：", "Current player: "};
-
-/// Runs the dialog of a feature for one player.
-using Opener = void (*)(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
-
-template <class Dialog>
-void Run(wxWindow* parent, const UiServices& services, const DeviceRecord& player) {
-    Dialog(parent, services, player).ShowModal();
-}
-
-struct Feature {
-    int button;
-    Opener open;
-};
-
-/// The features that exist.
-constexpr Feature kFeatures[] = {
-    {kVideoControlButton, Run<CVideoControlTab>},
-    {kOsdButton, Run<COSD>},
-    {kControlProtocolButton, Run<CControlProtocol>},
-    {kExtendedSerialPortButton, Run<CExtendedSerialPort>},
-    {kSubtitlesButton, Run<CVODSubtitles>},
-    {kTouchActionButton, Run<CTouchAction>},
-    {kCaveButton, Run<CCave>},
-};
-
-bool IsInLayout(const FeatureButton& button) {
-    return CurrentLanguage() == Language::kChinese || button.text.english != nullptr;
-}
 
 }  // namespace
 
@@ -133,9 +99,10 @@ wxSizer* CSontaroDlg::MakeGroups() {
         heading->SetFont(heading->GetFont().Bold());
         column->Add(heading, wxSizerFlags().Border(wxBOTTOM, FromDIP(6)));
         auto* grid = new wxGridSizer(columns, FromDIP(wxSize(8, 8)));
-        for (const FeatureButton& feature : kFeatureButtons) {
-            if (feature.group != group.group || !IsInLayout(feature)) continue;
-            auto* button = new wxButton(this, feature.id, ButtonLabel(feature.text, feature.key));
+        for (const Feature& feature : Features()) {
+            if (feature.group != group.group || !feature.IsInLayout()) continue;
+            auto* button =
+                new wxButton(this, feature.button, ButtonLabel(feature.text, feature.key));
             button->SetBitmap(LineIcon(feature.icon, 32), wxTOP);
             wxSize size = button->GetBestSize();
             size.IncTo(buttonSize);
@@ -164,10 +131,10 @@ wxSizer* CSontaroDlg::MakeFooter() {
 }
 
 void CSontaroDlg::BindEvents() {
-    for (const FeatureButton& feature : kFeatureButtons)
+    for (const Feature& feature : Features())
         Bind(
-            wxEVT_BUTTON, [this, id = feature.id](wxCommandEvent&) { OpenFeature(id); },
-            feature.id);
+            wxEVT_BUTTON, [this, &feature](wxCommandEvent&) { OpenFeature(feature); },
+            feature.button);
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { ShowAbout(); }, kAboutButton);
     Bind(
@@ -183,11 +150,10 @@ void CSontaroDlg::BindEvents() {
     AddToSystemMenu(*this, kAboutCommand, ToWx(kAboutEntry), [this] { ShowAbout(); });
 }
 
-void CSontaroDlg::OpenFeature(int id) {
+void CSontaroDlg::OpenFeature(const Feature& feature) {
     switchboard_.Links().ForgetShownFailure();
-    const auto* feature = std::ranges::find(kFeatures, id, &Feature::button);
-    if (feature == std::end(kFeatures)) return services_.Messages().Inform(Localized(kNotBuilt));
-    if (ChooseDevice()) feature->open(this, services_, *current_);
+    if (!feature.open) return services_.Messages().Inform(Localized(kNotBuilt));
+    if (ChooseDevice()) feature.open(this, services_, *current_);
 }
 
 /// Lets the user choose one player, which becomes the current device.

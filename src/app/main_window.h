@@ -17,6 +17,8 @@
 
 namespace sontaro {
 
+struct Feature;
+
 /// Control number of the About button.
 inline constexpr int kAboutButton = 16;
 
@@ -48,7 +50,7 @@ class CSontaroDlg : public wxDialog {
     [[nodiscard]] wxSizer* MakeFooter();
     void BindEvents();
 
-    void OpenFeature(int id);
+    void OpenFeature(const Feature& feature);
     [[nodiscard]] bool ChooseDevice();
     void ShowCurrentDevice();
     void ShowAbout();

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 
-#include "app/feature_buttons.h"
 #include "controlprotocol/control_protocol_dialog.h"
 #include "widgets/wx_text.h"
 
@@ -82,7 +81,7 @@ std::string Text(int id) {
 }  // namespace
 
 void TourProtocol::Write() {
-    OpenFeature(kControlProtocolButton, Window::kControlProtocol);
+    OpenFeature(Window::kControlProtocol);
     Read();
     for (const ProtocolEdit& edit : kEdits) Edit(edit);
     Narrow();

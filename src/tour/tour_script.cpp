@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "app/feature_buttons.h"
+#include "app/features.h"
 #include "app/main_window.h"
 #include "base/json.h"
 #include "base/window_titles.h"
@@ -58,7 +58,7 @@ class TourScript : public TourSteps {
             Pressing(kAboutButton), [] { return !InFront(Window::kMain)(); },
             "pressed About: name, version, licence and libraries are shown", "about");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "closed About");
-        Step(Pressing(kVideoSetButton), MessageInFront,
+        Step(Pressing(FeatureButton(Window::kSetParam)), MessageInFront,
              "pressed Video Set: it says that it is not built yet", "not-built");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "dismissed the message");
     }
@@ -66,7 +66,7 @@ class TourScript : public TourSteps {
     void VisitScan() {
         const auto count = static_cast<int>(Players().Size());
         const auto all = [count] { return List() != nullptr && List()->GetItemCount() == count; };
-        Step(Pressing(kVideoControlButton), InFront(Window::kScan),
+        Step(Pressing(FeatureButton(Window::kVideoControl)), InFront(Window::kScan),
              "pressed Video Control: the scan dialog is open", "scan-empty");
         Step(Pressing(wxID_OK), MessageInFront, "pressed OK without a player: it asks for one",
              "choose-first");

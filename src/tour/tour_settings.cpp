@@ -4,7 +4,6 @@
 #include <wx/propgrid/propgrid.h>
 #include <wx/textctrl.h>
 
-#include "app/feature_buttons.h"
 #include "osd/osd_document.h"
 #include "settings/custom_settings_document.h"
 #include "widgets/settings_dialog.h"
@@ -15,7 +14,6 @@ using simulator::PlayerState;
 
 /// A dialog, and the row whose value is changed there.
 struct SettingsStation {
-    int button;
     Window window;
     const char* picture;
     const char* row;  ///< its key
@@ -27,11 +25,11 @@ namespace {
 
 // clang-format off
 constexpr SettingsStation kStations[] = {
-    {kOsdButton, Window::kOsd, "osd", "data/0/transparent", "35", &PlayerState::osd},
-    {kExtendedSerialPortButton, Window::kExtendedSerialPort, "serial-port", "serialGroup/serialTimeout", "1200", &PlayerState::serialPort},
-    {kSubtitlesButton, Window::kSubtitles, "subtitles", "subtitleGroup/subtitleSize", "72", &PlayerState::subtitles},
-    {kTouchActionButton, Window::kTouchAction, "touch", "serialGroup/touchHold", "2.5000", &PlayerState::touchAction},
-    {kCaveButton, Window::kCave, "cave", "screenGroup/brightness", "65", &PlayerState::cave},
+    {Window::kOsd, "osd", "data/0/transparent", "35", &PlayerState::osd},
+    {Window::kExtendedSerialPort, "serial-port", "serialGroup/serialTimeout", "1200", &PlayerState::serialPort},
+    {Window::kSubtitles, "subtitles", "subtitleGroup/subtitleSize", "72", &PlayerState::subtitles},
+    {Window::kTouchAction, "touch", "serialGroup/touchHold", "2.5000", &PlayerState::touchAction},
+    {Window::kCave, "cave", "screenGroup/brightness", "65", &PlayerState::cave},
 };
 // clang-format on
 
@@ -39,7 +37,7 @@ constexpr SettingsStation kStations[] = {
 SettingsRow RowIn(const SettingsStation& station, const std::string& document) {
     OsdSettings osd;
     CustomSettings custom;
-    SettingsDocument& settings = station.button == kOsdButton
+    SettingsDocument& settings = station.window == Window::kOsd
                                      ? static_cast<SettingsDocument&>(osd)
                                      : static_cast<SettingsDocument&>(custom);
     if (!settings.TakeReply(document)) return {};
@@ -53,7 +51,7 @@ SettingsRow RowIn(const SettingsStation& station, const std::string& document) {
 
 void TourSettings::Write() {
     for (const SettingsStation& station : kStations) {
-        OpenFeature(station.button, station.window);
+        OpenFeature(station.window);
         Read(station);
         Change(station);
         LeaveFeature();

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 #include <wx/msgdlg.h>
 
+#include "app/features.h"
 #include "devices/scan_dialog.h"
 #include "widgets/front_dialog.h"
 
@@ -17,8 +18,8 @@ bool TourSteps::MessageInFront() {
 DeviceList* TourSteps::List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }
 
 /// The English main window has no button for some features; it obeys their commands all the same.
-void TourSteps::OpenFeature(int button, Window window) {
-    Step([button] { Tour::Command(button); }, InFront(Window::kScan),
+void TourSteps::OpenFeature(Window window) {
+    Step([window] { Tour::Command(FeatureButton(window)); }, InFront(Window::kScan),
          "opened " + TitleOf(window) + ": the scan dialog asks for a player");
     const auto all = [this] {
         return List() != nullptr && List()->GetItemCount() == static_cast<int>(Players().Size());

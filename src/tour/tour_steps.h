@@ -47,7 +47,7 @@ class TourSteps {
     static DeviceList* List();
 
     /// Opens a feature, and chooses the first player for it in the scan dialog.
-    void OpenFeature(int button, Window window);
+    void OpenFeature(Window window);
 
     /// Chooses the first player in the scan dialog, which is open and has found it.
     void ChooseFirstPlayer(const std::string& picture = "");

@@ -4,7 +4,7 @@
 #include <atomic>
 #include <thread>
 
-#include "app/feature_buttons.h"
+#include "app/features.h"
 #include "base/json.h"
 #include "devices/remarks_dialog.h"
 #include "ui/ui_support.h"
@@ -65,7 +65,7 @@ TEST_F(ForcedEnd, LeavesThroughAMessageOverAFeature) {
                                  EXPECT_TRUE(IsPlaceKept("osd"));
                                  End();
                              }};
-    Press(window, kOsdButton);
+    Press(window, FeatureButton(Window::kOsd));
     ExpectGone();
 }
 
@@ -79,7 +79,7 @@ TEST_F(ForcedEnd, LeavesThroughTheSystemsOwnBoxes) {
         [&](wxDialog*) { file = boxes.ChooseFile(question); },
         Ending(),
     };
-    Press(window, kOsdButton);
+    Press(window, FeatureButton(Window::kOsd));
     EXPECT_FALSE(file || colour);
     ExpectGone();
 }
@@ -102,7 +102,7 @@ TEST_F(ForcedEnd, LeavesThroughTheScanAndKeepsTheRemarksThatAreTyped) {
                                  EXPECT_EQ(kept[kept.getMemberNames().at(0)]["Remarks"], "left");
                                  EXPECT_TRUE(IsPlaceKept("scan"));
                              }};
-    Press(window, kOsdButton);
+    Press(window, FeatureButton(Window::kOsd));
     EXPECT_FALSE(scan);
     ExpectGone();
 }
@@ -125,7 +125,7 @@ TEST_F(ForcedEnd, OpensNothingMore) {
     bool hasRun = false;
     window->CallAfter([&] { hasRun = true; });
     boxes.Inform("Not shown");
-    Press(window, kOsdButton);
+    Press(window, FeatureButton(Window::kOsd));
     EXPECT_FALSE(hasRun) << "a modal loop";
     ExpectGone();
 }
@@ -147,7 +147,7 @@ TEST_F(ForcedEnd, FreesThreadsThatWaitForTheWindows) {
             EXPECT_TRUE(PumpUntil([&] { return calls > 100; }));
             End();
         }};
-    Press(window, kOsdButton);
+    Press(window, FeatureButton(Window::kOsd));
     ExpectGone();
 }
 

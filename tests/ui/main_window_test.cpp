@@ -3,7 +3,7 @@
 #include <wx/stattext.h>
 #include <wx/weakref.h>
 
-#include "app/feature_buttons.h"
+#include "app/features.h"
 #include "base/json.h"
 #include "devices/scan_dialog.h"
 #include "ui/ui_support.h"
@@ -36,7 +36,7 @@ class MainWindow : public UiTest {
                 prompts.answers.push_back(true);
                 Press(control, wxID_CANCEL);
             }};
-        Press(window, kVideoControlButton);
+        Press(window, FeatureButton(Window::kVideoControl));
     }
 
     static std::string TextOf(wxWindow* dialog, int id) {
@@ -135,6 +135,21 @@ TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
     Press(window, kOsdButton);
     Press(window, kOsdButton);
     EXPECT_TRUE(Shows("Current player: " + PlayerText(player)));
+}
+
+TEST_F(MainWindow, CarriesFiveOfElevenFeaturesInEnglish) {
+    const auto buttons = [this] {
+        std::vector<int> shown;
+        for (int id = 1001; id <= 1011; ++id)
+            if (window->FindWindow(id)) shown.push_back(id);
+        return shown;
+    };
+    Open();
+    EXPECT_EQ(buttons(), (std::vector{1001, 1002, 1003, 1004, 1010}));
+    window->Destroy();
+    SetLanguage(Language::kChinese);
+    Open();
+    EXPECT_EQ(buttons().size(), 11U);
 }
 
 TEST_F(MainWindow, LeavesOnlyAfterAYesAndEmptiesItsWorkingFolder) {
