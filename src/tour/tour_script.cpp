@@ -17,6 +17,7 @@
 #include "devices/remarks_dialog.h"
 #include "tour/tour_protocol.h"
 #include "tour/tour_settings.h"
+#include "videocontrol/video_control_buttons.h"
 #include "videocontrol/video_control_dialog.h"
 #include "widgets/front_dialog.h"
 #include "widgets/wx_text.h"
@@ -106,48 +107,43 @@ class TourScript : public TourSteps {
         Step(Pressing(wxID_OK), InFront(Window::kVideoControl), "opened the remote control");
         const auto ready = [] {
             const auto* position = Find<wxStaticText>(kPositionText);
-            const auto* pause = Find<wxButton>(ButtonOf(2110).id);
+            const auto* pause = Find<wxButton>(2110);
             return position != nullptr && pause != nullptr && pause->IsShownOnScreen() &&
                    position->GetLabelText().length() > 11;  // longer than at first
         };
         Step({}, ready, "the player has sent its buttons and where it plays");
     }
 
-    void PressVideoButton(const VideoButton& button, const Check& effect,
-                          const std::string& meaning, const std::string& picture = "") {
-        const std::string caption = button.caption;
+    void PressVideoButton(int id, const Check& effect, const std::string& meaning) {
+        const std::string caption = VideoButtonOfControl(id).caption;
         Step(
-            [this, id = button.id] {
+            [this, id] {
                 Players().Player(0).ForgetPackets();
                 Tour::Press(id);
             },
             [this, caption, effect] {
                 return Received(kVideoPlayMode, "playMode", caption) && effect();
             },
-            "pressed " + caption + ": player " + Address() + " " + meaning, picture);
-    }
-
-    static const VideoButton& ButtonOf(int id) {
-        return *std::ranges::find(kVideoButtons, id, &VideoButton::id);
+            "pressed " + caption + ": player " + Address() + " " + meaning);
     }
 
     void VisitPlayback() {
         PressVideoButton(
-            ButtonOf(2110), [this] { return !State().playing; }, "has paused");
+            2110, [this] { return !State().playing; }, "has paused");
         PressVideoButton(
-            ButtonOf(2109), [this] { return State().playing; }, "is playing");
+            2109, [this] { return State().playing; }, "is playing");
         PositionMoves();
-        for (const VideoButton& button : kVideoButtons) {
+        for (const VideoButtonControl& button : kVideoButtonControls) {
             if (button.id == 2109 || button.id == 2110 || button.id == 2121) continue;
             PressVideoButton(
-                button, [] { return true; }, "has taken the command");
+                button.id, [] { return true; }, "has taken the command");
         }
         PressVideoButton(
-            ButtonOf(2121), [this] { return !State().poweredOn; }, "is off");
+            2121, [this] { return !State().poweredOn; }, "is off");
         PressVideoButton(
-            ButtonOf(2120), [this] { return State().poweredOn; }, "is on");
+            2120, [this] { return State().poweredOn; }, "is on");
         PressVideoButton(
-            ButtonOf(2109), [this] { return State().playing; }, "is playing");
+            2109, [this] { return State().playing; }, "is playing");
     }
 
     void PositionMoves() {

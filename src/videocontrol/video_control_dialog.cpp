@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "videocontrol/video_control_buttons.h"
 #include "widgets/common_texts.h"
 #include "widgets/exchange_texts.h"
 #include "widgets/fonts.h"
@@ -216,7 +217,7 @@ wxSizer* CVideoControl::MakeButtons(wxWindow* parent, std::initializer_list<int>
 }
 
 wxButton* CVideoControl::MakeButton(wxWindow* parent, int id) {
-    const auto* entry = std::ranges::find(kVideoButtons, id, &VideoButton::id);
+    const VideoButton* entry = &VideoButtonOfControl(id);
     auto* button = new wxButton(parent, id, wxString::FromUTF8(entry->caption));
     const auto* icon = std::ranges::find(kButtonIcons, id, &ButtonIcon::id);
     if (icon != std::end(kButtonIcons)) button->SetBitmap(LineIcon(icon->name, 18));
@@ -231,7 +232,8 @@ void CVideoControl::Start() {
     run_.Opened();
 }
 
-void CVideoControl::ShowButton(int id, const std::string& caption) {
+void CVideoControl::ShowButton(int type, const std::string& caption) {
+    const int id = ControlOfVideoButton(type);
     captions_[id] = caption;
     buttons_[id]->SetLabelText(ToWx(caption));
     shownButtons_.insert(id);

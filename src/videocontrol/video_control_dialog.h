@@ -22,7 +22,8 @@ class wxButton;
 
 namespace sontaro {
 
-/// Control numbers of the remote control; those of its buttons stand in `kVideoButtons`.
+/// Control numbers of the remote control; its buttons have theirs
+/// in video_control_buttons.h.
 inline constexpr int kVolumeSlider = 2111;
 inline constexpr int kProgressBar = 2115;
 inline constexpr int kPositionText = 2116;
@@ -60,7 +61,7 @@ class CVideoControl : public wxPanel, private VideoControlView {
 
     [[nodiscard]] bool IsInFront() const override;
     void HideButtons() override { shownButtons_.clear(); }
-    void ShowButton(int id, const std::string& caption) override;
+    void ShowButton(int type, const std::string& caption) override;
     void ButtonsChanged() override;
     void ShowPosition(int percent, const std::string& text) override;
     void ShowTitle(const std::string& text) override;

@@ -196,7 +196,7 @@ void VideoControlRun::TakeCaptions(const VideoReply& reply) {
     view_.HideButtons();
     for (const VideoCaption& caption : reply.Captions()) {
         const auto* button = std::ranges::find(kVideoButtons, caption.type, &VideoButton::type);
-        if (button != kVideoButtons.end()) view_.ShowButton(button->id, caption.caption);
+        if (button != kVideoButtons.end()) view_.ShowButton(button->type, caption.caption);
     }
     view_.ButtonsChanged();
     if (state_ == State::kAskingCaptions) Enter(State::kReady);

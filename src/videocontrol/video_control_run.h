@@ -14,17 +14,15 @@ namespace sontaro {
 
 /// A button that sends its own caption. The player decides which exist and what they say.
 struct VideoButton {
-    int id;               ///< control number
     int type;             ///< the number that the player knows it by
     const char* caption;  ///< until the player gives one; in one language only
 };
 
 // clang-format off
 inline constexpr std::array<VideoButton, 14> kVideoButtons = {{
-    {2104, 2, "类别循环"}, {2105, 3, "单曲循环"}, {2106, 4, "单曲播放"}, {2107, 5, "类别随机"},
-    {2108, 6, "全部随机"}, {2109, 7, "播放"},     {2110, 8, "暂停"},     {2113, 9, "上一首"},
-    {2114, 10, "下一首"},  {2120, 11, "开机"},    {2121, 12, "关机"},    {2126, 13, "屏幕特效"},
-    {2124, 200, "上一首"}, {2123, 201, "下一首"},
+    {2, "类别循环"}, {3, "单曲循环"}, {4, "单曲播放"},  {5, "类别随机"},  {6, "全部随机"},
+    {7, "播放"},     {8, "暂停"},     {9, "上一首"},    {10, "下一首"},   {11, "开机"},
+    {12, "关机"},    {13, "屏幕特效"}, {200, "上一首"}, {201, "下一首"},
 }};
 // clang-format on
 
@@ -36,7 +34,7 @@ class VideoControlView {
     /// behind it, and every poll would add one more.
     [[nodiscard]] virtual bool IsInFront() const = 0;
     virtual void HideButtons() = 0;
-    virtual void ShowButton(int id, const std::string& caption) = 0;
+    virtual void ShowButton(int type, const std::string& caption) = 0;
     /// Every caption of a reply has been given.
     virtual void ButtonsChanged() = 0;
     virtual void ShowPosition(int percent, const std::string& text) = 0;

@@ -7,6 +7,7 @@
 #include "base/json.h"
 #include "devices/scan_dialog.h"
 #include "ui/ui_support.h"
+#include "videocontrol/video_control_buttons.h"
 #include "videocontrol/video_control_dialog.h"
 
 namespace sontaro::test {
@@ -88,7 +89,7 @@ TEST_F(MainWindow, PressingPlayReachesThePlayerAndThePositionComesBack) {
     Control([&](wxDialog* control) {
         ASSERT_TRUE(IsReady(control));
         EXPECT_EQ(TextOf(control, kTitleText).find("->"), 6U);
-        for (const VideoButton& button : kVideoButtons)
+        for (const VideoButtonControl& button : kVideoButtonControls)
             EXPECT_EQ(control->FindWindow(button.id)->IsShown(),
                       button.id == 2109 || button.id == 2110);
         EXPECT_EQ(TextOf(control, 2109), "R&B 开始");
@@ -132,9 +133,26 @@ TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
                                  edit("moved");
                                  Press(scan, wxID_CANCEL);
                              }};
-    Press(window, kOsdButton);
-    Press(window, kOsdButton);
+    Press(window, FeatureButton(Window::kOsd));
+    Press(window, FeatureButton(Window::kOsd));
     EXPECT_TRUE(Shows("Current player: " + PlayerText(player)));
+}
+
+TEST_F(MainWindow, ShowsEachOfThePlayersButtonsWhereItBelongs) {
+    const std::pair<int, int> places[] = {
+        {2, 2104}, {3, 2105},  {4, 2106},  {5, 2107},  {6, 2108},  {7, 2109},   {8, 2110},
+        {9, 2113}, {10, 2114}, {11, 2120}, {12, 2121}, {13, 2126}, {200, 2124}, {201, 2123}};
+    StartPlayers(1);
+    players->Player(0).ChangeState([&](simulator::PlayerState& state) {
+        state.captions.clear();
+        for (const auto& [type, id] : places)
+            state.captions.push_back({static_cast<simulator::Action>(type), std::to_string(type)});
+    });
+    Open();
+    Control([&](wxDialog* control) {
+        ASSERT_TRUE(IsReady(control));
+        for (const auto& [type, id] : places) EXPECT_EQ(TextOf(control, id), std::to_string(type));
+    });
 }
 
 TEST_F(MainWindow, CarriesFiveOfElevenFeaturesInEnglish) {
