@@ -90,7 +90,8 @@ void CControlProtocol::LayOut(const DeviceRecord& player) {
     grids_ = new TabbedGrids(this, {kProtocolTabs, kProtocolFilter, kProtocolGrid + 1}, kTabs,
                              Services().Messages(),
                              [this](const SettingsEdit& edit) { return run_.Edit(edit); });
-    grids_->Head().Prepend(MakeHeading(player, grids_), wxSizerFlags(1).CentreVertical().Border(wxRIGHT, gap));
+    grids_->Head().Prepend(MakeHeading(player, grids_),
+                           wxSizerFlags(1).CentreVertical().Border(wxRIGHT, gap));
     column->Add(grids_, wxSizerFlags(line).Proportion(1));
     column->Add(MakeStateRow(state_), line);
     state_->SetId(kProtocolState);

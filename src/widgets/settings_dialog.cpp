@@ -42,7 +42,8 @@ SettingsDialog::SettingsDialog(wxWindow* parent, const UiServices& services,
 void SettingsDialog::LayOut(const DeviceRecord& player) {
     const int gap = FromDIP(10);
     auto* column = new wxBoxSizer(wxVERTICAL);
-    column->Add(MakeHeading(player, this), wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
+    column->Add(MakeHeading(player, this),
+                wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     grid_ = new SettingsGrid(this, kSettingsGrid, design_.withTitles, Services().Messages(),
                              [this](const SettingsEdit& edit) { return run_.Edit(edit); });
     grid_->SetMinSize(wxSize(72 * LetterWidth(*this), 30 * GetCharHeight()));

@@ -54,7 +54,7 @@ class ForcedEnd : public UiTest {
     }
 
     MessagePrompts boxes;
-    UiServices realServices{{directory, threads, boxes}, preferences, folder.Path()};
+    UiServices realServices{{directory, threads, boxes}, hub, gate, preferences, folder.Path()};
     wxWeakRef<CSontaroDlg> window;
 };
 

@@ -63,5 +63,34 @@ TEST_F(RealPrompts, AskForAFileWithItsCaptionFilterAndName) {
                                                "Save it; *.JSON|*.JSON; 协议 saved"}));
 }
 
+using Prompting = UiTest;
+
+/// Chooses a file in the system's box.
+ModalScript::Step Choosing(const std::filesystem::path& path) {
+    return [file = ToWx(TextOfPath(path))](wxDialog* dialog) {
+        auto* box = dynamic_cast<wxFileDialog*>(dialog);
+        EXPECT_TRUE(PumpUntil([&] {
+            box->SetPath(file);
+            return box->GetPath() == file;
+        }));
+        box->EndModal(wxID_OK);
+    };
+}
+
+ModalScript::Step Pressing(int id) {
+    return [id](wxDialog* box) { Press(box, id); };
+}
+
+TEST_F(Prompting, ReplacesAFileOnlyAfterAYes) {
+#ifdef __WXMSW__
+    GTEST_SKIP() << "nobody can press OK in the system's box";
+#endif
+    const FileQuestion question{FileQuestion::Purpose::kSave, "Keep", "All|*", "a.json", "json"};
+    const auto file = folder.Write("a.json", "{}");
+    const ModalScript script{Choosing(file), Pressing(wxID_NO), Choosing(folder / "a"),
+                             Pressing(wxID_YES)};
+    EXPECT_EQ(MessagePrompts().ChooseFile(question), file);
+}
+
 }  // namespace
 }  // namespace sontaro::test
