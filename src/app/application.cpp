@@ -116,6 +116,7 @@ void CSontaroApp::OpenMainWindow() {
     std::string address = commandLine_.localAddress;
     if (address.empty() && commandLine_.demoPlayers) address = kDemoLocalAddress;
     const auto temporary = EnsureTempFolder(folder);
+    fontStart_ = {};  // joined, or the toolkit, which needs fonts now, would read them once more
     window_ = new CSontaroDlg(services, {temporary ? *temporary : std::filesystem::path(),
                                          {*remarks_, address},
                                          commandLine_.demoPlayers.value_or(0)});

@@ -26,6 +26,10 @@ class CSontaroApp : public wxApp {
     bool OnInit() override;
     int OnRun() override;
     int OnExit() override;
+    /// Both languages of the interface run this way, whatever the system's own does.
+    [[nodiscard]] wxLayoutDirection GetLayoutDirection() const override {
+        return wxLayout_LeftToRight;
+    }
 
    private:
     void FixTitleAndLanguage();

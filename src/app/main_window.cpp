@@ -71,7 +71,8 @@ wxSizer* CSontaroDlg::MakeHeader() {
              wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(12)));
     auto* texts = new wxBoxSizer(wxVERTICAL);
     auto* title = new wxStaticText(this, wxID_ANY, "");
-    title->SetFont(title->GetFont().Bold().Scaled(1.4F));
+    headingFont_ = title->GetFont().Bold().Scaled(1.2F);
+    title->SetFont(headingFont_);
     title->SetLabelText(ToWx(ApplicationTitle()));
     texts->Add(title);
     texts->Add(new wxStaticText(this, wxID_ANY, ToWx(kPurpose)),
@@ -96,7 +97,7 @@ wxSizer* CSontaroDlg::MakeGroups() {
     auto* column = new wxBoxSizer(wxVERTICAL);
     for (const FeatureGroupText& group : kFeatureGroups) {
         auto* heading = new wxStaticText(this, wxID_ANY, ToWx(group.text));
-        heading->SetFont(heading->GetFont().Bold());
+        heading->SetFont(headingFont_);
         column->Add(heading, wxSizerFlags().Border(wxBOTTOM, FromDIP(6)));
         auto* grid = new wxGridSizer(columns, FromDIP(wxSize(8, 8)));
         for (const Feature& feature : Features()) {

@@ -64,6 +64,7 @@ class CSontaroDlg : public wxDialog {
     FadeOut fadeOut_{*this};
     std::optional<DeviceRecord> current_;
     ModalDialogs modalDialogs_;
+    wxFont headingFont_;  // one for all: each that differs is looked for and loaded at the start
     wxStaticText* currentDevice_ = nullptr;
 };
 

@@ -8,7 +8,8 @@ class wxWindow;
 namespace sontaro {
 
 /// Reads the system's font configuration on a thread of its own. The toolkit needs it for the
-/// first text; by then it is there. Called before the toolkit starts; join the thread at the end.
+/// first text; by then it is there. Called before the toolkit starts; join the thread before
+/// the first window.
 [[nodiscard]] std::jthread StartFonts();
 
 /// Gives a window a font that has the characters of the interface's language, where the system's
