@@ -138,7 +138,7 @@ wxString DeviceList::OnGetItemText(long row, long column) const {
 
 bool DeviceList::OnGetItemIsChecked(long row) const {
     const DeviceRecord* player = PlayerAt(row);
-    return player && player->ticked;
+    return player != nullptr && player->ticked;
 }
 
 void DeviceList::ChooseHighlighted() {

@@ -85,6 +85,7 @@ CScanForDevices::CScanForDevices(wxWindow* parent, const UiServices& services,
     RestorePlace(kWindowName, list_);
     list_->FitColumns();
     setup_.remarks.Reload();
+    address_->Reread();
     ShowFirstAddress();
     BindEvents();
     run_.Opened(setup_.current);
@@ -143,7 +144,6 @@ std::vector<LocalAdapter> CScanForDevices::AddressesOnOffer() const {
 }
 
 void CScanForDevices::ShowFirstAddress() {
-    address_->Reread();
     const std::string& forced = setup_.forcedAddress;
     address_->ShowAddress(
         forced.empty() ? ChooseLocalAddress(address_->Offered(), RememberedAddress()) : forced);
@@ -183,7 +183,8 @@ std::string CScanForDevices::RememberedAddress() const {
 
 void CScanForDevices::PressScan() {
     if (!run_.IsScanning()) {
-        if (address_->Address().empty()) ShowFirstAddress();  // the cable may be back
+        address_->Reread();  // the cable may be back, and a list without entries does not open
+        if (address_->Address().empty()) ShowFirstAddress();
         if (address_->Address().empty()) return Services().Messages().Warn(Localized(kNoAddress));
         if (!UseAddress()) return Services().Messages().Warn(Localized(kUnusableAddress));
         if (addressByUser_) RememberAddress();
@@ -220,10 +221,11 @@ std::string CScanForDevices::ListState() const {
 
 void CScanForDevices::HandleMessage(WindowMessage& message) {
     const auto* event = std::get_if<UdpEvent>(&message.record);
-    if (event && event->code == LinkCode::kReceived && run_.Receive(event->bytes) &&
+    if (!event) return;
+    if (event->code == LinkCode::kShortSend) run_.RequestFailed();
+    if (event->code == LinkCode::kReceived && run_.Receive(event->bytes) &&
         address_->Address() == openAddress_)
         RememberAddress();
-    if (event && event->code == LinkCode::kShortSend) run_.RequestFailed();
 }
 
 std::vector<DeviceRecord> CScanForDevices::Ticked() const {
@@ -270,7 +272,8 @@ void CScanForDevices::EditRemarks(long row) {
 
 void CScanForDevices::CopyId(long row) {
     const DeviceRecord* player = list_->PlayerAt(row);
-    if (player && list_->Copy(ToWx(player->id))) Services().Messages().Inform(Localized(kIdCopied));
+    if (player != nullptr && list_->Copy(ToWx(player->id)))
+        Services().Messages().Inform(Localized(kIdCopied));
 }
 
 }  // namespace sontaro

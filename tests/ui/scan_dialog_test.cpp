@@ -179,9 +179,11 @@ TEST_F(ScanDialog, AVanishedAddressStaysAndIsExplainedWhenItIsUsed) {
     Open(ChoiceMode::kSingle, Offering({}), {[&](wxDialog* dialog) {
              EXPECT_EQ(AddressIn(dialog)->GetValue(), "203.0.113.9");
              EXPECT_EQ(TextOf(dialog, kScanAddressState), "Not on this computer at present");
+             offered = {{"eth0", FormatIpv4(network.Local())}};
              Press(dialog, kScanButton);
              ASSERT_EQ(prompts.boxes.size(), 1U);
              EXPECT_NE(prompts.boxes[0].text.find("cannot be used"), std::string::npos);
+             EXPECT_EQ(AddressIn(dialog)->GetCount(), 1U);  // to choose from
              AddressIn(dialog)->SetValue(FormatIpv4(network.Local()));
              EXPECT_EQ(TextOf(dialog, kScanAddressState), "");
              Press(dialog, kScanButton);
@@ -304,8 +306,8 @@ TEST_F(ScanDialog, SaysWhenTheClipboardIsNotToBeHad) {
         FindPlayers(dialog, 1);
         const wxClipboardLocker held;
         ActOnRow(dialog, wxEVT_LIST_ITEM_RIGHT_CLICK, 0);
-        EXPECT_EQ(prompts.boxes, std::vector<std::string>{
-                                     "The clipboard cannot be used, nothing has been copied."});
+        EXPECT_EQ(prompts.boxes,
+                  std::vector{Warning("The clipboard cannot be used, nothing has been copied.")});
         Press(dialog, wxID_CANCEL);
     });
 }
