@@ -64,7 +64,7 @@ struct PlayerState {
     Action playMode = Action::kFolderLoop;
     int volume = 60;                   ///< 0 to 100
     std::string layout;                ///< the one shown, of `layouts`
-    std::vector<std::string> layouts;  ///< file names
+    std::vector<std::string> layouts;  ///< file names; remote controls leave out the ending
     std::vector<Caption> captions;     ///< of equal texts the first one counts
     std::vector<VideoFolder> folders;  ///< on the player's own disk
     VideoFolder usb;                   ///< on the USB disk

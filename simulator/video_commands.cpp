@@ -53,8 +53,16 @@ bool PressButton(PlayerState& state, const Json::Value& request, Json::Value&) {
     return caption != state.captions.end() && Perform(state, caption->type);
 }
 
+/// A layout goes by the name of its file without the ending, which has four characters.
+bool IsCalled(const std::string& layout, const std::string& name) {
+    constexpr std::size_t kEndingLength = 4;
+    return layout.size() == name.size() + kEndingLength && layout.starts_with(name);
+}
+
 bool SelectLayout(PlayerState& state, const Json::Value& request, Json::Value&) {
-    const auto layout = std::ranges::find(state.layouts, TextOf(request, "layoutName"));
+    const std::string name = TextOf(request, "layoutName");
+    const auto layout = std::ranges::find_if(
+        state.layouts, [&](const std::string& file) { return IsCalled(file, name); });
     if (state.layoutLocked || layout == state.layouts.end()) return false;
     state.layout = *layout;
     return true;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/json.h"
+#include "base/name_list.h"
 #include "link/discovery.h"
 #include "simulator/playback.h"
 #include "simulator/player_group.h"
@@ -10,6 +11,7 @@
 #include "support/link_surroundings.h"
 #include "support/literals.h"
 #include "support/temporary_folder.h"
+#include "videocontrol/video_control_document.h"
 
 namespace sontaro::simulator {
 namespace {
@@ -82,6 +84,24 @@ TEST_F(Player, SpoilsSettingsAsItsFaultsHaveIt) {
     EXPECT_TRUE(answer("no-ack", Settings(16, 0x1, R"({"taken":1})")).silent);
     EXPECT_EQ(options.state.subtitles, R"({"taken":1})");
     EXPECT_FALSE(answer("no-ack", Settings(16, 0)).silent);
+}
+
+TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
+    PlayerState& state = options.state;
+    const auto choose = [&](const std::string& name) {
+        const Answer answer = HandleRequest(state, VideoCommandPacket(kVideoLayout, name));
+        return VideoReply::Parse(AsText(answer.reply.payload)).has_value();
+    };
+    const DevicePacket list = DevicePacket::Request(kCommandLayoutState, 0);
+    const auto names = ParseNameList(AsText(HandleRequest(state, list).reply.payload));
+    ASSERT_EQ(names.size(), state.layouts.size());
+    for (std::size_t i = names.size(); i-- > 0;) {
+        EXPECT_TRUE(choose(names[i])) << names[i];
+        EXPECT_EQ(state.layout, state.layouts[i]);
+    }
+    for (const char* wrong : {"", "Nigh", "Night.lay", "Day"}) EXPECT_FALSE(choose(wrong)) << wrong;
+    state.layoutLocked = true;
+    EXPECT_FALSE(choose(names[1]));
 }
 
 TEST_F(Player, ServesASchemaOfTheUsersAsItIs) {
