@@ -85,6 +85,9 @@ SettingsGrid::SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& p
     BindEvents();
 }
 
+/// The property grid would commit an edit on its way out, to handlers that have gone by then.
+SettingsGrid::~SettingsGrid() { grid_->EditorsValueWasNotModified(); }
+
 wxPropertyGrid& SettingsGrid::Properties() { return *grid_; }
 
 void SettingsGrid::LayOut() {
@@ -265,8 +268,17 @@ bool SettingsGrid::Change(const std::string& key, const std::string& text) {
     grid_->SetPropertyValue(property, value);
     place->searched.clear();
     if (property == grid_->GetSelection()) grid_->EditorsValueWasNotModified();
-    if (!SettingsGridRows::IsHidden(*property)) grid_->Reveal(property);
+    if (!SettingsGridRows::IsHidden(*property)) Present(property);
+    ShowHelp();
     return true;
+}
+
+/// Another row that is being typed into stays chosen.
+void SettingsGrid::Present(wxPGProperty* row) {
+    if (row == grid_->GetSelection() || grid_->IsEditorsValueModified())
+        grid_->Reveal(row);
+    else
+        grid_->Choose(row);
 }
 
 const SettingsRow* SettingsGrid::ChosenRow() const {

@@ -33,6 +33,8 @@ class SettingsGrid : public wxPanel {
     /// `id` is the control number of the property grid inside. Refusals and questions for a
     /// colour go to `prompts`.
     SettingsGrid(wxWindow* parent, int id, bool withTitles, Prompts& prompts, EditHandler onEdit);
+    /// An edit that is still open is dropped.
+    ~SettingsGrid() override;
 
     /// Shows other rows. The chosen row, the folded groups and a text that is being typed stay with
     /// their keys, as far as the new rows have them too; so does the place that is scrolled to.
@@ -54,7 +56,8 @@ class SettingsGrid : public wxPanel {
     [[nodiscard]] bool Commit();
 
     /// Gives a row another value without asking the edit handler, as changed by the user. Scrolls
-    /// to it unless a filter hides it. False when there is no row with that key.
+    /// to it and chooses it, unless a filter hides it or another row is being typed into, which
+    /// stays chosen. False when there is no row with that key.
     bool Change(const std::string& key, const std::string& text);
 
     /// The chosen row as it was filled in; absent for a heading.
@@ -91,6 +94,7 @@ class SettingsGrid : public wxPanel {
     void AppendGroup(wxPGProperty* parent, const SettingsGroup& group);
     [[nodiscard]] wxPGProperty* PropertyNamed(const wxString& key) const;
     [[nodiscard]] bool KeepsEdit(const std::string& filter) const;
+    void Present(wxPGProperty* row);
     [[nodiscard]] View CurrentView() const;
     void Restore(const View& view);
     void ChooseFirst();

@@ -324,6 +324,26 @@ TEST_F(Grid, ShowsWhatTheProgramChanges) {
     EXPECT_GT(Properties().GetScrollPos(wxVERTICAL), 0);
 }
 
+TEST_F(Grid, ExplainsTheRowThatTheProgramHasChangedUnlessAnotherIsBeingTypedInto) {
+    // clang-format off
+    grid->Fill({{"g", 3, {{RowKind::kText, "a", "old", "about a", {}, "", 5, 1},
+                          {RowKind::kText, "b", "old", "about b", {}, "", 5, 2}}}});
+    // clang-format on
+    Properties().SelectProperty("0.0");
+    EXPECT_TRUE(grid->Change(3, 5, 2, "new"));
+    EXPECT_EQ(Chosen() + " " + Help(), "0.1 b\nabout b");
+    Type("0.0", "half");
+    EXPECT_TRUE(grid->Change(3, 5, 2, "newer"));
+    EXPECT_EQ(Edited() + " " + Help(), "half a\nabout a");
+}
+
+TEST_F(Grid, DropsAnEditThatIsOpenWhenItsWindowGoes) {
+    grid->Fill(Many());
+    Type("0.0", "half");
+    grid->Destroy();
+    EXPECT_TRUE(edits.empty());
+}
+
 TEST_F(Grid, IsFilledOnAPageThatHasNotBeenShown) {
     auto* book = new wxNotebook(dialog, wxID_ANY);
     auto* after = new wxTextCtrl(dialog, wxID_ANY);
