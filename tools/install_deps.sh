@@ -7,7 +7,7 @@ set -euo pipefail
 packages=(
     # build
     g++ cmake ninja-build ccache pkg-config
-    libwxgtk3.2-dev libfontconfig-dev libjsoncpp-dev libfmt-dev
+    libwxgtk3.2-dev libglib2.0-dev libfontconfig-dev libjsoncpp-dev libfmt-dev
     # windows on a virtual display: the tour, the tests and the pictures they leave
     xvfb xauth xdotool x11-utils fonts-noto-cjk adwaita-icon-theme librsvg2-common
     # tests and measurements

@@ -5,7 +5,7 @@
 #include "controlprotocol/control_protocol_dialog.h"
 #include "osd/osd_dialog.h"
 #include "settings/custom_settings_dialogs.h"
-#include "videocontrol/video_control_dialog.h"
+#include "videocontrol/video_control_tab.h"
 
 namespace sontaro {
 

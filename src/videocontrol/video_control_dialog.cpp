@@ -1,18 +1,19 @@
 #include "videocontrol/video_control_dialog.h"
 
-#include <wx/button.h>
+#include <fmt/printf.h>
 #include <wx/dcclient.h>
-#include <wx/notebook.h>
+#include <wx/sizer.h>
 #include <wx/statbmp.h>
 
 #include <algorithm>
 
 #include "videocontrol/video_control_buttons.h"
-#include "widgets/common_texts.h"
+#include "widgets/caption_button.h"
 #include "widgets/exchange_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/icons.h"
+#include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -20,9 +21,8 @@ namespace sontaro {
 namespace {
 
 constexpr int kPlayButton = 2109;
-constexpr const char* kWindowName = "videoControl";
+constexpr int kPowerOffButton = 2121;
 
-constexpr LocalText kTab = {"视频控制", "Video Control"};
 constexpr LocalText kFolder = {"切换类别", "Folder"};
 constexpr LocalText kLayout = {"切换布局", "Layout"};
 constexpr LocalText kMode = {"播放模式", "Mode"};
@@ -31,6 +31,9 @@ constexpr LocalText kVideo = {"切换视频", "Video"};
 constexpr LocalText kPower = {"电源与特效", "Power and effects"};
 constexpr LocalText kSwitchTo = {"切换", "Switch"};
 constexpr LocalText kPlayer = {"播放器：", "Player:"};
+
+constexpr LocalText kPowerOffQuestion = {"确定要将播放器 %s 关机吗？",
+                                         "Do you really want to switch off player %s?"};
 
 /// Until the player or the user has said how loud it is.
 constexpr const char* kUnknownVolume = "-";
@@ -55,9 +58,35 @@ constexpr LocalText kSilent = {"播放器已有 %d 秒没有应答", "The player
 constexpr LocalText kRefused = {"播放器拒绝了命令（代码 %d）",
                                 "The player has refused the command (code %d)"};
 
+constexpr const char* kUsualPosition = "00:00:00/00:00:00";
+
 /// Where something stands in a group box: the box itself keeps no distance.
 wxSizerFlags Padded(const wxWindow& window) {
     return wxSizerFlags(1).CentreVertical().Border(wxALL, window.FromDIP(6));
+}
+
+/// As small as what stands in it: by itself it would not shrink again.
+class GroupBox : public wxStaticBox {
+   public:
+    using wxStaticBox::wxStaticBox;
+
+   private:
+    wxSize DoGetBestSize() const override { return {1, 1}; }
+};
+
+wxStaticBoxSizer* MakeGroup(wxWindow* parent, int id, const LocalText& label) {
+    return new wxStaticBoxSizer(new GroupBox(parent, id, ToWx(label)), wxHORIZONTAL);
+}
+
+/// Of a drop-down, whatever names it will offer.
+wxSize NameSize(const wxWindow& window) { return {18 * LetterWidth(window), wxDefaultCoord}; }
+
+/// Of the state, whatever it will be.
+wxSize StateSize(const wxWindow& window) {
+    constexpr int kSeconds = 8888;
+    wxSize size = window.GetTextExtent(wxString::Format(ToWx(kSilent), kSeconds));
+    for (const LocalText& state : kStates) size.IncTo(window.GetTextExtent(ToWx(state)));
+    return size;
 }
 
 void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
@@ -70,25 +99,32 @@ void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
 
 }  // namespace
 
-CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player,
-                             const ExchangeServices& exchange)
-    : wxPanel(parent), run_(*this, exchange, {player.ip, player.tcpPort, 0}) {
+CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Prompts& prompts,
+                             const ExchangeServices& exchange,
+                             std::function<void()> contentsChanged)
+    : wxPanel(parent),
+      playerIp_(player.ip),
+      prompts_(prompts),
+      contentsChanged_(std::move(contentsChanged)),
+      run_(*this, exchange, {player.ip, player.tcpPort, 0}) {
     const int gap = FromDIP(8);
     const auto row = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap);
-    const auto cell = wxSizerFlags(1).Expand().Border(wxRIGHT, gap);
+    const auto left = wxSizerFlags(1).Expand();
+    const auto right = wxSizerFlags(left).Border(wxLEFT, gap);
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(MakePlayerRow(player), row);
     column->Add(MakePositionRow(), row);
     auto* choices = new wxBoxSizer(wxHORIZONTAL);
-    choices->Add(MakeChoiceGroup(kFolder, kFolderChoice, &VideoControlRun::ChooseFolder), cell);
-    choices->Add(MakeChoiceGroup(kLayout, kLayoutChoice, &VideoControlRun::ChooseLayout),
-                 wxSizerFlags(1).Expand());
+    choices->Add(MakeChoiceGroup(kFolder, kFolderChoice, 'S', &VideoControlRun::ChooseFolder),
+                 left);
+    choices->Add(MakeChoiceGroup(kLayout, kLayoutChoice, 'w', &VideoControlRun::ChooseLayout),
+                 right);
     column->Add(choices, row);
     column->Add(MakeButtonGroup(kMode, {2104, 2105, 2106, 2107, 2108}), row);
     column->Add(MakeVideoGroup(), row);
     auto* lower = new wxBoxSizer(wxHORIZONTAL);
-    lower->Add(MakeVolumeGroup(), cell);
-    lower->Add(MakeButtonGroup(kPower, {2120, 2121, 2126}), wxSizerFlags(1).Expand());
+    lower->Add(MakeVolumeGroup(), left);
+    lower->Add(MakeButtonGroup(kPower, {2120, 2121, 2126}), right);
     column->Add(lower, row);
     column->Add(MakeUsbGroup(), row);
     column->AddSpacer(gap);
@@ -108,7 +144,9 @@ wxSizer* CVideoControl::MakePlayerRow(const DeviceRecord& player) {
                                      wxDefaultSize, wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
     remarks->SetMinSize(wxSize(10 * LetterWidth(*this), wxDefaultCoord));
     row->Add(remarks, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
-    state_ = new wxStaticText(this, wxID_ANY, ToWx(kStates[0]));
+    state_ = new wxStaticText(this, wxID_ANY, ToWx(kStates[0]), wxDefaultPosition, wxDefaultSize,
+                              wxALIGN_RIGHT | wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+    state_->SetMinSize(StateSize(*this));
     row->Add(state_, wxSizerFlags().CentreVertical());
     return row;
 }
@@ -123,9 +161,9 @@ wxSizer* CVideoControl::MakePositionRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     progress_ = new wxGauge(this, kProgressBar, 100);
     row->Add(progress_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
-    position_ = new wxStaticText(this, kPositionText, "00:00:00/00:00:00", wxDefaultPosition,
-                                 wxDefaultSize, wxALIGN_RIGHT | wxST_NO_AUTORESIZE);
-    position_->SetMinSize(position_->GetBestSize());
+    position_ = new wxStaticText(this, kPositionText, "", wxDefaultPosition, wxDefaultSize,
+                                 wxALIGN_RIGHT | wxST_NO_AUTORESIZE);
+    MakeRoomForPosition(kUsualPosition);
     position_->SetLabelText("00:00/00:00");
     row->Add(position_, wxSizerFlags().CentreVertical());
     column->Add(row, wxSizerFlags().Expand());
@@ -133,7 +171,7 @@ wxSizer* CVideoControl::MakePositionRow() {
 }
 
 wxSizer* CVideoControl::MakeVolumeGroup() {
-    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(kVolume));
+    wxStaticBoxSizer* group = MakeGroup(this, wxID_ANY, kVolume);
     wxWindow* box = group->GetStaticBox();
     auto* icon = new wxStaticBitmap(box, wxID_ANY, LineIcon("volume", 20));
     group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
@@ -151,47 +189,51 @@ wxSizer* CVideoControl::MakeVolumeGroup() {
 }
 
 wxSizer* CVideoControl::MakeVideoGroup() {
-    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(kVideo));
+    wxStaticBoxSizer* group = MakeGroup(this, wxID_ANY, kVideo);
     wxWindow* box = group->GetStaticBox();
-    group->Add(MakeButtons(box, {2113, 2109, 2110, 2114}), Padded(*this));
-    group->Add(MakeChoice(box, kVideoChoice, &VideoControlRun::ChooseVideo), Padded(*this));
+    group->Add(MakeButtons(box, {2113, 2109, 2110, 2114}), Padded(*this).Proportion(2));
+    group->Add(MakeChoice(box, kVideoChoice, 't', &VideoControlRun::ChooseVideo), Padded(*this));
     return group;
 }
 
 wxSizer* CVideoControl::MakeUsbGroup() {
-    usbBox_ = new wxStaticBox(this, kUsbLabel, ToWx(kUsbVideoLabel));
-    auto* group = new wxStaticBoxSizer(usbBox_, wxHORIZONTAL);
+    wxStaticBoxSizer* group = MakeGroup(this, kUsbLabel, kUsbVideoLabel);
+    usbBox_ = group->GetStaticBox();
     auto* icon = new wxStaticBitmap(usbBox_, wxID_ANY, LineIcon("usb", 20));
     group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
-    usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, NameSize(), 0, nullptr,
-                               wxCB_READONLY);
+    usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, NameSize(*this), 0,
+                               nullptr, wxCB_READONLY);
+    IgnoreWheel(*usbVideo_);
     usbVideo_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) {
         run_.ChooseUsbVideo(FromWx(usbVideo_->GetStringSelection()));
     });
-    group->Add(usbVideo_, wxSizerFlags(1).CentreVertical());
+    group->Add(usbVideo_, Padded(*this).Border(wxTOP | wxBOTTOM | wxRIGHT, FromDIP(6)));
     group->Add(MakeButtons(usbBox_, {2124, 2123}), Padded(*this));
+    usbBox_->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        CutUsbLabel();
+    });
+    groups_.push_back({group, {2124, 2123}, usbVideo_});
     return group;
 }
 
-wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, Chooser chooser) {
-    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(label));
-    group->Add(MakeChoice(group->GetStaticBox(), id, chooser), Padded(*this));
+wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, char key, Chooser chooser) {
+    wxStaticBoxSizer* group = MakeGroup(this, wxID_ANY, label);
+    group->Add(MakeChoice(group->GetStaticBox(), id, key, chooser), Padded(*this));
     return group;
 }
-
-/// Of a drop-down, whatever names it will offer.
-wxSize CVideoControl::NameSize() const { return {18 * LetterWidth(*this), wxDefaultCoord}; }
 
 /// A drop-down that sends what is chosen at once, and what is typed at the press of a button.
-wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, Chooser chooser) {
+wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, char key, Chooser chooser) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    auto* names = new wxComboBox(parent, id, "", wxDefaultPosition, NameSize());
-    auto* button = new wxButton(parent, wxID_ANY, ButtonLabel(kSwitchTo, 'w'));
+    auto* names = new wxComboBox(parent, id, "", wxDefaultPosition, NameSize(*this));
+    auto* button = new wxButton(parent, wxID_ANY, ButtonLabel(kSwitchTo, key));
     row->Add(names, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(6)));
     row->Add(button, wxSizerFlags().CentreVertical());
     const auto send = [this, names, chooser](wxCommandEvent&) {
         (run_.*chooser)(FromWx(names->GetValue()));
     };
+    IgnoreWheel(*names);
     names->Bind(wxEVT_COMBOBOX, [send](wxCommandEvent& event) {
         // Passing a name with an arrow key is not choosing it.
         if (!wxGetKeyState(WXK_UP) && !wxGetKeyState(WXK_DOWN)) send(event);
@@ -202,29 +244,37 @@ wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, Chooser chooser) {
 }
 
 wxSizer* CVideoControl::MakeButtonGroup(const LocalText& label, std::initializer_list<int> ids) {
-    auto* group = new wxStaticBoxSizer(wxHORIZONTAL, this, ToWx(label));
+    wxStaticBoxSizer* group = MakeGroup(this, wxID_ANY, label);
     group->Add(MakeButtons(group->GetStaticBox(), ids), Padded(*this));
+    groups_.push_back({group, ids, nullptr});
     return group;
 }
 
 wxSizer* CVideoControl::MakeButtons(wxWindow* parent, std::initializer_list<int> ids) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    for (int id : ids) {
-        if (!row->IsEmpty()) row->AddSpacer(FromDIP(6));
-        row->Add(MakeButton(parent, id), wxSizerFlags(1));
-    }
+    const auto flags = wxSizerFlags(1).Border(wxLEFT | wxRIGHT, FromDIP(3));
+    for (int id : ids) row->Add(MakeButton(parent, id), flags);  // those that go take their gap
     return row;
 }
 
-wxButton* CVideoControl::MakeButton(wxWindow* parent, int id) {
+CaptionButton* CVideoControl::MakeButton(wxWindow* parent, int id) {
     const VideoButton* entry = &VideoButtonOfControl(id);
-    auto* button = new wxButton(parent, id, wxString::FromUTF8(entry->caption));
     const auto* icon = std::ranges::find(kButtonIcons, id, &ButtonIcon::id);
-    if (icon != std::end(kButtonIcons)) button->SetBitmap(LineIcon(icon->name, 18));
+    const bool hasIcon = icon != std::end(kButtonIcons);
+    auto* button = new CaptionButton(parent, id, entry->caption,
+                                     hasIcon ? LineIcon(icon->name, 18) : wxBitmapBundle());
     buttons_[id] = button;
     captions_[id] = entry->caption;
-    button->Bind(wxEVT_BUTTON, [this, id](wxCommandEvent&) { run_.Press(captions_[id]); });
+    button->Bind(wxEVT_BUTTON, [this, id](wxCommandEvent&) {
+        const std::string caption = captions_[id];  // others may come during the question
+        if (id != kPowerOffButton || MaySwitchOff()) run_.Press(caption);
+    });
     return button;
+}
+
+/// A player that is off cannot be seen in the venue any more, and some are hard to get at.
+bool CVideoControl::MaySwitchOff() {
+    return prompts_.Confirm(fmt::sprintf(Localized(kPowerOffQuestion), playerIp_));
 }
 
 void CVideoControl::Start() {
@@ -235,27 +285,53 @@ void CVideoControl::Start() {
 void CVideoControl::ShowButton(int type, const std::string& caption) {
     const int id = ControlOfVideoButton(type);
     captions_[id] = caption;
-    buttons_[id]->SetLabelText(ToWx(caption));
+    buttons_[id]->SetCaption(caption);
     shownButtons_.insert(id);
 }
 
-/// Only now: hiding a button that stays would take the keyboard focus from it.
 void CVideoControl::ButtonsChanged() {
+    buttonsAreKnown_ = true;
+    ShowGroups();
+}
+
+/// A group without buttons goes, unless its drop-down has something to choose. Nothing that stays
+/// is hidden on the way: that would take the keyboard focus from it.
+void CVideoControl::ShowGroups() {
+    for (const Group& group : groups_) {
+        const bool hasButtons = std::ranges::any_of(
+            group.buttons, [this](int id) { return shownButtons_.contains(id); });
+        const bool shows = hasButtons || (group.names != nullptr && !group.names->IsListEmpty());
+        if (group.sizer->GetStaticBox()->IsShown() != shows)
+            GetSizer()->Show(group.sizer, shows, true);
+    }
     for (const auto& [id, button] : buttons_) button->Show(shownButtons_.contains(id));
+    FitContents();
+}
+
+void CVideoControl::FitContents() {
+    InvalidateBestSize();
+    contentsChanged_();
     Layout();
-    wxWindow* dialog = wxGetTopLevelParent(this);
-    wxSize size = dialog->GetSizer()->ComputeFittingWindowSize(dialog);
-    size.IncTo(dialog->GetSize());
-    size.DecTo(wxGetClientDisplayRect().GetSize());
-    dialog->SetSize(size);  // captions may be longer than those of the resource
 }
 
 void CVideoControl::ShowPosition(int percent, const std::string& text) {
     progress_->SetValue(percent);
+    MakeRoomForPosition(ToWx(text));
     position_->SetLabelText(ToWx(text));
 }
 
-void CVideoControl::ShowTitle(const std::string& text) { title_->SetLabelText(ToWx(text)); }
+/// A recording may go on for days.
+void CVideoControl::MakeRoomForPosition(const wxString& text) {
+    wxSize room = position_->GetTextExtent(kUsualPosition);
+    room.IncTo(position_->GetTextExtent(text));
+    if (room == position_->GetMinSize()) return;
+    position_->SetMinSize(room);
+    if (GetSizer()) FitContents();
+}
+
+void CVideoControl::ShowTitle(const std::string& text) {
+    title_->SetLabelText(OneLine(ToWx(text)));
+}
 
 void CVideoControl::ShowVolume(int volume) {
     volume_->SetValue(volume);
@@ -263,16 +339,24 @@ void CVideoControl::ShowVolume(int volume) {
 }
 
 void CVideoControl::ShowUsbLabel(const std::string& text) {
+    usbLabel_ = OneLine(ToWx(text));
+    CutUsbLabel();
+}
+
+void CVideoControl::CutUsbLabel() {
+    if (usbLabel_.empty()) return;
     const wxClientDC measure(usbBox_);
     const int width = usbBox_->GetSize().x - FromDIP(32);
-    usbBox_->SetLabelText(wxControl::Ellipsize(ToWx(text), measure, wxELLIPSIZE_MIDDLE, width,
-                                               wxELLIPSIZE_FLAGS_NONE));
+    const wxString label =
+        wxControl::Ellipsize(usbLabel_, measure, wxELLIPSIZE_MIDDLE, width, wxELLIPSIZE_FLAGS_NONE);
+    if (label != usbBox_->GetLabelText()) usbBox_->SetLabelText(label);
 }
 
 void CVideoControl::ShowUsbVideos(const std::vector<std::string>& names) {
     wxArrayString items;
     for (const std::string& name : names) items.Add(ToWx(name));
     usbVideo_->Set(items);
+    if (buttonsAreKnown_) ShowGroups();
 }
 
 void CVideoControl::OfferFolders(const std::vector<std::string>& names) {
@@ -288,7 +372,6 @@ void CVideoControl::OfferVideos(const std::vector<std::string>& names) {
 void CVideoControl::StateChanged() {
     state_->SetLabelText(StateText());
     connectionChanged_(run_.IsConnected());
-    Layout();
 }
 
 /// What needs the user most.
@@ -301,27 +384,6 @@ wxString CVideoControl::StateText() const {
     if (const int seconds = run_.SecondsOfSilence())
         return wxString::Format(ToWx(kSilent), seconds);
     return ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);
-}
-
-CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
-                                   const DeviceRecord& player)
-    : FeatureDialog(parent, Window::kVideoControl, services) {
-    const int gap = FromDIP(10);
-    auto* tabs = new wxNotebook(this, wxID_ANY);
-    control_ = new CVideoControl(tabs, player, Exchange());
-    tabs->AddPage(control_, ToWx(kTab));
-    auto* column = new wxBoxSizer(wxVERTICAL);
-    column->Add(tabs, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
-    column->Add(MakeButtonRow(false, kExitText), wxSizerFlags().Expand().Border(wxALL, gap));
-    SetSizerAndFit(column);
-    CentreOnParent();
-    RestorePlace(kWindowName);
-    CallAfter([this] { control_->Start(); });
-}
-
-CVideoControlTab::~CVideoControlTab() {
-    control_->Stop();
-    CloseLinks();  // the player would go on reporting its position
 }
 
 }  // namespace sontaro

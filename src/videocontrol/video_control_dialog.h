@@ -1,4 +1,4 @@
-// The remote control of one player.
+// The controls of the remote control.
 #pragma once
 
 #include <wx/combobox.h>
@@ -9,36 +9,30 @@
 #include <wx/stattext.h>
 
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "base/prompts.h"
 #include "devices/device_record.h"
+#include "videocontrol/video_control_ids.h"
 #include "videocontrol/video_control_run.h"
-#include "widgets/feature_dialog.h"
 
-class wxButton;
+class wxStaticBoxSizer;
 
 namespace sontaro {
 
-/// Control numbers of the remote control; its buttons have theirs
-/// in video_control_buttons.h.
-inline constexpr int kVolumeSlider = 2111;
-inline constexpr int kProgressBar = 2115;
-inline constexpr int kPositionText = 2116;
-inline constexpr int kTitleText = 2118;
-inline constexpr int kUsbLabel = 2122;
-inline constexpr int kUsbVideo = 2125;
-inline constexpr int kFolderChoice = 2131;
-inline constexpr int kLayoutChoice = 2132;
-inline constexpr int kVideoChoice = 2133;
+class CaptionButton;
 
-/// The controls of the remote control, over a `VideoControlRun`.
+/// Plays one player from afar, over a `VideoControlRun`.
 class CVideoControl : public wxPanel, private VideoControlView {
    public:
-    /// `player` is shown above the controls.
-    CVideoControl(wxWindow* parent, const DeviceRecord& player, const ExchangeServices& exchange);
+    /// `player` is shown above the controls. `contentsChanged` is called when the controls need
+    /// more or less room than before.
+    CVideoControl(wxWindow* parent, const DeviceRecord& player, Prompts& prompts,
+                  const ExchangeServices& exchange, std::function<void()> contentsChanged);
 
     /// Starts to ask the player for its state.
     void Start();
@@ -55,7 +49,18 @@ class CVideoControl : public wxPanel, private VideoControlView {
     }
 
    private:
-    [[nodiscard]] wxSize NameSize() const;
+    /// Buttons in a box.
+    struct Group {
+        wxStaticBoxSizer* sizer;
+        std::vector<int> buttons;
+        const wxComboBox* names;  ///< that it also offers; may be absent
+    };
+
+    void ShowGroups();
+    void FitContents();
+    void MakeRoomForPosition(const wxString& text);
+    void CutUsbLabel();
+    [[nodiscard]] bool MaySwitchOff();
 
     using Chooser = void (VideoControlRun::*)(const std::string&);
 
@@ -79,15 +84,21 @@ class CVideoControl : public wxPanel, private VideoControlView {
     [[nodiscard]] wxSizer* MakeVolumeGroup();
     [[nodiscard]] wxSizer* MakeVideoGroup();
     [[nodiscard]] wxSizer* MakeUsbGroup();
-    [[nodiscard]] wxSizer* MakeChoiceGroup(const LocalText& label, int id, Chooser chooser);
-    [[nodiscard]] wxSizer* MakeChoice(wxWindow* parent, int id, Chooser chooser);
+    [[nodiscard]] wxSizer* MakeChoiceGroup(const LocalText& label, int id, char key,
+                                           Chooser chooser);
+    [[nodiscard]] wxSizer* MakeChoice(wxWindow* parent, int id, char key, Chooser chooser);
     [[nodiscard]] wxSizer* MakeButtonGroup(const LocalText& label, std::initializer_list<int> ids);
     [[nodiscard]] wxSizer* MakeButtons(wxWindow* parent, std::initializer_list<int> ids);
-    [[nodiscard]] wxButton* MakeButton(wxWindow* parent, int id);
+    [[nodiscard]] CaptionButton* MakeButton(wxWindow* parent, int id);
 
+    const std::string playerIp_;
+    Prompts& prompts_;
+    std::function<void()> contentsChanged_;
     VideoControlRun run_;
     std::function<void(bool)> connectionChanged_ = [](bool) {};
-    std::map<int, wxButton*> buttons_;
+    std::map<int, CaptionButton*> buttons_;
+    std::vector<Group> groups_;
+    bool buttonsAreKnown_ = false;
     std::set<int> shownButtons_;
     std::map<int, std::string> captions_;  // as they are sent; a label would lose an ampersand
     wxStaticText* state_ = nullptr;
@@ -97,21 +108,9 @@ class CVideoControl : public wxPanel, private VideoControlView {
     wxSlider* volume_ = nullptr;
     wxStaticText* volumeText_ = nullptr;
     wxStaticBox* usbBox_ = nullptr;
+    wxString usbLabel_;  // as long as it is
     wxComboBox* usbVideo_ = nullptr;
     std::map<int, wxComboBox*> choices_;
-};
-
-/// The dialog that hosts the remote control on a tab.
-class CVideoControlTab : public FeatureDialog {
-   public:
-    CVideoControlTab(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
-    ~CVideoControlTab() override;
-
-   private:
-    void HandleMessage(WindowMessage& message) override { control_->HandleMessage(message); }
-    void ReadAgain() override { control_->ReadAgain(); }
-
-    CVideoControl* control_ = nullptr;
 };
 
 }  // namespace sontaro

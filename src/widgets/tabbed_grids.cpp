@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "widgets/fonts.h"
+#include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -31,7 +32,7 @@ TabbedGrids::TabbedGrids(wxWindow* parent, const TabbedGridsIds& ids,
     head_ = new wxBoxSizer(wxHORIZONTAL);
     AddFilter(ids.filter);
     column->Add(head_, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(10)));
-    tabs_ = new wxNotebook(this, ids.tabs);
+    tabs_ = new TabBook(this, ids.tabs);
     for (std::size_t i = 0; i < tabs.size(); ++i)
         AddGrid(ids.firstGrid + static_cast<int>(i), tabs[i], prompts, onEdit);
     column->Add(tabs_, wxSizerFlags(1).Expand());

@@ -89,8 +89,10 @@ TEST_F(Player, SpoilsSettingsAsItsFaultsHaveIt) {
 TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
     PlayerState& state = options.state;
     const auto choose = [&](const std::string& name) {
-        const Answer answer = HandleRequest(state, VideoCommandPacket(kVideoLayout, name));
-        return VideoReply::Parse(AsText(answer.reply.payload)).has_value();
+        const std::string json = R"({"cmdId":6,"layoutName":")" + name + "\"}";
+        const auto request = DevicePacket::Request(kCommandVideo, kVideoLayout, json);
+        const Answer answer = HandleRequest(state, request);
+        return VideoReply::Parse(AsText(answer.reply.payload))->Code() == 0;
     };
     const DevicePacket list = DevicePacket::Request(kCommandLayoutState, 0);
     const auto names = ParseNameList(AsText(HandleRequest(state, list).reply.payload));

@@ -326,20 +326,20 @@ TEST_F(Grid, ShowsWhatTheProgramChanges) {
 
 TEST_F(Grid, ExplainsTheRowThatTheProgramHasChangedUnlessAnotherIsBeingTypedInto) {
     // clang-format off
-    grid->Fill({{"g", 3, {{RowKind::kText, "a", "old", "about a", {}, "", 5, 1},
-                          {RowKind::kText, "b", "old", "about b", {}, "", 5, 2}}}});
+    grid->Fill({{"g", "g", {{"a", RowKind::kText, "a", "old", "about a"},
+                            {"b", RowKind::kText, "b", "old", "about b"}}}});
     // clang-format on
-    Properties().SelectProperty("0.0");
-    EXPECT_TRUE(grid->Change(3, 5, 2, "new"));
-    EXPECT_EQ(Chosen() + " " + Help(), "0.1 b\nabout b");
-    Type("0.0", "half");
-    EXPECT_TRUE(grid->Change(3, 5, 2, "newer"));
+    Properties().SelectProperty("a");
+    EXPECT_TRUE(grid->Change("b", "new"));
+    EXPECT_EQ(Chosen() + " " + Help(), "b b\nabout b");
+    Type("a", "half");
+    EXPECT_TRUE(grid->Change("b", "newer"));
     EXPECT_EQ(Edited() + " " + Help(), "half a\nabout a");
 }
 
 TEST_F(Grid, DropsAnEditThatIsOpenWhenItsWindowGoes) {
     grid->Fill(Many());
-    Type("0.0", "half");
+    Type("1/1/0", "half");
     grid->Destroy();
     EXPECT_TRUE(edits.empty());
 }

@@ -1,0 +1,11 @@
+#include "widgets/toolkit_quirks.h"
+
+namespace sontaro {
+
+void IgnoreWheel(wxComboBox& names) {
+    names.Bind(wxEVT_MOUSEWHEEL, [](wxMouseEvent&) {});
+}
+
+TabBook::~TabBook() = default;
+
+}  // namespace sontaro
