@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "base/hex_command.h"
+#include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -70,6 +71,11 @@ void SettingsGridRows::Choose(wxPGProperty* row) {
 void SettingsGridRows::Reveal(wxPGProperty* row) {
     DeletePendingObjects();
     EnsureVisible(row);
+}
+
+/// A cell that was left still has its editor, hidden until there is time to delete it.
+void SettingsGridRows::ScrollWindow(int dx, int dy, const wxRect* area) {
+    ScrollWithHidden(*this, [&] { wxPropertyGrid::ScrollWindow(dx, dy, area); });
 }
 
 wxPGProperty* SettingsGridRows::RowAt(int key) {

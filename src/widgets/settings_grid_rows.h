@@ -58,6 +58,12 @@ class SettingsGridRows : public wxPropertyGrid {
     /// The heading that it is folded under takes its place; in that of a hidden one there is none.
     void ChooseShown();
 
+    /// Painted in its time, with the rest of the window: the toolkit would paint all of that now,
+    /// fields among it that it has not laid out yet.
+    void Update() override {}
+
+    void ScrollWindow(int dx, int dy, const wxRect* area) override;
+
    private:
     struct Filter;
 

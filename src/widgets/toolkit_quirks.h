@@ -4,6 +4,9 @@
 #include <wx/combobox.h>
 #include <wx/notebook.h>
 
+#include <functional>
+#include <string>
+
 namespace sontaro {
 
 /// Makes the mouse wheel choose nothing in a drop-down: where a choice is sent at once, a turn of
@@ -16,5 +19,13 @@ class TabBook : public wxNotebook {
     using wxNotebook::wxNotebook;
     ~TabBook() override;
 };
+
+/// Calls `scroll`, which moves the children of `window`, without a complaint of the toolkit about
+/// those that are hidden.
+void ScrollWithHidden(wxWindow& window, const std::function<void()>& scroll);
+
+/// Calls `hear` with whatever the toolkit complains of from now on, on the thread where it does,
+/// and prints it as ever. Called once in a process. The toolkit of Windows has no complaints.
+void HearComplaints(std::function<void(const std::string&)> hear);
 
 }  // namespace sontaro

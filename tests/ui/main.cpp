@@ -4,6 +4,8 @@
 #include <wx/image.h>
 #include <wx/log.h>
 
+#include "widgets/toolkit_quirks.h"
+
 namespace {
 
 class TestApp : public wxApp {
@@ -12,6 +14,8 @@ class TestApp : public wxApp {
         delete wxLog::SetActiveTarget(new wxLogStderr);
         SetExitOnFrameDelete(false);
         wxImage::AddHandler(new wxPNGHandler);
+        sontaro::HearComplaints(
+            [](const std::string& text) { ADD_FAILURE() << "complaint of the toolkit: " << text; });
         CallAfter([this] {
             result_ = RUN_ALL_TESTS();
             ExitMainLoop();

@@ -337,6 +337,17 @@ TEST_F(Grid, ExplainsTheRowThatTheProgramHasChangedUnlessAnotherIsBeingTypedInto
     EXPECT_EQ(Edited() + " " + Help(), "half a\nabout a");
 }
 
+TEST_F(Grid, ScrollsToARowThatIsChosenDirectlyWhileAnotherIsEdited) {
+    grid->Fill(Many());
+    for (const char* name : {"0.0", "1.1.25", "0.1.3"}) {
+        Type(name, "half");
+        EXPECT_EQ(Chosen(), name);
+    }
+    Properties().SelectProperty("1.1.29");
+    Properties().SelectProperty("0.0");
+    PumpUntil([] { return false; }, 100);
+}
+
 TEST_F(Grid, DropsAnEditThatIsOpenWhenItsWindowGoes) {
     grid->Fill(Many());
     Type("1/1/0", "half");
