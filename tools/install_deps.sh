@@ -11,7 +11,7 @@ packages=(
     # windows on a virtual display: the tour, the tests and the pictures they leave
     xvfb xauth xdotool x11-utils fonts-noto-cjk adwaita-icon-theme librsvg2-common
     # tests and measurements
-    libgtest-dev libgmock-dev libx11-dev
+    libgtest-dev libgmock-dev libx11-dev dbus-daemon at-spi2-core
     # checks
     clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
 )

@@ -11,6 +11,7 @@
 #include <cstdlib>
 
 #include "widgets/front_dialog.h"
+#include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -60,6 +61,7 @@ Tour::Tour(std::filesystem::path folder) : folder_(std::move(folder)) {
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Proceed(); });
+    HearComplaints([](const std::string& text) { Fail("the toolkit complains: " + text); });
 }
 
 void Tour::Start() { timer_.Start(kPaceMilliseconds); }

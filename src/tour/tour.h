@@ -14,8 +14,8 @@ namespace sontaro {
 
 /// Performs steps one after the other in the program's own event loop, modal dialogs included:
 /// acts, waits for the effect, takes a picture of the window in front and prints one line. A step
-/// whose effect does not come ends the process with exit code 1. The last step has no effect to
-/// wait for: it ends the program.
+/// whose effect does not come, and a complaint of the toolkit, end the process with exit code 1.
+/// The last step has no effect to wait for: it ends the program. There is one tour in a process.
 class Tour {
    public:
     using Clock = std::chrono::steady_clock;

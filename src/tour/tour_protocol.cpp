@@ -95,8 +95,8 @@ void TourProtocol::Write() {
 void TourProtocol::Read() {
     Step(Pressing(wxID_OK), MayUpload, "the control protocol of the player has been read");
     for (std::size_t tab = 0; tab < kControlProtocolGrids; ++tab)
-        Step([tab] { ShowTab(tab); }, [] { return true; }, fmt::format("looked at tab {}", tab + 1),
-             fmt::format("protocol-{}", tab + 1));
+        Step([tab] { ShowTab(tab); }, [tab] { return GridOn(tab)->IsShownOnScreen(); },
+             fmt::format("looked at tab {}", tab + 1), fmt::format("protocol-{}", tab + 1));
 }
 
 void TourProtocol::Edit(const ProtocolEdit& edit) {
@@ -136,7 +136,7 @@ void TourProtocol::Learn() {
 }
 
 void TourProtocol::KeepInFile() {
-    Step(Pressing(kSaveProtocol), MessageInFront, "saved the document to a file");
+    Step(Pressing(kSaveProtocol), NoticeInFront, "saved the document to a file");
     Step(Pressing(wxID_OK), InFront(Window::kControlProtocol), "dismissed the message");
     const auto spoil = [] {
         ShowTab(0);
@@ -155,22 +155,26 @@ bool TourProtocol::PlayerHolds(const ProtocolEdit& edit) {
 }
 
 void TourProtocol::Upload() {
-    Step(Pressing(wxID_OK), MessageInFront, "pressed OK: asks whether to restart the player",
-         "protocol-restart-question");
-    Step(Pressing(wxID_NO), MessageInFront, "answered No: the player has confirmed");
     const auto held = [this] {
-        return std::ranges::all_of(kEdits,
-                                   [this](const auto& edit) { return PlayerHolds(edit); }) &&
-               PlayerHolds(kLearned) && MayUpload();
+        const auto holds = [this](const auto& edit) { return PlayerHolds(edit); };
+        return std::ranges::all_of(kEdits, holds) && PlayerHolds(kLearned);
     };
-    Step(Pressing(wxID_OK), held, fmt::format("player {} holds every change", Address()),
-         "protocol-uploaded");
+    Step(
+        Pressing(wxID_OK), [=] { return QuestionInFront() && !held(); },
+        "pressed OK: asks whether to restart the player", "protocol-restart-question");
+    Step(
+        Pressing(wxID_NO), [=] { return NoticeInFront() && held(); },
+        fmt::format("answered No: player {} holds every change and has confirmed", Address()));
+    Step(Pressing(wxID_OK), MayUpload, "dismissed the message", "protocol-uploaded");
 }
 
 void TourProtocol::Restart() {
-    Step(Pressing(wxID_OK), MessageInFront, "pressed OK again");
-    Step(Pressing(wxID_YES), MessageInFront, "answered Yes: the player has confirmed");
-    const auto away = [] { return !MayUpload() && !Text(kProtocolLine).empty(); };
+    Step(Pressing(wxID_OK), QuestionInFront, "pressed OK again");
+    Step(Pressing(wxID_YES), NoticeInFront, "answered Yes: the player has confirmed");
+    const auto away = [this] {
+        return Players().Player(0).ConnectionCount() == 0 && !MayUpload() &&
+               !Text(kProtocolLine).empty();
+    };
     Step(Pressing(wxID_OK), away, "the player restarts: nothing more can be sent",
          "protocol-restarting");
 }

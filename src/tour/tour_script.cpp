@@ -12,9 +12,9 @@
 
 #include "app/features.h"
 #include "app/main_window.h"
-#include "base/json.h"
 #include "base/window_titles.h"
 #include "devices/remarks_dialog.h"
+#include "simulator/playback.h"
 #include "tour/tour_protocol.h"
 #include "tour/tour_settings.h"
 #include "videocontrol/video_control_buttons.h"
@@ -25,6 +25,58 @@
 namespace sontaro {
 
 namespace {
+
+using simulator::Action;
+using simulator::PlayerState;
+
+constexpr int kPowerOff = 2121;
+
+/// A button of the remote control, and what becomes of the player.
+struct PlaybackStep {
+    int id;
+    const char* meaning;
+    bool (*done)(const PlayerState& before, const PlayerState& now);
+};
+
+template <Action mode>
+bool IsIn(const PlayerState&, const PlayerState& now) {
+    return now.playMode == mode;
+}
+template <bool playing>
+bool Plays(const PlayerState&, const PlayerState& now) {
+    return now.playing == playing;
+}
+template <bool on>
+bool HasPower(const PlayerState&, const PlayerState& now) {
+    return now.poweredOn == on;
+}
+template <bool usb>
+bool HasMoved(const PlayerState& before, const PlayerState& now) {
+    return now.playingUsb == usb && now.video != before.video;
+}
+bool HasSwitchedEffect(const PlayerState& before, const PlayerState& now) {
+    return now.screenEffect != before.screenEffect;
+}
+
+constexpr PlaybackStep kPlayback[] = {
+    {2110, "has paused", Plays<false>},
+    {2109, "is playing", Plays<true>},
+    {2105, "repeats one video", IsIn<Action::kSingleLoop>},
+    {2106, "plays one video", IsIn<Action::kSinglePlay>},
+    {2107, "plays a folder at random", IsIn<Action::kFolderRandom>},
+    {2108, "plays everything at random", IsIn<Action::kAllRandom>},
+    {2104, "repeats a folder", IsIn<Action::kFolderLoop>},
+    {2114, "plays the next video", HasMoved<false>},
+    {2113, "plays the video before", HasMoved<false>},
+    {2126, "has switched its effect", HasSwitchedEffect},
+    {kPowerOff, "is off", HasPower<false>},
+    {2120, "is on", HasPower<true>},
+};
+
+constexpr PlaybackStep kUsbPlayback[] = {
+    {2123, "plays the next video of its USB disk", HasMoved<true>},
+    {2124, "plays the one before", HasMoved<true>},
+};
 
 /// The main window, the scan dialog and the remote control.
 class TourScript : public TourSteps {
@@ -42,24 +94,13 @@ class TourScript : public TourSteps {
     }
 
    private:
-    /// Whether the first player has received a remote control command with this text.
-    bool Received(int commandId, const char* key, const std::string& text) {
-        return std::ranges::any_of(
-            Players().Player(0).ReceivedPackets(), [&](const DevicePacket& packet) {
-                if (packet.header.command != kCommandVideo || packet.header.subCommand != commandId)
-                    return false;
-                const auto document = ParseJson(AsText(packet.payload));
-                return document && document->isObject() && (*document)[key] == text;
-            });
-    }
-
     void VisitMainWindow() {
         Step({}, InFront(Window::kMain), "opened the main window", "main");
         Step(
             Pressing(kAboutButton), [] { return !InFront(Window::kMain)(); },
             "pressed About: name, version, licence and libraries are shown", "about");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "closed About");
-        Step(Pressing(FeatureButton(Window::kSetParam)), MessageInFront,
+        Step(Pressing(FeatureButton(Window::kSetParam)), NoticeInFront,
              "pressed Video Set: it says that it is not built yet", "not-built");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "dismissed the message");
     }
@@ -69,7 +110,7 @@ class TourScript : public TourSteps {
         const auto all = [count] { return List() != nullptr && List()->GetItemCount() == count; };
         Step(Pressing(FeatureButton(Window::kVideoControl)), InFront(Window::kScan),
              "pressed Video Control: the scan dialog is open", "scan-empty");
-        Step(Pressing(wxID_OK), MessageInFront, "pressed OK without a player: it asks for one",
+        Step(Pressing(wxID_OK), NoticeInFront, "pressed OK without a player: it asks for one",
              "choose-first");
         Step(Pressing(wxID_OK), InFront(Window::kScan), "dismissed the message");
         Step(Pressing(kScanButton), all, fmt::format("found {} players", count), "scan-running");
@@ -93,7 +134,8 @@ class TourScript : public TourSteps {
             edit, [] { return Find<wxTextCtrl>(kRemarksText) != nullptr; },
             "double-clicked a player: its remarks can be edited", "remarks");
         Step([remarks] { Find<wxTextCtrl>(kRemarksText)->SetValue(ToWx(remarks)); },
-             [] { return true; }, "typed remarks: " + remarks);
+             [remarks] { return Find<wxTextCtrl>(kRemarksText)->GetValue() == ToWx(remarks); },
+             "typed remarks: " + remarks);
         const auto shown = [remarks] {
             return List() != nullptr &&
                    FromWx(List()->GetItemText(0, static_cast<int>(DeviceColumn::kRemarks))) ==
@@ -114,36 +156,24 @@ class TourScript : public TourSteps {
         Step({}, ready, "the player has sent its buttons and where it plays");
     }
 
-    void PressVideoButton(int id, const Check& effect, const std::string& meaning) {
-        const std::string caption = VideoButtonOfControl(id).caption;
-        Step(
-            [this, id] {
-                Players().Player(0).ForgetPackets();
-                Tour::Press(id);
-            },
-            [this, caption, effect] {
-                return Received(kVideoPlayMode, "playMode", caption) && effect();
-            },
-            "pressed " + caption + ": player " + Address() + " " + meaning);
+    /// Presses a button, and looks at what has become of the player.
+    void PressVideoButton(const PlaybackStep& step) {
+        const std::string line = std::string("pressed ") + VideoButtonOfControl(step.id).caption + ": player " +
+                                 Address() + " " + step.meaning;
+        const auto before = std::make_shared<PlayerState>();
+        const auto press = [this, before, id = step.id] {
+            *before = State();
+            Tour::Press(id);
+        };
+        const auto done = [this, before, done = step.done] { return done(*before, State()); };
+        if (step.id != kPowerOff) return Step(press, done, line);
+        Step(press, QuestionInFront, "pressed it to switch the player off: it asks", "power-off");
+        Step(Pressing(wxID_YES), done, line);
     }
 
     void VisitPlayback() {
-        PressVideoButton(
-            2110, [this] { return !State().playing; }, "has paused");
-        PressVideoButton(
-            2109, [this] { return State().playing; }, "is playing");
+        for (const PlaybackStep& step : kPlayback) PressVideoButton(step);
         PositionMoves();
-        for (const VideoButtonControl& button : kVideoButtonControls) {
-            if (button.id == 2109 || button.id == 2110 || button.id == 2121) continue;
-            PressVideoButton(
-                button.id, [] { return true; }, "has taken the command");
-        }
-        PressVideoButton(
-            2121, [this] { return !State().poweredOn; }, "is off");
-        PressVideoButton(
-            2120, [this] { return State().poweredOn; }, "is on");
-        PressVideoButton(
-            2109, [this] { return State().playing; }, "is playing");
     }
 
     void PositionMoves() {
@@ -153,21 +183,29 @@ class TourScript : public TourSteps {
              "the position moves", "video-control");
     }
 
-    /// Chooses the first name that a drop-down offers.
-    void ChooseFirst(int id, int commandId, const char* key, const std::string& what) {
-        const auto chosen = std::make_shared<std::string>();
-        const auto offered = [id] { return !Find<wxComboBox>(id)->IsListEmpty(); };
-        Step({}, offered, "the player offers a " + what);
-        const auto choose = [id, chosen] {
+    using Chosen = bool (*)(const PlayerState& state, const std::string& name);
+
+    /// Chooses the first name of a drop-down that makes a difference, which `chosen` says.
+    void Choose(int id, const std::string& what, Chosen chosen, const std::string& picture = "") {
+        const auto name = std::make_shared<std::string>();
+        const auto offered = [this, id, name, chosen] {
+            for (const wxString& offer : Find<wxComboBox>(id)->GetStrings())
+                if (*name = FromWx(offer); !chosen(State(), *name)) return true;
+            return false;
+        };
+        Step({}, offered, "the player offers a " + what + " that is not shown");
+        const auto choose = [id, name] {
             auto* names = Find<wxComboBox>(id);
-            names->SetSelection(0);
-            *chosen = FromWx(names->GetStringSelection());
+            names->SetStringSelection(ToWx(*name));
             wxCommandEvent choice(wxEVT_COMBOBOX, id);
             choice.SetEventObject(names);
             names->GetEventHandler()->AddPendingEvent(choice);
         };
-        Add({choose, [=, this] { return Received(commandId, key, *chosen); },
-             [=] { return "chose " + what + " " + *chosen; }, ""});
+        Add({choose, [=, this] { return chosen(State(), *name); },
+             [=, this] {
+                 return "chose " + what + " " + *name + ": player " + Address() + " shows it";
+             },
+             picture});
     }
 
     void VisitChoices() {
@@ -183,10 +221,22 @@ class TourScript : public TourSteps {
         Step(
             move, [this] { return State().volume == kVolume; },
             fmt::format("moved the volume: player {} has {}", Address(), kVolume));
-        ChooseFirst(kLayoutChoice, kVideoLayout, "layoutName", "layout");
-        ChooseFirst(kFolderChoice, kVideoFolder, "type", "folder");
-        ChooseFirst(kVideoChoice, kVideoPlayName, "playName", "video");
-        ChooseFirst(kUsbVideo, kVideoUsbName, "usbVideoName", "USB video");
+        Choose(kLayoutChoice, "layout", [](const PlayerState& state, const std::string& name) {
+            return state.layout == name + ".lay";
+        });
+        const Chosen fromUsb = [](const PlayerState& state, const std::string& name) {
+            return state.playingUsb && CurrentVideo(state)->name == name;
+        };
+        Choose(kUsbVideo, "USB video", fromUsb);
+        for (const PlaybackStep& step : kUsbPlayback) PressVideoButton(step);
+        Choose(kFolderChoice, "folder", [](const PlayerState& state, const std::string& name) {
+            return !state.playingUsb && CurrentFolder(state)->name == name;
+        });
+        Choose(kUsbVideo, "USB video", fromUsb);
+        Choose(kVideoChoice, "video", [](const PlayerState& state, const std::string& name) {
+            return !state.playingUsb && CurrentVideo(state)->name == name;
+        });
+        Choose(kUsbVideo, "USB video", fromUsb);
         const auto labelled = [] {
             return Find<wxStaticBox>(kUsbLabel)->GetLabelText().length() > 10;
         };
@@ -200,7 +250,7 @@ class TourExit : public TourSteps {
     using TourSteps::TourSteps;
 
     void Write() {
-        Step(Pressing(wxID_CANCEL), MessageInFront, "pressed Exit: it asks whether to leave",
+        Step(Pressing(wxID_CANCEL), QuestionInFront, "pressed Exit: it asks whether to leave",
              "exit");
         Step(Pressing(wxID_YES), {}, "left Sontaro");
     }

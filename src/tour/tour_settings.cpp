@@ -79,7 +79,7 @@ void TourSettings::Change(const SettingsStation& station) {
     const bool announced = station.window != Window::kOsd;
     const auto held = [this, &station, announced] {
         return RowIn(station, State().*station.document).value == station.value &&
-               MessageInFront() == announced;
+               NoticeInFront() == announced;
     };
     const SettingsRow row = RowIn(station, State().*station.document);
     Step(type, held,

@@ -1,6 +1,7 @@
 #include "tour/tour_steps.h"
 
 #include <fmt/core.h>
+#include <wx/button.h>
 #include <wx/msgdlg.h>
 
 #include "app/features.h"
@@ -11,8 +12,12 @@ namespace sontaro {
 
 wxWindow* TourSteps::FrontWindow() { return FrontDialog(); }
 
-bool TourSteps::MessageInFront() {
-    return dynamic_cast<wxGenericMessageDialog*>(FrontDialog()) != nullptr;
+bool TourSteps::QuestionInFront() {
+    return dynamic_cast<wxGenericMessageDialog*>(FrontDialog()) && Find<wxButton>(wxID_YES);
+}
+
+bool TourSteps::NoticeInFront() {
+    return dynamic_cast<wxGenericMessageDialog*>(FrontDialog()) && Find<wxButton>(wxID_OK);
 }
 
 DeviceList* TourSteps::List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }
@@ -34,7 +39,7 @@ void TourSteps::ChooseFirstPlayer(const std::string& picture) {
 }
 
 void TourSteps::LeaveFeature(const std::string& picture) {
-    Step(Pressing(wxID_CANCEL), MessageInFront, "asked whether to leave", picture);
+    Step(Pressing(wxID_CANCEL), QuestionInFront, "asked whether to leave", picture);
     Step(Pressing(wxID_YES), InFront(Window::kMain), "back in the main window");
 }
 

@@ -34,7 +34,9 @@ class TourSteps {
         return [window] { return Tour::FrontTitled(TitleOf(window)) != nullptr; };
     }
 
-    [[nodiscard]] static bool MessageInFront();
+    /// Whether a message box is in front that asks something, or one that tells something.
+    [[nodiscard]] static bool QuestionInFront();
+    [[nodiscard]] static bool NoticeInFront();
 
     /// A control of the window in front; absent when it has no such one.
     template <class Control>
