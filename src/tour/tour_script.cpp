@@ -158,8 +158,8 @@ class TourScript : public TourSteps {
 
     /// Presses a button, and looks at what has become of the player.
     void PressVideoButton(const PlaybackStep& step) {
-        const std::string line = std::string("pressed ") + VideoButtonOfControl(step.id).caption + ": player " +
-                                 Address() + " " + step.meaning;
+        const std::string line = std::string("pressed ") + VideoButtonOfControl(step.id).caption +
+                                 ": player " + Address() + " " + step.meaning;
         const auto before = std::make_shared<PlayerState>();
         const auto press = [this, before, id = step.id] {
             *before = State();
@@ -189,9 +189,11 @@ class TourScript : public TourSteps {
     void Choose(int id, const std::string& what, Chosen chosen, const std::string& picture = "") {
         const auto name = std::make_shared<std::string>();
         const auto offered = [this, id, name, chosen] {
-            for (const wxString& offer : Find<wxComboBox>(id)->GetStrings())
-                if (*name = FromWx(offer); !chosen(State(), *name)) return true;
-            return false;
+            const wxArrayString names = Find<wxComboBox>(id)->GetStrings();
+            const auto other = std::ranges::find_if(
+                names, [&](const wxString& offer) { return !chosen(State(), FromWx(offer)); });
+            if (other != names.end()) *name = FromWx(*other);
+            return other != names.end();
         };
         Step({}, offered, "the player offers a " + what + " that is not shown");
         const auto choose = [id, name] {

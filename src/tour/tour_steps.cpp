@@ -1,7 +1,6 @@
 #include "tour/tour_steps.h"
 
 #include <fmt/core.h>
-#include <wx/button.h>
 #include <wx/msgdlg.h>
 
 #include "app/features.h"
@@ -10,15 +9,20 @@
 
 namespace sontaro {
 
+namespace {
+
+bool IsMessageWith(wxDialog* front, int button) {
+    return dynamic_cast<wxGenericMessageDialog*>(front) != nullptr &&
+           front->FindWindow(button) != nullptr;
+}
+
+}  // namespace
+
 wxWindow* TourSteps::FrontWindow() { return FrontDialog(); }
 
-bool TourSteps::QuestionInFront() {
-    return dynamic_cast<wxGenericMessageDialog*>(FrontDialog()) && Find<wxButton>(wxID_YES);
-}
+bool TourSteps::QuestionInFront() { return IsMessageWith(FrontDialog(), wxID_YES); }
 
-bool TourSteps::NoticeInFront() {
-    return dynamic_cast<wxGenericMessageDialog*>(FrontDialog()) && Find<wxButton>(wxID_OK);
-}
+bool TourSteps::NoticeInFront() { return IsMessageWith(FrontDialog(), wxID_OK); }
 
 DeviceList* TourSteps::List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }
 

@@ -71,7 +71,7 @@ class GroupBox : public wxStaticBox {
     using wxStaticBox::wxStaticBox;
 
    private:
-    wxSize DoGetBestSize() const override { return {1, 1}; }
+    [[nodiscard]] wxSize DoGetBestSize() const override { return {1, 1}; }
 };
 
 wxStaticBoxSizer* MakeGroup(wxWindow* parent, int id, const LocalText& label) {
@@ -101,7 +101,7 @@ void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
 
 CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Prompts& prompts,
                              const ExchangeServices& exchange,
-                             std::function<void()> contentsChanged)
+                             std::function<bool()> contentsChanged)
     : wxPanel(parent),
       playerIp_(player.ip),
       prompts_(prompts),
@@ -191,8 +191,13 @@ wxSizer* CVideoControl::MakeVolumeGroup() {
 wxSizer* CVideoControl::MakeVideoGroup() {
     wxStaticBoxSizer* group = MakeGroup(this, wxID_ANY, kVideo);
     wxWindow* box = group->GetStaticBox();
-    group->Add(MakeButtons(box, {2113, 2109, 2110, 2114}), Padded(*this).Proportion(2));
-    group->Add(MakeChoice(box, kVideoChoice, 't', &VideoControlRun::ChooseVideo), Padded(*this));
+    auto* halves = new wxFlexGridSizer(2);  // of what both have to spare
+    halves->AddGrowableCol(0, 1);
+    halves->AddGrowableCol(1, 1);
+    const auto half = wxSizerFlags().Expand().Border(wxALL, FromDIP(6));
+    halves->Add(MakeButtons(box, {2113, 2109, 2110, 2114}), half);
+    halves->Add(MakeChoice(box, kVideoChoice, 't', &VideoControlRun::ChooseVideo), half);
+    group->Add(halves, wxSizerFlags(1).Expand());
     return group;
 }
 
@@ -310,8 +315,7 @@ void CVideoControl::ShowGroups() {
 
 void CVideoControl::FitContents() {
     InvalidateBestSize();
-    contentsChanged_();
-    Layout();
+    if (!contentsChanged_()) Layout();
 }
 
 void CVideoControl::ShowPosition(int percent, const std::string& text) {

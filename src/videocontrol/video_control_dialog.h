@@ -30,9 +30,9 @@ class CaptionButton;
 class CVideoControl : public wxPanel, private VideoControlView {
    public:
     /// `player` is shown above the controls. `contentsChanged` is called when the controls need
-    /// more or less room than before.
+    /// more or less room than before, and says whether they are going to get more.
     CVideoControl(wxWindow* parent, const DeviceRecord& player, Prompts& prompts,
-                  const ExchangeServices& exchange, std::function<void()> contentsChanged);
+                  const ExchangeServices& exchange, std::function<bool()> contentsChanged);
 
     /// Starts to ask the player for its state.
     void Start();
@@ -93,7 +93,7 @@ class CVideoControl : public wxPanel, private VideoControlView {
 
     const std::string playerIp_;
     Prompts& prompts_;
-    std::function<void()> contentsChanged_;
+    std::function<bool()> contentsChanged_;
     VideoControlRun run_;
     std::function<void(bool)> connectionChanged_ = [](bool) {};
     std::map<int, CaptionButton*> buttons_;

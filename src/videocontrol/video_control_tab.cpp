@@ -21,8 +21,8 @@ CVideoControlTab::CVideoControlTab(wxWindow* parent, const UiServices& services,
     : FeatureDialog(parent, Window::kVideoControl, services) {
     const int gap = FromDIP(10);
     auto* tabs = new TabBook(this, wxID_ANY);
-    control_ =
-        new CVideoControl(tabs, player, services.Messages(), Exchange(), [this] { size_->Fit(); });
+    control_ = new CVideoControl(tabs, player, services.Messages(), Exchange(),
+                                 [this] { return size_->Fit(); });
     control_->OnConnection([this](bool connected) { ShowReadAgain(connected); });
     tabs->AddPage(control_, ToWx(kTab));
     auto* column = new wxBoxSizer(wxVERTICAL);

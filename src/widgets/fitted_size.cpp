@@ -30,18 +30,20 @@ void FittedSize::Note() {
     if (size.y != shown_.y && size.y != before_.y) chosen_.y = size.y;
 }
 
-void FittedSize::Fit() {
+bool FittedSize::Fit() {
     const wxSize screen = wxGetClientDisplayRect().GetSize();
     wxSize least = window_.GetSizer()->ComputeFittingWindowSize(&window_);
     least.DecTo(screen);
     window_.SetMinSize(least);
-    if (window_.IsMaximized()) return;
+    if (window_.IsMaximized()) return false;
     wxSize size = least;
     size.IncTo(chosen_);
     size.DecTo(screen);
     before_ = shown_;
     shown_ = size;
+    const wxSize now = window_.GetSize();
     window_.SetSize(size);
+    return size.x > now.x || size.y > now.y;
 }
 
 void FittedSize::Remember() {

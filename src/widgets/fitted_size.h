@@ -17,8 +17,9 @@ class FittedSize {
     /// are remembered in the preferences as `name`. Both outlive this object.
     FittedSize(wxTopLevelWindow& window, std::string name, JsonFile& preferences);
 
-    /// The contents have changed.
-    void Fit();
+    /// The contents have changed. True when the window grows: it will lay them out then, for which
+    /// there is no room yet.
+    bool Fit();
 
     /// Notes the place and the size that the user has chosen; the window is about to go.
     void Remember();

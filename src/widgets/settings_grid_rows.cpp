@@ -74,8 +74,8 @@ void SettingsGridRows::Reveal(wxPGProperty* row) {
 }
 
 /// A cell that was left still has its editor, hidden until there is time to delete it.
-void SettingsGridRows::ScrollWindow(int dx, int dy, const wxRect* area) {
-    ScrollWithHidden(*this, [&] { wxPropertyGrid::ScrollWindow(dx, dy, area); });
+void SettingsGridRows::ScrollWindow(int across, int down, const wxRect* area) {
+    ScrollWithHidden(*this, [&] { wxPropertyGrid::ScrollWindow(across, down, area); });
 }
 
 wxPGProperty* SettingsGridRows::RowAt(int key) {

@@ -62,7 +62,7 @@ class SettingsGridRows : public wxPropertyGrid {
     /// fields among it that it has not laid out yet.
     void Update() override {}
 
-    void ScrollWindow(int dx, int dy, const wxRect* area) override;
+    void ScrollWindow(int across, int down, const wxRect* area) override;
 
    private:
     struct Filter;
