@@ -70,7 +70,7 @@ std::vector<Figure> Documents() {
     const std::string protocol = ControlProtocolText(FullControlProtocol());
     Measure<ControlProtocolModel>(
         {"protocol read", "protocol write"}, protocol,
-        [&](auto& model) { return ReadControlProtocol(protocol, model); }, ControlProtocolText,
+        [&](auto& model) { return ReadControlProtocol(protocol, model).ok(); }, ControlProtocolText,
         figures);
     return figures;
 }

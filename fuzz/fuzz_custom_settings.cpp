@@ -11,6 +11,10 @@
 namespace sontaro {
 namespace {
 
+void Expect(bool holds) {
+    if (!holds) std::abort();
+}
+
 /// Takes `size` bytes off the input, or what is left.
 std::string_view Take(std::string_view& input, std::size_t size) {
     const std::string_view taken = input.substr(0, size);
@@ -18,18 +22,16 @@ std::string_view Take(std::string_view& input, std::size_t size) {
     return taken;
 }
 
-void ExpectOwnKeys(const SettingsRows& groups) {
-    std::unordered_set<std::string_view> keys;
-    for (const SettingsGroup& group : groups) {
-        Expect(keys.insert(group.key).second);
-        for (const SettingsRow& row : group.rows) Expect(keys.insert(row.key).second);
-    }
-}  /// Takes an edit off the input: four bytes that say of which row and how long the text is, and
-   /// the
+/// Takes an edit off the input: four bytes that say of which row and how long the text is, and the
 /// text. The row is one of `groups` unless they have none there.
 SettingsEdit TakeEdit(std::string_view& input, const SettingsRows& groups) {
-    const auto number = [&] { return static_cast<unsigned char>(Take(input, 1).front()); };
-    const std::size_t group = number(), row = number() + 256 * number(), length = number() & 0x1F;
+    const auto number = [&] {
+        return std::size_t{static_cast<unsigned char>(Take(input, 1).front())};
+    };
+    const std::size_t group = number();
+    std::size_t row = number();
+    row += 256 * number();
+    const std::size_t length = number() & 0x1F;
     SettingsEdit edit{fmt::format("{}/{}", group, row), std::string(Take(input, length))};
     if (group < groups.size() && row < groups[group].rows.size())
         edit.key = groups[group].rows[row].key;
@@ -37,9 +39,12 @@ SettingsEdit TakeEdit(std::string_view& input, const SettingsRows& groups) {
 }
 
 /// No two rows or groups have the same key.
-
-void Expect(bool holds) {
-    if (!holds) std::abort();
+void ExpectOwnKeys(const SettingsRows& groups) {
+    std::unordered_set<std::string_view> keys;
+    for (const SettingsGroup& group : groups) {
+        Expect(keys.insert(group.key).second);
+        for (const SettingsRow& row : group.rows) Expect(keys.insert(row.key).second);
+    }
 }
 
 bool Shows(const SettingsRows& groups, const SettingsEdit& edit) {

@@ -38,10 +38,10 @@ void Run(std::string_view input) {
     EditRows(osd, input.substr(std::min(end + 1, input.size())));
     static_cast<void>(osd.RefusalToSend());
     OsdSettings again;
-    Expect(again.TakeFile(osd.Write()));
+    Expect(again.TakeFile(osd.Write()).ok());
     Expect(again.Rows() == osd.Rows());
     const std::string written = again.Write();
-    Expect(again.TakeReply(written) && again.Write() == written);
+    Expect(again.TakeReply(written).ok() && again.Write() == written);
 }
 
 }  // namespace

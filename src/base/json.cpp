@@ -34,4 +34,16 @@ std::string TextOf(const Json::Value& value) {
     return DecodeUtf8({begin, static_cast<std::size_t>(end - begin)});
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): values hold values, which the reader limits
+Json::Value WithValidTexts(const Json::Value& value) {
+    if (value.isString()) return TextOf(value);
+    Json::Value valid = value.isObject() ? Json::Value(Json::objectValue) : value;
+    if (value.isArray())
+        for (Json::Value& element : valid) element = WithValidTexts(element);
+    if (value.isObject())
+        for (auto member = value.begin(); member != value.end(); ++member)
+            valid[DecodeUtf8(member.name())] = WithValidTexts(*member);
+    return valid;
+}
+
 }  // namespace sontaro

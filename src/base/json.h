@@ -20,4 +20,7 @@ namespace sontaro {
 /// The text of a string value in valid UTF-8; a player's broken characters become U+FFFD.
 [[nodiscard]] std::string TextOf(const Json::Value& value);
 
+/// `value` with all its texts and keys in valid UTF-8: as it is after it was written and read.
+[[nodiscard]] Json::Value WithValidTexts(const Json::Value& value);
+
 }  // namespace sontaro

@@ -1,6 +1,6 @@
 #include "base/row_text.h"
 
-#include <fmt/format.h>
+#include <fmt/printf.h>
 
 #include <algorithm>
 #include <charconv>
@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "base/hex_command.h"
+#include "base/local_text.h"
 
 namespace sontaro {
 
@@ -57,6 +58,12 @@ std::optional<std::string> FittingRowText(RowKind kind, const std::string& text,
         case RowKind::kColour: break;
     }
     return text;
+}
+
+std::string OutsideRangeText(const std::string& least, const std::string& most) {
+    constexpr LocalText kOutside = {"数值超出范围 %s~%s。",
+                                    "The value is outside the range %s to %s."};
+    return fmt::sprintf(Localized(kOutside), least, most);
 }
 
 std::int32_t LeadingInteger(std::string_view text) {

@@ -18,6 +18,9 @@ namespace sontaro {
 [[nodiscard]] std::optional<std::string> FittingRowText(RowKind kind, const std::string& text,
                                                         const std::vector<std::string>& choices);
 
+/// What to tell the user of a number that is not between these bounds.
+[[nodiscard]] std::string OutsideRangeText(const std::string& least, const std::string& most);
+
 /// The decimal number at the start of `text` behind blanks, as C reads it (a sign may go ahead);
 /// 0 when there is none. Beyond 32 bits it is the nearest number within.
 [[nodiscard]] std::int32_t LeadingInteger(std::string_view text);

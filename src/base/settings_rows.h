@@ -6,7 +6,7 @@
 
 namespace sontaro {
 
-/// What a row holds, how it is edited, and which texts it takes (see base/row_text.h).
+/// What a row holds and how it is edited. Which texts it takes, its document decides.
 enum class RowKind {
     kText,
     kWholeNumber,   ///< digits alone
@@ -29,7 +29,7 @@ struct SettingsRow {
     std::string value;
     std::string help = {};                  ///< what is explained while the row is chosen
     std::vector<std::string> choices = {};  ///< of the two kinds of choices, each once
-    std::string refusal = {};  ///< shown when a text does not fit the kind; empty: only hinted at
+    std::string caution = {};  ///< what is odd about the value, which is marked; empty: nothing
 
     bool operator==(const SettingsRow&) const = default;
 };
@@ -53,7 +53,7 @@ inline constexpr const char* kRowNo = "0";
 /// The user has given a row another value.
 struct SettingsEdit {
     std::string key;   ///< of the row
-    std::string text;  ///< fits the row's kind
+    std::string text;  ///< as it was typed, or one of the choices
 };
 
 /// What becomes of an edit.
@@ -61,10 +61,12 @@ struct EditAnswer {
     enum class Outcome {
         kAccepted,  ///< `text` is what the row shows from now on
         kRefused,   ///< the row keeps its value, and `text` is told in a message box
-        kIgnored,   ///< the row keeps its value, and a hint says that it does
+        kIgnored,   ///< the row keeps its value, and a hint says that it does: `text` if there is
+                    ///< one
     };
     Outcome outcome = Outcome::kIgnored;
     std::string text = {};
+    std::string caution = {};  ///< of an accepted one: what is odd about the value
 
     bool operator==(const EditAnswer&) const = default;
 };

@@ -4,12 +4,11 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/result.h"
-#include "base/settings_rows.h"
+#include "settings/record_schema.h"
 
 namespace sontaro {
 
@@ -18,6 +17,7 @@ struct SongSystem {
     std::int32_t vendor = 0;
     std::string serverIp;
     std::int32_t serverPort = 0;
+    OtherKeys others = {};
 
     bool operator==(const SongSystem&) const = default;
 };
@@ -44,6 +44,7 @@ struct SerialSettings {
     std::int32_t electroColourByBass = 0;
     std::string electroOn, electroOff, noBass, bass, bassClimax, screenColour, imageZoom;
     std::int32_t dmxAddress1 = 0, dmxAddress2 = 0;
+    OtherKeys others = {};
 
     bool operator==(const SerialSettings&) const = default;
 };
@@ -51,24 +52,26 @@ struct SerialSettings {
 struct VideoCategory {
     std::string name, sendCommand, receiveCommand;
     std::int32_t electroMode = 0, screenEffect = 0;
+    OtherKeys others = {};
 
     bool operator==(const VideoCategory&) const = default;
 };
 
 struct AudioCategory {
     std::string name, sendCommand, receiveCommand;
-
+    OtherKeys others = {};
     bool operator==(const AudioCategory&) const = default;
 };
 
 struct ScreenLayout {
     std::string name, sendCommand, receiveCommand;
-
+    OtherKeys others = {};
     bool operator==(const ScreenLayout&) const = default;
 };
 
 struct ProjectorCommands {
     std::string on, off;
+    OtherKeys others = {};
 
     bool operator==(const ProjectorCommands&) const = default;
 };
@@ -77,6 +80,7 @@ struct Projector {
     std::string ip;
     std::int32_t port = 0, transport = 0, controlType = 0;
     std::array<ProjectorCommands, 6> commands;
+    OtherKeys others = {};
 
     bool operator==(const Projector&) const = default;
 };
@@ -92,16 +96,16 @@ struct ControlProtocolModel {
     std::array<AudioCategory, 64> audioTypes;
     std::array<ScreenLayout, 64> layouts;
     std::array<Projector, 30> projectors;
+    OtherKeys others = {};
 
     bool operator==(const ControlProtocolModel&) const = default;
 };
 
-/// Takes over what the JSON text holds; the rest of the model stays. False when the text is no
-/// JSON object: the model is untouched.
-[[nodiscard]] bool ReadControlProtocol(std::string_view text, ControlProtocolModel& model);
-
-/// Whether the text is a JSON object with at least one section of the document.
-[[nodiscard]] bool HoldsControlProtocol(std::string_view text);
+/// Takes over what the JSON text holds; the rest of the model stays. How many of the document's
+/// sections the text has, of whatever type. Fails when it is no JSON object: the model is
+/// untouched.
+[[nodiscard]] Result<int> ReadControlProtocol(std::string_view text, ControlProtocolModel& model,
+                                              Source source = Source::kPlayer);
 
 /// The whole document as players read it.
 [[nodiscard]] std::string ControlProtocolText(const ControlProtocolModel& model);

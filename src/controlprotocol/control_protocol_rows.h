@@ -20,6 +20,10 @@ using ControlProtocolGrids = std::array<SettingsRows, kControlProtocolGrids>;
 /// as well as in the rows.
 [[nodiscard]] ControlProtocolGrids ControlProtocolRows(ControlProtocolModel& model);
 
+/// One of those rows by its key; none when there is none.
+[[nodiscard]] std::optional<SettingsRow> ControlProtocolRow(const ControlProtocolModel& model,
+                                                            std::string_view key);
+
 /// Takes over an edit of one of those rows, or says why not.
 [[nodiscard]] EditAnswer EditControlProtocol(ControlProtocolModel& model, const SettingsEdit& edit);
 

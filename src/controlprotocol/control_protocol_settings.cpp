@@ -4,8 +4,11 @@
 
 namespace sontaro {
 
-bool ControlProtocolSettings::TakeFile(std::string_view text) {
-    return HoldsControlProtocol(text) && ReadControlProtocol(text, model_);
+Status ControlProtocolSettings::Take(std::string_view text, Source source) {
+    const Result<int> sections = ReadControlProtocol(text, model_, source);
+    if (!sections) return Error{sections.reason()};
+    if (*sections == 0) return Error{"it has no section of a control protocol"};
+    return Done{};
 }
 
 SettingsRows ControlProtocolSettings::Rows() const {

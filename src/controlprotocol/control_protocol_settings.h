@@ -9,8 +9,12 @@ namespace sontaro {
 /// A document is of use when it has at least one section of the control protocol.
 class ControlProtocolSettings : public SettingsDocument {
    public:
-    [[nodiscard]] bool TakeReply(std::string_view text) override { return TakeFile(text); }
-    [[nodiscard]] bool TakeFile(std::string_view text) override;
+    [[nodiscard]] Status TakeReply(std::string_view text) override {
+        return Take(text, Source::kPlayer);
+    }
+    [[nodiscard]] Status TakeFile(std::string_view text) override {
+        return Take(text, Source::kFile);
+    }
     [[nodiscard]] std::string Write() const override { return ControlProtocolText(model_); }
     /// The rows of all grids together.
     [[nodiscard]] SettingsRows Rows() const override;
@@ -21,6 +25,8 @@ class ControlProtocolSettings : public SettingsDocument {
     [[nodiscard]] ControlProtocolGrids Grids() const { return ControlProtocolRows(model_); }
 
    private:
+    [[nodiscard]] Status Take(std::string_view text, Source source);
+
     mutable ControlProtocolModel model_;  // showing it clamps its choices
 };
 

@@ -190,6 +190,15 @@ struct Range : Single {
         return true;
     }
     template <class Record>
+    static void AddRows(const Record& record, const Ticks&, const SettingsRow& row, Rows& rows) {
+        using Number = Plain<decltype(record.value)>;
+        rows.push_back(RowOf(row, record.value));
+        const auto within = std::clamp(record.value, record.minimum, record.maximum);
+        if (record.value != within && record.minimum < record.maximum)
+            rows.back().caution =
+                OutsideRangeText(Number::Text(record.minimum), Number::Text(record.maximum));
+    }
+    template <class Record>
     static void Write(const Record& record, Json::Value& select, Json::Value& range) {
         using Number = Carrier<decltype(record.value)>;
         select = Number::Put(record.value);
@@ -366,6 +375,11 @@ Json::Value Document::IntStringRange::ToJson() const { return Written<Range<AsTe
 Json::Value Document::DoubleStringRange::ToJson() const { return Written<Range<AsText>>(*this); }
 
 const CustomSettingKind& TitleKind() { return kKinds[0]; }
+
+std::string_view KeywordAt(int index) {
+    const bool isKind = index >= 0 && static_cast<std::size_t>(index) < std::size(kKinds);
+    return isKind ? kKinds[index].keyword : "";
+}
 
 Document::Item ReadCustomSetting(const Json::Value& element) {
     if (!element.isObject()) return {};

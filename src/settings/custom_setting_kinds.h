@@ -38,6 +38,9 @@ struct CustomSettingKind {
 /// The kind whose items give their group its title.
 [[nodiscard]] const CustomSettingKind& TitleKind();
 
+/// The keyword of the kind with that number, from 0; empty when there is none.
+[[nodiscard]] std::string_view KeywordAt(int index);
+
 /// Reads any element of a group; without a record when it is not an item of one of the kinds.
 [[nodiscard]] CCustomSettingAnalysor::Item ReadCustomSetting(const Json::Value& element);
 

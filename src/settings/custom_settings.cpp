@@ -3,8 +3,7 @@
 #include <algorithm>
 
 #include "base/json.h"
-#include "settings/custom_setting_kinds.h"
-#include "settings/row_keys.h"
+#include "settings/custom_item_rows.h"
 
 namespace sontaro {
 
@@ -45,47 +44,6 @@ Document::Group ReadGroup(Json::Value& elements) {
     return group;
 }
 
-/// Titles without a key of their own are told apart by their texts.
-std::string KeyOf(const Document::Group& group, RowKeys& keys) {
-    return keys.Next(group.title->key.empty() ? group.title->value : group.title->key);
-}
-
-void AddRows(const Document::Item& item, std::string key, std::vector<SettingsRow>& rows) {
-    SettingsRow row;
-    row.key = std::move(key);
-    row.name = item.record->label;
-    row.help = item.record->remarks;
-    item.kind->addRows(item, row, rows);
-}
-
-/// The row of an item with that key.
-std::optional<Document::GridRow> RowOf(const Document::Item& item, const std::string& itemKey,
-                                       std::string_view key) {
-    std::vector<SettingsRow> rows;
-    AddRows(item, itemKey, rows);
-    const auto row = std::ranges::find(rows, key, &SettingsRow::key);
-    if (row == rows.end()) return std::nullopt;
-    const auto alike = std::count_if(
-        rows.begin(), row, [&row](const SettingsRow& other) { return other.name == row->name; });
-    return Document::GridRow{0, 0, "", row->name, static_cast<int>(alike)};
-}
-
-/// The row of a group whose items' keys begin with `prefix`.
-std::optional<Document::GridRow> RowOf(const Document::Group& group, const std::string& prefix,
-                                       std::string_view key) {
-    RowKeys keys;
-    for (int index = 0; const Document::Item& item : group.items) {
-        const std::string itemKey = prefix + keys.Next(item.record->key);
-        if (key == itemKey || key.starts_with(itemKey + '/')) {
-            auto row = RowOf(item, itemKey, key);
-            if (row) row->item = index, row->groupName = group.title->value;
-            return row;
-        }
-        ++index;
-    }
-    return std::nullopt;
-}
-
 }  // namespace
 
 bool CCustomSettingAnalysor::Parse(std::string_view text) {
@@ -117,10 +75,10 @@ SettingsRows CCustomSettingAnalysor::BuildGrid() const {
     SettingsRows groups;
     RowKeys keys;
     for (const Group& group : groups_) {
-        SettingsGroup shown{KeyOf(group, keys), group.title->value, {}};
+        SettingsGroup shown{KeyOfCustomGroup(group, keys), group.title->value, {}};
         RowKeys itemKeys;
         for (const Item& item : group.items)
-            AddRows(item, shown.key + '/' + itemKeys.Next(item.record->key), shown.rows);
+            AddCustomRows(item, shown.key + '/' + itemKeys.Next(item.record->key), shown.rows);
         groups.push_back(std::move(shown));
     }
     return groups;
@@ -131,24 +89,7 @@ EditAnswer CCustomSettingAnalysor::UpdateFromGrid(int group, int item, const std
                                                   const std::string& value, int occurrence) {
     Group* holder = At(groups_, group);
     Item* edited = holder && holder->title->value == groupName ? At(holder->items, item) : nullptr;
-    if (!edited) return {};
-    const std::optional<std::string> shown =
-        edited->kind->edit(*edited, {rowName, occurrence, value});
-    return shown ? EditAnswer{EditAnswer::Outcome::kAccepted, *shown} : EditAnswer{};
-}
-
-std::optional<Document::GridRow> CCustomSettingAnalysor::RowWithKey(std::string_view key) const {
-    RowKeys keys;
-    for (int index = 0; const Group& group : groups_) {
-        const std::string prefix = KeyOf(group, keys) + '/';
-        if (key.starts_with(prefix)) {
-            auto row = RowOf(group, prefix, key);
-            if (row) row->group = index;
-            return row;
-        }
-        ++index;
-    }
-    return std::nullopt;
+    return edited ? EditCustomItem(*edited, {rowName, occurrence, value}) : EditAnswer{};
 }
 
 void CCustomSettingAnalysor::Clear() {

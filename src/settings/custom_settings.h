@@ -13,7 +13,6 @@
 #include "base/settings_rows.h"
 
 namespace sontaro {
-
 struct CustomSettingKind;
 
 /// The document. Texts are UTF-8, doubles finite, a minimum is never above its maximum.
@@ -101,24 +100,14 @@ class CCustomSettingAnalysor {
     /// Reads a document in place of the one held. False, and nothing is held, when `text` is no
     /// JSON; JSON of another shape is a document without groups. Never throws.
     bool Parse(std::string_view text);
-    /// The document with its current values; the title stands first in every group.
+    /// The document as it stands; the title comes first in every group.
     [[nodiscard]] std::string Serialise() const;
     [[nodiscard]] SettingsRows BuildGrid() const;
-    /// Gives the item with these indices, of the row and group with these names, the value of a
-    /// text. Ignored where there is no such row or the text does not fit: no sign is ever taken,
-    /// not even from a choice. `occurrence`: which of the item's rows that are named alike.
+    /// Gives the item with these indices a value. Ignored where it has no such row (`occurrence` is
+    /// for rows that are named alike), and where the text does not fit: no sign is ever taken.
     EditAnswer UpdateFromGrid(int group, int item, const std::string& groupName,
                               const std::string& rowName, const std::string& value,
                               int occurrence = 0);
-
-    /// What `UpdateFromGrid` calls a row.
-    struct GridRow {
-        int group = 0, item = 0;
-        std::string groupName, rowName;
-        int occurrence = 0;
-    };
-    /// The row of `BuildGrid` with that key; none when there is none.
-    [[nodiscard]] std::optional<GridRow> RowWithKey(std::string_view key) const;
     void Clear();
     [[nodiscard]] bool HasItems() const;
     [[nodiscard]] const std::vector<Group>& Groups() const { return groups_; }

@@ -9,8 +9,8 @@ namespace sontaro {
 class CustomSettings : public SettingsDocument {
    public:
     /// Of no use without a setting: an empty document must never be sent to a player.
-    [[nodiscard]] bool TakeReply(std::string_view text) override { return Take(text); }
-    [[nodiscard]] bool TakeFile(std::string_view text) override { return Take(text); }
+    [[nodiscard]] Status TakeReply(std::string_view text) override { return Take(text); }
+    [[nodiscard]] Status TakeFile(std::string_view text) override { return Take(text); }
     [[nodiscard]] std::string Write() const override { return settings_.Serialise(); }
     [[nodiscard]] SettingsRows Rows() const override { return settings_.BuildGrid(); }
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override;
@@ -18,7 +18,9 @@ class CustomSettings : public SettingsDocument {
     [[nodiscard]] bool HasSettings() const override { return settings_.HasItems(); }
 
    private:
-    [[nodiscard]] bool Take(std::string_view text);
+    [[nodiscard]] Status Take(std::string_view text);
+    EditAnswer EditIn(const CCustomSettingAnalysor::Group& group, int index,
+                      const std::string& prefix, const SettingsEdit& edit);
 
     CCustomSettingAnalysor settings_;
 };

@@ -1,18 +1,14 @@
-// Records whose fields are keys of a JSON object and rows of a grid: one table tells both.
+// Records that are told as tables: each row is a key of a JSON object, a member, and how it is
+// shown and edited. What is done with such tables stands in settings/record_schema.h.
 #pragma once
 
-#include <json/value.h>
-
-#include <cstdint>
 #include <limits>
 #include <optional>
 #include <span>
-#include <string>
-#include <type_traits>
-#include <variant>
 
+#include "base/hex_command.h"
 #include "base/local_text.h"
-#include "base/settings_rows.h"
+#include "settings/record_members.h"
 
 namespace sontaro {
 
@@ -22,98 +18,91 @@ enum class FieldRule {
     kText,          ///< as any text
     kAddress,       ///< as a dotted IPv4 address, or nothing
     kCommand,       ///< as a hexadecimal command
-    kNumber,        ///< as a number within the range
+    kNumber,        ///< as a number of digits, with a point where the member is a double
+    kColour,        ///< as a colour, 0x00BBGGRR, or the player's default one
+    kYesNo,         ///< by a tick
     kIndex,         ///< by one of the choices, whose place in the list is the number
-    kListedNumber,  ///< by one of the choices, which are numbers; any other one is shown and kept
+    kListedNumber,  ///< by one of the choices, which are numbers; any other one is offered besides
 };
 
+/// The colour that leaves the choice to the player.
+inline constexpr std::uint32_t kDefaultColour = 0xFFFFFFFF;
+
 struct FieldShape {
-    FieldRule rule{};
+    FieldRule rule = FieldRule::kHidden;
     std::span<const LocalText> choices = {};
-    std::int32_t least = 0;  ///< of what the user may enter
-    std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    double least = 0;  ///< of a number; what a document holds beyond is kept, and marked
+    double most = std::numeric_limits<double>::infinity();
+    bool takesAny = false;           ///< what the user enters beyond is taken and marked as well
+    std::size_t longest = SIZE_MAX;  ///< bytes of a text in the legacy code page, or records
+    LetterCase letters = LetterCase::kUpper;  ///< of a command
+    LocalText refusal = {nullptr, nullptr};   ///< absent: refused with a hint alone
+    LocalText tooLong = {nullptr, nullptr};   ///< there: too long a text is taken, but not sent
+    std::size_t grid = 0;                     ///< where a member of the whole document is shown
 };
 
 /// What a field of a new record holds.
 struct InitialValue {
     constexpr InitialValue() = default;
-    constexpr InitialValue(std::int32_t initial) : number(initial) {}
+    constexpr InitialValue(std::int64_t initial) : number(initial) {}
     constexpr InitialValue(const char* initial) : text(initial) {}
 
-    std::int32_t number = 0;
+    std::int64_t number = 0;
     const char* text = "";
 };
 
 /// A number that has another one in its place in JSON.
 struct Substitute {
-    std::int32_t number;
-    std::int32_t inJson;
+    std::int64_t number = 0;
+    std::int64_t inJson = 0;
 };
 
-/// What is to be said of a field, whatever its record is.
-struct FieldFacts {
-    const char* key = "";  ///< in JSON
+struct RecordTable;
+
+/// A row of a table.
+struct Field {
+    const char* key = nullptr;  ///< in JSON; absent: the row is a heading for those that follow
+    Slot (*slot)(void* record) = nullptr;
+    const RecordTable* parts = nullptr;  ///< of the records in it; absent: it is a value
     FieldShape shape = {};
-    LocalText label = {"", ""};           ///< "%d" in it is the number of the part it belongs to
+    LocalText label = {"", ""};           ///< "%d" in it: the record's number in its list, from 1
     LocalText help = {nullptr, nullptr};  ///< absent: the label
     InitialValue initial = {};
     std::optional<Substitute> substitute = {};
 };
 
-/// A field of `Record`: a number or a text (UTF-8).
-template <class Record>
-struct Field {
-    FieldFacts facts;
-    std::variant<std::int32_t Record::*, std::string Record::*> member;
+struct RecordTable {
+    std::span<const Field> fields;
+    OtherKeys* (*others)(void* record) = nullptr;  ///< absent: what nobody knows is dropped
 };
 
-/// Fields that stand together under a heading.
+/// A member of `Record`; see `kAt` and `kRecordAt`.
 template <class Record>
-struct FieldGroup {
-    LocalText heading;  ///< "%d" in it is the record's own number, from 1
-    std::span<const Field<Record>> fields;
+struct Member {
+    Slot (*slot)(void* record) = nullptr;
+    const RecordTable* parts = nullptr;
 };
 
+struct Heading {
+    const char *chinese, *english;
+};
+
+/// A row of a table of `Record`; its columns are explained at `Field`.
 template <class Record>
-using FieldGroups = std::span<const FieldGroup<Record>>;
+struct FieldOf {
+    Field row;
 
-/// Calls `visit(facts, value)` for every field of `record`, in order.
-template <class Record, class Visit>
-void VisitFields(Record& record, std::span<const Field<std::remove_const_t<Record>>> fields,
-                 const Visit& visit) {
-    for (const auto& field : fields)
-        std::visit([&](auto member) { visit(field.facts, record.*member); }, field.member);
-}
+    constexpr FieldOf(const char* key, Member<Record> member, FieldShape shape = {},
+                      LocalText label = {"", ""}, LocalText help = {nullptr, nullptr},
+                      InitialValue initial = {}, std::optional<Substitute> substitute = {})
+        : row{key, member.slot, member.parts, shape, label, help, initial, substitute} {}
+    constexpr FieldOf(Heading heading) : row{} { row.label = {heading.chinese, heading.english}; }
+};
 
-// The overloads below take the two types of fields alike.
-
-/// Gives `value` what a new record holds.
-void ResetField(const FieldFacts& facts, std::int32_t& value);
-void ResetField(const FieldFacts& facts, std::string& value);
-
-/// Takes the value under the field's key; one that is missing or of another type changes nothing.
-void ReadField(const FieldFacts& facts, const Json::Value& object, std::int32_t& value);
-void ReadField(const FieldFacts& facts, const Json::Value& object, std::string& value);
-
-/// Puts the value under the field's key. A text is not copied where it need not be: `object` goes
-/// before the record does.
-void WriteField(const FieldFacts& facts, std::int32_t value, Json::Value& object);
-void WriteField(const FieldFacts& facts, const std::string& value, Json::Value& object);
-
-/// Makes a number that stands for a choice stand for one that there is: beyond the list for the
-/// last one, below it for the first.
-void ClampField(const FieldFacts& facts, std::int32_t& value);
-void ClampField(const FieldFacts& facts, std::string& value);
-
-/// The row that shows `value`; its key is the caller's affair. The field is not
-/// hidden. `number` goes into the label.
-[[nodiscard]] SettingsRow RowOfField(const FieldFacts& facts, std::int32_t value, int number);
-[[nodiscard]] SettingsRow RowOfField(const FieldFacts& facts, const std::string& value, int number);
-
-/// Gives `value` what the user has entered, or refuses it with the message of all such fields.
-[[nodiscard]] EditAnswer EditField(const FieldFacts& facts, const std::string& text,
-                                   std::int32_t& value);
-[[nodiscard]] EditAnswer EditField(const FieldFacts& facts, const std::string& text,
-                                   std::string& value);
+template <class RecordType, std::size_t kCount>
+struct FieldRows {
+    using Record = RecordType;
+    std::array<Field, kCount> fields;
+};
 
 }  // namespace sontaro

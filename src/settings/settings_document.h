@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/local_text.h"
+#include "base/result.h"
 #include "base/settings_rows.h"
 
 namespace sontaro {
@@ -16,11 +17,11 @@ class SettingsDocument {
    public:
     virtual ~SettingsDocument() = default;
 
-    /// Takes what a player has sent. False when it is of no use; the document is as it was then.
-    [[nodiscard]] virtual bool TakeReply(std::string_view text) = 0;
+    /// Takes what a player has sent. Fails when it is of no use; the document is as it was then.
+    [[nodiscard]] virtual Status TakeReply(std::string_view text) = 0;
 
-    /// Takes what a file holds. False when it is of no use; the document is as it was then.
-    [[nodiscard]] virtual bool TakeFile(std::string_view text) = 0;
+    /// Takes what a file holds. Fails when it is of no use; the document is as it was then.
+    [[nodiscard]] virtual Status TakeFile(std::string_view text) = 0;
 
     /// The whole document as players read it.
     [[nodiscard]] virtual std::string Write() const = 0;

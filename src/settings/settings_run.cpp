@@ -237,7 +237,7 @@ void SettingsRun::OpenFile(const std::filesystem::path& path) {
     std::string taken;
     const auto take = [&](std::string_view text) {
         taken = text;
-        return document_.TakeFile(text);
+        return document_.TakeFile(text).ok();
     };
     if (!TakeSettingsFile(path, take, prompts_)) return;
     changes_.AddFile(std::move(taken));

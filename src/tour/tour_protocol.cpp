@@ -32,10 +32,12 @@ constexpr ProtocolEdit kLearned = {2, "VideoType/2/SendCmd", "A50110"};
 /// Whether the row stands in one of the groups with the value.
 // NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
 bool Hold(const SettingsRows& groups, const ProtocolEdit& edit) {
-    return std::ranges::any_of(groups, [&edit](const SettingsGroup& group) {
+    for (const SettingsGroup& group : groups) {
         const auto row = std::ranges::find(group.rows, edit.row, &SettingsRow::key);
-        return row != group.rows.end() ? row->value == edit.value : Hold(group.groups, edit);
-    });
+        if (row != group.rows.end()) return row->value == edit.value;
+        if (Hold(group.groups, edit)) return true;
+    }
+    return false;
 }
 
 template <class Control = wxWindow>

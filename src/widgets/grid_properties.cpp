@@ -29,6 +29,8 @@ constexpr NamedColour kColours[] = {
     {{"紫色", "magenta"}, 0xFF00FF},       {{"其他...", "other..."}, kOtherColour},
 };
 
+constexpr const char* kMark = "⚠ ";  // goes before the name of a row with an odd value
+
 std::string ColourText(long value) {
     return value < 0 ? "" : ColourRowText(static_cast<std::uint32_t>(value));
 }
@@ -77,7 +79,8 @@ std::unique_ptr<wxPGProperty> MakeChoice(const SettingsRow& row) {
         choices.Add(ToWx(choice), index++);
     }
     if (chosen < 0) choices.Add(ToWx(row.value), chosen = index);
-    return std::make_unique<wxEnumProperty>(ToWx(row.name), ToWx(row.key), choices, chosen);
+    return std::make_unique<wxEnumProperty>(LabelOf(row, row.caution), ToWx(row.key), choices,
+                                            chosen);
 }
 
 /// The index of a choice, which is offered from now on.
@@ -91,19 +94,19 @@ int ChoiceOf(wxPGProperty& property, const wxString& text) {
 std::unique_ptr<wxPGProperty> MakeChoiceOrText(const SettingsRow& row) {
     wxPGChoices choices;
     for (const std::string& choice : row.choices) choices.Add(ToWx(choice));
-    return std::make_unique<wxEditEnumProperty>(ToWx(row.name), ToWx(row.key), choices,
+    return std::make_unique<wxEditEnumProperty>(LabelOf(row, row.caution), ToWx(row.key), choices,
                                                 ToWx(row.value));
 }
 
 std::unique_ptr<wxPGProperty> MakeYesNo(const SettingsRow& row) {
-    auto property =
-        std::make_unique<wxBoolProperty>(ToWx(row.name), ToWx(row.key), row.value == kRowYes);
+    auto property = std::make_unique<wxBoolProperty>(LabelOf(row, row.caution), ToWx(row.key),
+                                                     row.value == kRowYes);
     property->SetAttribute(wxPG_BOOL_USE_CHECKBOX, true);
     return property;
 }
 
 std::unique_ptr<wxPGProperty> MakeColour(const SettingsRow& row) {
-    auto property = std::make_unique<ColourProperty>(ToWx(row.name), ToWx(row.key));
+    auto property = std::make_unique<ColourProperty>(LabelOf(row, row.caution), ToWx(row.key));
     property->Offer(ColourValue(row.value));
     property->SetValue(static_cast<long>(ColourValue(row.value)));
     return property;
@@ -117,10 +120,15 @@ std::unique_ptr<wxPGProperty> MakeByKind(const SettingsRow& row) {
         case RowKind::kColour: return MakeColour(row);
         default: break;  // texts
     }
-    return std::make_unique<wxStringProperty>(ToWx(row.name), ToWx(row.key), ToWx(row.value));
+    return std::make_unique<wxStringProperty>(LabelOf(row, row.caution), ToWx(row.key),
+                                              ToWx(row.value));
 }
 
 }  // namespace
+
+wxString LabelOf(const SettingsRow& row, const std::string& caution) {
+    return caution.empty() ? ToWx(row.name) : ToWx(kMark + row.name);
+}
 
 std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row) {
     std::unique_ptr<wxPGProperty> property = MakeByKind(row);

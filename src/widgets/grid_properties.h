@@ -10,6 +10,9 @@
 
 namespace sontaro {
 
+/// The row's name, marked where there is a caution about its value.
+[[nodiscard]] wxString LabelOf(const SettingsRow& row, const std::string& caution);
+
 /// A new property for `row`, with its value, choices and help; its name is the row's key.
 [[nodiscard]] std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row);
 

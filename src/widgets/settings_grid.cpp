@@ -44,6 +44,10 @@ const LocalText& HintFor(RowKind kind) {
     return kIgnored;
 }
 
+std::string CautionLine(const std::string& caution) {
+    return caution.empty() ? "" : '\n' + caution;
+}
+
 /// Height of a line of text in both scripts: Chinese is taller than the font itself says.
 int LineHeight(const wxWindow& window) {
     return window.GetTextExtent(wxString::FromUTF8(kChineseText)).y;
@@ -179,7 +183,7 @@ void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group)
         grid_->Append(category);
     for (const SettingsRow& row : group.rows) {
         wxPGProperty* property = MakeProperty(row).release();
-        property->SetClientData(&places_.emplace_back(RowPlace{&group, &row}));
+        property->SetClientData(&places_.emplace_back(RowPlace{&group, &row, row.caution}));
         grid_->AppendIn(category, property);
         MarkChange(*property, row.value);
         if (row.kind == RowKind::kReadOnly)
@@ -266,6 +270,7 @@ bool SettingsGrid::Change(const std::string& key, const std::string& text) {
     property->SetModifiedStatus(true);
     MarkChange(*property, text);  // before the value: the editor's font comes with that
     grid_->SetPropertyValue(property, value);
+    Mark(*property, "");
     place->searched.clear();
     if (property == grid_->GetSelection()) grid_->EditorsValueWasNotModified();
     if (!SettingsGridRows::IsHidden(*property)) Present(property);
@@ -347,10 +352,11 @@ void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
         CallAfter([this, name] { AskForColour(name); });
         return;
     }
-    const EditAnswer answer =
-        Submit(place, RowTextOf(*event.GetProperty(), *place.row, event.GetValue()));
+    const std::string text = RowTextOf(*event.GetProperty(), *place.row, event.GetValue());
+    const bool isFixed = place.row->kind == RowKind::kReadOnly;
+    const EditAnswer answer = isFixed ? EditAnswer{} : onEdit_({place.row->key, text});
     if (answer.outcome == Outcome::kAccepted) {
-        accepted_ = answer.text;
+        accepted_ = answer;
         return;
     }
     event.Veto();
@@ -359,23 +365,23 @@ void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
     CallAfter([this, name, answer] { Reject(name, answer); });
 }
 
-EditAnswer SettingsGrid::Submit(const RowPlace& place, const std::string& text) const {
-    const SettingsRow& row = *place.row;
-    const std::optional<std::string> fitting = FittingRowText(row.kind, text, row.choices);
-    if (fitting) return onEdit_({row.key, *fitting});
-    if (row.refusal.empty()) return {};
-    return {Outcome::kRefused, row.refusal};
-}
-
 /// The row shows the text as it was taken, which may be another form of what was typed.
 void SettingsGrid::OnChanged(wxPropertyGridEvent& event) {
     wxPGProperty* property = event.GetProperty();
     RowPlace& place = SettingsGridRows::PlaceOf(*property);
-    if (RowTextOf(*property, *place.row, property->GetValue()) != accepted_)
-        grid_->SetPropertyValue(property, RowValueOf(*property, *place.row, accepted_));
-    MarkChange(*property, accepted_);
+    if (RowTextOf(*property, *place.row, property->GetValue()) != accepted_.text)
+        grid_->SetPropertyValue(property, RowValueOf(*property, *place.row, accepted_.text));
+    Mark(*property, accepted_.caution);
+    MarkChange(*property, accepted_.text);
     place.searched.clear();
     ShowHelp();  // a hint at what was wrong is past
+}
+
+void SettingsGrid::Mark(wxPGProperty& property, const std::string& caution) {
+    RowPlace& place = SettingsGridRows::PlaceOf(property);
+    if (place.caution.empty() != caution.empty())
+        grid_->SetPropertyLabel(&property, LabelOf(*place.row, caution));
+    place.caution = caution;
 }
 
 void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
@@ -386,7 +392,8 @@ void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
         prompts_.Warn(answer.text);
     } else {
         const RowPlace& place = SettingsGridRows::PlaceOf(*property);
-        help_->ChangeValue(ToWx(HintFor(place.row->kind)));
+        help_->ChangeValue(answer.text.empty() ? ToWx(HintFor(place.row->kind))
+                                               : ToWx(answer.text));
     }
 }
 
@@ -410,6 +417,7 @@ void SettingsGrid::ShowHelp() {
     const SettingsRow* row = ChosenRow();
     std::string text = row ? row->name : "";
     if (row && row->help != row->name) text += '\n' + row->help;
+    if (row) text += CautionLine(SettingsGridRows::PlaceOf(*grid_->GetSelection()).caution);
     help_->ChangeValue(ToWx(text));
 }
 

@@ -27,7 +27,7 @@ class SettingsGridTitles;
 /// it, Escape leaves the edit. User-interface thread.
 class SettingsGrid : public wxPanel {
    public:
-    /// Decides on an edit. Is given only texts that fit the row's kind.
+    /// Decides on an edit. Is given every text.
     using EditHandler = std::function<EditAnswer(const SettingsEdit&)>;
 
     /// `id` is the control number of the property grid inside. Refusals and questions for a
@@ -103,7 +103,7 @@ class SettingsGrid : public wxPanel {
     void OnChanged(wxPropertyGridEvent& event);
     void OnKey(wxKeyEvent& event);
     void MoveOn(bool back);
-    [[nodiscard]] EditAnswer Submit(const RowPlace& place, const std::string& text) const;
+    void Mark(wxPGProperty& property, const std::string& caution);
     void Reject(const wxString& name, const EditAnswer& answer);
     void AskForColour(const wxString& name);
     void ShowHelp();
@@ -125,7 +125,7 @@ class SettingsGrid : public wxPanel {
     int found_ = 0;              // rows that contain it
     std::set<wxString> folded_;  // before there was a filter
     wxString chosen_;            // by the user, before a filter hid it
-    std::string accepted_;       // what the edit in progress is to show
+    EditAnswer accepted_;        // to the edit in progress
     bool rejected_ = false;
     bool columnsChosen_ = false;  // by the user
 };

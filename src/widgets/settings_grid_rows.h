@@ -15,6 +15,7 @@ namespace sontaro {
 struct RowPlace {
     const SettingsGroup* group;
     const SettingsRow* row;     ///< absent for a heading
+    std::string caution = {};   ///< what is odd about the row's value; empty: nothing
     std::string searched = {};  ///< what a filter looks in; empty until it is needed
 };
 

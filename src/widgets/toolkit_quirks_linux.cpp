@@ -21,18 +21,20 @@ std::string FieldOf(const GLogField* fields, gsize count, std::string_view key) 
 }
 
 /// What is critical, whoever says so; warnings of the toolkit alone: those of other libraries are
-/// about the machine.
-bool IsComplaint(GLogLevelFlags level, const std::string& domain) {
+/// about the machine. A drop-down that the program opens is no press that it could have seen.
+bool IsComplaint(GLogLevelFlags level, const std::string& domain, std::string_view text) {
     constexpr const char* kToolkit[] = {"Gtk", "Gdk", "GLib-GObject", "Pango"};
+    constexpr std::string_view kOpenedByProgram = "no trigger event for menu popup";
     if ((level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL)) != 0) return true;
-    return (level & G_LOG_LEVEL_WARNING) != 0 &&
+    return (level & G_LOG_LEVEL_WARNING) != 0 && text != kOpenedByProgram &&
            std::ranges::find(kToolkit, domain) != std::end(kToolkit);
 }
 
 GLogWriterOutput Write(GLogLevelFlags level, const GLogField* fields, gsize count, void* hearer) {
     const GLogWriterOutput written = g_log_writer_default(level, fields, count, nullptr);
-    if (IsComplaint(level, FieldOf(fields, count, "GLIB_DOMAIN")))
-        (*static_cast<Hearer*>(hearer))(FieldOf(fields, count, "MESSAGE"));
+    const std::string text = FieldOf(fields, count, "MESSAGE");
+    if (IsComplaint(level, FieldOf(fields, count, "GLIB_DOMAIN"), text))
+        (*static_cast<Hearer*>(hearer))(text);
     return written;
 }
 

@@ -27,7 +27,12 @@ TEST(HexCommand, IsNormalisedAndTurnedIntoBytesAndBack) {
 }
 
 struct ControlProtocol : testing::Test {
-    bool Read(const std::string& text) { return ReadControlProtocol(text, model); }
+    bool Read(const std::string& text) { return ReadControlProtocol(text, model).ok(); }
+    /// How many sections a text is found to have; none when it is refused.
+    int Sections(const std::string& text) {
+        const Result<int> sections = ReadControlProtocol(text, model);
+        return sections ? *sections : 0;
+    }
     Json::Value Written() const { return *ParseJson(ControlProtocolText(model)); }
     SettingsRow Row(std::size_t grid, std::size_t group, std::size_t row) {
         return ControlProtocolRows(model)[grid].at(group).rows.at(row);
@@ -80,7 +85,7 @@ TEST_F(ControlProtocol, TakesOfAPartialDocumentWhatItHoldsAndFits) {
     expected.songSystem.serverPort = 9000;
     EXPECT_EQ(model, expected);
     ASSERT_TRUE(Read(R"({"KtvDev":{"KTVServerIP":5,"KTVName":"1","KTVServerPort":1.5},
-        "Serial":[],"VideoType":{"0":{}},"LayOut":[null,7,{"LayOutName":null}],"unknown":1,
+        "Serial":[],"VideoType":{"0":{}},"LayOut":[null,7,{"LayOutName":null}],
         "Projector":[{"Cmd":{}},{"Cmd":[[],{"ONCmd":1}]}],"AudioType":[[]]})"));
     EXPECT_EQ(model, expected);
     const ControlProtocolModel before = model;
@@ -107,6 +112,24 @@ TEST_F(ControlProtocol, FillsTheSlotsThatAnArrayHasAndNoMore) {
     EXPECT_EQ(again, model);
 }
 
+TEST_F(ControlProtocol, WritesBackWhatThePlayerAloneKnows) {
+    ASSERT_TRUE(Read(R"({"new":{"a":[1]},"Serial":{"Echo":true},"VideoType":[{},{"Icon":"x"}],
+        "Projector":[{"Cmd":[{"Delay":5}]}]})"));
+    const ControlProtocolModel players = model;
+    ASSERT_TRUE(ReadControlProtocol(
+        R"({"new":2,"more":3,"Serial":{"Echo":1,"Play":"A5"},"VideoType":[{"Icon":"y"}]})", model,
+        Source::kFile));
+    const Json::Value json = Written();
+    EXPECT_EQ(Compact(AsBytes(WriteJson(json["new"]))), R"({"a":[1]})");
+    EXPECT_FALSE(json.isMember("more") || json["VideoType"][0].isMember("Icon"));
+    EXPECT_EQ(json["Serial"]["Echo"], true);
+    EXPECT_EQ(json["Serial"]["Play"], "A5");
+    EXPECT_EQ(json["VideoType"][1]["Icon"], "x");
+    EXPECT_EQ(json["Projector"][0]["Cmd"][0]["Delay"], 5);
+    model.serial.play.clear();
+    EXPECT_EQ(model, players);
+}
+
 TEST_F(ControlProtocol, CallsTheUsbDiskAThousandInJsonAlone) {
     for (const auto& [read, shown, written] :
          {std::tuple(1000, "U Disk", 1000), std::tuple(2, "U Disk", 1000),
@@ -122,6 +145,9 @@ TEST_F(ControlProtocol, ClampsIndexesWhenItIsShownAndKeepsUnlistedNumbers) {
         "Projector":[{},{"ProtocolType":2}]})"));
     EXPECT_EQ(Row(1, 0, 3).value, "Single Play");
     EXPECT_EQ(Row(1, 0, 0).value, "14400");
+    EXPECT_EQ(Row(1, 0, 0).choices.back(), "14400");
+    for (const char* rate : {"1200", "14400"})
+        EXPECT_EQ(Enter(1, "BaudRate", rate), std::string("=") + rate);
     const Json::Value json = Written();
     EXPECT_EQ(json["Serial"]["PlayMode"].asInt() * 10 + json["Serial"]["Language"].asInt(), 40);
     EXPECT_EQ(json["Serial"]["AudioOutChl"], 1000);
@@ -129,11 +155,32 @@ TEST_F(ControlProtocol, ClampsIndexesWhenItIsShownAndKeepsUnlistedNumbers) {
     EXPECT_EQ(json["Serial"]["BaudRate"], 14400);
 }
 
+TEST_F(ControlProtocol, MarksAndKeepsWhatAPlayerHoldsBeyondItsRows) {
+    ASSERT_TRUE(Read(R"({"KtvDev":{"KTVServerPort":70000},"Serial":{"DMX512Addr1":0,
+        "Physical1Width":-3,"Play":"A5 0","ElectroacousticMode":99999999999,
+        "PlayMode":-99999999999,"DataBit":1e3}})"));
+    const auto shown = [this](const std::string& key) {
+        const SettingsRow row = *ControlProtocolRow(model, key);
+        return row.value + (row.caution.empty() ? "" : "!");
+    };
+    EXPECT_EQ(shown("KtvDev/KTVServerPort") + shown("Serial/DMX512Addr1") +
+                  shown("Serial/Physical1Width") + shown("Serial/Play") + shown("Serial/Pause"),
+              "70000!0!-3!A5 0!");
+    EXPECT_EQ(shown("Serial/ElectroacousticMode") + shown("Serial/DataBit"), "99999999999!1000");
+    static_cast<void>(ControlProtocolRows(model));
+    const Json::Value json = Written()["Serial"];
+    EXPECT_EQ(json["ElectroacousticMode"].asInt64(), 99999999999);
+    EXPECT_EQ(json["PlayMode"].asInt() + json["DMX512Addr1"].asInt(), 0);
+    EXPECT_EQ(Enter(1, "电音模式", "3"), "=3");
+    EXPECT_EQ(Written()["Serial"]["ElectroacousticMode"], 3);
+}
+
 TEST_F(ControlProtocol, TakesOverWhatFitsARowAndRefusesTheRest) {
     // clang-format off
     const std::tuple<std::size_t, const char*, const char*, const char*> cases[] = {
         {0, "ServerIP", "10.0.0.7", "=10.0.0.7"}, {0, "ServerIP", "", "="}, {0, "ServerIP", "10.0.0", "!input error!"},
         {0, "Server Port", "65536", "!input error!"}, {0, "Server Port", "0065535", "=65535"},
+        {0, "Server Port", " 7\t", "=7"}, {0, "ServerIP", " 10.0.0.8 ", "=10.0.0.8"}, {1, "BaudRate", "x", "!input error!"},
         {0, "KTV Name", "视翰", "=视翰"}, {0, "KTV Name", "other", "!input error!"}, {1, "BaudRate", "9600", "=9600"},
         {1, "Screen2PhysicalHeight(cm)", "100001", "!input error!"}, {1, "Screen2PhysicalHeight(cm)", "100000", "=100000"},
         {1, "第二幕DMX512地址", "0", "!input error!"}, {1, "第二幕DMX512地址", "513", "!input error!"},
@@ -185,8 +232,8 @@ TEST_F(ControlProtocol, FindsTheRowThatALearnedCommandGoesTo) {
 
 TEST_F(ControlProtocol, IsKnownInAFileByItsSections) {
     for (const char* text : {"", "[]", "{}", R"({"data":[]})"})
-        EXPECT_FALSE(HoldsControlProtocol(text)) << text;
-    EXPECT_TRUE(HoldsControlProtocol(R"({"LayOut":0})"));
+        EXPECT_FALSE(Sections(text)) << text;
+    EXPECT_EQ(Sections(R"({"LayOut":0,"x":1})"), 1);
     const TemporaryFolder folder;
     const auto path = ControlProtocolPath(folder.Path());
     ASSERT_TRUE(WriteControlProtocol(model, path));

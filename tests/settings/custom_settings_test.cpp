@@ -147,6 +147,18 @@ TEST_F(CustomSettingItems, IgnoreEditsThatDoNotFit) {
     EXPECT_EQ(Written(), before);
 }
 
+TEST_F(CustomSettingItems, AreMarkedOutsideTheirRangeAndSayWhySignsAreIgnored) {
+    Parse(Group(Item("IntRange", "50", "[10,-1]") + "," + Item("DoubleRange", "1", "[]")));
+    const auto answer = [this](int item, const char* text) {
+        return settings.UpdateFromGrid(0, item, "", "L", text);
+    };
+    EXPECT_EQ(settings.BuildGrid()[0].rows[0].caution, "The value is outside the range -1 to 10.");
+    EXPECT_EQ(answer(0, "10").caution + answer(1, "99").caution, "");
+    EXPECT_EQ(answer(0, "11").caution, "The value is outside the range -1 to 10.");
+    EXPECT_EQ(answer(0, "-1").text,
+              "Negative numbers are not accepted. The value stays as it was.");
+}
+
 TEST_F(CustomSettingItems, TickEachOfferedValueByItsPosition) {
     Parse(Group(Item("IntMultiple", "[9,1]", "[1,2,1]")));
     EXPECT_EQ(Shown(), "L[1]=1 L[2]=0 L[1]=1");
@@ -236,8 +248,8 @@ TEST(CustomSettings, AreOfUseOnlyWithAnItem) {
     CustomSettings settings;
     const std::string useful = Group(Item("Int", "1", "[]"));
     for (const std::string& useless : {std::string("{"), Group(Item("GroupName", "\"x\"", "[]"))}) {
-        ASSERT_TRUE(settings.TakeReply(useful));
-        EXPECT_FALSE(settings.TakeFile(useless) || settings.TakeReply(useless));
+        ASSERT_TRUE(settings.TakeReply(useful).ok());
+        EXPECT_FALSE(settings.TakeFile(useless).ok() || settings.TakeReply(useless).ok());
         EXPECT_THAT(settings.Rows(), testing::SizeIs(1));
     }
 }

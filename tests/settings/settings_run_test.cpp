@@ -19,10 +19,11 @@ const Box kForeignQuestion =
 /// A text is the whole document and its value; "bad" is of no use. What stands before a colon is
 /// its key.
 struct TextDocument : SettingsDocument {
-    bool TakeReply(std::string_view reply) override { return TakeFile(reply); }
-    bool TakeFile(std::string_view file) override {
-        if (file != "bad") text = file;
-        return file != "bad";
+    Status TakeReply(std::string_view reply) override { return TakeFile(reply); }
+    Status TakeFile(std::string_view file) override {
+        if (file == "bad") return Error{"bad"};
+        text = file;
+        return Done{};
     }
     std::string Write() const override { return text; }
     SettingsRows Rows() const override {

@@ -73,7 +73,7 @@ TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
         EXPECT_TRUE(PumpUntil([&] { return Held() == *ReadFile(file); }));
         EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolState) == "The player has confirmed."; }));
         ControlProtocolModel model;
-        EXPECT_TRUE(ReadControlProtocol(Held(), model));
+        EXPECT_TRUE(ReadControlProtocol(Held(), model).ok());
         EXPECT_EQ(model.videoTypes[4].sendCommand + model.serial.nextType, "A50BA50C");
         EXPECT_TRUE(Enabled(wxID_OK));
     });
