@@ -79,7 +79,7 @@ wxStaticBoxSizer* MakeGroup(wxWindow* parent, int id, const LocalText& label) {
 }
 
 /// Of a drop-down, whatever names it will offer.
-wxSize NameSize(const wxWindow& window) { return {24 * LetterWidth(window), wxDefaultCoord}; }
+wxSize NameSize(const wxWindow& window) { return {20 * LetterWidth(window), wxDefaultCoord}; }
 
 /// Of the state, whatever it will be.
 wxSize StateSize(const wxWindow& window) {

@@ -9,7 +9,7 @@ namespace sontaro {
 
 namespace {
 
-constexpr int kWidestInLetters = 12;
+constexpr int kWidestInLetters = 11;
 constexpr std::size_t kLongestTooltip = 300;
 constexpr std::size_t kLongestMeasured = 300;  // wider than any screen's share of a button
 
