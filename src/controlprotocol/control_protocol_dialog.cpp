@@ -46,17 +46,16 @@ constexpr LocalText kLearn = {"从串口学习命令", "Learn from the serial li
 constexpr LocalText kLines[] = {
     InBoth(""),
     {"已连接。串口收到的命令会写入所选视频类别的“切换命令”。",
-     "Connected. Commands from the serial line go into Send Cmd of the chosen video type."},
-    {"已从串口学习 %s，写入视频类别%d。", "Learned %s from the serial line, for Video Type%d."},
+     "Connected. What is received goes into Send Cmd of the chosen type."},
+    {"已从串口学习 %s，写入视频类别%d。", "Learned %s for Video Type%d."},
     {"已从串口学习 %s，写入视频类别%d，替换了 %s。",
-     "Learned %s from the serial line, for Video Type%d, in place of %s."},
+     "Learned %s for Video Type%d, in place of %s."},
     {"串口收到 %s。要学习命令，请先选中一个视频类别的行。",
-     "Received %s from the serial line. To learn it, choose a row of a video type."},
-    {"串口收到 %s，正在编辑单元格，未写入。",
-     "Received %s from the serial line. Not learned: a cell is being edited."},
-    {"串口收到 %s，未学习。", "Received %s from the serial line. Not learned."},
+     "Received %s. To learn it, choose a row of a video type."},
+    {"串口收到 %s，正在编辑单元格，未写入。", "Received %s. Not learned: a cell is being edited."},
+    {"串口收到 %s，未学习。", "Received %s, which was not learned."},
     {"串口收到 %s，正在发送设置，未写入。",
-     "Received %s from the serial line. Not learned: the settings are being sent."},
+     "Received %s. Not learned: the settings are being sent."},
 };
 
 std::string Shortened(const std::string& command) {

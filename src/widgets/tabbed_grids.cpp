@@ -19,8 +19,7 @@ constexpr int kGridLines = 25;
 constexpr int kFilterCharacters = 30;
 
 constexpr LocalText kFilter = {"筛选", "Filter"};
-constexpr LocalText kFilterHint = {"标题、名称或数值中包含的文字",
-                                   "Text in a heading, name or value"};
+constexpr LocalText kFilterHint = {"标题、名称或数值中的文字", "Heading, name or value"};
 
 }  // namespace
 

@@ -62,8 +62,7 @@ TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
         Player().AddSerialBytes({0xa5, 0x0b});
         EXPECT_TRUE(PumpUntil([&] { return Value(3, "VideoType/4/SendCmd") == "A50B"; }));
         EXPECT_TRUE(Grid(3).GetPropertyByName("VideoType/4/SendCmd")->HasFlag(wxPG_PROP_MODIFIED));
-        EXPECT_EQ(Text(kProtocolLine),
-                  "Learned A50B from the serial line, for Video Type5, in place of A5020503.");
+        EXPECT_EQ(Text(kProtocolLine), "Learned A50B for Video Type5, in place of A5020503.");
         Type(2, "Serial/NextType", "a5 0");
         Press(dialog, wxID_OK);
         EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
