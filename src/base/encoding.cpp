@@ -73,6 +73,8 @@ bool IsWellFormedUtf8(std::string_view bytes) {
 }
 
 std::string DecodeUtf8(std::string_view bytes) {
+    const auto isAscii = [](char byte) { return static_cast<std::uint8_t>(byte) < 0x80; };
+    if (std::ranges::all_of(bytes, isAscii)) return std::string(bytes);
     std::string text;
     text.reserve(bytes.size());
     std::size_t begin = 0;  // of what is well-formed and not copied yet

@@ -9,11 +9,12 @@ namespace sontaro {
 ControlProtocolModel::ControlProtocolModel() { ControlProtocolSchema().Reset(*this); }
 
 Result<int> ReadControlProtocol(std::string_view text, ControlProtocolModel& model, Source source) {
-    const Result<Json::Value> json = ParseJson(text);
+    Result<Json::Value> json = ParseJson(text);
     if (!json) return Error{json.reason()};
     if (!json->isObject()) return Error{"the text is no JSON object"};
-    ControlProtocolSchema().Read(*json, source, model);
-    return ControlProtocolSchema().MembersIn(*json);
+    const int sections = ControlProtocolSchema().MembersIn(*json);
+    ControlProtocolSchema().Read(std::move(*json), source, model);
+    return sections;
 }
 
 std::string ControlProtocolText(const ControlProtocolModel& model) {

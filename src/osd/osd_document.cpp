@@ -68,12 +68,12 @@ Status OsdSettings::TakeReply(std::string_view text) {
 Status OsdSettings::TakeFile(std::string_view text) { return Take(text, Source::kFile); }
 
 Status OsdSettings::Take(std::string_view text, Source source) {
-    const Result<Json::Value> json = ParseJson(text);
+    Result<Json::Value> json = ParseJson(text);
     if (!json) return Error{json.reason()};
     Status checked = Check(*json, source);
     if (!checked) return checked;
-    kSchema.Read(*json, source, document_);
     if (source == Source::kPlayer) holdsDefaults_ = (*json)[kData].empty();
+    kSchema.Read(std::move(*json), source, document_);
     return checked;
 }
 

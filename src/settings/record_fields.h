@@ -61,7 +61,8 @@ struct RecordTable;
 
 /// A row of a table.
 struct Field {
-    const char* key = nullptr;  ///< in JSON; absent: the row is a heading for those that follow
+    std::string_view
+        key;  ///< in JSON, a literal; empty: the row is a heading for those that follow
     Slot (*slot)(void* record) = nullptr;
     const RecordTable* parts = nullptr;  ///< of the records in it; absent: it is a value
     FieldShape shape = {};

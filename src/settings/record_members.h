@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <variant>
 #include <vector>
@@ -20,10 +21,10 @@ namespace sontaro {
 /// `others` of this type keeps them.
 class OtherKeys {
    public:
-    [[nodiscard]] const Json::Value* Find(const char* key) const;
+    [[nodiscard]] const Json::Value* Find(std::string_view key) const;
     /// Adds the members of an object.
     void Keep(const Json::Value& object);
-    void Drop(const char* key);
+    void Drop(std::string_view key);
     /// Puts them into `object`.
     void Write(Json::Value& object) const;
 

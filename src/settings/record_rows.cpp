@@ -19,8 +19,9 @@ struct Place {
     std::string path;
     int number = 0;
 
-    [[nodiscard]] std::string KeyOf(const char* key) const {
-        return path.empty() ? key : path + '/' + key;
+    [[nodiscard]] std::string KeyOf(std::string_view key) const {
+        std::string own = path.empty() ? "" : path + '/';
+        return own.append(key);
     }
     [[nodiscard]] Place At(std::size_t place, std::uint32_t id) const {
         return {path + '/' + std::to_string(id), NumberOf(place)};
@@ -78,7 +79,7 @@ void ShowField(const RecordTable& table, const Field& field, const void* record,
 void ShowRecord(const RecordTable& table, const void* record, const Place& place,
                 SettingsRows& groups) {
     for (int headings = 0; const Field& field : table.fields) {
-        if (field.key) {
+        if (!field.key.empty()) {
             ShowField(table, field, record, place, groups);
             continue;
         }
@@ -133,9 +134,8 @@ std::optional<Target> Find(const RecordTable& table, void* record, std::string_v
                            std::string_view rest, int number) {
     using Found = std::optional<Target>;
     const std::string_view name = TakePart(rest);
-    const auto field = std::ranges::find_if(table.fields, [name](const Field& other) {
-        return other.key != nullptr && name == other.key;
-    });
+    const auto field = std::ranges::find_if(
+        table.fields, [name](const Field& other) { return !name.empty() && name == other.key; });
     if (field == table.fields.end()) return std::nullopt;
     const std::string path(key.substr(0, key.size() - rest.size() - (rest.empty() ? 0 : 1)));
     const bool isShown = field->shape.rule != FieldRule::kHidden;
@@ -171,7 +171,7 @@ std::optional<SettingsRow> RowOfEntries(const CustomEntries& entries, const std:
 void Show(const RecordTable& table, const void* record, std::span<SettingsRows> grids) {
     for (const Field& field : table.fields) {
         SettingsRows& groups = grids[field.shape.grid];
-        if (field.key)
+        if (!field.key.empty())
             ShowField(table, field, record, {}, groups);
         else
             groups.push_back({"", Localized(field.label), {}});
@@ -203,7 +203,7 @@ EditAnswer Edit(const RecordTable& table, const SettingsEdit& edit, void* record
 std::optional<LocalText> RefusalToSend(const RecordTable& table, const void* record) {
     std::optional<LocalText> refusal;
     for (const Field& field : table.fields) {
-        if (!field.key || refusal) continue;
+        if (field.key.empty() || refusal) continue;
         const auto check = [&](ValueRef value) {
             if (field.shape.tooLong.english && IsTooLong(field, value))
                 refusal = field.shape.tooLong;

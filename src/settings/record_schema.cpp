@@ -8,8 +8,8 @@
 
 namespace sontaro {
 
-const Json::Value* OtherKeys::Find(const char* key) const {
-    return keys_ ? keys_->find(key, key + std::string_view(key).size()) : nullptr;
+const Json::Value* OtherKeys::Find(std::string_view key) const {
+    return keys_ ? keys_->find(key.data(), key.data() + key.size()) : nullptr;
 }
 
 void OtherKeys::Keep(const Json::Value& object) {
@@ -18,10 +18,10 @@ void OtherKeys::Keep(const Json::Value& object) {
     keys_ = std::make_shared<const Json::Value>(std::move(keys));
 }
 
-void OtherKeys::Drop(const char* key) {
+void OtherKeys::Drop(std::string_view key) {
     if (!Find(key)) return;
     Json::Value keys = *keys_;
-    keys.removeMember(key);
+    keys.removeMember(std::string(key));
     keys_ = keys.empty() ? nullptr : std::make_shared<const Json::Value>(std::move(keys));
 }
 
@@ -48,20 +48,28 @@ void ReadTexts(const Field& field, const Json::Value& json, TextList& texts) {
         static_cast<void>(ReadValue(field, json[i], &texts[i]));
 }
 
-void ReadList(const Field& field, const Json::Value& json, Source source, const RecordList& list) {
+/// Elements that have been read are given up a batch at a time: a large document is freed while it
+/// is still in the cache, and its memory serves the records in pieces of some size.
+void ReadList(const Field& field, Json::Value& json, Source source, const RecordList& list) {
+    constexpr std::size_t kBatch = 1024;
     if (!json.isArray()) return;
-    std::vector<const Json::Value*> elements;
+    std::vector<Json::Value*> elements;
+    elements.reserve(json.size());
     const bool isFixed = list.access->remake == nullptr;
-    for (const Json::Value& element : json)
+    for (Json::Value& element : json)
         if (isFixed || element.isObject()) elements.push_back(&element);
     if (!isFixed) {
         elements.resize(std::min(elements.size(), field.shape.longest));
         list.access->remake(list.list, elements.size());
     }
+    std::size_t done = 0;
     VisitList(list, [&](void* record, std::size_t place, std::uint32_t) {
+        if (place % kBatch == 0)
+            for (; done < std::min(place, elements.size()); ++done) *elements[done] = Json::Value();
         if (!isFixed) Reset(*field.parts, record);
         if (place < elements.size()) Read(*field.parts, *elements[place], source, record);
     });
+    json = Json::Value();
 }
 
 void ReadOne(const RecordTable& table, const Field& field, const Json::Value& json, void* record,
@@ -71,21 +79,25 @@ void ReadOne(const RecordTable& table, const Field& field, const Json::Value& js
         if (others) others->Drop(field.key);
     } else if (others && IsRaw(json, value)) {
         Json::Value raw;
-        raw[field.key] = json;
+        raw[field.key.data()] = json;
         others->Keep(raw);
     }
 }
 
-void KeepOthers(const RecordTable& table, const Json::Value& json, OtherKeys& others) {
-    Json::Value unknown(Json::objectValue);
-    for (auto member = json.begin(); member != json.end(); ++member) {
-        const std::string key = member.name();
-        const auto isIt = [&key](const Field& field) {
-            return field.key != nullptr && key == field.key;
-        };
-        if (std::ranges::none_of(table.fields, isIt)) unknown[key] = *member;
-    }
-    others.Keep(WithValidTexts(unknown));
+const Field* FieldNamed(const RecordTable& table, std::string_view key) {
+    const auto field = std::ranges::find(table.fields, key, &Field::key);
+    return field == table.fields.end() || key.empty() ? nullptr : &*field;
+}
+
+void ReadField(const RecordTable& table, const Field& field, Json::Value& json, Source source,
+               void* record) {
+    const Overloaded read = {
+        [&](ValueRef value) { ReadOne(table, field, json, record, value); },
+        [&](TextList* texts) { ReadTexts(field, json, *texts); },
+        [&](CustomEntries* entries) { entries->Read(json); },
+        [&](RecordPart part) { Read(*field.parts, json, source, part.record); },
+        [&](const RecordList& list) { ReadList(field, json, source, list); }};
+    std::visit(read, field.slot(record));
 }
 
 }  // namespace
@@ -95,7 +107,7 @@ void Reset(const RecordTable& table, void* record) {
         return [&parts](void* part, std::size_t, std::uint32_t) { Reset(parts, part); };
     };
     for (const Field& field : table.fields) {
-        if (!field.key) continue;
+        if (field.key.empty()) continue;
         const Overloaded reset = {[&](ValueRef value) { ResetValue(field, value); },
                                   [](TextList* texts) { texts->clear(); },
                                   [](CustomEntries* entries) { *entries = {}; },
@@ -108,31 +120,26 @@ void Reset(const RecordTable& table, void* record) {
     }
 }
 
-void Read(const RecordTable& table, const Json::Value& json, Source source, void* record) {
+/// One pass over the members, most of which have their fields.
+void Read(const RecordTable& table, Json::Value& json, Source source, void* record) {
     if (!json.isObject()) return;
-    Json::ArrayIndex known = 0;
-    for (const Field& field : table.fields) {
-        const Json::Value* member =
-            field.key ? json.find(field.key, field.key + std::string_view(field.key).size())
-                      : nullptr;
-        if (!member) continue;
-        ++known;
-        const Overloaded read = {
-            [&](ValueRef value) { ReadOne(table, field, *member, record, value); },
-            [&](TextList* texts) { ReadTexts(field, *member, *texts); },
-            [&](CustomEntries* entries) { entries->Read(*member); },
-            [&](RecordPart part) { Read(*field.parts, *member, source, part.record); },
-            [&](const RecordList& list) { ReadList(field, *member, source, list); }};
-        std::visit(read, field.slot(record));
+    Json::Value unknown;
+    for (auto member = json.begin(); member != json.end(); ++member) {
+        const char* end = nullptr;
+        const char* begin = member.memberName(&end);
+        const std::string_view key(begin, static_cast<std::size_t>(end - begin));
+        if (const Field* field = FieldNamed(table, key))
+            ReadField(table, *field, *member, source, record);
+        else if (source == Source::kPlayer)
+            unknown[std::string(key)] = *member;
     }
     OtherKeys* others = OthersOf(table, record);
-    if (others && known < json.size() && source == Source::kPlayer)
-        KeepOthers(table, json, *others);
+    if (others != nullptr && !unknown.isNull()) others->Keep(WithValidTexts(unknown));
 }
 
 int MembersIn(const RecordTable& table, const Json::Value& json) {
     const auto isIn = [&json](const Field& field) {
-        return field.key != nullptr && json.isMember(field.key);
+        return !field.key.empty() && json.isMember(std::string(field.key));
     };
     return static_cast<int>(std::ranges::count_if(table.fields, isIn));
 }
@@ -140,8 +147,8 @@ int MembersIn(const RecordTable& table, const Json::Value& json) {
 Json::Value ToJson(const RecordTable& table, const void* record) {
     Json::Value json(Json::objectValue);
     for (const Field& field : table.fields) {
-        if (!field.key) continue;
-        Json::Value& member = json[Json::StaticString(field.key)];  // the table's own
+        if (field.key.empty()) continue;
+        Json::Value& member = json[Json::StaticString(field.key.data())];  // a literal
         const Overloaded write = {
             [&](ValueRef value) { member = ValueToJson(field, value); },
             [&](const TextList* texts) {
@@ -164,7 +171,7 @@ Json::Value ToJson(const RecordTable& table, const void* record) {
 
 void Clamp(const RecordTable& table, void* record) {
     for (const Field& field : table.fields) {
-        if (!field.key) continue;
+        if (field.key.empty()) continue;
         const Overloaded clamp = {[&](ValueRef value) {
                                       if (field.shape.rule != FieldRule::kIndex) return;
                                       ClampValue(field, value, RawOf(table, field, record));

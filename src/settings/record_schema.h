@@ -21,7 +21,7 @@ enum class Source { kPlayer, kFile };
 namespace records {
 
 void Reset(const RecordTable& table, void* record);
-void Read(const RecordTable& table, const Json::Value& json, Source source, void* record);
+void Read(const RecordTable& table, Json::Value& json, Source source, void* record);
 [[nodiscard]] int MembersIn(const RecordTable& table, const Json::Value& json);
 [[nodiscard]] Json::Value ToJson(const RecordTable& table, const void* record);
 void Clamp(const RecordTable& table, void* record);
@@ -46,8 +46,8 @@ class RecordSchema {
     /// Takes over what an object holds. A key that is missing or of another type leaves its field
     /// as it is, and so does what is no element of an array; elements that come and go are replaced
     /// as a whole. A whole number beyond its field is kept to be written back. Booleans and
-    /// fractions are no whole numbers.
-    void Read(const Json::Value& json, Source source, Record& record) const {
+    /// fractions are no whole numbers. What has been read is given up, while it is still at hand.
+    void Read(Json::Value&& json, Source source, Record& record) const {
         records::Read(*table_, json, source, &record);
     }
 

@@ -20,8 +20,25 @@ constexpr LocalText kReplaceQuestion = {"文件已存在，要替换吗？",
                                         "The file exists already. Replace it?"};
 constexpr LocalText kNoSuchFile = {"没有这个文件！", "There is no such file!"};
 
+/// A program that is busy asks with its usual pointer. The toolkit's own way is not there on every
+/// system.
+class AnswerablePointer {
+   public:
+    AnswerablePointer() {
+        for (; wxIsBusy(); ++busy_) wxEndBusyCursor();
+    }
+    ~AnswerablePointer() {
+        for (; busy_ > 0; --busy_) wxBeginBusyCursor();
+    }
+    AnswerablePointer(const AnswerablePointer&) = delete;
+    AnswerablePointer& operator=(const AnswerablePointer&) = delete;
+
+   private:
+    int busy_ = 0;
+};
+
 int Show(const std::string& text, long style) {
-    const wxBusyCursorSuspender answerable;
+    const AnswerablePointer answerable;
     wxGenericMessageDialog box(FrontDialog(), ToWx(text), ToWx(ApplicationTitle()), style);
     UseLanguageFont(box);
     if ((style & wxYES_NO) != 0) {

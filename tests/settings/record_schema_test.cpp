@@ -73,7 +73,7 @@ constexpr const char* kDocument = R"({"Open":false,"Share":0.25,"Visitors":18446
 struct SmallDocument : testing::Test {
     SmallDocument() { kSchema.Reset(club); }
     void Read(const std::string& text, Source source = Source::kPlayer) {
-        kSchema.Read(*ParseJson(text), source, club);
+        kSchema.Read(std::move(*ParseJson(text)), source, club);
     }
     std::string Written() const { return Compact(AsBytes(WriteJson(kSchema.ToJson(club)))); }
     /// The keys and values of a grid, groups in brackets behind their names.
