@@ -5,6 +5,16 @@
 
 namespace sontaro {
 
+namespace {
+
+/// Calls a copy: the call may destroy the original.
+template <class Function, class... Arguments>
+void Call(Function function, Arguments&... arguments) {
+    function(arguments...);
+}
+
+}  // namespace
+
 // Whatever calls the owner may find the conversation gone afterwards: `alive` tells.
 
 Conversation::Conversation(const ExchangeServices& services, Target player, Listener listener,
@@ -41,8 +51,9 @@ void Conversation::Transmit() {
     const std::weak_ptr alive = alive_;
     const std::uint64_t id = open_->id;
     const Request request = open_->request;
+    const Target player = player_;  // not even the player may be there any more
     transmitting_ = true;
-    const Sending sending = services_.channel.Send(player_, request.packet, boxes_);
+    const Sending sending = services_.channel.Send(player, request.packet, boxes_);
     if (alive.expired()) return;
     transmitting_ = false;
     if (sending) Use(sending.Connection());
@@ -97,7 +108,8 @@ void Conversation::Owe(const Request& request, std::size_t replies) {
 
 Sending Conversation::Post(const SharedPacket& packet) {
     const std::weak_ptr alive = alive_;
-    const Sending sending = services_.channel.Send(player_, packet, boxes_);
+    const Target player = player_;
+    const Sending sending = services_.channel.Send(player, packet, boxes_);
     if (!alive.expired() && sending) Use(sending.Connection());
     return sending;
 }
@@ -141,7 +153,7 @@ bool Conversation::Take(WindowMessage& message) {
     const bool mayAnswer = open_ && open_->connection == message.origin.connection;
     const Verdict verdict = mayAnswer ? open_->request.judge(message) : Verdict{};
     switch (verdict.kind) {
-        case Verdict::Kind::kNotMine: listener_.unasked(message); break;
+        case Verdict::Kind::kNotMine: Call(listener_.unasked, message); break;
         case Verdict::Kind::kReply: Finish({End::kReply, 0, {}, &message}, 1); break;
         case Verdict::Kind::kRefused: Finish({End::kRefused, verdict.code, {}, &message}, 1); break;
     }
@@ -204,7 +216,7 @@ void Conversation::LinkEnded(ConnectionNumber connection) {
             if (alive.expired()) return;
         }
     }
-    if (isCurrent) listener_.linkEnded();
+    if (isCurrent) Call(listener_.linkEnded);
 }
 
 }  // namespace sontaro

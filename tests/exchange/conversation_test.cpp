@@ -190,6 +190,23 @@ TEST_F(Talk, MayBeDestroyedAskedAndCancelledFromWithinItsCalls) {
     EXPECT_TRUE(ends.empty() && timers.Waiting() == 0);
 }
 
+TEST_F(Talk, MayBeDestroyedByWhoeverHearsSomethingUnaskedOrTheEndOfTheLink) {
+    const std::string large(100, 'x');  // has to outlive the listener as well
+    const auto listen = [this, large] {
+        talk.reset();
+        ends.push_back(large);
+    };
+    const Conversation::Listener listener{[listen](WindowMessage&) { listen(); }, listen};
+    talk = std::make_unique<Conversation>(exchange, player, listener);
+    Document("a");
+    talk = std::make_unique<Conversation>(exchange, player, listener);
+    Read();
+    Document("a");
+    LoseLink();
+    EXPECT_EQ(ends.size(), 3U);
+    EXPECT_FALSE(talk);
+}
+
 TEST_F(Talk, MutedOneWantsNoBoxAndSaysSo) {
     const auto report = [this] {
         return hub.Report({ExchangeNews::Kind::kNotSupported, {player, {}, 1}});
