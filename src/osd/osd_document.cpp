@@ -72,7 +72,7 @@ Status OsdSettings::Take(std::string_view text, Source source) {
     if (!json) return Error{json.reason()};
     Status checked = Check(*json, source);
     if (!checked) return checked;
-    if (source == Source::kPlayer) holdsDefaults_ = (*json)[kData].empty();
+    if (!(*json)[kData].empty()) holdsDefaults_ = false;
     kSchema.Read(std::move(*json), source, document_);
     return checked;
 }

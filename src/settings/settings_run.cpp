@@ -180,9 +180,10 @@ void SettingsRun::Save() {
     Send(*outgoing, std::move(sent));
 }
 
-/// One that has been waited for in vain is given up; others are sent one after another.
+/// One that has been waited for in vain is given up; others are sent one after another. What
+/// restarts the player waits for nothing: only what has gone out ends the editing.
 void SettingsRun::Send(const OutgoingSettings& outgoing, Sent sent) {
-    if (reading_ || SecondsWithoutAnswer() > 0) talk_.Cancel();
+    if (reading_ || SecondsWithoutAnswer() > 0 || outgoing.restarts) talk_.Cancel();
     waited_ = {};
     ++awaited_;
     Enter(SettingsState::kSent);

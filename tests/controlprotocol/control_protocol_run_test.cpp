@@ -205,6 +205,20 @@ TEST_F(Editor, SendsNothingMoreOnceARestartWasAskedFor) {
     EXPECT_EQ(prompts.boxes.size(), 1U);
 }
 
+TEST_F(Editor, ARestartWaitsForNoAnswerAndEndsTheEditingOnlyOnceItHasGoneOut) {
+    ReadFrom(kDocument);
+    Upload();
+    channel.refusal = NotSent::kConnectFailed;
+    prompts.answers = {true};
+    Upload();
+    EXPECT_TRUE(run->Settings().MaySend());
+    channel.refusal.reset();
+    prompts.answers = {true};
+    Upload();
+    EXPECT_EQ(Log(), "3.1.1; 3.1.1q1; ");
+    EXPECT_FALSE(run->Settings().MaySend());
+}
+
 TEST_F(Editor, KeepsWhatCouldNotBeSentAndSaysSo) {
     ReadFrom(kDocument);
     Edit("9001");
