@@ -5,6 +5,7 @@
 
 #include "widgets/common_texts.h"
 #include "widgets/exchange_texts.h"
+#include "widgets/front_dialog.h"
 #include "widgets/settings_state_text.h"
 #include "widgets/wx_text.h"
 
@@ -138,7 +139,13 @@ bool CControlProtocol::MayClose() { return !leaving_ && FeatureDialog::MayClose(
 void CControlProtocol::Leave() {
     leaving_ = true;
     Disable();
-    run_.Leave([this] { EndModal(wxID_CANCEL); });
+    run_.Leave([this] { EndUnderNoBox(); });
+}
+
+/// A box that has opened meanwhile stands on this dialog's own loop.
+void CControlProtocol::EndUnderNoBox() {
+    if (FrontDialog() != this) return run_.Leave([this] { EndUnderNoBox(); });
+    if (IsModal()) EndModal(wxID_CANCEL);
 }
 
 void CControlProtocol::ReadAgain() {

@@ -37,6 +37,7 @@ class CControlProtocol : public FeatureDialog, private ControlProtocolView {
     void HandleMessage(WindowMessage& message) override { run_.Settings().Handle(message); }
     [[nodiscard]] bool MayClose() override;
     void Leave() override;
+    void EndUnderNoBox();
     void ReadAgain() override;
     [[nodiscard]] bool HasUnsentChanges() const override {
         return run_.Settings().HasUnsentChanges();

@@ -26,7 +26,7 @@ class KeepAlive {
     void Wait() {
         timer_.Start(kPeriod, [this] {
             Wait();
-            talk_.Post(ReadyPacket(kCommandSerialData, 0));
+            talk_.Post(ReadyPacket(kCommandSerialData, 0), Boxes::kMuted);
         });
     }
 

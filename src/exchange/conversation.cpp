@@ -95,7 +95,7 @@ void Conversation::Finish(Ended ended, std::size_t replies) {
     const Entry entry = std::move(*open_);
     open_.reset();
     limit_.Stop();
-    if (entry.connection == connection_) Owe(entry.request, entry.sent - replies);
+    Owe(entry.request, Owed(entry, replies));
     const std::weak_ptr alive = alive_;
     if (entry.ended) entry.ended(ended);
     if (!alive.expired()) Proceed();
@@ -106,10 +106,16 @@ void Conversation::Owe(const Request& request, std::size_t replies) {
         debts_.push_back({DecodeHeader(*request.packet).command, request.judge, replies});
 }
 
-Sending Conversation::Post(const SharedPacket& packet) {
+/// How many replies to a request are still to come when `replies` have.
+std::size_t Conversation::Owed(const Entry& entry, std::size_t replies) const {
+    const std::size_t come = replies + entry.paid;
+    return entry.connection == connection_ && entry.sent > come ? entry.sent - come : 0;
+}
+
+Sending Conversation::Post(const SharedPacket& packet, std::optional<Boxes> boxes) {
     const std::weak_ptr alive = alive_;
     const Target player = player_;
-    const Sending sending = services_.channel.Send(player, packet, boxes_);
+    const Sending sending = services_.channel.Send(player, packet, boxes.value_or(boxes_));
     if (!alive.expired() && sending) Use(sending.Connection());
     return sending;
 }
@@ -118,7 +124,7 @@ void Conversation::Cancel() {
     const std::weak_ptr alive = alive_;
     std::deque<Entry> cancelled = std::exchange(waiting_, {});
     if (open_) {
-        if (open_->connection == connection_) Owe(open_->request, open_->sent);
+        Owe(open_->request, Owed(*open_, 0));
         cancelled.push_front(std::move(*open_));
         open_.reset();
         limit_.Stop();
@@ -169,6 +175,8 @@ bool Conversation::PaysDebt(const std::function<bool(const Debt&)>& fits) {
     const auto debt = std::ranges::find_if(debts_, fits);
     if (debt == debts_.end()) return false;
     if (--debt->replies == 0) debts_.erase(debt);
+    if (open_ && fits({DecodeHeader(*open_->request.packet).command, open_->request.judge}))
+        ++open_->paid;  // when the debt's own one was lost, it was this one's
     return true;
 }
 
@@ -196,7 +204,7 @@ bool Conversation::HearRefusal(const Origin& origin) {
            DecodeHeader(*open_->request.packet).command == origin.header.command;
 }
 
-/// What waits for its turn ends as well: nothing connects again by itself.
+/// What waits for its turn ends as well, unsent: nothing connects again by itself.
 void Conversation::LinkEnded(ConnectionNumber connection) {
     const std::weak_ptr alive = alive_;
     const bool isCurrent = connection == connection_;
@@ -210,10 +218,11 @@ void Conversation::LinkEnded(ConnectionNumber connection) {
         ending.push_front(std::move(*open_));
         open_.reset();
         limit_.Stop();
+        Ended ended{End::kLinkEnded};
         for (const Entry& entry : ending) {
-            Ended ended{End::kLinkEnded};
             if (entry.ended) entry.ended(ended);
             if (alive.expired()) return;
+            ended = {End::kNotSent, 0, NotSent::kNotRunning};
         }
     }
     if (isCurrent) Call(listener_.linkEnded);

@@ -44,8 +44,9 @@ class Conversation {
     /// which may be before this returns.
     void Ask(Request request, EndedCall ended);
 
-    /// Sends a packet at once that no answer belongs to; nothing waits for it.
-    Sending Post(const SharedPacket& packet);
+    /// Sends a packet at once that no answer belongs to; nothing waits for it. `boxes` are the
+    /// conversation's own unless they are given.
+    Sending Post(const SharedPacket& packet, std::optional<Boxes> boxes = {});
 
     /// Sends the open request once more; whichever of its replies comes first ends it.
     void Repeat();
@@ -72,6 +73,7 @@ class Conversation {
         std::uint64_t id = 0;
         ConnectionNumber connection = 0;
         std::size_t sent = 0;  // how often over this connection
+        std::size_t paid = 0;  // of its replies that may have been taken for a debt's
         std::chrono::milliseconds waited{0};
     };
     struct Debt {
@@ -87,6 +89,7 @@ class Conversation {
     void Finish(Ended ended, std::size_t replies);
     void Use(ConnectionNumber connection);
     void Owe(const Request& request, std::size_t replies);
+    [[nodiscard]] std::size_t Owed(const Entry& entry, std::size_t replies) const;
     [[nodiscard]] bool PaysDebt(const std::function<bool(const Debt&)>& fits);
     [[nodiscard]] bool HearRefusal(const Origin& origin);
     Boxes Hear(const ExchangeNews& news);

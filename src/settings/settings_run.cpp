@@ -90,6 +90,7 @@ void SettingsRun::Read() {
 void SettingsRun::ReadEnded(const Ended& ended) {
     reading_ = false;
     waited_ = {};
+    if (ended.how != End::kReply) discarded_ = 0;
     code_ = ended.code;
     reason_ = ended.reason;
     switch (ended.how) {
@@ -172,6 +173,7 @@ bool SettingsRun::Agrees() {
 /// Questions take their time: what is changed or arrives while one is open is not sent.
 void SettingsRun::Save() {
     if (!MaySend() || !Agrees() || !MaySend()) return;
+    if (reading_) talk_.Cancel();  // its answer would take away what is being sent
     Sent sent{changes_.Now(), ValuesShown(), document_.Keys(), false};
     const std::optional<OutgoingSettings> outgoing = steps_.prepare(document_.Write());
     if (!outgoing || locked_) return;

@@ -67,7 +67,8 @@ void VideoControlRun::ReadAgain() {
 void VideoControlRun::Closing() {
     tick_.Stop();
     talk_.Cancel();
-    if (movedVolume_) talk_.Post(VideoCommandPacket(kVideoSound, TakeMovedVolume()));
+    if (movedVolume_ && IsConnected())
+        talk_.Post(VideoCommandPacket(kVideoSound, TakeMovedVolume()));
 }
 
 std::string VideoControlRun::TakeMovedVolume() {

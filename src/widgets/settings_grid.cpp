@@ -323,10 +323,7 @@ void SettingsGrid::WrapEmptyText() {
     empty_->Wrap(GetClientSize().x - FromDIP(32));
 }
 
-bool SettingsGrid::Commit() {
-    rejected_ = false;
-    return grid_->CommitChangesFromEditor() && !rejected_;
-}
+bool SettingsGrid::Commit() { return grid_->CommitChangesFromEditor() && untoldRefusals_ == 0; }
 
 void SettingsGrid::ShowConfirmed(std::map<std::string, std::string> values) {
     confirmed_ = std::move(values);
@@ -360,7 +357,7 @@ void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
         return;
     }
     event.Veto();
-    rejected_ = true;
+    if (answer.outcome == Outcome::kRefused) ++untoldRefusals_;
     // Not now: a message box takes the focus away, which would commit the same edit once more.
     CallAfter([this, name, answer] { Reject(name, answer); });
 }
@@ -385,6 +382,7 @@ void SettingsGrid::Mark(wxPGProperty& property, const std::string& caution) {
 }
 
 void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
+    if (answer.outcome == Outcome::kRefused) --untoldRefusals_;
     wxPGProperty* property = PropertyNamed(name);
     if (!property) return;
     grid_->RefreshProperty(property);

@@ -51,8 +51,9 @@ class SettingsGrid : public wxPanel {
     /// until the text changes.
     int Filter(const wxString& text);
 
-    /// Ends the edit that is open in a cell. False when it is not accepted: the user has been
-    /// told, and the row keeps its value.
+    /// Ends the edit that is open in a cell. False when it, or one that a press elsewhere has just
+    /// ended, is refused: the user is told, and the row keeps its value. What is only ignored is no
+    /// refusal.
     [[nodiscard]] bool Commit();
 
     /// Gives a row another value without asking the edit handler, as changed by the user. Scrolls
@@ -121,12 +122,12 @@ class SettingsGrid : public wxPanel {
     wxStaticText* empty_ = nullptr;
     wxTextCtrl* help_ = nullptr;
     wxString emptyText_;
-    std::string filter_;         // in its form to compare
-    int found_ = 0;              // rows that contain it
-    std::set<wxString> folded_;  // before there was a filter
-    wxString chosen_;            // by the user, before a filter hid it
-    EditAnswer accepted_;        // to the edit in progress
-    bool rejected_ = false;
+    std::string filter_;          // in its form to compare
+    int found_ = 0;               // rows that contain it
+    std::set<wxString> folded_;   // before there was a filter
+    wxString chosen_;             // by the user, before a filter hid it
+    EditAnswer accepted_;         // to the edit in progress
+    int untoldRefusals_ = 0;      // of edits that a press elsewhere may have ended
     bool columnsChosen_ = false;  // by the user
 };
 

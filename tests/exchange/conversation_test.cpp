@@ -92,8 +92,8 @@ TEST_F(Talk, EndsInEveryOtherWayExactlyOnce) {
     Read(), Write();
     talk->Cancel();
     EXPECT_THAT(Ends(), ElementsAre("read not sent", "read not supported", "layouts refused 0",
-                                    "read link ended", "waiting link ended", "link",
-                                    "read timed out", "read cancelled", "write cancelled"));
+                                    "read link ended", "waiting not sent", "link", "read timed out",
+                                    "read cancelled", "write cancelled"));
 }
 
 TEST_F(Talk, CountsWhatIsRefusedPerRequest) {
@@ -129,6 +129,10 @@ TEST_F(Talk, RepliesToWhatWasGivenUpStayOwed) {
     Read("fourth ");
     Document("new");
     EXPECT_THAT(Ends(), ElementsAre("third timed out", "link", "fourth reply new"));
+    Read("lost "), talk->Cancel();
+    Read("skips "), Document("its own"), talk->Cancel();
+    Read("heals "), Document("last");
+    EXPECT_THAT(Ends(), ElementsAre("lost cancelled", "skips cancelled", "heals reply last"));
 }
 
 TEST_F(Talk, AnyReplyEndsARequestThatWasRepeatedAndTheOthersAreNobodys) {
