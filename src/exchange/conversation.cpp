@@ -33,6 +33,7 @@ void Conversation::Ask(Request request, EndedCall ended) {
     Proceed();
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): `proceeding_` ends it
 void Conversation::Proceed() {
     if (std::exchange(proceeding_, true)) return;  // whoever does takes the next one up as well
     const std::weak_ptr alive = alive_;
@@ -47,6 +48,7 @@ void Conversation::Proceed() {
 
 /// Connecting may block, and a box may be open meanwhile: anything can have happened by the time
 /// that the outcome is known.
+// NOLINTNEXTLINE(misc-no-recursion): `proceeding_` ends it
 void Conversation::Transmit() {
     const std::weak_ptr alive = alive_;
     const std::uint64_t id = open_->id;
@@ -91,6 +93,7 @@ void Conversation::Repeat() {
 }
 
 /// Ends the open request, of which `replies` have come.
+// NOLINTNEXTLINE(misc-no-recursion): `proceeding_` ends it
 void Conversation::Finish(Ended ended, std::size_t replies) {
     const Entry entry = std::move(*open_);
     open_.reset();

@@ -60,7 +60,7 @@ class FeatureDialog : public wxDialog {
     /// The user wants everything to be asked anew: the button of `MakeReadAgainButton`, or Ctrl+R.
     virtual void ReadAgain() {}
     /// A button that says "Read again", or "Connect again" where there is no link.
-    [[nodiscard]] wxButton* MakeReadAgainButton(wxWindow* parent);
+    [[nodiscard]] static wxButton* MakeReadAgainButton(wxWindow* parent);
     void ShowReadAgain(bool connected);
 
     /// Puts the dialog, and the columns of `list` (may be absent), where they were when it last
