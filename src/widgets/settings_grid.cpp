@@ -8,7 +8,6 @@
 
 #include <algorithm>
 
-#include "base/row_text.h"
 #include "widgets/fonts.h"
 #include "widgets/grid_properties.h"
 #include "widgets/settings_grid_titles.h"
@@ -18,8 +17,6 @@ namespace sontaro {
 
 namespace {
 
-using Outcome = EditAnswer::Outcome;
-
 constexpr const char* kChineseText = "属性";
 constexpr int kFirstColumn = 200;  // device-independent pixels
 constexpr int kFirstColumnCharacters = 25;
@@ -27,22 +24,7 @@ constexpr int kLeastSecondColumn = 160;
 constexpr int kLeastHeight = 120;
 constexpr int kHelpLines = 3;
 
-constexpr LocalText kIgnored = {"输入未被接受，原值保持不变。",
-                                "This input is not accepted. The value stays as it was."};
-constexpr LocalText kDigitsOnly = {
-    "只接受数字 0 到 9，原值保持不变。",
-    "Only the digits 0 to 9 are accepted. The value stays as it was."};
-constexpr LocalText kDecimalsOnly = {
-    "只接受数字 0 到 9 和小数点，原值保持不变。",
-    "Only the digits 0 to 9 and a point are accepted. The value stays as it was."};
-
 constexpr LocalText kNothingFound = {"没有符合筛选条件的行。", "No row matches the filter."};
-
-const LocalText& HintFor(RowKind kind) {
-    if (kind == RowKind::kWholeNumber) return kDigitsOnly;
-    if (kind == RowKind::kDecimal) return kDecimalsOnly;
-    return kIgnored;
-}
 
 std::string CautionLine(const std::string& caution) {
     return caution.empty() ? "" : '\n' + caution;
@@ -339,76 +321,6 @@ void SettingsGrid::MarkChange(wxPGProperty& property, const std::string& value) 
     if (confirmed_.empty()) return;
     const auto held = confirmed_.find(SettingsGridRows::PlaceOf(property).row->key);
     property.SetModifiedStatus(held == confirmed_.end() || held->second != value);
-}
-
-void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
-    const RowPlace& place = SettingsGridRows::PlaceOf(*event.GetProperty());
-    const wxString name = event.GetPropertyName();
-    if (IsOtherColour(*place.row, event.GetValue())) {
-        event.Veto();
-        CallAfter([this, name] { AskForColour(name); });
-        return;
-    }
-    const std::string text = RowTextOf(*event.GetProperty(), *place.row, event.GetValue());
-    const bool isFixed = place.row->kind == RowKind::kReadOnly;
-    const EditAnswer answer = isFixed ? EditAnswer{} : onEdit_({place.row->key, text});
-    if (answer.outcome == Outcome::kAccepted) {
-        accepted_ = answer;
-        return;
-    }
-    event.Veto();
-    if (answer.outcome == Outcome::kRefused) ++untoldRefusals_;
-    // Not now: a message box takes the focus away, which would commit the same edit once more.
-    CallAfter([this, name, answer] { Reject(name, answer); });
-}
-
-/// The row shows the text as it was taken, which may be another form of what was typed.
-void SettingsGrid::OnChanged(wxPropertyGridEvent& event) {
-    wxPGProperty* property = event.GetProperty();
-    RowPlace& place = SettingsGridRows::PlaceOf(*property);
-    if (RowTextOf(*property, *place.row, property->GetValue()) != accepted_.text)
-        grid_->SetPropertyValue(property, RowValueOf(*property, *place.row, accepted_.text));
-    Mark(*property, accepted_.caution);
-    MarkChange(*property, accepted_.text);
-    place.searched.clear();
-    ShowHelp();  // a hint at what was wrong is past
-}
-
-void SettingsGrid::Mark(wxPGProperty& property, const std::string& caution) {
-    RowPlace& place = SettingsGridRows::PlaceOf(property);
-    if (place.caution.empty() != caution.empty())
-        grid_->SetPropertyLabel(&property, LabelOf(*place.row, caution));
-    place.caution = caution;
-}
-
-void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
-    if (answer.outcome == Outcome::kRefused) --untoldRefusals_;
-    wxPGProperty* property = PropertyNamed(name);
-    if (!property) return;
-    grid_->RefreshProperty(property);
-    if (answer.outcome == Outcome::kRefused) {
-        prompts_.Warn(answer.text);
-    } else {
-        const RowPlace& place = SettingsGridRows::PlaceOf(*property);
-        help_->ChangeValue(answer.text.empty() ? ToWx(HintFor(place.row->kind))
-                                               : ToWx(answer.text));
-    }
-}
-
-void SettingsGrid::AskForColour(const wxString& name) {
-    constexpr std::uint32_t kBlack = 0;
-    wxPGProperty* property = PropertyNamed(name);
-    if (!property) return;
-    grid_->RefreshProperty(property);
-    const long shown = property->GetValue().GetLong();
-    const auto colour =
-        prompts_.ChooseColour(shown < 0 ? kBlack : static_cast<std::uint32_t>(shown));
-    property = PropertyNamed(name);  // the question has taken its time
-    if (!colour || !property) return;
-    const RowPlace& place = SettingsGridRows::PlaceOf(*property);
-    const wxVariant value = RowValueOf(*property, *place.row, ColourRowText(*colour));
-    grid_->RefreshProperty(property);
-    grid_->ChangePropertyValue(property, value);
 }
 
 void SettingsGrid::ShowHelp() {
