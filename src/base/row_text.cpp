@@ -54,7 +54,6 @@ std::optional<std::string> FittingRowText(RowKind kind, const std::string& text,
         case RowKind::kYesNo: return textIf(text == kRowYes || text == kRowNo);
         case RowKind::kReadOnly: return std::nullopt;
         case RowKind::kText:
-        case RowKind::kChoiceOrText:
         case RowKind::kColour: break;
     }
     return text;

@@ -9,13 +9,12 @@ namespace sontaro {
 /// What a row holds and how it is edited. Which texts it takes, its document decides.
 enum class RowKind {
     kText,
-    kWholeNumber,   ///< digits alone
-    kDecimal,       ///< digits and points
-    kHexCommand,    ///< bytes as pairs of hexadecimal digits
-    kChoice,        ///< one of the choices
-    kChoiceOrText,  ///< one of the choices or any other text
-    kYesNo,         ///< kRowYes or kRowNo
-    kColour,        ///< "#RRGGBB", or empty for the player's default colour
+    kWholeNumber,  ///< digits alone
+    kDecimal,      ///< digits and points
+    kHexCommand,   ///< bytes as pairs of hexadecimal digits
+    kChoice,       ///< one of the choices
+    kYesNo,        ///< kRowYes or kRowNo
+    kColour,       ///< "#RRGGBB", or empty for the player's default colour
     kReadOnly,
 };
 
@@ -28,7 +27,7 @@ struct SettingsRow {
     std::string name;
     std::string value;
     std::string help = {};                  ///< what is explained while the row is chosen
-    std::vector<std::string> choices = {};  ///< of the two kinds of choices, each once
+    std::vector<std::string> choices = {};  ///< of a choice, each once
     std::string caution = {};  ///< what is odd about the value, which is marked; empty: nothing
 
     bool operator==(const SettingsRow&) const = default;

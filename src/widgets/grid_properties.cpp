@@ -2,6 +2,7 @@
 
 #include <wx/dc.h>
 #include <wx/propgrid/advprops.h>
+#include <wx/propgrid/propgrid.h>
 #include <wx/settings.h>
 
 #include "base/row_text.h"
@@ -38,6 +39,24 @@ std::string ColourText(long value) {
 int ColourValue(const std::string& text) {
     return static_cast<int>(
         ColourOfRowText(text).value_or(static_cast<std::uint32_t>(kDefaultColour)));
+}
+
+/// Where the toolkit's own editor shows the row's value again as soon as the keyboard comes back,
+/// this one keeps a text that is still to be mended.
+class TextEditor : public wxPGTextCtrlEditor {
+   public:
+    [[nodiscard]] wxString GetName() const override { return "KeptText"; }
+    void OnFocus(wxPGProperty* property, wxWindow* editor) const override {
+        if (!property->GetGrid()->IsEditorsValueModified())
+            wxPGTextCtrlEditor::OnFocus(property, editor);
+    }
+};
+
+/// The toolkit owns it.
+const wxPGEditor* KeptTextEditor() {
+    static const wxPGEditor* const kEditor =
+        wxPropertyGrid::RegisterEditorClass(std::make_unique<TextEditor>().release());
+    return kEditor;
 }
 
 /// A drop-down of colours, each beside a sample.
@@ -91,13 +110,6 @@ int ChoiceOf(wxPGProperty& property, const wxString& text) {
                                 : property.AddChoice(text, static_cast<int>(choices.GetCount()));
 }
 
-std::unique_ptr<wxPGProperty> MakeChoiceOrText(const SettingsRow& row) {
-    wxPGChoices choices;
-    for (const std::string& choice : row.choices) choices.Add(ToWx(choice));
-    return std::make_unique<wxEditEnumProperty>(LabelOf(row, row.caution), ToWx(row.key), choices,
-                                                ToWx(row.value));
-}
-
 std::unique_ptr<wxPGProperty> MakeYesNo(const SettingsRow& row) {
     auto property = std::make_unique<wxBoolProperty>(LabelOf(row, row.caution), ToWx(row.key),
                                                      row.value == kRowYes);
@@ -115,13 +127,14 @@ std::unique_ptr<wxPGProperty> MakeColour(const SettingsRow& row) {
 std::unique_ptr<wxPGProperty> MakeByKind(const SettingsRow& row) {
     switch (row.kind) {
         case RowKind::kChoice: return MakeChoice(row);
-        case RowKind::kChoiceOrText: return MakeChoiceOrText(row);
         case RowKind::kYesNo: return MakeYesNo(row);
         case RowKind::kColour: return MakeColour(row);
         default: break;  // texts
     }
-    return std::make_unique<wxStringProperty>(LabelOf(row, row.caution), ToWx(row.key),
-                                              ToWx(row.value));
+    auto property = std::make_unique<wxStringProperty>(LabelOf(row, row.caution), ToWx(row.key),
+                                                       ToWx(row.value));
+    property->SetEditor(KeptTextEditor());
+    return property;
 }
 
 }  // namespace

@@ -224,7 +224,7 @@ void SettingsGrid::SetEmptyText(const wxString& text) {
 int SettingsGrid::Filter(const wxString& text) {
     const std::string wanted = FilterForm(text);
     if (wanted == filter_) return found_;
-    const bool settled = KeepsEdit(wanted) || Commit();
+    const bool settled = KeepsEdit(wanted) || grid_->CommitChangesFromEditor();
     if (const wxPGProperty* chosen = grid_->GetSelection()) chosen_ = chosen->GetName();
     if (filter_.empty()) folded_ = grid_->FoldedGroups();
     filter_ = wanted;
@@ -304,8 +304,6 @@ void SettingsGrid::WrapEmptyText() {
     empty_->SetLabelText(places_.empty() ? emptyText_ : ToWx(kNothingFound));
     empty_->Wrap(GetClientSize().x - FromDIP(32));
 }
-
-bool SettingsGrid::Commit() { return grid_->CommitChangesFromEditor() && untoldRefusals_ == 0; }
 
 void SettingsGrid::ShowConfirmed(std::map<std::string, std::string> values) {
     confirmed_ = std::move(values);

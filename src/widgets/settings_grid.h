@@ -51,9 +51,9 @@ class SettingsGrid : public wxPanel {
     /// until the text changes.
     int Filter(const wxString& text);
 
-    /// Ends the edit that is open in a cell. False when it, or one that a press elsewhere has just
-    /// ended, is refused: the user is told, and the row keeps its value. What is only ignored is no
-    /// refusal.
+    /// Ends the edit that is open in a cell. False when it is refused: the user is told, and the
+    /// text stays in the cell. What is only ignored is no refusal. A refused text is told of when
+    /// another row is chosen, too, but not when the keyboard only goes elsewhere.
     [[nodiscard]] bool Commit();
 
     /// Gives a row another value without asking the edit handler, as changed by the user. Scrolls
@@ -105,7 +105,9 @@ class SettingsGrid : public wxPanel {
     void OnKey(wxKeyEvent& event);
     void MoveOn(bool back);
     void Mark(wxPGProperty& property, const std::string& caution);
+    [[nodiscard]] bool IsLeft() const;
     void Reject(const wxString& name, const EditAnswer& answer);
+    void Refuse(const wxString& name, const std::string& reason);
     void AskForColour(const wxString& name);
     void ShowHelp();
     void MarkChange(wxPGProperty& property, const std::string& value);
@@ -127,7 +129,8 @@ class SettingsGrid : public wxPanel {
     std::set<wxString> folded_;   // before there was a filter
     wxString chosen_;             // by the user, before a filter hid it
     EditAnswer accepted_;         // to the edit in progress
-    int untoldRefusals_ = 0;      // of edits that a press elsewhere may have ended
+    bool committing_ = false;     // because something is to be done with the edit
+    wxString telling_;            // the row about whose refusal the user is told, or is to be
     bool columnsChosen_ = false;  // by the user
 };
 

@@ -45,9 +45,27 @@ void SettingsGrid::OnChanging(wxPropertyGridEvent& event) {
         return;
     }
     event.Veto();
-    if (answer.outcome == Outcome::kRefused) ++untoldRefusals_;
+    if (answer.outcome == Outcome::kRefused) {
+        event.SetValidationFailureBehavior(wxPG_VFB_BEEP | wxPG_VFB_STAY_IN_PROPERTY);
+        if (IsLeft() || telling_ == name) return;
+        telling_ = name;
+    }
     // Not now: a message box takes the focus away, which would commit the same edit once more.
     CallAfter([this, name, answer] { Reject(name, answer); });
+}
+
+/// Whether the keyboard has just gone elsewhere, which tries what was typed as well: a text that is
+/// refused stays until the user wants something done with it.
+bool SettingsGrid::IsLeft() const {
+    return !committing_ && grid_->IsEditorsValueModified() &&
+           !grid_->IsDescendant(wxWindow::FindFocus());
+}
+
+bool SettingsGrid::Commit() {
+    committing_ = true;
+    const bool isSettled = grid_->CommitChangesFromEditor();
+    committing_ = false;
+    return isSettled;
 }
 
 /// The row shows the text as it was taken, which may be another form of what was typed.
@@ -70,17 +88,26 @@ void SettingsGrid::Mark(wxPGProperty& property, const std::string& caution) {
 }
 
 void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
-    if (answer.outcome == Outcome::kRefused) --untoldRefusals_;
+    if (answer.outcome == Outcome::kRefused) return Refuse(name, answer.text);
     wxPGProperty* property = PropertyNamed(name);
     if (!property) return;
     grid_->RefreshProperty(property);
-    if (answer.outcome == Outcome::kRefused) {
-        prompts_.Warn(answer.text);
-    } else {
-        const RowPlace& place = SettingsGridRows::PlaceOf(*property);
-        help_->ChangeValue(answer.text.empty() ? ToWx(HintFor(place.row->kind))
-                                               : ToWx(answer.text));
-    }
+    const RowPlace& place = SettingsGridRows::PlaceOf(*property);
+    help_->ChangeValue(answer.text.empty() ? ToWx(HintFor(place.row->kind)) : ToWx(answer.text));
+}
+
+/// What was typed stays in its cell, to be mended there; of what was chosen nothing is left.
+void SettingsGrid::Refuse(const wxString& name, const std::string& reason) {
+    const auto isTyped = [&] {
+        const wxPGProperty* chosen = grid_->GetSelection();
+        return chosen && chosen->GetName() == name && grid_->IsEditorsValueModified() &&
+               grid_->GetEditorTextCtrl() != nullptr;
+    };
+    wxPGProperty* property = PropertyNamed(name);
+    if (property && !isTyped()) grid_->RefreshProperty(property);
+    prompts_.Warn(reason);
+    telling_.clear();
+    if (isTyped()) grid_->GetEditorTextCtrl()->SetFocus();
 }
 
 void SettingsGrid::AskForColour(const wxString& name) {

@@ -76,8 +76,10 @@ void TabbedGrids::BindEvents() {
 
 void TabbedGrids::LeavePage(wxBookCtrlEvent& event) {
     const int left = event.GetOldSelection();
-    if (left >= 0 && !grids_[static_cast<std::size_t>(left)]->Commit()) event.Veto();
-    event.Skip();
+    if (left >= 0 && !grids_[static_cast<std::size_t>(left)]->Commit())
+        event.Veto();  // and nothing else: what is skipped counts as allowed
+    else
+        event.Skip();
 }
 
 void TabbedGrids::OnKey(wxKeyEvent& event) {

@@ -29,7 +29,7 @@ TEST(RowText, FitsItsKindOrIsNotTaken) {
     const std::tuple<RowKind, const char*, const char*> cases[] = {  // none: "-"
         {kWholeNumber, "012", "012"}, {kWholeNumber, "", "-"}, {kWholeNumber, "1.0", "-"}, {kDecimal, "1.2.", "1.2."},
         {kDecimal, "+1", "-"}, {kHexCommand, " a5 5\tA", "A55A"}, {kHexCommand, "A5 5", "-"}, {kHexCommand, "0x12", "-"},
-        {kHexCommand, " ", ""}, {kChoice, "b", "b"}, {kChoice, "c", "-"}, {kChoiceOrText, "c", "c"}, {kYesNo, "1", "1"},
+        {kHexCommand, " ", ""}, {kChoice, "b", "b"}, {kChoice, "c", "-"}, {kYesNo, "1", "1"},
         {kYesNo, "yes", "-"}, {kReadOnly, "x", "-"}, {kText, "", ""}};
     for (const auto& [kind, text, taken] : cases)
         EXPECT_EQ(FittingRowText(kind, text, {"a", "b"}).value_or("-"), taken) << text;

@@ -138,6 +138,37 @@ TEST_F(SettingsWindows, CloseNeitherOnEnterNorOnEscape) {
     });
 }
 
+TEST_F(SettingsWindows, OfASchemaIgnoreATextWithAHintAndSendTheRest) {
+    Run<CCave>([&](SettingsDialog* dialog) {
+        Reply(Window::kCave, MessageId::kCave, kSchema);
+        const auto type = [&] {
+            Grid(dialog).SelectProperty("Serial/rate", true);
+            wxTextCtrl* editor = Grid(dialog).GetEditorTextCtrl();
+            dialog->Raise();
+            editor->SetFocus();
+            ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive() && editor->HasFocus(); }));
+            editor->SelectAll();
+            wxUIActionSimulator().Text("1x");
+            ASSERT_TRUE(PumpUntil([&] { return editor->GetValue() == "1x"; }));
+            Sent();
+        };
+        const auto isSent = [&] { return !main.messages.empty(); };
+        type();
+        Click(dialog->FindWindow(wxID_OK));
+        EXPECT_TRUE(PumpUntil(isSent));
+        Reply(Window::kCave, MessageId::kCave, "", 1);
+        type();
+        wxUIActionSimulator().Char('O', wxMOD_ALT);
+        EXPECT_TRUE(PumpUntil(isSent));
+        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("Serial/rate"), "9600");
+        type();
+        Click(dialog->FindWindow(wxID_CANCEL));
+        EXPECT_TRUE(PumpUntil([&] { return prompts.boxes.size() == 2; }));
+    });
+    const Box exit = Question("Do you really want to exit?");
+    EXPECT_THAT(prompts.boxes, ElementsAre(Notice("Changes have been saved!"), exit, exit));
+}
+
 TEST_F(SettingsWindows, OfAnOverlayRefuseWhatItCannotHave) {
     const InLanguage chinese(Language::kChinese);
     Run<COSD>([&](SettingsDialog* dialog) {

@@ -6,6 +6,7 @@
 #include <wx/button.h>
 #include <wx/modalhook.h>
 #include <wx/stopwatch.h>
+#include <wx/uiaction.h>
 
 #include <deque>
 #include <functional>
@@ -39,6 +40,14 @@ inline void Press(wxWindow* window, int id) {
     wxCommandEvent press(wxEVT_BUTTON, id);
     press.SetEventObject(button);
     button->GetEventHandler()->ProcessEvent(press);
+}
+
+/// Clicks on the middle of a window with the mouse.
+inline void Click(wxWindow* window) {
+    const wxSize size = window->GetSize();
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(window->ClientToScreen(wxPoint(size.x / 2, size.y / 2)));
+    mouse.MouseClick();
 }
 
 template <class Control>
