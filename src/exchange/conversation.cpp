@@ -54,11 +54,12 @@ void Conversation::Transmit() {
     const std::uint64_t id = open_->id;
     const Request request = open_->request;
     const Target player = player_;  // not even the player may be there any more
-    transmitting_ = true;
+    const bool isNested = std::exchange(transmitting_, true);
     const Sending sending = services_.channel.Send(player, request.packet, boxes_);
     if (alive.expired()) return;
-    transmitting_ = false;
+    transmitting_ = isNested;
     if (sending) Use(sending.Connection());
+    if (alive.expired()) return;
     if (!IsOpen(id)) return Owe(request, sending ? 1 : 0);
     if (!sending) return Finish({End::kNotSent, 0, sending.Reason()}, 0);
     if (std::exchange(open_->connection, connection_) != connection_) open_->sent = 0;
@@ -139,12 +140,15 @@ void Conversation::Cancel() {
     }
 }
 
-/// Debts end with their connection.
+/// Whatever is sent while a link is closing goes over a new one: the end of the old one is told
+/// before that. Whoever hears of it may have sent something over one that is newer still.
 void Conversation::Use(ConnectionNumber connection) {
-    if (connection == connection_) return;
+    if (connection <= connection_) return;
+    const std::weak_ptr alive = alive_;
+    if (connection_ != 0) LinkEnded(connection_);
+    if (alive.expired() || connection <= connection_) return;
     connection_ = connection;
     oldest_ = std::max(oldest_, connection);
-    debts_.clear();
 }
 
 std::size_t Conversation::Owed() const {

@@ -211,7 +211,8 @@ void SettingsRun::SendEnded(const Sent& sent, const Ended& ended) {
     }
 }
 
-/// What was changed since it was sent stays as it is, and is not confirmed.
+/// What was changed since it was sent stays as it is, and is not confirmed; neither are rows that
+/// have come from the player by themselves meanwhile.
 void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
     const bool hasDocument = facts_.confirmation == Confirmation::kAnyDocument && !answer.empty();
     if (hasDocument && !document_.TakeReply(answer)) return Enter(SettingsState::kUnreadable);
@@ -231,7 +232,7 @@ void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
     else if (awaited_ > 0)
         Enter(SettingsState::kSent);
     else
-        Enter(changes_.IsEmpty() ? SettingsState::kSaved : SettingsState::kChanged);
+        Enter(ValuesShown() == confirmed_ ? SettingsState::kSaved : SettingsState::kChanged);
     if (facts_.confirmation == Confirmation::kArgument) prompts_.Inform(Localized(kSaved));
 }
 

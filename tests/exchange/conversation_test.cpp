@@ -159,12 +159,27 @@ TEST_F(Talk, PostsAtOnceWhateverIsOpenAndSaysOverWhichConnection) {
     channel.refusal = NotSent::kTooMuchWaiting;
     EXPECT_EQ(talk->Post(ReadyPacket(kCommandSerialData, 0)), NotSent::kTooMuchWaiting);
     EXPECT_EQ(channel.Log(), "3.19.0; 50.0.0; ");
-    channel.refusal.reset();
-    ++channel.connection;  // the old one has ended, which will be told later
+}
+
+TEST_F(Talk, TellsTheEndOfALinkThatANewOneHasReplacedUnheard) {
+    Read();
+    ++channel.connection;
     talk->Post(ReadyPacket(kCommandSerialData, 0));
-    hub.Report({ExchangeNews::Kind::kLinkEnded, {player, {}, 1}});
-    EXPECT_THAT(Ends(), ElementsAre("read link ended"));
+    EXPECT_THAT(Ends(), ElementsAre("read link ended", "link"));
     EXPECT_EQ(talk->Connection(), 2U);
+    hub.Report({ExchangeNews::Kind::kLinkEnded, {player, {}, 1}});  // heard only now
+    Read(), Write();
+    ++channel.connection;
+    talk->Repeat();
+    Document("a");  // to what went over both
+    Read();
+    Document("b");
+    EXPECT_THAT(Ends(), ElementsAre("read link ended", "write not sent", "link", "read reply b"));
+    whenEnded = [this] { talk.reset(); };
+    Read();
+    ++channel.connection;
+    talk->Repeat();
+    EXPECT_THAT(Ends(), ElementsAre("read link ended"));
 }
 
 TEST_F(Talk, MayBeDestroyedAskedAndCancelledFromWithinItsCalls) {

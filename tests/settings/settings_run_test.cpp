@@ -203,11 +203,17 @@ TEST_F(Procedure, WhatComesUnaskedKeepsTheEdits) {
     Reply("x");
     EXPECT_EQ(Log(), "rows xb; ");
     EXPECT_EQ(Held(), "x");
+    run.Save();
+    Reply("y");  // which is not what the player then confirms
+    Acknowledge();
+    ExpectState(State::kChanged);
+    EXPECT_EQ(Held() + ' ' + document.text, "xb yb");
     Reply("bad");
     ExpectState(State::kUnreadable);
-    EXPECT_EQ(document.text, "xb");
+    EXPECT_EQ(document.text, "yb");
+    Log();
     player.ip = "127.0.0.3";
-    Reply("y");
+    Reply("z");
     EXPECT_EQ(Log(), "");
 }
 
