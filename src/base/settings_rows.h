@@ -28,6 +28,7 @@ struct SettingsRow {
     std::string value;
     std::string help = {};                  ///< what is explained while the row is chosen
     std::vector<std::string> choices = {};  ///< of a choice, each once
+    bool takesHeld = false;    ///< of a choice: takes what the player holds, listed or not
     std::string caution = {};  ///< what is odd about the value, which is marked; empty: nothing
 
     bool operator==(const SettingsRow&) const = default;

@@ -238,6 +238,7 @@ SettingsRow RowOfValue(const Field& field, std::string key, int number, ValueRef
                     fmt::sprintf(Localized(field.label), number), ""};
     row.help = field.help.english ? Localized(field.help) : row.name;
     row.choices = ChoicesOf(field.shape);
+    row.takesHeld = field.shape.rule == FieldRule::kListedNumber;
     const auto show = [&](const auto* held) {
         row.value = TextOfValue(field.shape, *held);
         row.caution = CautionFor(field.shape, *held);

@@ -20,7 +20,7 @@ namespace sontaro {
 [[nodiscard]] std::string RowTextOf(const wxPGProperty& property, const SettingsRow& row,
                                     const wxVariant& value);
 
-/// The value with which the row's property shows `text`.
+/// The value with which the row's property shows `text`; a choice is offered from then on.
 [[nodiscard]] wxVariant RowValueOf(wxPGProperty& property, const SettingsRow& row,
                                    const std::string& text);
 

@@ -167,6 +167,9 @@ void SettingsGrid::AppendGroup(wxPGProperty* parent, const SettingsGroup& group)
         wxPGProperty* property = MakeProperty(row).release();
         property->SetClientData(&places_.emplace_back(RowPlace{&group, &row, row.caution}));
         grid_->AppendIn(category, property);
+        const auto held = row.takesHeld ? confirmed_.find(row.key) : confirmed_.end();
+        if (held != confirmed_.end())
+            static_cast<void>(RowValueOf(*property, row, held->second));  // which offers it
         MarkChange(*property, row.value);
         if (row.kind == RowKind::kReadOnly)
             grid_->SetPropertyTextColour(property,

@@ -139,6 +139,12 @@ TEST_F(Grid, TakesAgainWhatItOffersBesidesTheChoices) {
     for (const long choice : {1L, 2L}) EXPECT_TRUE(Properties().ChangePropertyValue("a", choice));
     EXPECT_THAT(edits, ElementsAre("a: 9600", "a: 250000"));
     EXPECT_EQ(Shown("a"), "250000");
+    SettingsRow row{"a", RowKind::kChoice, "a", "9600", "", {"1200", "9600"}};
+    row.takesHeld = true;
+    grid->ShowConfirmed({{"a", "460800"}});
+    grid->Fill({{"g", "g", {row}}});
+    EXPECT_TRUE(Properties().ChangePropertyValue("a", 2L));
+    EXPECT_EQ(Shown("a"), "460800");
 }
 
 TEST_F(Grid, MarksAValueThatIsOdd) {

@@ -33,6 +33,14 @@ TEST_F(UiTest, CallsOfNineThreadsRunInsideAModalDialogWhileItsTimersTick) {
     EXPECT_GT(ticks, 10);
 }
 
+TEST_F(UiTest, WhatHasComeWhileTheWindowsWereBlockedGoesBeforeWhatIsDue) {
+    std::string order;
+    gate.After(std::chrono::milliseconds(20), [&] { order += "due"; });
+    const std::jthread caller([&] { gate.Call([&] { order += "answer "; }); });
+    wxMilliSleep(200);
+    EXPECT_TRUE(PumpUntil([&] { return order == "answer due"; })) << order;
+}
+
 TEST_F(UiTest, WhatACallThrowsReachesTheCallingThread) {
     std::atomic<bool> caught = false;
     const std::jthread caller([&] {
