@@ -109,14 +109,15 @@ void SettingsRun::ReadEnded(const Ended& ended) {
 /// A document that cannot be used changes nothing, and must not be sent for the player's.
 void SettingsRun::TakeDocument(std::string_view text) {
     answered_ = true;
+    const Values before = ValuesShown();
     if (!document_.TakeReply(text)) {
         playersKeys_.reset();
         opened_ = opened_ && changes_.HasSince(discarded_);
         return Enter(opened_ ? SettingsState::kForeign : SettingsState::kUnreadable);
     }
     playersKeys_ = document_.Keys();
-    confirmed_ = ValuesShown();
     changes_.ForgetBefore(discarded_);
+    confirmed_ = HeldNow(before, confirmed_);
     opened_ = opened_ && !changes_.IsEmpty();
     changes_.RepeatOn(document_);
     view_.ShowRows();
@@ -214,14 +215,14 @@ void SettingsRun::SendEnded(const Sent& sent, const Ended& ended) {
 /// What was changed since it was sent stays as it is, and is not confirmed; neither are rows that
 /// have come from the player by themselves meanwhile.
 void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
+    const Values before = ValuesShown();
     const bool hasDocument = facts_.confirmation == Confirmation::kAnyDocument && !answer.empty();
     if (hasDocument && !document_.TakeReply(answer)) return Enter(SettingsState::kUnreadable);
     answered_ = true;
     changes_.ForgetBefore(sent.mark);
     playersKeys_ = sent.keys;
-    confirmed_ = sent.values;
+    confirmed_ = hasDocument ? HeldNow(before, sent.values) : sent.values;
     if (hasDocument) {
-        confirmed_ = ValuesShown();
         changes_.RepeatOn(document_);
         view_.ShowRows();
     }
@@ -267,6 +268,20 @@ SettingsRun::Values SettingsRun::ValuesShown() const {
     Values values;
     AddValues(document_.Rows(), values);
     return values;
+}
+
+/// What the player holds, after it has sent a document. That may leave rows out, which go on
+/// showing what the user has changed: of those, what was known before stays.
+SettingsRun::Values SettingsRun::HeldNow(const Values& before, const Values& known) const {
+    Values held = ValuesShown();
+    if (changes_.IsEmpty()) return held;
+    for (auto& [key, value] : held) {
+        const auto shown = before.find(key);
+        const auto last = known.find(key);
+        if (shown != before.end() && shown->second == value && last != known.end())
+            value = last->second;
+    }
+    return held;
 }
 
 std::string SettingsRun::ValueOf(const std::string& key) const {

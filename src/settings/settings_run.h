@@ -140,6 +140,7 @@ class SettingsRun {
     [[nodiscard]] SettingsState AfterChange() const;
     void Enter(SettingsState state);
     [[nodiscard]] Values ValuesShown() const;
+    [[nodiscard]] Values HeldNow(const Values& before, const Values& known) const;
 
     const SettingsBlockFacts& facts_;
     SettingsDocument& document_;

@@ -78,6 +78,64 @@ TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
     });
 }
 
+TEST_F(ProtocolDialog, LearnsOnlyWhatTheUserWantsAndSees) {
+    Run([&] {
+        const auto hears = [&](std::uint8_t byte, const std::string& said) {
+            Player().AddSerialBytes({byte});
+            EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolLine) == said; }))
+                << Text(kProtocolLine);
+        };
+        auto* tabs = Find<wxNotebook>(dialog, kProtocolTabs);
+        dialog->Raise();
+        tabs->SetSelection(kCategoryGrid);
+        Grid(3).SelectProperty("VideoType/4/TypeName");
+        const std::string held = Value(3, "VideoType/4/SendCmd");
+        Click(dialog->FindWindow(kProtocolLearn));
+        EXPECT_TRUE(
+            PumpUntil([&] { return !Find<wxCheckBox>(dialog, kProtocolLearn)->GetValue(); }));
+        hears(0x01, "Received 01, which was not learned.");
+        Click(dialog->FindWindow(kProtocolLearn));
+        EXPECT_TRUE(
+            PumpUntil([&] { return Find<wxCheckBox>(dialog, kProtocolLearn)->GetValue(); }));
+        Type(3, "VideoType/4/SendCmd", "half");
+        hears(0x02, "Received 02. Not learned: a cell is being edited.");
+        EXPECT_EQ(Grid(3).GetEditorTextCtrl()->GetValue(), "half");
+        Grid(3).GetEditorTextCtrl()->SetValue(held);
+        tabs->SetSelection(0);
+        tabs->SetSelection(kCategoryGrid);
+        EXPECT_FALSE(Grid(3).GetSelection());
+        hears(0x03, "Received 03. To learn it, choose a row of a video type.");
+        EXPECT_EQ(Value(3, "VideoType/4/SendCmd"), held);
+    });
+}
+
+TEST_F(ProtocolDialog, TellsThatItsLinkHasEndedAndConnectsAgain) {
+    Run([&] {
+        const auto label = [&] { return FromWx(dialog->FindWindow(kReadAgainButton)->GetLabel()); };
+        const auto isConnected = [&] { return Text(kProtocolLine).starts_with("Connected"); };
+        dialog->Raise();
+        for (const bool byKey : {false, true}) {
+            Player().DropConnections();
+            EXPECT_TRUE(
+                PumpUntil([&] { return Text(kProtocolLine) == "Not connected to the player."; }));
+            EXPECT_EQ(label(), "Connect a&gain");
+            if (byKey)
+                wxUIActionSimulator().Char('R', wxMOD_CONTROL);
+            else
+                Click(dialog->FindWindow(kReadAgainButton));
+            EXPECT_TRUE(PumpUntil(isConnected));
+            EXPECT_EQ(label(), "Read a&gain");
+        }
+        EXPECT_TRUE(
+            PumpUntil([&] { return Text(kProtocolState) == "As the player has sent them."; }));
+        Player().DropConnections();
+        EXPECT_TRUE(PumpUntil([&] { return !isConnected(); }));
+        Player().ForgetPackets();
+        Press(dialog, wxID_OK);
+        EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolState) == "The player has confirmed."; }));
+    });
+}
+
 TEST_F(ProtocolDialog, IsDoneOnceThePlayerRestarts) {
     Run([&] {
         prompts.answers = {true};

@@ -195,6 +195,121 @@ TEST_F(SettingsWindows, OfAnOverlayRefuseWhatItCannotHave) {
                                      "退出后将丢失。")));
 }
 
+TEST_F(SettingsWindows, OfAPlayerWithoutSettingsShowTheDefaultsAndSendThem) {
+    for (const char* none : {"{}", R"({"data": []})", ""}) {
+        Run<COSD>([&](SettingsDialog* dialog) {
+            Sent();
+            Reply(Window::kOsd, MessageId::kOsd, none);
+            EXPECT_TRUE(Says(dialog,
+                             "The player has no such settings yet. These are the "
+                             "defaults."));
+            EXPECT_TRUE(Grid(dialog).IsShown());
+            Click(dialog->FindWindow(wxID_OK));
+            EXPECT_TRUE(PumpUntil([&] { return !main.messages.empty(); })) << none;
+        });
+    }
+}
+
+/// The dialog of TouchAction and a file of a Cave; what the user is told, in both languages.
+TEST_F(SettingsWindows, SendSettingsThatAreNotThePlayersOnlyWhenTheUserInsists) {
+    std::string cave = R"({"Version": 3, "CustomSettings": [[)";
+    for (const char* key : {"rate", "a", "b"})
+        cave += fmt::format(R"({{"keyVal": "{}", "lableName": "x", "inputType": "Int", "select": 1,
+                                "valueRange": []}},)",
+                            key);
+    cave.back() = ']';
+    prompts.file = folder.Write("cave.JSON", cave + "]}");
+    // clang-format off
+    const std::tuple<Language, const char*, const char*, const char*> texts[] = {
+        {Language::kEnglish, "2 of the file's settings are unknown to the player, 1 of the player's are missing in the file.",
+         "These are not the player's settings. Send them all the same?", "These are not the player's settings."},
+        {Language::kChinese, "文件中有 2 项设置是播放器没有的，播放器的 1 项设置不在文件中。",
+         "这些不是播放器自己的设置。仍要全部发送吗？", "所示内容不是播放器自己的设置。"}};
+    // clang-format on
+    for (const auto& [language, counts, question, line] : texts) {
+        const InLanguage inLanguage(language);
+        Run<CTouchAction>([&, counts = counts, question = question, line = line](auto* dialog) {
+            Reply(Window::kTouchAction, MessageId{0x622}, kSchema);
+            prompts.boxes.clear();
+            Press(dialog, kOpenSettings);
+            EXPECT_EQ(prompts.boxes.back(), Notice(counts));
+            EXPECT_TRUE(Says(dialog, line));
+            Sent();
+            for (const bool insists : {false, true}) {
+                prompts.answers = {insists};
+                Press(dialog, wxID_OK);
+                EXPECT_EQ(prompts.boxes.back(), Question(question));
+                EXPECT_EQ(Sent().size(), insists ? 1U : 0U);
+            }
+        });
+    }
+    Run<CTouchAction>([&](SettingsDialog* dialog) {
+        Reply(Window::kTouchAction, MessageId{0x622}, "no document");
+        EXPECT_FALSE(Enabled(dialog, wxID_OK));
+        Press(dialog, kOpenSettings);
+        Sent();
+        Press(dialog, wxID_OK);
+        EXPECT_TRUE(Sent().empty());
+    });
+}
+
+TEST_F(SettingsWindows, ShowInBoldWhatThePlayerHasNotConfirmed) {
+    const auto overlay = [](int transparency, const char* line) {
+        return fmt::format(R"({{"data": [{{"transparent": {}, "texts": ["{}"]}}]}})", transparency,
+                           line);
+    };
+    Run<COSD>([&](SettingsDialog* dialog) {
+        const auto bold = [&] {
+            std::string rows;
+            for (const char* row : {"data/0/transparent", "data/0/texts/0", "data/0/left"})
+                rows += Grid(dialog).IsPropertyModified(row) ? '1' : '0';
+            return rows;
+        };
+        const auto answer = [&](int transparency, const char* line) {
+            Reply(Window::kOsd, MessageId::kOsd, overlay(transparency, line));
+        };
+        answer(20, "one");
+        EXPECT_TRUE(Grid(dialog).ChangePropertyValue("data/0/left", "0.5"));
+        EXPECT_EQ(bold(), "001");
+        prompts.file = folder.Write("osd.JSON", overlay(20, "two"));
+        Press(dialog, kOpenSettings);
+        EXPECT_EQ(bold(), "011");
+        answer(30, "one");  // by itself: the file is opened again
+        EXPECT_EQ(bold(), "111");
+        Press(dialog, wxID_OK), Press(dialog, wxID_OK);
+        EXPECT_TRUE(Grid(dialog).ChangePropertyValue("data/0/left", "0.75"));
+        answer(20, "two");
+        EXPECT_EQ(bold(), "001");
+        Reply(Window::kOsd, MessageId::kOsd, "");
+        EXPECT_EQ(bold(), "001");
+        EXPECT_TRUE(Says(dialog, "There are changes that have not been sent to the player."));
+        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("data/0/left"), "0.75");
+    });
+}
+
+TEST_F(SettingsWindows, ReadAgainByButtonAndByKeyOnceTheUserAgreesToLoseTheChanges) {
+    Run<CCave>([&](SettingsDialog* dialog) {
+        Reply(Window::kCave, MessageId::kCave, kSchema);
+        Sent();
+        dialog->Raise();
+        Click(dialog->FindWindow(kReadAgainButton));
+        EXPECT_TRUE(PumpUntil([&] { return !main.messages.empty(); }));
+        Reply(Window::kCave, MessageId::kCave, kSchema);
+        EXPECT_TRUE(Grid(dialog).ChangePropertyValue("Serial/rate", "1"));
+        Sent();
+        Grid(dialog).SetFocus();
+        for (const bool agrees : {false, true}) {
+            const std::size_t asked = prompts.boxes.size();
+            prompts.answers = {agrees};
+            wxUIActionSimulator().Char('R', wxMOD_CONTROL);
+            EXPECT_TRUE(PumpUntil([&] { return prompts.boxes.size() > asked; }));
+            EXPECT_EQ(Sent().size(), agrees ? 1U : 0U);
+        }
+        Reply(Window::kCave, MessageId::kCave, kSchema);
+        EXPECT_EQ(Grid(dialog).GetPropertyValueAsString("Serial/rate"), "9600");
+    });
+}
+
 TEST_F(SettingsWindows, AskForFilesByTheirOwnName) {
     prompts.file = folder / "kept.JSON";
     for (const Block& block : kBlocks) {

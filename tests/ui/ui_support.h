@@ -5,9 +5,11 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/modalhook.h>
+#include <wx/stattext.h>
 #include <wx/stopwatch.h>
 #include <wx/uiaction.h>
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 
@@ -53,6 +55,15 @@ inline void Click(wxWindow* window) {
 template <class Control>
 Control* Find(wxWindow* window, int id) {
     return dynamic_cast<Control*>(window->FindWindow(id));
+}
+
+/// Whether one of a window's lines of text says `text`.
+// NOLINTNEXTLINE(misc-no-recursion): windows stand within windows
+inline bool Says(wxWindow* window, const std::string& text) {
+    const auto* line = dynamic_cast<wxStaticText*>(window);
+    return (line && line->IsShown() && FromWx(line->GetLabelText()) == text) ||
+           std::ranges::any_of(window->GetChildren(),
+                               [&](wxWindow* child) { return Says(child, text); });
 }
 
 /// What is done in each modal dialog that opens, in order. Dialogs are really shown.

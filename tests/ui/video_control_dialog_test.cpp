@@ -173,6 +173,31 @@ TEST_F(RemoteWindow, ShowsAnyCaptionOnOneLine) {
     EXPECT_EQ(preferences.Root()["windows"]["videoControl"]["place"][2], usual.x);
 }
 
+TEST_F(RemoteWindow, TellsThatItsLinkHasEndedAndConnectsAgainByButtonAndByEveryPress) {
+    Run(factory, [&] {
+        const auto isReady = [&] { return Says(dialog, "Ready"); };
+        EXPECT_TRUE(PumpUntil(isReady));
+        dialog->Raise();
+        for (const int id : {kReadAgainButton, 2109}) {
+            Player().DropConnections();
+            EXPECT_TRUE(PumpUntil([&] { return Says(dialog, "Not connected to the player."); }));
+            EXPECT_EQ(Control(kReadAgainButton).GetLabel(), "Connect a&gain");
+            Click(&Control(id));
+            EXPECT_TRUE(PumpUntil(isReady));
+            EXPECT_EQ(Control(kReadAgainButton).GetLabel(), "Read a&gain");
+        }
+        Player().Stop();
+        EXPECT_TRUE(PumpUntil([&] { return Says(dialog, "Not connected to the player."); }));
+        const wxStopWatch watch;
+        Click(&Control(kReadAgainButton));
+        EXPECT_TRUE(PumpUntil([&] { return Says(dialog, "The player cannot be reached."); }));
+        EXPECT_LT(watch.Time(), 4000);
+        EXPECT_TRUE(Player().Start());
+        wxUIActionSimulator().Char('R', wxMOD_CONTROL);
+        EXPECT_TRUE(PumpUntil(isReady));
+    });
+}
+
 TEST_F(RemoteWindow, HasRoomForPositionsOfManyHours) {
     Run(factory, [&] {
         Json::Value reply;
