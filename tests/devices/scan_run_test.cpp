@@ -15,11 +15,19 @@ struct Scan : testing::Test, ScanActions {
     void StopTimer() override { timer = false; }
     void DevicesChanged() override {}
 
-    void Reply(std::uint8_t lastOctet, const std::string& id, std::uint8_t mac = 0) {
+    /// Lets a player answer and tells what is listed then.
+    std::string Reply(std::uint8_t lastOctet, const std::string& id, std::uint8_t mac = 0) {
         simulator::PlayerIdentity identity;
         identity.id = id;
         if (mac != 0) identity.mac = {2, 0, 0, 0, 0, mac};
         scan.Receive(simulator::DiscoveryReply(identity, {{{10, 0, 0, lastOctet}}, 9000}));
+        return Ids();
+    }
+    /// Tells what is listed once another scan has begun.
+    std::string ScanAnew() {
+        if (scan.IsScanning()) scan.PressScan();
+        scan.PressScan();
+        return Ids();
     }
     std::string Ids() const {
         std::string ids;
@@ -37,18 +45,20 @@ struct Scan : testing::Test, ScanActions {
 };
 
 TEST_F(Scan, AsksAtTicksOneToFourAndStopsAtFive) {
-    const char* const rest[] = {"", "(4)", "(3)", "(2)", "(1)"};
-    scan.PressScan();
-    for (int tick = 0; tick < 5; ++tick, scan.Tick()) {
-        EXPECT_EQ(scan.ButtonText(), std::string("Stop") + rest[tick]);
-        const InLanguage chinese(Language::kChinese);
-        EXPECT_EQ(scan.ButtonText(), std::string("停止查找") + rest[tick]);
-        EXPECT_EQ(requests, tick);
-        EXPECT_TRUE(timer);
+    const std::pair<Language, const char*> languages[] = {
+        {Language::kEnglish, "Stop Stop(4) Stop(3) Stop(2) Stop(1) Scan"},
+        {Language::kChinese, "停止查找 停止查找(4) 停止查找(3) 停止查找(2) 停止查找(1) 查找设备"}};
+    for (const auto& [language, texts] : languages) {
+        const InLanguage spoken(language);
+        std::string shown;
+        scan.PressScan();
+        for (int tick = requests = 0; tick < 5; ++tick, scan.Tick()) {
+            shown += scan.ButtonText() + " ";
+            EXPECT_TRUE(requests == tick && timer);
+        }
+        EXPECT_EQ(shown + scan.ButtonText(), texts);
+        EXPECT_TRUE(requests == 4 && !timer);
     }
-    EXPECT_EQ(scan.ButtonText(), "Scan");
-    EXPECT_EQ(requests, 4);
-    EXPECT_FALSE(timer);
 }
 
 TEST_F(Scan, OpeningClearsTheListAndAsksOnce) {
@@ -76,12 +86,10 @@ TEST_F(Scan, IsStoppedByItsButtonAndByALostNetwork) {
 TEST_F(Scan, ListsEachPlayerOnceAndUpdatesItInPlace) {
     Reply(10, "ten");
     Reply(9, "nine");
-    Reply(10, "TEN");
     scan.Receive(AsBytes("no reply"));
-    EXPECT_EQ(Ids(), "nine TEN ");
+    EXPECT_EQ(Reply(10, "TEN"), "nine TEN ");
     scan.SortBy(DeviceColumn::kId, false);
-    Reply(1, "zero");
-    EXPECT_EQ(Ids(), "zero nine TEN ");
+    EXPECT_EQ(Reply(1, "zero"), "zero nine TEN ");
 }
 
 TEST_F(Scan, GivesTheRowOfAnAddressToThePlayerThatHasTakenItsPlace) {
@@ -90,11 +98,9 @@ TEST_F(Scan, GivesTheRowOfAnAddressToThePlayerThatHasTakenItsPlace) {
     Reply(5, "old", 1);
     scan.ChooseOnly(0);
     scan.Tick();
-    Reply(5, "new", 2);
-    EXPECT_EQ(Ids(), "new ");
+    EXPECT_EQ(Reply(5, "new", 2), "new ");
     scan.Tick();
-    Reply(5, "old", 1);  // is back where it was chosen
-    EXPECT_EQ(Ids(), "old* ");
+    EXPECT_EQ(Reply(5, "old", 1), "old* ") << "back where it was chosen";
 }
 
 TEST_F(Scan, MarksPlayersThatAnswerAtOneAddressToTheSameRequest) {
@@ -103,18 +109,14 @@ TEST_F(Scan, MarksPlayersThatAnswerAtOneAddressToTheSameRequest) {
         scan.Tick();
         Reply(4, "alone");
         Reply(5, "one", 1);
-        Reply(5, "two", 2);
-        EXPECT_EQ(Ids(), "alone one! two! ");
+        EXPECT_EQ(Reply(5, "two", 2), "alone one! two! ");
     }
     EXPECT_EQ(DeviceCell(scan.Devices()[1], 1, DeviceColumn::kRemarks), "[IP conflict] ");
     scan.Tick();
-    Reply(5, "two", 2);
-    EXPECT_EQ(Ids(), "alone one! two! ");
-    scan.PressScan();
-    scan.PressScan();
+    EXPECT_EQ(Reply(5, "two", 2), "alone one! two! ");
+    ScanAnew();
     scan.Tick();
-    Reply(5, "two", 2);
-    EXPECT_EQ(Ids(), "two ");
+    EXPECT_EQ(Reply(5, "two", 2), "two ");
 }
 
 TEST_F(Scan, ChoosesTheCurrentPlayerUnlessTheUserHasChosenAnother) {
@@ -123,38 +125,30 @@ TEST_F(Scan, ChoosesTheCurrentPlayerUnlessTheUserHasChosenAnother) {
     scan.Opened(current);
     scan.Tick();
     Reply(5, "impostor", 1);
-    Reply(4, "other");
-    EXPECT_EQ(Ids(), "other impostor ");
+    EXPECT_EQ(Reply(4, "other"), "other impostor ");
     scan.Tick();
-    Reply(5, "current");
-    EXPECT_EQ(Ids(), "other current* ");
-    scan.PressScan();
+    EXPECT_EQ(Reply(5, "current"), "other current* ");
+    ScanAnew();
     Reply(4, "other");
     scan.ChooseOnly(0);
-    Reply(5, "current");
-    EXPECT_EQ(Ids(), "other* current ");
+    EXPECT_EQ(Reply(5, "current"), "other* current ");
     scan.ChooseNone();
-    for (int press = 0; press < 2; ++press) scan.PressScan();
-    Reply(4, "other");
-    EXPECT_EQ(Ids(), "other ");
+    ScanAnew();
+    EXPECT_EQ(Reply(4, "other"), "other ");
 }
 
 TEST_F(Scan, KeepsTicksOfPlayersThatAnswerAgain) {
     Reply(1, "a");
     Reply(2, "b");
     scan.SetTicked(1, true);
+    EXPECT_EQ(Reply(2, "b"), "a b* ");
+    EXPECT_EQ(ScanAnew(), "");
     Reply(2, "b");
-    EXPECT_EQ(Ids(), "a b* ");
-    scan.PressScan();
-    EXPECT_EQ(Ids(), "");
-    Reply(2, "b");
-    Reply(1, "a");
-    EXPECT_EQ(Ids(), "a b* ");
-    for (int press = 0; press < 2; ++press) scan.PressScan();
+    EXPECT_EQ(Reply(1, "a"), "a b* ");
+    ScanAnew();
     Reply(1, "a");
     scan.ChooseOnly(0);
-    Reply(2, "b");
-    EXPECT_EQ(Ids(), "a* b ");
+    EXPECT_EQ(Reply(2, "b"), "a* b ");
 }
 
 }  // namespace

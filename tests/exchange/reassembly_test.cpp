@@ -29,6 +29,7 @@ struct Reassembling : testing::Test {
     }
     void Forget() { commands.clear(), payload.clear(); }
 
+    const Bytes more = ToBytes("more");
     std::vector<int> commands;  // of the packets received so far
     Bytes payload;              // of the last one
     Target sender;              // likewise
@@ -56,38 +57,29 @@ TEST_F(Reassembling, TakesAPacketCutAnywhereBehindItsHeaderAndLosesOthersAlone) 
         }
 }
 
-TEST_F(Reassembling, ShortHeaderChunkIsIgnoredAndTheNextIsAHeaderWithoutACheck) {
-    Chunk(ByteView(Packet(0x9A, 4, 4)).first(10));
-    Chunk(Hex("00 11"));
-    EXPECT_THAT(commands, ElementsAre());
-    Chunk(Hex("01020304 8B 00 0000 0000 0000 02000000 AABB"));
-    EXPECT_THAT(commands, ElementsAre(0x8B));
-}
-
-TEST_F(Reassembling, OvershootingChunkIsDroppedWithTheNextOne) {
-    Chunk(Packet(0x9A, 5, 4));  // one too many with the header,
-    for (int i = 0; i < 2; ++i) Chunk(AsBytes("more"));
-    Chunk(Packet(0x9A, 2, 4));  // two too many later
-    for (int i = 0; i < 3; ++i) Chunk(AsBytes("more"));
-    EXPECT_THAT(commands, ElementsAre());
-    Chunk(Packet(0x9A, 5, 4));
-    ExpectSoundPacket();  // the beginning of a packet is never the next one
-}
-
-TEST_F(Reassembling, MagicStartsOverInTheMiddleUnlessItsCommandIsZero) {
-    Chunk(Packet(0x9A, 50, 100));
-    ExpectSoundPacket();
-    Chunk(Packet(0x9A, 0, 5));
-    Chunk(Hex("5A5A5AA5 00"));
-    EXPECT_EQ(payload, Hex("5A5A5AA5 00"));
-}
-
-TEST_F(Reassembling, ForeignBytesBetweenPacketsAreDropped) {
-    for (const char* foreign : {"garbage that is longer than a header", "x", ""})
-        Chunk(AsBytes(foreign));
-    Chunk(Hex("5A5A5AA5 00 00 0000 0000 0000 00000000"));
-    EXPECT_THAT(commands, ElementsAre());
-    ExpectSoundPacket();
+TEST_F(Reassembling, TakesChunksAsTheyComeAndThenASoundPacket) {
+    const struct {
+        const char* name;
+        std::vector<Bytes> chunks;
+        std::vector<int> received;
+    } cases[] = {
+        {"after a piece of a header a chunk is a header without a check",
+         {Hex("5A5A5AA5 9A 00"), Hex("00 11"), Hex("01020304 8B 00 0000 0000 0000 02000000 AABB")},
+         {0x8B}},
+        {"one too many with the header", {Packet(0x9A, 5, 4), more, more}, {}},
+        {"two too many later", {Packet(0x9A, 2, 4), more, more, more}, {}},
+        {"the start of a packet is never what follows too many", {Packet(0x9A, 5, 4)}, {}},
+        {"a packet starts over in the middle", {Packet(0x9A, 50, 100)}, {}},
+        {"but not with command 0", {Packet(0x9A, 0, 5), Hex("5A5A5AA5 00")}, {0x9A}},
+        {"foreign bytes", {ToBytes("longer than a header of 16 bytes"), ToBytes("x"), {}}, {}},
+        {"a foreign header", {Hex("5A5A5AA5 00 00 0000 0000 0000 00000000")}, {}},
+    };
+    for (const auto& [name, chunks, received] : cases) {
+        SCOPED_TRACE(name);
+        for (const Bytes& chunk : chunks) Chunk(chunk);
+        EXPECT_EQ(commands, received);
+        ExpectSoundPacket();
+    }
 }
 
 TEST_F(Reassembling, EndsAndFailuresDiscardAndUnknownCodesDoNot) {
@@ -111,7 +103,7 @@ TEST_F(Reassembling, IsSharedByAllLinksAndTheLastChunkNamesTheSender) {
 TEST_F(Reassembling, AnnouncedLengthAllocatesNothing) {
     const std::size_t before = BytesInUse();
     Chunk(Packet(0x9A, 8, 0xFFFFFFFF));
-    Chunk(AsBytes("more"));
+    Chunk(more);
     EXPECT_LT(BytesInUse(), before + (1U << 20));
     ExpectSoundPacket();
 }

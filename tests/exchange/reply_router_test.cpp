@@ -1,5 +1,6 @@
 #include "exchange/reply_router.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <map>
@@ -14,8 +15,10 @@
 namespace sontaro::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
-using testing::IsEmpty;
+using testing::HasSubstr;
+using testing::Not;
 
 // The windows by the titles that players' replies are addressed to.
 // clang-format off
@@ -27,31 +30,31 @@ constexpr LocalText kVideo = {"Star 1.0视频控制", "Star 1.0Video Control"}, 
 const std::vector<LocalText> kAllWindows = {kVideo, kSetParam, kBatchSend, kUart, kPlayer, kTimeline, kOsd, kSerial, kSubtitles, kTouch, kCave};
 // clang-format on
 
+/// Writes down, in order, what becomes of replies.
 struct Routing : testing::Test, RouterActions {
-    Routing() { SetApplicationTitle("Star 1.0"); }
-
-    void CloseLinks() override { ++closings; }
+    Routing() {
+        SetApplicationTitle("Star 1.0");
+        prompts.whileShown = [this] { log += testing::PrintToString(prompts.boxes.back()) + "; "; };
+    }
+    void CloseLinks() override { log += "close; "; }
     void SendPacket(const Target& target, const DevicePacket& packet) override {
-        sent.push_back(target.ip + " " + std::to_string(packet.header.command));
+        log += fmt::format("send {} {}; ", target.ip, packet.header.command);
     }
     void Open(const std::vector<LocalText>& windows) {
         open.clear();
         for (const LocalText& window : windows)
-            open.try_emplace(Localized(window), directory, Localized(window));
+            open.try_emplace(Localized(window), directory, Localized(window),
+                             [this, window](const WindowMessage& message) {
+                                 log += fmt::format("{} {:X} {}; ", window.english,
+                                                    static_cast<int>(message.id), message.wParam);
+                             });
     }
     /// A reply with the two words of a header: command and qualifier, sub-command and argument.
-    void Route(std::uint32_t command, std::uint32_t selector = 0, const Bytes& payload = {}) {
+    std::string Route(std::uint32_t command, std::uint32_t selector = 0,
+                      const Bytes& payload = {}) {
         const DevicePacket packet = DevicePacket::Request(command, selector, AsText(payload));
         router.Route({packet.header, packet.payload, sender, 7});
-    }
-    /// The titles of the windows that have been sent a message of that number; of all with 0.
-    std::vector<std::string> Receivers(int id = 0) {
-        std::vector<std::string> titles;
-        for (const auto& [title, window] : open)
-            for (const WindowMessage& message : window.messages)
-                if (id == 0 || message.id == MessageId{static_cast<std::uint32_t>(id)})
-                    titles.push_back(title);
-        return titles;
+        return std::exchange(log, "");
     }
     const WindowMessage& LastOf(const LocalText& window) {
         return open.at(Localized(window)).messages.back();
@@ -65,19 +68,16 @@ struct Routing : testing::Test, RouterActions {
     WindowDirectory directory{ui};
     RecordingPrompts prompts;
     ExchangeHub hub;
-    std::vector<std::string> news;
+    std::string log;
     Boxes boxes = Boxes::kShown;
-    const ExchangeHub::Subscription subscription = hub.Subscribe([this](const auto& told) {
-        news.push_back(std::to_string(static_cast<int>(told.kind)) + " " +
-                       std::to_string(told.origin.header.command) + " " +
-                       std::to_string(told.origin.connection));
+    const ExchangeHub::Subscription subscription = hub.Subscribe([this](const auto& news) {
+        log += fmt::format("news {} {} {}; ", static_cast<int>(news.kind),
+                           news.origin.header.command, news.origin.connection);
         return boxes;
     });
     ReplyRouter router{directory, prompts, hub, *this};
     std::map<std::string, FakeWindow> open;
     const Target sender{"127.0.0.2", 9000, 5};
-    int closings = 0;
-    std::vector<std::string> sent;
 };
 
 struct Row : NamedCase {
@@ -92,28 +92,29 @@ struct EveryRow : Routing, testing::WithParamInterface<Row> {};
 
 TEST_P(EveryRow, LeadsToTheFirstOpenWindowInItsOwnMessage) {
     const Row& row = GetParam();
+    const std::string message = fmt::format(" {:X} {}; ", row.id, row.wParam);
+    const auto route = [&] { return Route(row.command, row.selector, Pattern(row.size)); };
     for (const Language language : {Language::kChinese, Language::kEnglish}) {
         const InLanguage spoken(language);
         Open(kAllWindows);
         for (const LocalText& candidate : row.candidates) {
-            Route(row.command, row.selector, Pattern(row.size));
-            ASSERT_THAT(Receivers(row.id), ElementsAre(Localized(candidate)));
-            EXPECT_EQ(LastOf(candidate).wParam, row.wParam);
-            if (const auto* record = std::get_if<ReplyRecord>(&LastOf(candidate).record)) {
+            const std::string told = route();
+            ASSERT_THAT(told,
+                        AllOf(HasSubstr(candidate.english + message), Not(HasSubstr("close"))));
+            EXPECT_EQ(told.find(message), told.rfind(message));
+            const WindowMessage& last = LastOf(candidate);
+            if (const auto* record = std::get_if<ReplyRecord>(&last.record)) {
                 EXPECT_EQ(record->payload, Pattern(row.size));
             }
-            const Origin& origin = LastOf(candidate).origin;
-            EXPECT_EQ(origin.sender, sender);
-            EXPECT_EQ(origin.connection, 7U);
-            EXPECT_EQ(origin.header.command | 0x80U, row.command);
-            EXPECT_EQ(origin.header.subCommand | unsigned{origin.header.argument} << 16,
+            EXPECT_EQ(last.origin.sender, sender);
+            EXPECT_EQ(last.origin.connection, 7U);
+            EXPECT_EQ(last.origin.header.command | 0x80U, row.command);
+            EXPECT_EQ(last.origin.header.subCommand | unsigned{last.origin.header.argument} << 16,
                       row.selector);
             open.erase(Localized(candidate));
         }
-        Route(row.command, row.selector, Pattern(row.size));
-        EXPECT_THAT(Receivers(row.id), IsEmpty());
+        EXPECT_THAT(route(), Not(HasSubstr(message)));
     }
-    EXPECT_EQ(closings, 0);
 }
 
 // clang-format off
@@ -136,8 +137,8 @@ INSTANTIATE_TEST_SUITE_P(Table, EveryRow, testing::ValuesIn(kRows), kCaseName);
 
 TEST_F(Routing, LayoutStateGoesToBothWindowsThatShowIt) {
     Open({kVideo, kUart});
-    Route(0xB4, 0x20000, ToBytes("a.lay?"));
-    EXPECT_THAT(Receivers(0x627), ElementsAre("Setup UART", "Star 1.0Video Control"));
+    EXPECT_EQ(Route(0xB4, 0x20000, ToBytes("a.lay?")),
+              "Star 1.0Video Control 627 2; Setup UART 627 2; ");
     EXPECT_EQ(std::get<ReplyRecord>(LastOf(kUart).record).payload, ToBytes("a.lay?"));
 }
 
@@ -166,11 +167,8 @@ TEST_F(Routing, RepliesOfAnotherLengthOrMeaningReachNobodyAndEndNothing) {
     };
     // clang-format on
     Open(kAllWindows);
-    for (const auto& [name, command, selector, payload] : drops) {
-        Route(command, selector, payload);
-        EXPECT_THAT(Receivers(), IsEmpty()) << name;
-        EXPECT_TRUE(closings == 0 && prompts.boxes.empty() && sent.empty()) << name;
-    }
+    for (const auto& [name, command, selector, payload] : drops)
+        EXPECT_EQ(Route(command, selector, payload), "") << name;
 }
 
 TEST_F(Routing, ParameterBlockIsFilledUpWithZerosBehindItsChecksum) {
@@ -199,81 +197,47 @@ TEST_F(Routing, RecordsHoldWhatThePlayerSentAsFarAsItFits) {
     EXPECT_EQ(LastOf(kBatchSend).lParam, 9U);
 }
 
-TEST_F(Routing, SavedControlProtocolRestartsThePlayerAndIsAnnouncedOutsideABatch) {
-    Open({kUart});
-    Route(0x83, 1);
-    EXPECT_EQ(LastOf(kUart).wParam, 0U);
-    EXPECT_THAT(sent, IsEmpty());
-    Route(0x183, 1);
-    EXPECT_THAT(sent, ElementsAre("127.0.0.2 33"));
-    Open({kUart, kBatchSend});
-    Route(0x183, 1);
-    EXPECT_EQ(sent.size(), 2U);
-    const Box saved = Notice("Changes have been saved!");
-    EXPECT_THAT(prompts.boxes, ElementsAre(saved, saved));
-}
-
-TEST_F(Routing, UnsupportedUnknownAndThirtyThreeCloseEveryLink) {
+TEST_F(Routing, RefusalsAndAcknowledgementsAreToldToWhoAskedThenInABox) {
+    const std::string saved = R"(notice "Changes have been saved!"; )";
+    const std::tuple<unsigned, unsigned, std::string> outcomes[] = {
+        {0xB4, 0x10000, "news 1 52 7; notice \"The layout is locked, please unlock it first!\"; "},
+        {0x83, 1, "Setup UART 617 0; " + saved},
+        {0x183, 1, "Setup UART 617 0; send 127.0.0.2 33; " + saved},
+        {0x183, 0x10001, "Setup UART 617 0; send 127.0.0.2 33; " + saved},
+        {0x183, 0x20001, "Setup UART 617 0; "}};
+    Open({kUart, kVideo});
+    for (const auto& [command, selector, outcome] : outcomes)
+        EXPECT_EQ(Route(command, selector), outcome);
     Open(kAllWindows);
-    for (const unsigned command : {0xC3U, 0x03U, 0x43U, 0x80U, 0xFBU}) {
-        Route(command, 4, Pattern(9));
-        EXPECT_EQ(prompts.boxes.back(),
-                  Warning("This function is not supported in the current version!"));
-    }
-    for (const unsigned command : {0x81U, 0x82U, 0x89U, 0xA1U, 0xB3U, 0xBAU, 0xBCU, 0xBFU})
-        Route(command, 0, Pattern(9));
-    EXPECT_EQ(closings, 5 + 8);
-    EXPECT_EQ(prompts.boxes.size(), 5U);
-    EXPECT_THAT(Receivers(), IsEmpty());
-}
-
-TEST_F(Routing, RefusalsAreToldBeforeTheBoxWhichALongProcedureMutes) {
-    Open({kVideo});
-    prompts.whileShown = [this] { EXPECT_EQ(news.size(), prompts.boxes.size()); };
-    Route(0xFB, 4);
-    Route(0xB4, 0x10000);
+    for (const unsigned unsupported : {0xC3U, 0x03U, 0x43U, 0x80U, 0xFBU})
+        EXPECT_EQ(
+            Route(unsupported, 4, Pattern(9)),
+            fmt::format("news 2 {} 7; warning \"This function is not supported in the current "
+                        "version!\"; close; ",
+                        unsupported & 0x3F));
+    EXPECT_EQ(Route(0x183, 1), "Set Param 617 0; send 127.0.0.2 33; ") << "during a batch";
+    for (const unsigned unknown : {0x81U, 0x82U, 0x89U, 0xA1U, 0xB3U, 0xBAU, 0xBCU, 0xBFU})
+        EXPECT_EQ(Route(unknown, 0, Pattern(9)), "close; ") << unknown;
     boxes = Boxes::kMuted;
-    Route(0xC3, 1);
-    EXPECT_THAT(news, ElementsAre("2 59 7", "1 52 7", "2 3 7"));
-    EXPECT_EQ(prompts.boxes.size(), 2U);
-    EXPECT_EQ(closings, 2);
+    EXPECT_EQ(Route(0xC3, 1), "news 2 3 7; close; ");
 }
 
-TEST_F(Routing, ControlProtocolThatIsRefusedIsNotAnnouncedAsSaved) {
-    Open({kUart});
-    Route(0x183, 0x20001);
-    EXPECT_EQ(LastOf(kUart).origin.header.argument, 2);
-    EXPECT_TRUE(prompts.boxes.empty() && sent.empty());
-    Route(0x183, 0x10001);
-    EXPECT_EQ(prompts.boxes.size() + sent.size(), 2U);
-}
-
-TEST_F(Routing, NoticesAreInTheLanguageOfTheProcessAndALockedLayoutGoesNoFurther) {
-    Open({kVideo});
-    Route(0xB4, 0x10000);
+TEST_F(Routing, BoxesAreInTheLanguageOfTheProcess) {
     const InLanguage chinese(Language::kChinese);
-    Route(0xB4, 0x10000);
-    Route(0xC3);
-    Route(0x83, 1);
-    EXPECT_THAT(prompts.boxes, ElementsAre(Notice("The layout is locked, please unlock it first!"),
-                                           Notice("布局已锁定，请先解锁！"),
+    Route(0xB4, 0x10000), Route(0xC3), Route(0x83, 1);
+    EXPECT_THAT(prompts.boxes, ElementsAre(Notice("布局已锁定，请先解锁！"),
                                            Warning("当前版本不支持此功能,请及时更新！"),
                                            Notice("控制协议配置完成！")));
-    EXPECT_THAT(Receivers(), IsEmpty());
 }
 
 TEST_F(Routing, EndOfALinkIsToldToWhoUploadsAndWhoKeepsItAlive) {
     Open({kSetParam, kBatchSend, kUart, kPlayer});
-    router.LinkEnded({"127.0.0.2", 9000, 5}, 3);
-    EXPECT_THAT(Receivers(0x597), ElementsAre("Set Param"));
-    EXPECT_THAT(Receivers(0x8001), ElementsAre("Setup UART"));
+    router.LinkEnded(sender, 3);
+    EXPECT_EQ(std::exchange(log, ""), "Set Param 597 0; Setup UART 8001 7; news 0 0 3; ");
     Open({kBatchSend, kPlayer});
-    router.LinkEnded({"127.0.0.2", 9000, 5}, 4);
-    EXPECT_THAT(Receivers(0x597), ElementsAre("Batch Send"));
-    EXPECT_THAT(Receivers(0x8001), ElementsAre("PlayerControl"));
-    EXPECT_EQ(LastOf(kPlayer).wParam, 7U);
-    EXPECT_EQ(LastOf(kPlayer).origin.sender.ip, "127.0.0.2");
-    EXPECT_THAT(news, ElementsAre("0 0 3", "0 0 4"));
+    router.LinkEnded(sender, 4);
+    EXPECT_EQ(log, "Batch Send 597 0; PlayerControl 8001 7; news 0 0 4; ");
+    EXPECT_EQ(LastOf(kPlayer).origin.sender, sender);
 }
 
 }  // namespace

@@ -31,25 +31,21 @@ TEST(VideoCommand, CarriesItsIdAndItsOwnKeyAlone) {
     }
 }
 
-/// Whether the answer is one of success.
-bool Succeeds(const std::string& reply) {
-    const auto parsed = VideoReply::Parse(reply);
-    return parsed && parsed->Code() == 0;
-}
-
-TEST(VideoReply, IsNotActedOnWhenItFailedOrNamesNoCommand) {
-    for (const char* reply :
-         {"", "{", "[]", "7", R"({"cmdId":3})", R"({"code":1,"cmdId":3})",
-          R"({"code":-1,"cmdId":3})", R"({"code":"0","cmdId":3})", R"({"code":0.5,"cmdId":3})",
-          R"({"code":null,"cmdId":3})", R"({"code":0})", R"({"code":0,"cmdId":"3"})",
-          R"({"code":0,"cmdId":5000000000})", R"({"code":65537,"cmdId":3})",
-          R"({"code":18446744073709551615,"cmdId":3})"})
-        EXPECT_FALSE(Succeeds(reply)) << reply;
-}
-
-TEST(VideoReply, SucceedsWhenTheLowSixteenBitsOfItsCodeAreZero) {
-    for (const char* code : {"0", "65536", "-65536", "0.0", "4294967296", "18446744073709486080"})
-        EXPECT_TRUE(Succeeds(R"({"cmdId":3,"code":)" + std::string(code) + "}")) << code;
+TEST(VideoReply, SucceedsWithACommandAndACodeWhoseLowSixteenBitsAreZero) {
+    const auto succeeds = [](const std::string& reply) {
+        const auto parsed = VideoReply::Parse(reply);
+        return parsed && parsed->Code() == 0;
+    };
+    const auto succeedsWith = [&](const std::string& code) {
+        return succeeds(R"({"cmdId":3,"code":)" + code + "}");
+    };
+    for (const char* none : {"", "{", "[]", "7", R"({"cmdId":3})", R"({"code":0})",
+                             R"({"code":0,"cmdId":"3"})", R"({"code":0,"cmdId":5000000000})"})
+        EXPECT_FALSE(succeeds(none)) << none;
+    for (const char* bad : {"1", "-1", R"("0")", "0.5", "null", "65537", "18446744073709551615"})
+        EXPECT_FALSE(succeedsWith(bad)) << bad;
+    for (const char* good : {"0", "65536", "-65536", "0.0", "4294967296", "18446744073709486080"})
+        EXPECT_TRUE(succeedsWith(good)) << good;
 }
 
 std::optional<VideoPosition> Position(const std::string& data, const std::string& beside = "") {

@@ -9,6 +9,7 @@ namespace sontaro::test {
 namespace {
 
 using State = VideoControlRun::State;
+using Kind = VideoControlRun::Trouble::Kind;
 using Texts = std::vector<std::string>;
 
 /// Writes down, in order, what the window would show and send.
@@ -47,12 +48,6 @@ struct RemoteControl : testing::Test, ExchangeBench, VideoControlView {
     void Layouts(std::string_view names = {}) {
         Reply(MessageId::kLayoutState, kCommandLayoutState, names);
     }
-    void Status(std::uint32_t wParam, std::uint16_t volume) {
-        WindowMessage message = Message(MessageId::kPlayerStatus, kCommandPlayerData, 0);
-        message.wParam = wParam;
-        message.record = PlayerStatus{1, volume, 0};
-        run.Handle(message);
-    }
     void Video(const std::string& rest) {
         Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":0,)" + rest + "}");
     }
@@ -64,9 +59,7 @@ struct RemoteControl : testing::Test, ExchangeBench, VideoControlView {
         StateReply(), Layouts(), Captions();
         Log();
     }
-    void ExpectTrouble(VideoControlRun::Trouble::Kind kind) {
-        EXPECT_EQ(run.LastTrouble().kind, kind);
-    }
+    void ExpectTrouble(Kind kind) { EXPECT_EQ(run.LastTrouble().kind, kind); }
     /// What has been shown and sent since the last call.
     std::string Log() { return std::exchange(log, ""); }
 
@@ -75,51 +68,26 @@ struct RemoteControl : testing::Test, ExchangeBench, VideoControlView {
     VideoControlRun run{*this, exchange, player};
 };
 
-TEST_F(RemoteControl, AsksForStateLayoutsAndCaptionsOneAfterTheOther) {
-    run.Opened();
-    EXPECT_EQ(Log(), "send 19; ");
-    StateReply();
-    EXPECT_EQ(Log(), "send 52; ");
-    Layouts("Night.lay?Day.lay?");
-    EXPECT_EQ(Log(), R"(layouts Night Day; send 59{"cmdId":3}; )");
-    Captions();
-    EXPECT_EQ(Log(), "hide; buttons; ");
-}
-
-TEST_F(RemoteControl, PollsAtEveryEleventhTickOfAStateUntilItIsReady) {
-    const auto expectPolls = [this](const std::string& poll) {
-        Log();
-        Advance(10);
-        EXPECT_EQ(Log(), "");
-        Advance(1);
-        EXPECT_EQ(Log(), poll);
-        Advance(11 + 7);
-        EXPECT_EQ(Log(), poll);
-    };
-    run.Opened();
-    expectPolls("send 19; ");
-    StateReply();
-    expectPolls("send 52; ");
-    Layouts();
-    expectPolls(R"(send 59{"cmdId":3}; )");
-    Captions();
-    expectPolls("");
-}
-
-TEST_F(RemoteControl, TakesEachStepOnceAndNeverGoesBack) {
-    const auto expectAfterEveryReply = [this](State state) {
-        if (state != State::kAskingState) StateReply();
-        if (state != State::kAskingLayouts) Layouts();
+TEST_F(RemoteControl, AsksThreeQuestionsInTurnEachAtEveryEleventhTickUntilItsOwnAnswer) {
+    const auto expectAsking = [this](State state, const std::string& question,
+                                     const std::string& shown = "") {
         EXPECT_EQ(run.CurrentState(), state);
+        Advance(10);
+        EXPECT_EQ(Log(), shown + question);
+        Advance(1);
+        EXPECT_EQ(Log(), question);
+        Advance(11 + 7);
+        EXPECT_EQ(Log(), question);
     };
     run.Opened();
-    expectAfterEveryReply(State::kAskingState);
-    StateReply();
-    expectAfterEveryReply(State::kAskingLayouts);
     Layouts();
-    expectAfterEveryReply(State::kAskingCaptions);
-    Captions();
-    expectAfterEveryReply(State::kReady);
+    expectAsking(State::kAskingState, "send 19; ");
+    StateReply(), StateReply();
+    expectAsking(State::kAskingLayouts, "send 52; ");
+    Layouts("Night.lay?Day.lay?"), StateReply(), Layouts();
+    expectAsking(State::kAskingCaptions, R"(send 59{"cmdId":3}; )", "layouts Night Day; ");
+    Captions(), StateReply(), Layouts();
+    expectAsking(State::kReady, "", "hide; buttons; ");
 }
 
 TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
@@ -131,9 +99,8 @@ TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
     run.MoveVolume(42);
     run.Closing();
     Advance(100);
-    EXPECT_EQ(
-        Log(),
-        R"(send 19; send 59{"cmdId":8,"sound":"41"}; send 19; send 59{"cmdId":8,"sound":"42"}; )");
+    EXPECT_EQ(Log(), R"(send 19; send 59{"cmdId":8,"sound":"41"}; send 19; )"
+                     R"(send 59{"cmdId":8,"sound":"42"}; )");
 }
 
 TEST_F(RemoteControl, TellsOfSilenceOnlyWhileAQuestionIsNotAnswered) {
@@ -170,7 +137,6 @@ TEST_F(RemoteControl, TellsTheEndOfItsLinkAndAsksAnewAsSoonAsThereIsAnother) {
 }
 
 TEST_F(RemoteControl, SaysWhyItIsNotConnectedAndReadAgainTriesIt) {
-    using Kind = VideoControlRun::Trouble::Kind;
     channel.refusal = NotSent::kConnectFailed;
     run.Opened();
     ExpectTrouble(Kind::kNotSent);
@@ -189,7 +155,6 @@ TEST_F(RemoteControl, SaysWhyItIsNotConnectedAndReadAgainTriesIt) {
 }
 
 TEST_F(RemoteControl, TellsWhatThePlayerRefusesUntilTheNextCommand) {
-    using Kind = VideoControlRun::Trouble::Kind;
     OpenReady();
     run.Press("p");
     Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":3,"cmdId":10})");  // no command of ours
@@ -212,10 +177,14 @@ TEST_F(RemoteControl, TellsWhatThePlayerRefusesUntilTheNextCommand) {
 }
 
 TEST_F(RemoteControl, SetsTheSliderFromAStatusWithParameterOneAndAVolumeAlone) {
+    const std::uint16_t unknown = PlayerStatus{}.volume;
     for (const std::uint32_t wParam : {0U, 1U, 32767U})
-        for (const int volume : {70, 101, 0xFFFF})
-            Status(wParam, static_cast<std::uint16_t>(volume));
-    Status(1, PlayerStatus{}.volume);
+        for (const std::uint16_t volume : std::initializer_list<std::uint16_t>{70, 101, unknown}) {
+            WindowMessage message = Message(MessageId::kPlayerStatus, kCommandPlayerData, 0);
+            message.wParam = wParam;
+            message.record = PlayerStatus{1, volume, 0};
+            run.Handle(message);
+        }
     EXPECT_EQ(Log(), "volume 70; ");
 }
 
@@ -234,24 +203,25 @@ TEST_F(RemoteControl, PressesAndChoicesBecomeCommandsAndEmptyChoicesDoNot) {
     OpenReady();
     run.Press("p");
     for (const char* name : {"n", ""}) {
-        run.ChooseFolder(name);
-        run.ChooseLayout(name);
-        run.ChooseVideo(name);
-        run.ChooseUsbVideo(name);
+        run.ChooseFolder(name), run.ChooseLayout(name);
+        run.ChooseVideo(name), run.ChooseUsbVideo(name);
     }
-    EXPECT_EQ(
-        Log(),
-        R"(send 59{"cmdId":4,"playMode":"p"}; send 59{"cmdId":2,"type":"n"}; send 59{"cmdId":6,"layoutName":"n"}; send 59{"cmdId":11,"playName":"n"}; send 59{"cmdId":13,"usbVideoName":"n"}; )");
+    EXPECT_EQ(Log(), R"(send 59{"cmdId":4,"playMode":"p"}; send 59{"cmdId":2,"type":"n"}; )"
+                     R"(send 59{"cmdId":6,"layoutName":"n"}; send 59{"cmdId":11,"playName":"n"}; )"
+                     R"(send 59{"cmdId":13,"usbVideoName":"n"}; )");
 }
 
 TEST_F(RemoteControl, ShowsThePositionAndOffersEachNameOnce) {
-    const std::string reply =
-        R"("cmdId":10,"data":{"currentPosition":30,"totalDuration":90,"typeName":"A","videoName":"b"})";
-    Video(reply);
-    EXPECT_EQ(Log(), "at 33 00:00:30/00:01:30; title A->b; folders A; videos b; ");
-    Video(reply);
-    Video(R"("cmdId":10,"data":{"currentPosition":1,"totalDuration":2,"videoName":"c"})");
-    EXPECT_EQ(Log(), "at 33 00:00:30/00:01:30; title A->b; at 50 00:00:01/00:00:02; videos b c; ");
+    const auto position = [this](const std::string& data) {
+        Video(R"("cmdId":10,"data":{)" + data + "}");
+        return Log();
+    };
+    const std::string first =
+        R"("currentPosition":30,"totalDuration":90,"typeName":"A","videoName":"b")";
+    EXPECT_EQ(position(first), "at 33 00:00:30/00:01:30; title A->b; folders A; videos b; ");
+    EXPECT_EQ(position(first), "at 33 00:00:30/00:01:30; title A->b; ");
+    EXPECT_EQ(position(R"("currentPosition":1,"totalDuration":2,"videoName":"c")"),
+              "at 50 00:00:01/00:00:02; videos b c; ");
 }
 
 TEST_F(RemoteControl, RefillsUsbVideosOnlyWhenTheyDiffer) {
