@@ -17,23 +17,44 @@ namespace sontaro::simulator {
 namespace {
 
 using namespace std::chrono_literals;
+using test::Hex;
 using test::ReceiveDatagram;
+
+constexpr std::uint32_t kUpload = 0x00010001;
 
 struct Player : testing::Test {
     Player() {
         options.address = network.Player(0);
         options.file = folder / "player.json";
     }
+    /// What is answered by a player with the faults of a script.
+    Answer Ask(std::uint32_t commandWord, std::uint32_t selectorWord, std::string_view json = {},
+               std::string_view faults = {}) {
+        Answer answer =
+            HandleRequest(state, DevicePacket::Request(commandWord, selectorWord, json));
+        Spoil(answer, *ParseFaultScript(faults));
+        EXPECT_EQ(answer.reply.header.payloadLength, answer.reply.payload.size());
+        return answer;
+    }
+    std::string Read(std::uint32_t block, std::string_view faults = {}) {
+        return std::string(AsText(Ask(kCommandSettings, block, {}, faults).reply.payload));
+    }
+    /// The state as it is after another start.
+    void StartAnew() {
+        PlayerState kept = *ReadState(WriteState(state));
+        state = std::move(kept);
+    }
     test::TestNetwork network;
     test::TemporaryFolder folder;
     PlayerOptions options;
+    PlayerState& state = options.state;
 };
 
 TEST_F(Player, KeepsWhatItWasToldFromOneStartToTheNextOnTheSamePort) {
     SimulatedPlayer player(options);
     ASSERT_TRUE(player.Start());
     const Endpoint address = player.Address();
-    player.ChangeState([](PlayerState& state) { state.volume = 33; });
+    player.ChangeState([](PlayerState& told) { told.volume = 33; });
     ASSERT_TRUE(player.Start());
     EXPECT_EQ(player.Address(), address);
     player.Stop();
@@ -44,58 +65,80 @@ TEST_F(Player, KeepsWhatItWasToldFromOneStartToTheNextOnTheSamePort) {
     EXPECT_FALSE(SimulatedPlayer(options).Start());
 }
 
-/// A request about a settings block.
-DevicePacket Settings(std::uint16_t block, std::uint32_t argument, std::string_view payload = {}) {
-    return DevicePacket::Request(kCommandSettings, argument << 16 | block, payload);
-}
-
 TEST_F(Player, KeepsSettingsThatAreSavedAndReadsThemOut) {
-    options.state.osd = "damaged";
+    state.osd = "damaged";
     for (const auto& [block, argument] :
-         {std::pair{4, 0U}, {15, 1U}, {16, 1U}, {18, 1U}, {19, 1U}}) {
-        const auto number = static_cast<std::uint16_t>(block);
+         {std::pair{4U, 0U}, {15U, 1U}, {16U, 1U}, {18U, 1U}, {19U, 1U}}) {
+        const std::uint32_t save = argument << 16 | block;
         const std::string json = "{\"block\": " + std::to_string(block) + "}";
-        const Answer saved = HandleRequest(options.state, Settings(number, argument, json));
+        const Answer saved = Ask(kCommandSettings, save, json);
         EXPECT_EQ(saved.reply.header.argument, argument);
         EXPECT_EQ(AsText(saved.reply.payload), block == 4 ? json : "");
         for (const char* bad : {"{", "[1]", "7"})
-            EXPECT_TRUE(HandleRequest(options.state, Settings(number, argument, bad)).silent)
-                << bad;
-        const PlayerState kept = *ReadState(WriteState(options.state));
-        options.state = kept;
-        const Answer read = HandleRequest(options.state, Settings(number, 0));
-        EXPECT_EQ(AsText(read.reply.payload), json);
+            EXPECT_TRUE(Ask(kCommandSettings, save, bad).silent) << bad;
+        StartAnew();
+        EXPECT_EQ(Read(block), json);
     }
 }
 
 TEST_F(Player, SpoilsSettingsAsItsFaultsHaveIt) {
-    const auto answer = [&](const char* script, const DevicePacket& request) {
-        Answer spoilt = HandleRequest(options.state, request);
-        Spoil(spoilt, *ParseFaultScript(script));
-        EXPECT_EQ(spoilt.reply.header.payloadLength, spoilt.reply.payload.size());
-        return spoilt;
-    };
-    const auto json = [&](const char* script, std::uint16_t block) {
-        return ParseJson(AsText(answer(script, Settings(block, 0)).reply.payload));
-    };
-    EXPECT_FALSE(json("bad-json", 4) || json("bad-json", 19) || json("bad-json,items=9", 15));
-    EXPECT_EQ((*json("items=5", 18))["CustomSettings"][0].size(), 1U + 5U);
-    EXPECT_TRUE(json("items=5", 4)->isMember("data"));
-    EXPECT_TRUE(answer("no-ack", Settings(16, 0x1, R"({"taken":1})")).silent);
-    EXPECT_EQ(options.state.subtitles, R"({"taken":1})");
-    EXPECT_FALSE(answer("no-ack", Settings(16, 0)).silent);
+    for (const auto& [block, faults] : {std::pair{1U, "bad-json"},
+                                        {4U, "bad-json"},
+                                        {15U, "bad-json,items=9"},
+                                        {19U, "bad-json"}})
+        EXPECT_FALSE(ParseJson(Read(block, faults))) << block;
+    EXPECT_EQ((*ParseJson(Read(18, "items=5")))["CustomSettings"][0].size(), 1U + 5U);
+    EXPECT_TRUE(ParseJson(Read(4, "items=5"))->isMember("data"));
+    EXPECT_TRUE(Ask(kCommandSettings, 0x10010, R"({"taken":1})", "no-ack").silent);
+    EXPECT_EQ(Read(16, "no-ack"), R"({"taken":1})");
+    EXPECT_EQ(Ask(kCommandSettings, 1, "", "result=7").reply.header.argument, 7);
+    EXPECT_EQ(Ask(kCommandSettings, kUpload, "{}", "result=7").reply.header.argument, 1);
+    EXPECT_FALSE(ParseFaultScript("result=65536") || ParseFaultScript("no-second-part=1"));
+}
+
+TEST_F(Player, HasEverySlotOfTheListsOfItsControlProtocol) {
+    const Json::Value document = *ParseJson(Read(1));
+    for (const auto& [section, slots, name] : {std::tuple{"VideoType", 64U, "TypeName"},
+                                               {"AudioType", 64U, "TypeName"},
+                                               {"LayOut", 64U, "LayOutName"},
+                                               {"Projector", 30U, "IP"}}) {
+        ASSERT_EQ(document[section].size(), slots) << section;
+        EXPECT_NE(document[section][0][name], "") << section;
+    }
+    EXPECT_EQ(document["Projector"][29]["Cmd"].size(), 6U);
+}
+
+TEST_F(Player, AcknowledgesAControlProtocolWithTheFlagOfItsUpload) {
+    EXPECT_EQ(Ask(0x103, kUpload, R"({"a":1})").reply.Serialize(),
+              Hex("5A5A5AA5 83 01 0000 0100 0100 00000000"));
+    EXPECT_TRUE(Ask(3, kUpload, "[1]").silent);
+    EXPECT_TRUE(Ask(3, kUpload, R"({"b":2})", "no-ack").silent);
+    StartAnew();
+    EXPECT_EQ(Ask(3, 1).reply.Serialize(),
+              Hex("5A5A5AA5 83 00 0000 0100 0000 07000000 7B2262223A327D"));
+}
+
+TEST_F(Player, SendsItsDataInTwoPartsAndItsSerialBytesOneByOne) {
+    constexpr std::uint32_t kSecondPart = 32767U << 16;
+    for (const std::uint32_t part : {0U, 1U << 16, kSecondPart}) {
+        const DevicePacket reply = Ask(19, part).reply;
+        EXPECT_EQ(reply.payload.size(), kPlayerDataSize);
+        EXPECT_EQ(reply.header.argument, part >> 16);
+        EXPECT_EQ(Ask(19, part, "", "no-second-part").silent, part == kSecondPart);
+    }
+    state.serialBytes = {Hex("A501"), Hex("02")};
+    EXPECT_EQ(Ask(50, 0).reply.Serialize(), Hex("5A5A5AA5 B2 00 0000 0000 0000 02000000 A501"));
+    EXPECT_EQ(Ask(50, 0).reply.payload, Hex("02"));
+    EXPECT_TRUE(Ask(50, 0).reply.payload.empty());
 }
 
 TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
-    PlayerState& state = options.state;
     const auto choose = [&](const std::string& name) {
-        const std::string json = R"({"cmdId":6,"layoutName":")" + name + "\"}";
-        const auto request = DevicePacket::Request(kCommandVideo, kVideoLayout, json);
-        const Answer answer = HandleRequest(state, request);
+        const Answer answer =
+            Ask(kCommandVideo, kVideoLayout, R"({"cmdId":6,"layoutName":")" + name + "\"}");
         return VideoReply::Parse(AsText(answer.reply.payload))->Code() == 0;
     };
-    const DevicePacket list = DevicePacket::Request(kCommandLayoutState, 0);
-    const auto names = ParseNameList(AsText(HandleRequest(state, list).reply.payload));
+    const auto names = ParseNameList(AsText(Ask(kCommandLayoutState, 0).reply.payload));
     ASSERT_EQ(names.size(), state.layouts.size());
     for (std::size_t i = names.size(); i-- > 0;) {
         EXPECT_TRUE(choose(names[i])) << names[i];
@@ -104,17 +147,18 @@ TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
     for (const char* wrong : {"", "Nigh", "Night.lay", "Day"}) EXPECT_FALSE(choose(wrong)) << wrong;
     state.layoutLocked = true;
     EXPECT_FALSE(choose(names[1]));
+    state.layouts = {"one.mp4", "二.lay"};
+    for (const auto& [command, selector] : {std::pair{10U, 1U}, {52U, 0U}})
+        EXPECT_EQ(AsText(Ask(command, selector).reply.payload), "one.mp4?二.lay?");
 }
 
 TEST_F(Player, ServesASchemaOfTheUsersAsItIs) {
-    const auto lineUp = [&](const std::filesystem::path& schema) {
-        LineUpOptions row;
-        row.baseAddress = network.Player(0);
-        row.schema = schema;
-        return LineUp(row);
-    };
-    EXPECT_FALSE(lineUp(folder / "missing"));
-    PlayerOptions served = lineUp(folder.Write("schema", "{\"half\":"))->front();
+    LineUpOptions row;
+    row.baseAddress = network.Player(0);
+    row.schema = folder / "missing";
+    EXPECT_FALSE(LineUp(row));
+    row.schema = folder.Write("schema", "{\"half\":");
+    PlayerOptions served = LineUp(row)->front();
     served.file = folder.Write("player.json", R"({"cave":"{}"})");
     SimulatedPlayer player(served);
     ASSERT_TRUE(player.Start());
@@ -146,7 +190,7 @@ TEST_F(Player, ItsSerialPortReceivesWhatIsDueAndWhatItIsGiven) {
     ASSERT_TRUE(player.Start());
     EXPECT_TRUE(player.AddSerialBytes(Bytes(1023)));
     EXPECT_FALSE(player.AddSerialBytes({}) || player.AddSerialBytes(Bytes(1024)));
-    const std::deque<Bytes> received{test::Hex("A50102"), Bytes(1023)};
+    const std::deque<Bytes> received{Hex("A50102"), Bytes(1023)};
     EXPECT_EQ(player.State().serialBytes, received);
     for (int given = 2; given < 1000; ++given) ASSERT_TRUE(player.AddSerialBytes({1}));
     EXPECT_FALSE(player.AddSerialBytes({1})) << "nobody fetches them";
@@ -156,7 +200,7 @@ TEST(SerialText, IsTakenLineByLineOrRefused) {
     const auto line = ParseSerialLine(" 2 : a5 01", 2);
     ASSERT_TRUE(line);
     EXPECT_EQ(line->player, 1U);
-    EXPECT_EQ(line->bytes, test::Hex("A501"));
+    EXPECT_EQ(line->bytes, Hex("A501"));
     EXPECT_EQ(ParseSerialLine("A501", 2)->player, 0U);
     for (const char* bad : {"", ":", "A5 0", "0G", "0:A5", "3:A5", "-1:A5", "2:", "1:2:A5"})
         EXPECT_FALSE(ParseSerialLine(bad, 2)) << bad;
