@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "base/file.h"
 #include "base/hex_command.h"
 #include "base/json.h"
 #include "controlprotocol/control_protocol_rows.h"
@@ -11,8 +10,6 @@
 
 namespace sontaro::test {
 namespace {
-
-using Outcome = EditAnswer::Outcome;
 
 TEST(HexCommand, IsNormalisedAndTurnedIntoBytesAndBack) {
     EXPECT_EQ(NormalizedHexCommand(" a5 0b\t"), "A50B");
@@ -27,37 +24,22 @@ TEST(HexCommand, IsNormalisedAndTurnedIntoBytesAndBack) {
 }
 
 struct ControlProtocol : testing::Test {
-    bool Read(const std::string& text) { return ReadControlProtocol(text, model).ok(); }
-    /// How many sections a text is found to have; none when it is refused.
-    int Sections(const std::string& text) {
-        const Result<int> sections = ReadControlProtocol(text, model);
-        return sections ? *sections : 0;
+    bool Read(const std::string& text, Source source = Source::kPlayer) {
+        return ReadControlProtocol(text, model, source).ok();
     }
     Json::Value Written() const { return *ParseJson(ControlProtocolText(model)); }
-    SettingsRow Row(std::size_t grid, std::size_t group, std::size_t row) {
-        return ControlProtocolRows(model)[grid].at(group).rows.at(row);
+    /// The text of a row, and "!" when it is marked.
+    std::string Shown(const std::string& key) const {
+        const SettingsRow row = *ControlProtocolRow(model, key);
+        return row.value + (row.caution.empty() ? "" : "!");
     }
-    /// Enters a text in the row that a grid shows so named, in its first group that has it.
-    std::string Enter(std::size_t grid, const std::string& name, const std::string& text) {
-        return EnterIn(ControlProtocolRows(model)[grid], name, text).value_or("no such row");
+    std::string Enter(const std::string& key, const std::string& text) {
+        const EditAnswer answer = EditControlProtocol(model, {key, text});
+        constexpr const char* kOutcomes[] = {"=", "!", "ignored"};
+        return kOutcomes[static_cast<int>(answer.outcome)] + answer.text;
     }
 
     ControlProtocolModel model;
-
-   private:
-    std::optional<std::string> EnterIn(const SettingsRows& groups, const std::string& name,
-                                       const std::string& text) {
-        for (const SettingsGroup& group : groups) {
-            const auto row = std::ranges::find(group.rows, name, &SettingsRow::name);
-            if (row == group.rows.end()) {
-                if (auto inner = EnterIn(group.groups, name, text)) return inner;
-                continue;
-            }
-            const EditAnswer answer = EditControlProtocol(model, {row->key, text});
-            return (answer.outcome == Outcome::kAccepted ? "=" : "!") + answer.text;
-        }
-        return std::nullopt;
-    }
 };
 
 TEST_F(ControlProtocol, BeginsWithTheDefaultsAndWritesEveryArrayInFull) {
@@ -79,34 +61,29 @@ TEST_F(ControlProtocol, BeginsWithTheDefaultsAndWritesEveryArrayInFull) {
     EXPECT_EQ(json["Projector"][29]["Cmd"][5]["OFFCmd"], "");
 }
 
-TEST_F(ControlProtocol, TakesOfAPartialDocumentWhatItHoldsAndFits) {
-    ASSERT_TRUE(Read(R"({"KtvDev":{"KTVServerPort":9000}})"));
-    ControlProtocolModel expected;
-    expected.songSystem.serverPort = 9000;
-    EXPECT_EQ(model, expected);
-    ASSERT_TRUE(Read(R"({"KtvDev":{"KTVServerIP":5,"KTVName":"1","KTVServerPort":1.5},
-        "Serial":[],"VideoType":{"0":{}},"LayOut":[null,7,{"LayOutName":null}],
-        "Projector":[{"Cmd":{}},{"Cmd":[[],{"ONCmd":1}]}],"AudioType":[[]]})"));
-    EXPECT_EQ(model, expected);
-    const ControlProtocolModel before = model;
-    for (const char* text : {"", "{", "[]", "7", R"({"KtvDev":{"KTVServerPort":1})"})
-        EXPECT_FALSE(Read(text)) << text;
-    EXPECT_EQ(model, before);
-}
-
-TEST_F(ControlProtocol, FillsTheSlotsThatAnArrayHasAndNoMore) {
+TEST_F(ControlProtocol, TakesOfADocumentWhatItHoldsAndFitsSlotBySlot) {
     model.videoTypes[3].name = "stays";
-    model.projectors[0].commands[1].off = "0B";
-    std::string types;
-    for (int i = 0; i < 70; ++i) types += R"({"TypeName":"类)" + std::to_string(i) + "\"},";
-    types.pop_back();
-    ASSERT_TRUE(Read(R"({"VideoType":[{"TypeName":"a"},{},{"SendCmd":"a5 x"}],"AudioType":[)" +
-                     types + R"(],"Projector":[{"Port":7,"Cmd":[{"ONCmd":"0A"}]}]})"));
-    EXPECT_EQ(model.videoTypes[0].name + model.videoTypes[2].sendCommand, "aa5 x");
-    EXPECT_EQ(model.videoTypes[3].name, "stays");
+    ControlProtocolModel expected = model;
+    expected.songSystem.serverPort = 9000;
+    expected.videoTypes[0].name = "a";
+    expected.videoTypes[2].sendCommand = "a5 x";
+    expected.projectors[0].commands[1].on = "0A";
+    for (const char* text :
+         {R"({"KtvDev":{"KTVServerPort":9000},"VideoType":[{"TypeName":"a"},{},{"SendCmd":"a5 x"}],
+             "Projector":[{"Cmd":[{},{"ONCmd":"0A"}]}]})",
+          R"({"KtvDev":{"KTVServerIP":5,"KTVName":"1","KTVServerPort":1.5},"Serial":[],
+             "VideoType":{"0":{}},"LayOut":[null,7,{"LayOutName":null}],"AudioType":[[]],
+             "Projector":[{"Cmd":{}},{"Cmd":[[],{"ONCmd":1}]}]})"}) {
+        EXPECT_TRUE(Read(text));
+        EXPECT_EQ(model, expected) << text;
+    }
+    for (const char* bad : {"", "{", "[]", "7", R"({"KtvDev":{"KTVServerPort":1})"})
+        EXPECT_FALSE(Read(bad)) << bad;
+    EXPECT_EQ(model, expected);
+    std::string types = "{}";
+    for (int i = 1; i < 70; ++i) types += R"(,{"TypeName":"类)" + std::to_string(i) + "\"}";
+    ASSERT_TRUE(Read(R"({"AudioType":[)" + types + "]}"));
     EXPECT_EQ(model.audioTypes[63].name, "类63");
-    EXPECT_EQ(model.projectors[0].port, 7);
-    EXPECT_EQ(model.projectors[0].commands[0].on + model.projectors[0].commands[1].off, "0A0B");
     ControlProtocolModel again;
     ASSERT_TRUE(ReadControlProtocol(ControlProtocolText(model), again));
     EXPECT_EQ(again, model);
@@ -115,90 +92,80 @@ TEST_F(ControlProtocol, FillsTheSlotsThatAnArrayHasAndNoMore) {
 TEST_F(ControlProtocol, WritesBackWhatThePlayerAloneKnows) {
     ASSERT_TRUE(Read(R"({"new":{"a":[1]},"Serial":{"Echo":true},"VideoType":[{},{"Icon":"x"}],
         "Projector":[{"Cmd":[{"Delay":5}]}]})"));
-    const ControlProtocolModel players = model;
-    ASSERT_TRUE(ReadControlProtocol(
-        R"({"new":2,"more":3,"Serial":{"Echo":1,"Play":"A5"},"VideoType":[{"Icon":"y"}]})", model,
-        Source::kFile));
-    const Json::Value json = Written();
-    EXPECT_EQ(Compact(AsBytes(WriteJson(json["new"]))), R"({"a":[1]})");
-    EXPECT_FALSE(json.isMember("more") || json["VideoType"][0].isMember("Icon"));
-    EXPECT_EQ(json["Serial"]["Echo"], true);
-    EXPECT_EQ(json["Serial"]["Play"], "A5");
-    EXPECT_EQ(json["VideoType"][1]["Icon"], "x");
-    EXPECT_EQ(json["Projector"][0]["Cmd"][0]["Delay"], 5);
-    model.serial.play.clear();
-    EXPECT_EQ(model, players);
+    Json::Value expected = Written();
+    EXPECT_EQ(expected["new"]["a"][0], 1);
+    EXPECT_EQ(expected["Serial"]["Echo"], true);
+    EXPECT_EQ(expected["VideoType"][1]["Icon"], "x");
+    EXPECT_EQ(expected["Projector"][0]["Cmd"][0]["Delay"], 5);
+    ASSERT_TRUE(Read(R"({"new":2,"more":3,"Serial":{"Echo":1,"Play":"A5"},
+        "VideoType":[{"Icon":"y"}]})",
+                     Source::kFile));
+    expected["Serial"]["Play"] = "A5";
+    EXPECT_EQ(Written(), expected);
 }
 
 TEST_F(ControlProtocol, CallsTheUsbDiskAThousandInJsonAlone) {
-    for (const auto& [read, shown, written] :
-         {std::tuple(1000, "U Disk", 1000), std::tuple(2, "U Disk", 1000),
-          std::tuple(1, "Player2", 1), std::tuple(0, "Player1", 0)}) {
+    const std::tuple<int, const char*, int> sources[] = {
+        {1000, "U Disk", 1000}, {2, "U Disk", 1000}, {1, "Player2", 1}, {0, "Player1", 0}};
+    for (const auto& [read, shown, written] : sources) {
         ASSERT_TRUE(Read(R"({"Serial":{"AudioOutChl":)" + std::to_string(read) + "}}"));
+        EXPECT_EQ(Shown("Serial/AudioOutChl"), shown);
         EXPECT_EQ(Written()["Serial"]["AudioOutChl"], written);
-        EXPECT_EQ(Row(1, 0, 5).value, shown);
     }
 }
 
-TEST_F(ControlProtocol, ClampsIndexesWhenItIsShownAndKeepsUnlistedNumbers) {
-    ASSERT_TRUE(Read(R"({"Serial":{"PlayMode":9,"Language":-4,"AudioOutChl":999,"BaudRate":14400},
-        "Projector":[{},{"ProtocolType":2}]})"));
-    EXPECT_EQ(Row(1, 0, 3).value, "Single Play");
-    EXPECT_EQ(Row(1, 0, 0).value, "14400");
-    EXPECT_EQ(Row(1, 0, 0).choices.back(), "14400");
-    for (const char* rate : {"1200", "14400"})
-        EXPECT_EQ(Enter(1, "BaudRate", rate), std::string("=") + rate);
-    const Json::Value json = Written();
-    EXPECT_EQ(json["Serial"]["PlayMode"].asInt() * 10 + json["Serial"]["Language"].asInt(), 40);
-    EXPECT_EQ(json["Serial"]["AudioOutChl"], 1000);
-    EXPECT_EQ(json["Projector"][1]["ProtocolType"], 1);
-    EXPECT_EQ(json["Serial"]["BaudRate"], 14400);
-}
-
-TEST_F(ControlProtocol, MarksAndKeepsWhatAPlayerHoldsBeyondItsRows) {
+TEST_F(ControlProtocol, MarksAndKeepsWhatAPlayerHoldsBeyondItsRowsButClampsIndexes) {
     ASSERT_TRUE(Read(R"({"KtvDev":{"KTVServerPort":70000},"Serial":{"DMX512Addr1":0,
-        "Physical1Width":-3,"Play":"A5 0","ElectroacousticMode":99999999999,
-        "PlayMode":-99999999999,"DataBit":1e3}})"));
-    const auto shown = [this](const std::string& key) {
-        const SettingsRow row = *ControlProtocolRow(model, key);
-        return row.value + (row.caution.empty() ? "" : "!");
-    };
-    EXPECT_EQ(shown("KtvDev/KTVServerPort") + shown("Serial/DMX512Addr1") +
-                  shown("Serial/Physical1Width") + shown("Serial/Play") + shown("Serial/Pause"),
-              "70000!0!-3!A5 0!");
-    EXPECT_EQ(shown("Serial/ElectroacousticMode") + shown("Serial/DataBit"), "99999999999!1000");
+        "Physical1Width":-3,"Play":"A5 0","ElectroacousticMode":99999999999,"DataBit":1e3,
+        "PlayMode":9,"Language":-99999999999,"AspectRatio":-4,"AudioOutChl":999,"BaudRate":14400},
+        "Projector":[{},{"ProtocolType":2}]})"));
     static_cast<void>(ControlProtocolRows(model));
-    const Json::Value json = Written()["Serial"];
-    EXPECT_EQ(json["ElectroacousticMode"].asInt64(), 99999999999);
-    EXPECT_EQ(json["PlayMode"].asInt() + json["DMX512Addr1"].asInt(), 0);
-    EXPECT_EQ(Enter(1, "电音模式", "3"), "=3");
-    EXPECT_EQ(Written()["Serial"]["ElectroacousticMode"], 3);
+    // clang-format off
+    const std::pair<const char*, const char*> rows[] = {
+        {"KtvDev/KTVServerPort", "70000!"}, {"Serial/DMX512Addr1", "0!"}, {"Serial/Physical1Width", "-3!"},
+        {"Serial/Play", "A5 0!"}, {"Serial/Pause", ""}, {"Serial/ElectroacousticMode", "99999999999!"},
+        {"Serial/DataBit", "1000"}, {"Serial/PlayMode", "Single Play"}, {"Serial/BaudRate", "14400"}};
+    const std::pair<const char*, std::int64_t> numbers[] = {
+        {"ElectroacousticMode", 99999999999}, {"PlayMode", 4}, {"Language", 0}, {"AspectRatio", 0},
+        {"AudioOutChl", 1000}, {"BaudRate", 14400}};
+    // clang-format on
+    for (const auto& [key, shown] : rows) EXPECT_EQ(Shown(key), shown) << key;
+    const Json::Value json = Written();
+    for (const auto& [key, number] : numbers) EXPECT_EQ(json["Serial"][key].asInt64(), number);
+    EXPECT_EQ(json["Projector"][1]["ProtocolType"], 1);
+    EXPECT_EQ(ControlProtocolRow(model, "Serial/BaudRate")->choices.back(), "14400");
 }
 
 TEST_F(ControlProtocol, TakesOverWhatFitsARowAndRefusesTheRest) {
-    // clang-format off
-    const std::tuple<std::size_t, const char*, const char*, const char*> cases[] = {
-        {0, "ServerIP", "10.0.0.7", "=10.0.0.7"}, {0, "ServerIP", "", "="}, {0, "ServerIP", "10.0.0", "!input error!"},
-        {0, "Server Port", "65536", "!input error!"}, {0, "Server Port", "0065535", "=65535"},
-        {0, "Server Port", " 7\t", "=7"}, {0, "ServerIP", " 10.0.0.8 ", "=10.0.0.8"}, {1, "BaudRate", "x", "!input error!"},
-        {0, "KTV Name", "视翰", "=视翰"}, {0, "KTV Name", "other", "!input error!"}, {1, "BaudRate", "9600", "=9600"},
-        {1, "Screen2PhysicalHeight(cm)", "100001", "!input error!"}, {1, "Screen2PhysicalHeight(cm)", "100000", "=100000"},
-        {1, "第二幕DMX512地址", "0", "!input error!"}, {1, "第二幕DMX512地址", "513", "!input error!"},
-        {1, "第二幕DMX512地址", "512", "=512"}, {1, "电音模式", "99999999999", "!input error!"},
-        {1, "Volume Up", " a5 0b ", "=A50B"}, {1, "Volume Up", "a5 0", "!input error!"}, {1, "Volume Up", "", "="},
-        {2, "Type Name", " any 名 ", "= any 名 "}, {4, "ProtocolType", "TCP", "=TCP"},
-        {4, "Projector OFF Cmd6", "ff", "=FF"}, {4, "IP Addr", "player", "!input error!"}};
-    // clang-format on
-    for (const auto& [grid, name, text, answer] : cases)
-        EXPECT_EQ(Enter(grid, name, text), answer) << name;
-    EXPECT_EQ(model.songSystem.vendor, 2);
-    EXPECT_EQ(model.serial.height2, 100000);
-    EXPECT_EQ(model.projectors[0].commands[5].off, "FF");
     const ControlProtocolModel before = model;
+    // clang-format off
+    const std::tuple<const char*, std::vector<const char*>, std::vector<std::pair<const char*, const char*>>> rows[] = {
+        {"KtvDev/KTVServerIP", {"10.0.0"}, {{"10.0.0.7", "10.0.0.7"}, {" 10.0.0.8 ", "10.0.0.8"}, {"", ""}}},
+        {"KtvDev/KTVServerPort", {"65536"}, {{"0065535", "65535"}, {" 7\t", "7"}}},
+        {"KtvDev/KTVName", {"other"}, {{"视翰", "视翰"}}},
+        {"Serial/BaudRate", {"x"}, {{"9600", "9600"}, {"14400", "14400"}}},
+        {"Serial/Physical2Height", {"100001"}, {{"100000", "100000"}}},
+        {"Serial/DMX512Addr2", {"0", "513"}, {{"512", "512"}}},
+        {"Serial/ElectroacousticMode", {"99999999999"}, {{"3", "3"}}},
+        {"Serial/VolumeAdd", {"a5 0"}, {{" a5 0b ", "A50B"}, {"", ""}}},
+        {"VideoType/63/TypeName", {}, {{" any 名 ", " any 名 "}}},
+        {"Projector/0/ProtocolType", {"udp"}, {{"TCP", "TCP"}}},
+        {"Projector/0/IP", {"player"}, {}},
+        {"Projector/29/Cmd/5/OFFCmd", {"f"}, {{"ff", "FF"}}}};
+    // clang-format on
+    for (const auto& [key, refused, taken] : rows) {
+        for (const char* text : refused) EXPECT_EQ(Enter(key, text), "!input error!") << key;
+        EXPECT_EQ(model, before) << key;
+        for (const auto& [text, value] : taken) {
+            EXPECT_EQ(Enter(key, text), std::string("=") + value) << key;
+            EXPECT_EQ(Shown(key), value) << key;
+        }
+        model = before;
+    }
     for (const char* key : {"", "Serial", "Serial/Parity", "VideoType/64/TypeName",
                             "VideoType/-1/TypeName", "VideoType/0", "KtvDev/0/KTVServerPort",
                             "VideoType/01/TypeName", "Projector/0/Cmd/6/ONCmd"})
-        EXPECT_EQ(EditControlProtocol(model, {key, "1"}).outcome, Outcome::kIgnored) << key;
+        EXPECT_EQ(Enter(key, "1"), "ignored") << key;
     EXPECT_EQ(model, before);
 }
 
@@ -231,15 +198,14 @@ TEST_F(ControlProtocol, FindsTheRowThatALearnedCommandGoesTo) {
 }
 
 TEST_F(ControlProtocol, IsKnownInAFileByItsSections) {
-    for (const char* text : {"", "[]", "{}", R"({"data":[]})"})
-        EXPECT_FALSE(Sections(text)) << text;
-    EXPECT_EQ(Sections(R"({"LayOut":0,"x":1})"), 1);
+    for (const char* none : {"{}", R"({"data":[]})"})
+        EXPECT_EQ(*ReadControlProtocol(none, model), 0) << none;
+    EXPECT_EQ(*ReadControlProtocol(R"({"LayOut":0,"x":1})", model), 1);
     const TemporaryFolder folder;
     const auto path = ControlProtocolPath(folder.Path());
     ASSERT_TRUE(WriteControlProtocol(model, path));
-    EXPECT_EQ(path.filename(), "ControlProtocol.Json");
-    EXPECT_EQ(*ReadFile(path), ControlProtocolText(model));
-    EXPECT_FALSE(WriteControlProtocol(model, folder.Path() / "ControlProtocol.Json" / "x"));
+    EXPECT_EQ(folder.Read("ControlProtocol.Json"), ControlProtocolText(model));
+    EXPECT_FALSE(WriteControlProtocol(model, path / "x"));
 }
 
 }  // namespace

@@ -133,27 +133,16 @@ TEST_F(SmallDocument, IsWrittenAsItWasReadWithinItsLimits) {
 
 TEST_F(SmallDocument, TakesWhatFitsTheRowOfAKey) {
     Read(kDocument);
+    // clang-format off
     const std::tuple<const char*, const char*, const char*> cases[] = {
-        {"Open", "1", "=1"},
-        {"Open", "2", "ignored"},
-        {"Share", " .5 ", "=0.5"},
-        {"Share", "1.1", "ignored"},
-        {"Visitors", "18446744073709551616", "ignored"},
-        {"Visitors", "9000000000", "=9000000000"},
-        {"Halls/0/Seats", "501", "ignored"},
-        {"Halls/0/Seats", " 500", "=500"},
-        {"Halls/1/Shows/0/Name", "x", "ignored"},
-        {"Halls/0/Shows/1/Name", "四个汉字", "=四个汉字"},
-        {"Halls/0/Shows/1/Name", "四个汉字x", "!wrong!"},
-        {"Halls/0/Shows/0/Cmd", "A5 0B", "=a50b"},
-        {"Halls/0/Shows/0/Start", "21", "=21!"},
-        {"Halls/0/Shows/0/Start", "20", "=20"},
-        {"Notes/1", "五个汉字", "=五个汉字"},
-        {"Notes/2", "x", "ignored"},
-        {"Extras/k", "6", "=6"},
-        {"Extras/k", "x", "ignored"},
-        {"Extras/m/2", "1", "=1"},
-        {"Extras", "1", "ignored"}};
+        {"Open", "1", "=1"}, {"Open", "2", "ignored"}, {"Share", " .5 ", "=0.5"}, {"Share", "1.1", "ignored"},
+        {"Visitors", "18446744073709551616", "ignored"}, {"Visitors", "9000000000", "=9000000000"},
+        {"Halls/0/Seats", "501", "ignored"}, {"Halls/0/Seats", " 500", "=500"}, {"Halls/1/Shows/0/Name", "x", "ignored"},
+        {"Halls/0/Shows/1/Name", "四个汉字", "=四个汉字"}, {"Halls/0/Shows/1/Name", "四个汉字x", "!wrong!"},
+        {"Halls/0/Shows/0/Cmd", "A5 0B", "=a50b"}, {"Halls/0/Shows/0/Start", "21", "=21!"}, {"Halls/0/Shows/0/Start", "20", "=20"},
+        {"Notes/1", "五个汉字", "=五个汉字"}, {"Notes/2", "x", "ignored"}, {"Extras/k", "6", "=6"}, {"Extras/k", "x", "ignored"},
+        {"Extras/m/2", "1", "=1"}, {"Extras", "1", "ignored"}};
+    // clang-format on
     for (const auto& [key, text, answer] : cases) {
         EXPECT_EQ(Enter(key, text), answer) << key << ' ' << text;
         const auto row = kSchema.RowAt(club, key);
