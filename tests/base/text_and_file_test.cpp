@@ -35,14 +35,11 @@ TEST(Utf8, IsTestedByTheWideRuleAndDecodedByTheStrictOne) {
 }
 
 TEST(LegacyCodePage, Is936EverywhereWithOneByteForWhatItLacks) {
-    const std::pair<const char*, const char*> cases[] = {{"a\n~", "a\n~"},
-                                                         {"汉字、", "\xBA\xBA\xD7\xD6\xA1\xA2"},
-                                                         {"€", "\x80"},
-                                                         {"·—", "\xA1\xA4\xA1\xAA"},
-                                                         {"ṅ한a", "??a"},
-                                                         {"\U0001F3AC\U00020000", "??"},
-                                                         {"\uE000\uE864\uF8F5", "???"},
-                                                         {"\xE6\x92z\xED\xA0\x80", "??z?"}};
+    // clang-format off
+    const std::pair<const char*, const char*> cases[] = {
+        {"a\n~", "a\n~"}, {"汉字、", "\xBA\xBA\xD7\xD6\xA1\xA2"}, {"€", "\x80"}, {"·—", "\xA1\xA4\xA1\xAA"},
+        {"ṅ한a", "??a"}, {"\U0001F3AC\U00020000", "??"}, {"\uE000\uE864\uF8F5", "???"}, {"\xE6\x92z\xED\xA0\x80", "??z?"}};
+    // clang-format on
     for (const auto& [utf8, encoded] : cases) EXPECT_EQ(EncodeLegacy(utf8), encoded) << utf8;
 }
 

@@ -10,7 +10,6 @@ namespace sontaro::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
 
 /// The main window's half and two simulated players, of which the first may have faults.
 struct MainWindowHalf : testing::Test, LinkSurroundings {
@@ -95,14 +94,6 @@ const Fault kFaults[] = {
 };
 // clang-format on
 INSTANTIATE_TEST_SUITE_P(Every, FaultyPlayer, testing::ValuesIn(kFaults), kCaseName);
-
-TEST_F(MainWindowHalf, ReachesARefusingPlayerOnceItListens) {
-    SetFaults("refuse");
-    Ask(0, kCommandPlayerData);
-    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("Failed to connect player！")));
-    SetFaults("");
-    AskAndAwaitData(0);
-}
 
 TEST_F(MainWindowHalf, LetsRepliesInWhileAMessageBoxIsOpen) {
     prompts.whileShown = [this] { AskAndAwaitData(1); };

@@ -152,20 +152,13 @@ TEST_F(TcpLink, PeerThatHangsUpWhileThreadsSettleFailsConnect) {
     EXPECT_THAT(window.codes, ElementsAre(7, 8));
 }
 
-TEST_F(TcpLink, PacketsQueuedAtOnceArriveInOrder) {
-    Socket peer = ConnectTo(player);
-    ASSERT_TRUE(Queue(3'000'000, 'a') && Queue(5, 'b'));
-    EXPECT_FALSE(Queue(kBufferSize + 1, 'c'));
-    EXPECT_TRUE(ReceiveExactly(peer, 3'000'000) == Bytes(3'000'000, 'a'));
-    EXPECT_EQ(ReceiveExactly(peer, 5), ToBytes("bbbbb"));
-}
-
 TEST_F(TcpLink, WhatWasQueuedBeforeACloseIsSent) {
     for (int i = 0; i < 5; ++i) {
         Socket peer = ConnectTo(player);
         ASSERT_TRUE(Queue(6'000'000, 'a') && Queue(5, 'b'));
+        EXPECT_FALSE(Queue(kBufferSize + 1, 'c'));
         const std::jthread owner([this] { link->Close(); });
-        EXPECT_EQ(ReceiveExactly(peer, 6'000'000).size(), 6'000'000U);
+        EXPECT_TRUE(ReceiveExactly(peer, 6'000'000) == Bytes(6'000'000, 'a'));
         EXPECT_EQ(ReceiveExactly(peer, 5), ToBytes("bbbbb"));
         peer.Close();
     }
@@ -178,13 +171,6 @@ TEST_F(TcpLink, CloseWaitsAtMostASecondForAPeerThatTakesNothingIn) {
     link->Close();
     EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
     ExpectNoSocket();
-}
-
-TEST_F(TcpLink, SendingIntoADeadConnectionRaisesNoSignal) {
-    Socket socket = Socket::Tcp();
-    ASSERT_TRUE(socket.Connect({network.Player(0), player.AsTarget().port}, 1s));
-    socket.Shutdown();
-    EXPECT_LT(socket.Send(AsBytes("x")), 0);  // a signal would have ended the process
 }
 
 TEST_F(TcpLink, DestructionDoesNotWaitForAThreadThatWaitsForTheWindow) {
