@@ -190,8 +190,7 @@ TEST_F(Player, ItsSerialPortReceivesWhatIsDueAndWhatItIsGiven) {
     ASSERT_TRUE(player.Start());
     EXPECT_TRUE(player.AddSerialBytes(Bytes(1023)));
     EXPECT_FALSE(player.AddSerialBytes({}) || player.AddSerialBytes(Bytes(1024)));
-    const std::deque<Bytes> received{Hex("A50102"), Bytes(1023)};
-    EXPECT_EQ(player.State().serialBytes, received);
+    EXPECT_EQ(player.State().serialBytes, (std::deque<Bytes>{Hex("A50102"), Bytes(1023)}));
     for (int given = 2; given < 1000; ++given) ASSERT_TRUE(player.AddSerialBytes({1}));
     EXPECT_FALSE(player.AddSerialBytes({1})) << "nobody fetches them";
 }
@@ -229,15 +228,9 @@ TEST_F(Player, ReturnsFromARestartWhetherOrNotTheLinksWereToBeClosed) {
     for (const bool asks : {true, false}) {
         Restart(player, asks);
         const auto deadline = std::chrono::steady_clock::now() + 10s;
-        Socket again = Socket::Tcp();
-        while (!again.Connect(player.Address(), 5s)) {
+        while (!Socket::Tcp().Connect(player.Address(), 5s))
             ASSERT_LT(std::chrono::steady_clock::now(), deadline);
-            again = Socket::Tcp();
-        }
         EXPECT_EQ(player.State().controlProtocol, R"({"a":1})");
-        ASSERT_TRUE(player.WaitForConnectionCount(1, 5s));
-        player.DropConnections();
-        ASSERT_TRUE(player.WaitForConnectionCount(0, 5s));
     }
     Restart(player);  // and is stopped on its way back
 }

@@ -40,28 +40,33 @@ struct RemoteControl : testing::Test, ExchangeBench, VideoControlView {
     void OfferVideos(const Texts& t) override { Write("videos {}", fmt::join(t, " ")); }
     void StateChanged() override {}
 
-    void Reply(MessageId id, std::uint8_t command, std::string_view payload = {}) {
+    // What the verbs below return is what is shown and sent from the last call of one on.
+    std::string Reply(MessageId id, std::uint8_t command, std::string_view payload = {}) {
         WindowMessage message = Message(id, command, 0, payload);
         run.Handle(message);
+        return Log();
     }
-    void StateReply() { Reply(MessageId::kPlayerState, kCommandPlayerData); }
-    void Layouts(std::string_view names = {}) {
-        Reply(MessageId::kLayoutState, kCommandLayoutState, names);
+    std::string StateReply() { return Reply(MessageId::kPlayerState, kCommandPlayerData); }
+    std::string Layouts(std::string_view names = {}) {
+        return Reply(MessageId::kLayoutState, kCommandLayoutState, names);
     }
-    void Video(const std::string& rest) {
-        Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":0,)" + rest + "}");
+    std::string Video(const std::string& rest, int code = 0) {
+        const std::string json = fmt::format(R"({{"code":{},{}}})", code, rest);
+        return Reply(MessageId::kVideoReply, kCommandVideo, json);
     }
-    void Captions(const std::string& list = "") { Video(R"("cmdId":3,"data":[)" + list + "]"); }
-    void Advance(int seconds) { timers.Advance(std::chrono::seconds(seconds)); }
+    std::string Captions(const std::string& list = "") {
+        return Video(R"("cmdId":3,"data":[)" + list + "]");
+    }
+    std::string Open() { return run.Opened(), Log(); }
     /// Opens the remote control of a player that answers everything at once.
-    void OpenReady() {
-        run.Opened();
-        StateReply(), Layouts(), Captions();
-        Log();
+    void OpenReady() { Open(), StateReply(), Layouts(), Captions(); }
+    std::string Press() { return run.Press("p"), Log(); }
+    std::string Advance(int seconds) {
+        timers.Advance(std::chrono::seconds(seconds));
+        return Log();
     }
-    void ExpectTrouble(Kind kind) { EXPECT_EQ(run.LastTrouble().kind, kind); }
-    /// What has been shown and sent since the last call.
     std::string Log() { return std::exchange(log, ""); }
+    void ExpectTrouble(Kind kind) { EXPECT_EQ(run.LastTrouble().kind, kind); }
 
     std::string log;
     bool inFront = true;
@@ -69,48 +74,40 @@ struct RemoteControl : testing::Test, ExchangeBench, VideoControlView {
 };
 
 TEST_F(RemoteControl, AsksThreeQuestionsInTurnEachAtEveryEleventhTickUntilItsOwnAnswer) {
-    const auto expectAsking = [this](State state, const std::string& question,
-                                     const std::string& shown = "") {
+    const auto expectAsking = [this](State state, const std::string& question) {
         EXPECT_EQ(run.CurrentState(), state);
-        Advance(10);
-        EXPECT_EQ(Log(), shown + question);
-        Advance(1);
-        EXPECT_EQ(Log(), question);
-        Advance(11 + 7);
-        EXPECT_EQ(Log(), question);
+        EXPECT_EQ(Advance(10), "");
+        EXPECT_EQ(Advance(1), question);
+        EXPECT_EQ(Advance(11 + 7), question);
     };
-    run.Opened();
-    Layouts();
+    EXPECT_EQ(Open(), "send 19; ");
+    EXPECT_EQ(Layouts(), "");
     expectAsking(State::kAskingState, "send 19; ");
-    StateReply(), StateReply();
+    EXPECT_EQ(StateReply() + StateReply(), "send 52; ");
     expectAsking(State::kAskingLayouts, "send 52; ");
-    Layouts("Night.lay?Day.lay?"), StateReply(), Layouts();
-    expectAsking(State::kAskingCaptions, R"(send 59{"cmdId":3}; )", "layouts Night Day; ");
-    Captions(), StateReply(), Layouts();
-    expectAsking(State::kReady, "", "hide; buttons; ");
+    EXPECT_EQ(Layouts("Night.lay?Day.lay?"), R"(layouts Night Day; send 59{"cmdId":3}; )");
+    EXPECT_EQ(StateReply() + Layouts(), "");
+    expectAsking(State::kAskingCaptions, R"(send 59{"cmdId":3}; )");
+    EXPECT_EQ(Captions() + StateReply() + Layouts(), "hide; buttons; ");
+    expectAsking(State::kReady, "");
 }
 
 TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
-    run.Opened();
-    Advance(10);
+    Open(), Advance(10);
     run.MoveVolume(40);
     run.MoveVolume(41);
-    Advance(2);
+    EXPECT_EQ(Advance(2), R"(send 59{"cmdId":8,"sound":"41"}; send 19; )");
     run.MoveVolume(42);
     run.Closing();
-    Advance(100);
-    EXPECT_EQ(Log(), R"(send 19; send 59{"cmdId":8,"sound":"41"}; send 19; )"
-                     R"(send 59{"cmdId":8,"sound":"42"}; )");
+    EXPECT_EQ(Advance(100), R"(send 59{"cmdId":8,"sound":"42"}; )");
 }
 
 TEST_F(RemoteControl, TellsOfSilenceOnlyWhileAQuestionIsNotAnswered) {
-    run.Opened();
-    Advance(9);
+    Open(), Advance(9);
     EXPECT_EQ(run.SecondsOfSilence(), 0);
     Advance(3);
     EXPECT_EQ(run.SecondsOfSilence(), 12);
-    StateReply(), Layouts(), Captions();
-    Advance(1000);
+    StateReply(), Layouts(), Captions(), Advance(1000);
     EXPECT_EQ(run.SecondsOfSilence(), 0);
 }
 
@@ -118,29 +115,23 @@ TEST_F(RemoteControl, TellsTheEndOfItsLinkAndAsksAnewAsSoonAsThereIsAnother) {
     OpenReady();
     LoseLink();
     EXPECT_FALSE(run.IsConnected());
-    Advance(100);
-    EXPECT_EQ(Log(), "");
-    run.Press("p");
-    EXPECT_EQ(Log(), R"(send 59{"cmdId":4,"playMode":"p"}; send 19; )");
+    EXPECT_EQ(Advance(100), "");
+    EXPECT_EQ(Press(), R"(send 59{"cmdId":4,"playMode":"p"}; send 19; )");
     EXPECT_TRUE(run.IsConnected());
     EXPECT_EQ(run.CurrentState(), State::kAskingState);
     StateReply();
     LoseLink();
-    Log();
-    Advance(11);
-    EXPECT_EQ(Log(), "send 19; ");  // not for the layouts that were asked for last
+    EXPECT_EQ(Advance(11), "send 19; ");  // not for the layouts that were asked for last
     StateReply();
-    Log();
     ++channel.connection;  // a link that has ended unheard, and another one by the press
-    run.Press("p");
-    EXPECT_EQ(Log(), R"(send 59{"cmdId":4,"playMode":"p"}; send 19; )");
+    EXPECT_EQ(Press(), R"(send 59{"cmdId":4,"playMode":"p"}; send 19; )");
 }
 
 TEST_F(RemoteControl, SaysWhyItIsNotConnectedAndReadAgainTriesIt) {
     channel.refusal = NotSent::kConnectFailed;
-    run.Opened();
+    Open();
     ExpectTrouble(Kind::kNotSent);
-    run.Press("p");
+    Press();
     run.ReadAgain();
     ExpectTrouble(Kind::kNotSent);
     channel.refusal.reset();
@@ -149,31 +140,28 @@ TEST_F(RemoteControl, SaysWhyItIsNotConnectedAndReadAgainTriesIt) {
     EXPECT_EQ(Log(), "send 19; ");
     OpenReady();
     channel.refusal = NotSent::kTooMuchWaiting;
-    run.Press("p");
+    Press();
     EXPECT_EQ(run.LastTrouble().reason, NotSent::kTooMuchWaiting);
     EXPECT_TRUE(run.IsConnected());
 }
 
 TEST_F(RemoteControl, TellsWhatThePlayerRefusesUntilTheNextCommand) {
     OpenReady();
-    run.Press("p");
-    Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":3,"cmdId":10})");  // no command of ours
+    Press();
+    Video(R"("cmdId":10)", 3);  // no command of ours
     ExpectTrouble(Kind::kNone);
-    Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":3,"cmdId":4})");
+    Video(R"("cmdId":4)", 3);
     EXPECT_EQ(run.LastTrouble(), (VideoControlRun::Trouble{Kind::kRefused, {}, 3}));
-    run.Press("q");
+    Press();
     ExpectTrouble(Kind::kNone);
     run.ReadAgain();
     StateReply();
     Report(ExchangeNews::Kind::kLayoutLocked, kCommandLayoutState);
     ExpectTrouble(Kind::kRefused);
     inFront = false;
-    Log();
-    Advance(100);  // behind the box that says so
-    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(Advance(100), "");  // behind the box that says so
     inFront = true;
-    Advance(11);
-    EXPECT_EQ(Log(), "send 52; ");
+    EXPECT_EQ(Advance(11), "send 52; ");
 }
 
 TEST_F(RemoteControl, SetsTheSliderFromAStatusWithParameterOneAndAVolumeAlone) {
@@ -192,29 +180,27 @@ TEST_F(RemoteControl, ShowsExactlyTheButtonsThatThePlayerNames) {
     std::string list = R"({"type":1,"playMode":"x"},{"type":14,"playMode":"x"},7)";
     std::string expected = "hide; ";
     for (const int type : {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 200, 201}) {
-        list += R"(,{"playMode":"c","type":)" + std::to_string(type) + "}";
-        expected += "button " + std::to_string(type) + " c; ";
+        list += fmt::format(R"(,{{"playMode":"c","type":{}}})", type);
+        expected += fmt::format("button {} c; ", type);
     }
-    Captions(list);
-    EXPECT_EQ(Log(), expected + "buttons; ");
+    EXPECT_EQ(Captions(list), expected + "buttons; ");
 }
 
 TEST_F(RemoteControl, PressesAndChoicesBecomeCommandsAndEmptyChoicesDoNot) {
     OpenReady();
-    run.Press("p");
+    EXPECT_EQ(Press(), R"(send 59{"cmdId":4,"playMode":"p"}; )");
     for (const char* name : {"n", ""}) {
         run.ChooseFolder(name), run.ChooseLayout(name);
         run.ChooseVideo(name), run.ChooseUsbVideo(name);
     }
-    EXPECT_EQ(Log(), R"(send 59{"cmdId":4,"playMode":"p"}; send 59{"cmdId":2,"type":"n"}; )"
-                     R"(send 59{"cmdId":6,"layoutName":"n"}; send 59{"cmdId":11,"playName":"n"}; )"
+    EXPECT_EQ(Log(), R"(send 59{"cmdId":2,"type":"n"}; send 59{"cmdId":6,"layoutName":"n"}; )"
+                     R"(send 59{"cmdId":11,"playName":"n"}; )"
                      R"(send 59{"cmdId":13,"usbVideoName":"n"}; )");
 }
 
 TEST_F(RemoteControl, ShowsThePositionAndOffersEachNameOnce) {
     const auto position = [this](const std::string& data) {
-        Video(R"("cmdId":10,"data":{)" + data + "}");
-        return Log();
+        return Video(R"("cmdId":10,"data":{)" + data + "}");
     };
     const std::string first =
         R"("currentPosition":30,"totalDuration":90,"typeName":"A","videoName":"b")";
@@ -225,27 +211,27 @@ TEST_F(RemoteControl, ShowsThePositionAndOffersEachNameOnce) {
 }
 
 TEST_F(RemoteControl, RefillsUsbVideosOnlyWhenTheyDiffer) {
-    Video(R"("cmdId":12,"data":["a","b"],"videoName":"b")");
-    EXPECT_EQ(Log(), "label USB Video-b; usb a b; ");
+    const auto usb = [this](const std::string& list, const std::string& playing) {
+        return Video(R"("cmdId":12,"videoName":")" + playing + R"(","data":)" + list);
+    };
+    EXPECT_EQ(usb(R"(["a","b"])", "b"), "label USB Video-b; usb a b; ");
     const InLanguage chinese(Language::kChinese);
-    Video(R"("cmdId":12,"data":["a","b"],"videoName":"婚礼")");
-    EXPECT_EQ(Log(), "label USB视频-婚礼; ");
-    for (const char* list : {R"(["b","a"])", "{}", "[]"})
-        Video(R"("cmdId":12,"data":)" + std::string(list));
-    EXPECT_EQ(Log(), "label USB视频; usb b a; label USB视频; label USB视频; usb ; ");
+    EXPECT_EQ(usb(R"(["a","b"])", "婚礼"), "label USB视频-婚礼; ");
+    EXPECT_EQ(usb(R"(["b","a"])", ""), "label USB视频; usb b a; ");
+    EXPECT_EQ(usb("{}", ""), "label USB视频; ");
+    EXPECT_EQ(usb("[]", ""), "label USB视频; usb ; ");
 }
 
 TEST_F(RemoteControl, ActsOnNoOtherReplies) {
-    const std::string position = R"("cmdId":10,"data":{"currentPosition":1,"totalDuration":2}})";
-    Reply(MessageId::kVideoReply, kCommandVideo, R"({"code":1,)" + position);
-    Reply(MessageId::kVideoReply, kCommandVideo, "{");
-    Reply(MessageId::kCave, kCommandSettings, R"({"code":0,)" + position);
+    const std::string position = R"("cmdId":10,"data":{"currentPosition":1,"totalDuration":2})";
+    const std::string whole = R"({"code":0,)" + position + "}";
+    EXPECT_EQ(Reply(MessageId::kVideoReply, kCommandVideo, whole.substr(1)), "");
+    EXPECT_EQ(Reply(MessageId::kCave, kCommandSettings, whole), "");
+    EXPECT_EQ(Video(position, 1), "");
+    for (const int id : {1, 2, 4, 13, 59})
+        EXPECT_EQ(Video(fmt::format(R"("data":[],"cmdId":{})", id)), "");
     player.ip = "127.0.0.3";
-    Video(position);
-    player.ip = "127.0.0.2";
-    for (const char* id : {"1", "2", "4", "13", "59"})
-        Video(R"("data":[],"cmdId":)" + std::string(id));
-    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(Video(position), "");
 }
 
 }  // namespace
