@@ -40,6 +40,13 @@ TEST_F(Directory, LetsAWindowLeaveWhileItHandlesAMessage) {
     EXPECT_FALSE(Send("OSD"));
 }
 
+TEST_F(Directory, DeliversOnTheUserInterfaceThreadBeforeTheSenderGoesOn) {
+    std::thread::id handledBy;
+    FakeWindow window(directory, "Cave", [&](auto&) { handledBy = std::this_thread::get_id(); });
+    ui.RunAside([&] { EXPECT_TRUE(Send("Cave") && window.messages.size() == 1); });
+    EXPECT_EQ(handledBy, std::this_thread::get_id());
+}
+
 TEST_F(Directory, ShutDownReleasesWhoWaitsAndRefusesWhoComes) {
     FakeWindow window(directory, "Cave");
     std::jthread sender([&] { EXPECT_FALSE(Send("Cave") || Send("Cave")); });

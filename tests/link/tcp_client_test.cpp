@@ -173,6 +173,13 @@ TEST_F(TcpLink, CloseWaitsAtMostASecondForAPeerThatTakesNothingIn) {
     ExpectNoSocket();
 }
 
+TEST_F(TcpLink, SendingIntoADeadConnectionRaisesNoSignal) {
+    Socket socket = Socket::Tcp();
+    ASSERT_TRUE(socket.Connect({network.Player(0), player.AsTarget().port}, 1s));
+    socket.Shutdown();
+    EXPECT_LT(socket.Send(AsBytes("x")), 0);  // a signal would have ended the process
+}
+
 TEST_F(TcpLink, DestructionDoesNotWaitForAThreadThatWaitsForTheWindow) {
     Socket peer = ConnectTo(player);
     peer.Send(AsBytes("x"));

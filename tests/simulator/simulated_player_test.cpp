@@ -37,7 +37,9 @@ struct Player : testing::Test {
         return answer;
     }
     std::string Read(std::uint32_t block, std::string_view faults = {}) {
-        return std::string(AsText(Ask(kCommandSettings, block, {}, faults).reply.payload));
+        const Answer answer = Ask(kCommandSettings, block, {}, faults);
+        EXPECT_FALSE(answer.silent);
+        return std::string(AsText(answer.reply.payload));
     }
     /// The state as it is after another start.
     void StartAnew() {

@@ -81,7 +81,7 @@ TEST_F(RemoteControl, AsksThreeQuestionsInTurnEachAtEveryEleventhTickUntilItsOwn
         EXPECT_EQ(Advance(11 + 7), question);
     };
     EXPECT_EQ(Open(), "send 19; ");
-    EXPECT_EQ(Layouts(), "");
+    EXPECT_EQ(Layouts() + Captions(), "hide; buttons; ");
     expectAsking(State::kAskingState, "send 19; ");
     EXPECT_EQ(StateReply() + StateReply(), "send 52; ");
     expectAsking(State::kAskingLayouts, "send 52; ");
@@ -96,7 +96,8 @@ TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
     Open(), Advance(10);
     run.MoveVolume(40);
     run.MoveVolume(41);
-    EXPECT_EQ(Advance(2), R"(send 59{"cmdId":8,"sound":"41"}; send 19; )");
+    EXPECT_EQ(Advance(1), R"(send 59{"cmdId":8,"sound":"41"}; )");
+    EXPECT_EQ(Advance(1), "send 19; ");
     run.MoveVolume(42);
     run.Closing();
     EXPECT_EQ(Advance(100), R"(send 59{"cmdId":8,"sound":"42"}; )");
