@@ -28,8 +28,10 @@ struct UdpServer : testing::Test, LinkSurroundings {
         EXPECT_EQ(ReceiveDatagram(player, &sender), ToBytes("who"));
         return sender;
     }
-    void AwaitText(std::string_view text) {
-        Await([&] { return AsText(window.bytes).ends_with(text); });
+    /// The player answers and is heard.
+    void ExpectHeard(const Endpoint& scanner) {
+        player.SendTo(AsBytes("here"), scanner);
+        Await([&] { return AsText(window.bytes).ends_with("here"); });
     }
 
     const std::string local = FormatIpv4(network.Local());
@@ -43,8 +45,7 @@ TEST_F(UdpServer, ReportsDatagramsWithTheirSenderAndEmptyOnesAsSeven) {
     const Endpoint scanner = Open();
     EXPECT_EQ(FormatIpv4(scanner.address), local);
     player.SendTo({}, scanner);
-    player.SendTo(AsBytes("here"), scanner);
-    AwaitText("here");
+    ExpectHeard(scanner);
     EXPECT_THAT(window.codes, ElementsAre(7, 5));
     const auto& event = std::get<UdpEvent>(window.messages[1].record);
     EXPECT_EQ(window.messages[1].id, MessageId{0x4C8});
@@ -62,8 +63,7 @@ TEST_P(FaultyUdpServer, ReportsTheFaultAndCarriesOn) {
     EXPECT_TRUE(server->Send(player.Local(), ToBytes("who")));
     Await([&] { return window.Has(fault); });
     EXPECT_EQ(Ask(), scanner);
-    player.SendTo(AsBytes("here"), scanner);
-    AwaitText("here");
+    ExpectHeard(scanner);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryCode, FaultyUdpServer, testing::Values(1, 2, 3, 4, 6));
@@ -72,8 +72,7 @@ TEST_F(UdpServer, ExceptionOfTheWindowIsShownAndEndsNothing) {
     const Endpoint scanner = Open();
     window.react = [](auto&) { throw std::runtime_error("cannot list it"); };
     player.SendTo(AsBytes("first"), scanner);
-    player.SendTo(AsBytes("second"), scanner);
-    AwaitText("second");
+    ExpectHeard(scanner);
     EXPECT_EQ(prompts.boxes.at(0), Warning("cannot list it"));
 }
 
