@@ -12,8 +12,7 @@ constexpr const char* kReply = R"({"data":[{"osdEnable":true,"bgColor":16711935,
     "bgCorner":3,"showTime":20000,"speed":7,"transparent":40,"left":0.1,"top":0,"width":0.3,
     "height":1e-7,"texts":["欢迎","b"],"flash":{"x":[1]}},{"speed":9}],"code":0})";
 
-class Osd : public testing::Test {
-   protected:
+struct Osd : testing::Test {
     Osd() { EXPECT_TRUE(osd.TakeReply(kReply).ok()); }
 
     SettingsRow Row(const std::string& name) const {

@@ -16,14 +16,12 @@ struct Show {
     std::string name, command;
     std::int64_t start = 0;
     OtherKeys others = {};
-    bool operator==(const Show&) const = default;
 };
 
 struct Hall {
     std::int32_t seats = 0;
     Elements<Show> shows;
     OtherKeys others = {};
-    bool operator==(const Hall&) const = default;
 };
 
 struct Club {
@@ -33,7 +31,6 @@ struct Club {
     Elements<Hall> halls;
     TextList notes;
     CustomEntries extras;
-    bool operator==(const Club&) const = default;
 };
 
 constexpr LocalText kWrong = {"错!", "wrong!"};
@@ -121,11 +118,11 @@ TEST_F(SmallDocument, IsWrittenAsItWasReadWithinItsLimits) {
         R"("Halls":[{"Roof":1,"Seats":700,"Shows":[{"Cmd":"a5","Name":"\u7532","Start":-9000000000},)"
         R"({"Cmd":"","Name":"new","Start":15,"x":[2]}]},{"Seats":0,"Shows":[]}],)"
         R"("Notes":["hi",""],"Open":false,"Share":0.25,"Visitors":18446744073709551615})");
-    const Club before = club;
-    Read(Written());
-    EXPECT_EQ(club, before);
+    const std::string before = Written();
+    Read(before);
+    EXPECT_EQ(Written(), before);
     Read(R"({"Open":1,"Share":"1","Visitors":-1,"Halls":{},"Notes":7,"Extras":{}})");
-    EXPECT_EQ(club, before);
+    EXPECT_EQ(Written(), before);
     kSchema.Reset(club);
     EXPECT_EQ(Written(),
               R"({"Extras":[],"Halls":[],"Notes":[],"Open":true,"Share":0.0,"Visitors":0})");
