@@ -134,6 +134,11 @@ TEST_F(ControlProtocol, MarksAndKeepsWhatAPlayerHoldsBeyondItsRowsButClampsIndex
     for (const auto& [key, number] : numbers) EXPECT_EQ(json["Serial"][key].asInt64(), number);
     EXPECT_EQ(json["Projector"][1]["ProtocolType"], 1);
     EXPECT_EQ(ControlProtocolRow(model, "Serial/BaudRate")->choices.back(), "14400");
+    EXPECT_EQ(Enter("Serial/ElectroacousticMode", "3"), "=3");
+    EXPECT_EQ(Written()["Serial"]["ElectroacousticMode"], 3);
+    for (const char* read : {"99999999999", "5"})
+        ASSERT_TRUE(Read(R"({"Serial":{"ElectroacousticMode":)" + std::string(read) + "}}"));
+    EXPECT_EQ(Written()["Serial"]["ElectroacousticMode"], 5);
 }
 
 TEST_F(ControlProtocol, TakesOverWhatFitsARowAndRefusesTheRest) {
