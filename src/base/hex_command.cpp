@@ -38,6 +38,13 @@ std::optional<std::string> NormalizedHexCommand(std::string_view text, LetterCas
     return command;
 }
 
+std::string HexCommandIn(LetterCase letters, std::string_view text) {
+    std::string command(text);
+    if (!IsHexCommand(text)) return command;
+    for (char& character : command) character = InCase(character, letters);
+    return command;
+}
+
 std::string HexCommandOf(ByteView bytes, LetterCase letters) {
     const std::string_view digits = DigitsOf(letters);
     std::string text;

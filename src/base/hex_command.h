@@ -21,6 +21,10 @@ enum class LetterCase { kUpper, kLower };
 [[nodiscard]] std::optional<std::string> NormalizedHexCommand(
     std::string_view text, LetterCase letters = LetterCase::kUpper);
 
+/// A command as it is written down: `text` with its digits in `letters` when it is a command, as it
+/// stands when it is none.
+[[nodiscard]] std::string HexCommandIn(LetterCase letters, std::string_view text);
+
 /// Two digits a byte, in their order.
 [[nodiscard]] std::string HexCommandOf(ByteView bytes, LetterCase letters = LetterCase::kUpper);
 

@@ -35,7 +35,7 @@ struct FieldShape {
     double most = std::numeric_limits<double>::infinity();
     bool takesAny = false;           ///< what the user enters beyond is taken and marked as well
     std::size_t longest = SIZE_MAX;  ///< bytes of a text in the legacy code page, or records
-    LetterCase letters = LetterCase::kUpper;  ///< of a command
+    LetterCase letters = LetterCase::kUpper;  ///< of a command, as it is entered and written
     LocalText refusal = {nullptr, nullptr};   ///< absent: refused with a hint alone
     LocalText tooLong = {nullptr, nullptr};   ///< there: too long a text is taken, but not sent
     std::size_t grid = 0;                     ///< where a member of the whole document is shown

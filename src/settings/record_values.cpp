@@ -218,6 +218,9 @@ Json::Value ValueToJson(const Field& field, ValueRef value) {
         if constexpr (kIsWhole<T>)
             if (field.substitute && *held == static_cast<T>(field.substitute->number))
                 return static_cast<T>(field.substitute->inJson);
+        if constexpr (std::is_same_v<T, std::string>)
+            if (field.shape.rule == FieldRule::kCommand)
+                return HexCommandIn(field.shape.letters, *held);
         return *held;
     };
     return std::visit(write, value);

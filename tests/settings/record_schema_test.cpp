@@ -128,6 +128,12 @@ TEST_F(SmallDocument, IsWrittenAsItWasReadWithinItsLimits) {
               R"({"Extras":[],"Halls":[],"Notes":[],"Open":true,"Share":0.0,"Visitors":0})");
 }
 
+TEST_F(SmallDocument, WritesCommandsInTheirLetterCaseAndOthersAsTheyStand) {
+    Read(R"({"Halls":[{"Shows":[{"Cmd":"A50B"},{"Cmd":"A5F"},{"Cmd":"0G"}]}]})");
+    for (const char* command : {R"("Cmd":"a50b")", R"("Cmd":"A5F")", R"("Cmd":"0G")"})
+        EXPECT_THAT(Written(), testing::HasSubstr(command));
+}
+
 TEST_F(SmallDocument, TakesWhatFitsTheRowOfAKey) {
     Read(kDocument);
     // clang-format off
