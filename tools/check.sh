@@ -47,6 +47,7 @@ step "fuzz_discovery_reply, one minute" fuzz fuzz_discovery_reply
 step "fuzz_osd_document, one minute" fuzz fuzz_osd_document
 step "fuzz_custom_settings, one minute" fuzz fuzz_custom_settings
 step "fuzz_control_protocol, one minute" fuzz fuzz_control_protocol
+step "fuzz_video_list, one minute" fuzz fuzz_video_list
 
 echo
 printf '%s\n' "${steps[@]}"
