@@ -8,7 +8,6 @@ namespace {
 
 using Kind = Verdict::Kind;
 
-constexpr std::uint32_t kOlderForm = 1;
 constexpr std::uint16_t kLastGoodResult = 1;  // of the control protocol
 constexpr std::uint8_t kRestart = 1;
 
@@ -74,9 +73,13 @@ Request AskLayoutState() {
             }};
 }
 
-Request AskOlderNames() {
-    return {ReadyPacket(kCommandPlayerState, kOlderForm), [](const WindowMessage& message) {
-                return ReplyIf(message.origin.header.command == kCommandPlayerState);
+Request AskOlderNames() { return AskVideoList(VideoListFor::kPlayerControl); }
+
+Request AskVideoList(VideoListFor room) {
+    return {ReadyPacket(kCommandPlayerState, static_cast<std::uint32_t>(room)),
+            [](const WindowMessage& message) {
+                return ReplyIf(message.id == MessageId::kPlayerState &&
+                               message.origin.header.command == kCommandPlayerState);
             }};
 }
 

@@ -21,8 +21,15 @@ namespace sontaro {
 
 /// The layout names (command 52), which a locked player refuses.
 [[nodiscard]] Request AskLayoutState();
-/// The same names in the older form (command 10, sub-command 1).
+/// The same names in the older form (command 10, sub-command 1), which newer players answer with
+/// their videos.
 [[nodiscard]] Request AskOlderNames();
+
+/// Who asks for the list of videos; players may make a difference.
+enum class VideoListFor : std::uint16_t { kTimeline = 0, kPlayerControl = 1 };
+
+/// The videos that the player has (command 10), whatever it answers with.
+[[nodiscard]] Request AskVideoList(VideoListFor room);
 
 /// A command of the remote control (59) with its id and JSON text. An answer with another code
 /// than 0 refuses it; one that names another command is not its own.
