@@ -33,10 +33,12 @@ struct FieldShape {
     std::span<const LocalText> choices = {};
     double least = 0;  ///< of a number; what a document holds beyond is kept, and marked
     double most = std::numeric_limits<double>::infinity();
-    bool takesAny = false;           ///< what the user enters beyond is taken and marked as well
+    bool takesAny = false;           ///< what the user enters beyond is taken and marked as well;
+                                     ///< an index beyond is shown as the number it is
     std::size_t longest = SIZE_MAX;  ///< bytes of a text in the legacy code page, or records
     LetterCase letters = LetterCase::kUpper;  ///< of a command, as it is entered and written
     LocalText refusal = {nullptr, nullptr};   ///< absent: refused with a hint alone
+    LocalText noNumber = {nullptr, nullptr};  ///< there: of what is no whole number at all
     LocalText tooLong = {nullptr, nullptr};   ///< there: too long a text is taken, but not sent
     std::size_t grid = 0;                     ///< where a member of the whole document is shown
 };

@@ -3,6 +3,7 @@
 
 #include <json/value.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -39,12 +40,25 @@ class OtherKeys {
 template <class Record>
 class Elements {
    public:
+    /// The lowest number of those that are inserted.
+    static constexpr std::uint32_t kFirstInserted = 1U << 20;
+
     [[nodiscard]] std::size_t size() const { return records_.size(); }
     [[nodiscard]] Record& operator[](std::size_t place) { return records_[place]; }
     [[nodiscard]] const Record& operator[](std::size_t place) const { return records_[place]; }
     [[nodiscard]] auto begin() const { return records_.begin(); }
     [[nodiscard]] auto end() const { return records_.end(); }
     [[nodiscard]] std::uint32_t IdAt(std::size_t place) const { return ids_[place]; }
+    /// The record with that number; absent when there is none.
+    [[nodiscard]] Record* Find(std::uint32_t id) {
+        const auto own = std::ranges::find(ids_, id);
+        return own == ids_.end() ? nullptr
+                                 : &records_[static_cast<std::size_t>(own - ids_.begin())];
+    }
+    [[nodiscard]] const Record* Find(std::uint32_t id) const {
+        return const_cast<Elements*>(this)->Find(
+            id);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
+    }
 
     /// `count` new records in place of all.
     void Remake(std::size_t count) {
@@ -58,6 +72,19 @@ class Elements {
         records_.insert(records_.begin() + at, std::move(record));
         ids_.insert(ids_.begin() + at, next_++);
     }
+    /// Puts a record whose number is known, and no other's, before those with higher ones.
+    void InsertInOrder(std::uint32_t id, Record record) {
+        const auto place = std::ranges::upper_bound(ids_, id) - ids_.begin();
+        records_.insert(records_.begin() + place, std::move(record));
+        ids_.insert(ids_.begin() + place, id);
+    }
+    /// Gives the records other numbers, one each.
+    void Renumber(std::vector<std::uint32_t> ids) { ids_ = std::move(ids); }
+    /// Removes the record with that number, if there is one.
+    void RemoveWithId(std::uint32_t id) {
+        const auto own = std::ranges::find(ids_, id);
+        if (own != ids_.end()) Remove(static_cast<std::size_t>(own - ids_.begin()));
+    }
     void Remove(std::size_t place) {
         const auto at = static_cast<std::ptrdiff_t>(place);
         records_.erase(records_.begin() + at);
@@ -68,8 +95,6 @@ class Elements {
     bool operator==(const Elements& other) const { return records_ == other.records_; }
 
    private:
-    static constexpr std::uint32_t kFirstInserted = 1U << 20;
-
     std::vector<Record> records_;
     std::vector<std::uint32_t> ids_;
     std::uint32_t next_ = kFirstInserted;

@@ -18,6 +18,7 @@ namespace {
 struct Place {
     std::string path;
     int number = 0;
+    bool isOutermost = false;  ///< of those that are shown
 
     [[nodiscard]] std::string KeyOf(std::string_view key) const {
         std::string own = path.empty() ? "" : path + '/';
@@ -60,7 +61,7 @@ void ShowField(const RecordTable& table, const Field& field, const void* record,
         if (heading.empty()) return ShowParts(field, slot, {key, place.number}, groups);
         SettingsGroup group{key, heading, {}};
         ShowParts(field, slot, {key, place.number}, group.groups);
-        SettingsRows& outer = place.path.empty() || groups.empty() ? groups : groups.back().groups;
+        SettingsRows& outer = place.isOutermost || groups.empty() ? groups : groups.back().groups;
         outer.push_back(std::move(group));
     } else if (const auto* entries = std::get_if<CustomEntries*>(&slot)) {
         (*entries)->AddRows(key, RowsOf(groups));
@@ -76,9 +77,12 @@ void ShowField(const RecordTable& table, const Field& field, const void* record,
     }
 }
 
-void ShowRecord(const RecordTable& table, const void* record, const Place& place,
-                SettingsRows& groups) {
+/// Shows the fields in order, each in the groups that `groupsOf` gives it.
+template <class GroupsOf>
+void ShowFields(const RecordTable& table, const void* record, const Place& place,
+                const GroupsOf& groupsOf) {
     for (int headings = 0; const Field& field : table.fields) {
+        SettingsRows& groups = groupsOf(field);
         if (!field.key.empty()) {
             ShowField(table, field, record, place, groups);
             continue;
@@ -87,6 +91,11 @@ void ShowRecord(const RecordTable& table, const void* record, const Place& place
         groups.push_back({place.path + suffix, TextOf(field.label, place.number), {}});
         ++headings;
     }
+}
+
+void ShowRecord(const RecordTable& table, const void* record, const Place& place,
+                SettingsRows& groups) {
+    ShowFields(table, record, place, [&](const Field&) -> SettingsRows& { return groups; });
 }
 
 /// What an edit of a row changes.
@@ -168,14 +177,10 @@ std::optional<SettingsRow> RowOfEntries(const CustomEntries& entries, const std:
 
 }  // namespace
 
-void Show(const RecordTable& table, const void* record, std::span<SettingsRows> grids) {
-    for (const Field& field : table.fields) {
-        SettingsRows& groups = grids[field.shape.grid];
-        if (!field.key.empty())
-            ShowField(table, field, record, {}, groups);
-        else
-            groups.push_back({"", Localized(field.label), {}});
-    }
+void Show(const RecordTable& table, const void* record, std::span<SettingsRows> grids,
+          const std::string& path) {
+    ShowFields(table, record, {path, 0, true},
+               [&](const Field& field) -> SettingsRows& { return grids[field.shape.grid]; });
 }
 
 std::optional<SettingsRow> RowAt(const RecordTable& table, const void* record,

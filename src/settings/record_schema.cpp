@@ -172,19 +172,19 @@ Json::Value ToJson(const RecordTable& table, const void* record) {
 void Clamp(const RecordTable& table, void* record) {
     for (const Field& field : table.fields) {
         if (field.key.empty()) continue;
-        const Overloaded clamp = {[&](ValueRef value) {
-                                      if (field.shape.rule != FieldRule::kIndex) return;
-                                      ClampValue(field, value, RawOf(table, field, record));
-                                      if (OtherKeys* others = OthersOf(table, record))
-                                          others->Drop(field.key);
-                                  },
-                                  [](TextList*) {}, [](CustomEntries*) {},
-                                  [&](RecordPart part) { Clamp(*field.parts, part.record); },
-                                  [&](const RecordList& list) {
-                                      VisitList(list, [&](void* part, std::size_t, std::uint32_t) {
-                                          Clamp(*field.parts, part);
-                                      });
-                                  }};
+        const Overloaded clamp = {
+            [&](ValueRef value) {
+                if (field.shape.rule != FieldRule::kIndex || field.shape.takesAny) return;
+                ClampValue(field, value, RawOf(table, field, record));
+                if (OtherKeys* others = OthersOf(table, record)) others->Drop(field.key);
+            },
+            [](TextList*) {}, [](CustomEntries*) {},
+            [&](RecordPart part) { Clamp(*field.parts, part.record); },
+            [&](const RecordList& list) {
+                VisitList(list, [&](void* part, std::size_t, std::uint32_t) {
+                    Clamp(*field.parts, part);
+                });
+            }};
         std::visit(clamp, field.slot(record));
     }
 }

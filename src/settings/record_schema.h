@@ -25,7 +25,8 @@ void Read(const RecordTable& table, Json::Value& json, Source source, void* reco
 [[nodiscard]] int MembersIn(const RecordTable& table, const Json::Value& json);
 [[nodiscard]] Json::Value ToJson(const RecordTable& table, const void* record);
 void Clamp(const RecordTable& table, void* record);
-void Show(const RecordTable& table, const void* record, std::span<SettingsRows> grids);
+void Show(const RecordTable& table, const void* record, std::span<SettingsRows> grids,
+          const std::string& path);
 [[nodiscard]] std::optional<SettingsRow> RowAt(const RecordTable& table, const void* record,
                                                std::string_view key);
 [[nodiscard]] EditAnswer Edit(const RecordTable& table, const SettingsEdit& edit, void* record);
@@ -65,9 +66,11 @@ class RecordSchema {
     /// last one, below it for the first.
     void Clamp(Record& record) const { records::Clamp(*table_, &record); }
 
-    /// Appends the rows to the grids that the table names.
-    void Show(const Record& record, std::span<SettingsRows> grids) const {
-        records::Show(*table_, &record, grids);
+    /// Appends the rows to the grids that the table names. `path` is where the record stands in a
+    /// larger document, whose schema knows its rows by their keys.
+    void Show(const Record& record, std::span<SettingsRows> grids,
+              const std::string& path = {}) const {
+        records::Show(*table_, &record, grids, path);
     }
 
     /// The row with that key; none when there is none.

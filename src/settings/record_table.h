@@ -97,6 +97,10 @@ constexpr FieldShape NumberAround(double least, double most) {
 constexpr FieldShape IndexInto(std::span<const LocalText> choices) {
     return {FieldRule::kIndex, choices};
 }
+/// An index that may be another number: it is kept, shown as such, and marked.
+constexpr FieldShape IndexOrNumber(std::span<const LocalText> choices) {
+    return {.rule = FieldRule::kIndex, .choices = choices, .takesAny = true};
+}
 constexpr FieldShape OneOf(std::span<const LocalText> choices) {
     return {FieldRule::kListedNumber, choices};
 }

@@ -20,6 +20,8 @@ constexpr std::string_view kBlanks = " \t\n\v\f\r";
 constexpr LocalText kBelow = {"数值小于 %s。", "The value is below %s."};
 constexpr LocalText kTooLarge = {"数值超出范围，将原样保留。",
                                  "The value is out of range. It is kept as it is."};
+constexpr LocalText kNoChoice = {"该数值不是任何选项，将原样保留。",
+                                 "The value is none of the choices. It is kept as it is."};
 constexpr LocalText kNoCommand = {"不是有效的十六进制命令，将原样保留。",
                                   "This is no valid command. It is kept as it is."};
 
@@ -71,6 +73,12 @@ std::size_t PlaceOf(const FieldShape& shape, T index) {
     return index > static_cast<T>(last) ? last : static_cast<std::size_t>(index);
 }
 
+/// Whether a number stands for a choice.
+template <class T>
+bool IsChoice(const FieldShape& shape, T index) {
+    return index >= T{0} && static_cast<std::uint64_t>(index) < shape.choices.size();
+}
+
 std::string TextOfColour(std::uint64_t colour) {
     return colour >= kDefaultColour ? "" : ColourRowText(static_cast<std::uint32_t>(colour));
 }
@@ -86,7 +94,8 @@ std::string TextOfValue(const FieldShape& shape, const T& value) {
     } else {
         if (shape.rule == FieldRule::kColour)
             return TextOfColour(static_cast<std::uint64_t>(value));
-        if (shape.rule == FieldRule::kIndex && !shape.choices.empty())
+        const bool isNumber = shape.choices.empty() || (shape.takesAny && !IsChoice(shape, value));
+        if (shape.rule == FieldRule::kIndex && !isNumber)
             return Localized(shape.choices[PlaceOf(shape, value)]);
         return std::to_string(value);
     }
@@ -109,6 +118,9 @@ std::string CautionFor(const FieldShape& shape, const T& value) {
         const bool isWell = shape.rule != FieldRule::kCommand || IsHexCommand(value);
         return isWell ? "" : Localized(kNoCommand);
     } else {
+        if constexpr (kIsWhole<T>)
+            if (shape.rule == FieldRule::kIndex && shape.takesAny && !IsChoice(shape, value))
+                return Localized(kNoChoice);
         const bool isWell =
             shape.rule != FieldRule::kNumber || IsWithin(shape, static_cast<double>(value));
         return isWell ? "" : OutsideText(shape);
@@ -161,15 +173,22 @@ std::optional<T> EnteredColour(const std::string& text) {
 }
 
 template <class T>
+std::optional<T> EnteredIndex(const FieldShape& shape, const std::string& text) {
+    const auto choices = ChoicesOf(shape);
+    const auto choice = std::ranges::find(choices, text);
+    if (choice != choices.end()) return static_cast<T>(choice - choices.begin());
+    T number = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    const bool isTaken = shape.takesAny && read.ec == std::errc() && read.ptr == end;
+    return isTaken ? std::optional(number) : std::nullopt;
+}
+
+template <class T>
 requires kIsWhole<T> std::optional<T> Entered(const FieldShape& shape, const std::string& text,
                                               const T&) {
     if (shape.rule == FieldRule::kColour) return EnteredColour<T>(text);
-    if (shape.rule == FieldRule::kIndex) {
-        const auto choices = ChoicesOf(shape);
-        const auto choice = std::ranges::find(choices, text);
-        if (choice == choices.end()) return std::nullopt;
-        return static_cast<T>(choice - choices.begin());
-    }
+    if (shape.rule == FieldRule::kIndex) return EnteredIndex<T>(shape, text);
     const auto digits = FittingRowText(RowKind::kWholeNumber, Trimmed(text), {});
     if (!digits) return std::nullopt;
     T number = 0;
@@ -178,9 +197,17 @@ requires kIsWhole<T> std::optional<T> Entered(const FieldShape& shape, const std
     return read.ec == std::errc() && isTaken ? std::optional(number) : std::nullopt;
 }
 
-EditAnswer RefusalOf(const FieldShape& shape) {
-    if (!shape.refusal.english) return {};
-    return {EditAnswer::Outcome::kRefused, Localized(shape.refusal)};
+bool IsWholeNumber(const std::string& text) {
+    std::string digits = Trimmed(text);
+    if (digits.starts_with('-') || digits.starts_with('+')) digits.erase(0, 1);
+    return FittingRowText(RowKind::kWholeNumber, digits, {}).has_value();
+}
+
+EditAnswer RefusalOf(const FieldShape& shape, const std::string& text) {
+    const bool isNoNumber = shape.noNumber.english && !IsWholeNumber(text);
+    const LocalText& refusal = isNoNumber ? shape.noNumber : shape.refusal;
+    if (!refusal.english) return {};
+    return {EditAnswer::Outcome::kRefused, Localized(refusal)};
 }
 
 }  // namespace
@@ -260,7 +287,7 @@ SettingsRow RowOfValue(const Field& field, std::string key, int number, ValueRef
 EditAnswer EnterValue(const Field& field, const std::string& text, ValueRef value) {
     const auto enter = [&](auto* held) {
         const auto entered = Entered(field.shape, text, *held);
-        if (!entered) return RefusalOf(field.shape);
+        if (!entered) return RefusalOf(field.shape, text);
         *held = *entered;
         return EditAnswer{EditAnswer::Outcome::kAccepted, TextOfValue(field.shape, *held),
                           CautionFor(field.shape, *held)};

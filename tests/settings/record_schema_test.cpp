@@ -26,6 +26,7 @@ struct Hall {
 
 struct Club {
     bool open = false;
+    std::int32_t kind = 0;
     double share = 0;
     std::uint64_t visitors = 0;
     Elements<Hall> halls;
@@ -34,8 +35,12 @@ struct Club {
 };
 
 constexpr LocalText kWrong = {"错!", "wrong!"};
+constexpr LocalText kNoNumber = {"不是数!", "no number!"};
 constexpr LocalText kNoHelp = {nullptr, nullptr};
+constexpr LocalText kKinds[] = {{"剧院", "theatre"}, {"酒吧", "bar"}};
 constexpr FieldShape kNote = {.rule = FieldRule::kText, .longest = 4, .tooLong = kWrong, .grid = 2};
+constexpr FieldShape kSeats = {
+    .rule = FieldRule::kNumber, .most = 500, .refusal = kWrong, .noNumber = kNoNumber};
 constexpr FieldShape kHalls = {.longest = 2, .grid = 1};
 constexpr FieldShape kExtras = {.grid = 2};
 
@@ -47,12 +52,14 @@ constexpr auto kShow = Rows<Show>({
 });
 constexpr auto kHall = Rows<Hall>({
     Heading{"厅%d", "Hall%d"},
-    {"Seats", kAt<&Hall::seats>, Number(0, 500), {"座位", "Seats"}},
+    {"Seats", kAt<&Hall::seats>, kSeats, {"座位", "Seats"}},
     {"Shows", kRecordAt<&Hall::shows, kShow>, AtMost(3), {"节目", "Shows"}},
 });
 constexpr auto kClub = Rows<Club>({
     Heading{"俱乐部", "Club"},
     {"Open", kAt<&Club::open>, {FieldRule::kYesNo}, {"营业", "Open"}, kNoHelp, 1},
+    Heading{"经营", "Business"},
+    {"Kind", kAt<&Club::kind>, IndexOrNumber(kKinds), {"种类", "Kind"}},
     {"Share", kAt<&Club::share>, Number(0, 1), {"份额", "Share"}},
     {"Visitors", kAt<&Club::visitors>, Number(), {"客人", "Visitors"}},
     {"Halls", kRecordAt<&Club::halls, kHall>, kHalls},
@@ -62,7 +69,8 @@ constexpr auto kClub = Rows<Club>({
 constexpr const auto& kSchema = kSchemaOf<kClub>;
 constexpr LocalText kCaptions[] = {{"俱乐部", "Club"}, {"厅", "Halls"}, {"其他", "Other"}};
 
-constexpr const char* kDocument = R"({"Open":false,"Share":0.25,"Visitors":18446744073709551615,
+constexpr const char* kDocument =
+    R"({"Open":false,"Kind":1,"Share":0.25,"Visitors":18446744073709551615,
     "Halls":[{"Seats":700,"Roof":1,"Shows":[{"Name":"甲","Cmd":"a5","Start":-9000000000},7,{"x":[2]}]},{},{"Seats":3}],
     "Notes":["hi",5],"Extras":[{"keyVal":"k","lableName":"K","inputType":1,"select":5,"valueRange":[0]},
     {"keyVal":"m","lableName":"M","inputType":"IntMultiple","select":[1],"valueRange":[1,2],"z":0},"odd"]})";
@@ -101,7 +109,8 @@ struct SmallDocument : testing::Test {
 
 TEST_F(SmallDocument, IsShownOnItsGrids) {
     Read(kDocument);
-    EXPECT_EQ(OnGrid(0), "Club[Open=0 Share=0.25 Visitors=18446744073709551615 ]");
+    EXPECT_EQ(OnGrid(0),
+              "Club[Open=0 ]Business[Kind=bar Share=0.25 Visitors=18446744073709551615 ]");
     EXPECT_EQ(OnGrid(1),
               "Hall1[Halls/0/Seats=700! Shows[Show1[Halls/0/Shows/0/Name=甲 Halls/0/Shows/0/Cmd=a5 "
               "Halls/0/Shows/0/Start=-9000000000! ]Show2[Halls/0/Shows/1/Name=new "
@@ -116,7 +125,7 @@ TEST_F(SmallDocument, IsWrittenAsItWasReadWithinItsLimits) {
         R"({"Extras":[{"inputType":1,"keyVal":"k","lableName":"K","select":5,"valueRange":[0]},)"
         R"({"inputType":"IntMultiple","keyVal":"m","lableName":"M","select":[1],"valueRange":[1,2],"z":0},"odd"],)"
         R"("Halls":[{"Roof":1,"Seats":700,"Shows":[{"Cmd":"a5","Name":"\u7532","Start":-9000000000},)"
-        R"({"Cmd":"","Name":"new","Start":15,"x":[2]}]},{"Seats":0,"Shows":[]}],)"
+        R"({"Cmd":"","Name":"new","Start":15,"x":[2]}]},{"Seats":0,"Shows":[]}],"Kind":1,)"
         R"("Notes":["hi",""],"Open":false,"Share":0.25,"Visitors":18446744073709551615})");
     const std::string before = Written();
     Read(before);
@@ -124,8 +133,9 @@ TEST_F(SmallDocument, IsWrittenAsItWasReadWithinItsLimits) {
     Read(R"({"Open":1,"Share":"1","Visitors":-1,"Halls":{},"Notes":7,"Extras":{}})");
     EXPECT_EQ(Written(), before);
     kSchema.Reset(club);
-    EXPECT_EQ(Written(),
-              R"({"Extras":[],"Halls":[],"Notes":[],"Open":true,"Share":0.0,"Visitors":0})");
+    EXPECT_EQ(
+        Written(),
+        R"({"Extras":[],"Halls":[],"Kind":0,"Notes":[],"Open":true,"Share":0.0,"Visitors":0})");
 }
 
 TEST_F(SmallDocument, WritesCommandsInTheirLetterCaseAndOthersAsTheyStand) {
@@ -140,7 +150,9 @@ TEST_F(SmallDocument, TakesWhatFitsTheRowOfAKey) {
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"Open", "1", "=1"}, {"Open", "2", "ignored"}, {"Share", " .5 ", "=0.5"}, {"Share", "1.1", "ignored"},
         {"Visitors", "18446744073709551616", "ignored"}, {"Visitors", "9000000000", "=9000000000"},
-        {"Halls/0/Seats", "501", "ignored"}, {"Halls/0/Seats", " 500", "=500"}, {"Halls/1/Shows/0/Name", "x", "ignored"},
+        {"Halls/0/Seats", "501", "!wrong!"}, {"Halls/0/Seats", " -1", "!wrong!"}, {"Halls/0/Seats", "1.0", "!no number!"},
+        {"Halls/0/Seats", "", "!no number!"}, {"Halls/0/Seats", " 500", "=500"}, {"Halls/1/Shows/0/Name", "x", "ignored"},
+        {"Kind", "-7", "=-7!"}, {"Kind", "theatre", "=theatre"}, {"Kind", "2147483648", "ignored"}, {"Kind", "pub", "ignored"},
         {"Halls/0/Shows/1/Name", "四个汉字", "=四个汉字"}, {"Halls/0/Shows/1/Name", "四个汉字x", "!wrong!"},
         {"Halls/0/Shows/0/Cmd", "A5 0B", "=a50b"}, {"Halls/0/Shows/0/Start", "21", "=21!"}, {"Halls/0/Shows/0/Start", "20", "=20"},
         {"Notes/1", "五个汉字", "=五个汉字"}, {"Notes/2", "x", "ignored"}, {"Extras/k", "6", "=6"}, {"Extras/k", "x", "ignored"},
@@ -160,6 +172,23 @@ TEST_F(SmallDocument, TakesWhatFitsTheRowOfAKey) {
     EXPECT_FALSE(kSchema.RefusalToSend(club));
 }
 
+TEST_F(SmallDocument, ShowsANumberBesideTheChoicesAsItIsAndOffersIt) {
+    Read(R"({"Kind":7})");
+    kSchema.Clamp(club);
+    EXPECT_EQ(OnGrid(0), "Club[Open=1 ]Business[Kind=7! Share=0 Visitors=0 ]");
+    EXPECT_THAT(kSchema.RowAt(club, "Kind")->choices, testing::ElementsAre("theatre", "bar", "7"));
+    EXPECT_THAT(Written(), testing::HasSubstr(R"("Kind":7)"));
+}
+
+TEST_F(SmallDocument, ShowsOneOfItsRecordsWithItsPartsBesideItsHeadings) {
+    Read(kDocument);
+    std::array<SettingsRows, 3> grids;
+    kSchemaOf<kHall>.Show(club.halls[1], grids, "Halls/1");
+    EXPECT_EQ(Listed(grids[0]), "Hall0[Halls/1/Seats=0 ]Shows[]");
+    kSchema.Show(club, grids);
+    EXPECT_EQ(grids[0][2].key + grids[0][3].key, "#1");
+}
+
 TEST_F(SmallDocument, KeepsTheKeysOfElementsThatMove) {
     Read(kDocument);
     club.halls[0].shows.Insert(0, {"first", "", 0});
@@ -172,6 +201,12 @@ TEST_F(SmallDocument, KeepsTheKeysOfElementsThatMove) {
     EXPECT_NE(club.halls[0].shows.IdAt(0), club.halls[0].shows.IdAt(1));
     Read(kDocument, Source::kFile);
     EXPECT_EQ(club.halls[0].shows.size(), 2U);
+    club.halls[0].shows.Renumber({3, 8});
+    club.halls[0].shows.InsertInOrder(5, {"between", "", 0});
+    EXPECT_EQ(club.halls[0].shows[1].name, "between");
+    club.halls[0].shows.RemoveWithId(8);
+    EXPECT_EQ(club.halls[0].shows.Find(8), nullptr);
+    EXPECT_EQ(club.halls[0].shows.Find(5)->name, "between");
     EXPECT_THAT(Written(), testing::Not(testing::HasSubstr("Roof")));
 }
 
