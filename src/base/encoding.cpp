@@ -103,6 +103,20 @@ std::string EncodeLegacy(std::string_view utf8) {
     return encoded;
 }
 
+std::string CutToLegacyLength(std::string_view utf8, std::size_t bytes) {
+    const std::string text = DecodeUtf8(utf8);
+    std::string cut;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view character = rest.substr(0, SequenceLength(rest));
+        const std::size_t length = LegacyForm(character).size();
+        if (length > bytes) break;
+        bytes -= length;
+        cut += character;
+        rest.remove_prefix(character.size());
+    }
+    return cut;
+}
+
 std::string DecodeByteByByte(std::string_view bytes) {
     std::string text;
     for (char byte : bytes) {

@@ -25,6 +25,10 @@ namespace sontaro {
     return EncodeLegacy(utf8).size();
 }
 
+/// The longest start of `utf8` that has at most `bytes` bytes in that code page and ends with a
+/// whole character. What does not decode becomes U+FFFD.
+[[nodiscard]] std::string CutToLegacyLength(std::string_view utf8, std::size_t bytes);
+
 /// `character`, one of at most U+FFFF in UTF-8, as the system's code page 936 has it; empty when it
 /// lacks the character.
 [[nodiscard]] std::string LegacyCharacter(std::string_view character);
