@@ -32,6 +32,10 @@ class Prompts {
     /// returns when it is dismissed.
     virtual void Warn(const std::string& text) = 0;
 
+    /// Says that there is no room for more (warning icon, where boxes have one) and returns when it
+    /// is dismissed.
+    virtual void WarnOfLimit(const std::string& text) { Warn(text); }
+
     /// Asks a question with Yes and No (question icon); true is Yes.
     [[nodiscard]] virtual bool Confirm(const std::string& text) = 0;
 

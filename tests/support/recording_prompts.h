@@ -14,7 +14,7 @@ namespace sontaro::test {
 /// A box that was shown. A notice has the icon of information, a warning and a question that of a
 /// question; only a question can be answered.
 struct Box {
-    enum class Kind { kNotice, kWarning, kQuestion, kFileQuestion };
+    enum class Kind { kNotice, kWarning, kQuestion, kFileQuestion, kLimit };
     Kind kind{};
     std::string text;
     FileQuestion file = {};  ///< all that a file was asked for with
@@ -24,6 +24,7 @@ struct Box {
 
 inline Box Notice(std::string text) { return {Box::Kind::kNotice, std::move(text)}; }
 inline Box Warning(std::string text) { return {Box::Kind::kWarning, std::move(text)}; }
+inline Box Limit(std::string text) { return {Box::Kind::kLimit, std::move(text)}; }
 inline Box Question(std::string text) { return {Box::Kind::kQuestion, std::move(text)}; }
 inline Box ToOpen(const std::string& caption, std::string filter, std::string extension) {
     return {Box::Kind::kFileQuestion,
@@ -39,7 +40,7 @@ inline Box ToSave(const std::string& caption, std::string filter, std::string na
 }
 
 inline void PrintTo(const Box& box, std::ostream* out) {
-    constexpr const char* kKinds[] = {"notice", "warning", "question", "file question"};
+    constexpr const char* kKinds[] = {"notice", "warning", "question", "file question", "limit"};
     *out << kKinds[static_cast<int>(box.kind)] << " \"" << box.text << '"';
     if (box.kind != Box::Kind::kFileQuestion) return;
     const bool saves = box.file.purpose == FileQuestion::Purpose::kSave;
@@ -52,6 +53,7 @@ class RecordingPrompts final : public Prompts {
    public:
     void Inform(const std::string& text) override { Show(Notice(text)); }
     void Warn(const std::string& text) override { Show(Warning(text)); }
+    void WarnOfLimit(const std::string& text) override { Show(Limit(text)); }
     bool Confirm(const std::string& text) override {
         Show(Question(text));
         if (answers.empty()) return false;

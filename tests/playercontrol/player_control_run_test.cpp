@@ -1,0 +1,250 @@
+#include "playercontrol/player_control_run.h"
+
+#include <gmock/gmock.h>
+
+#include "support/fake_player_channel.h"
+#include "support/recording_prompts.h"
+#include "support/temporary_folder.h"
+
+namespace sontaro::test {
+namespace {
+
+using namespace std::chrono_literals;
+using State = SettingsState;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const Box kNotThePlayers = Question("These are not the player's settings. Send them all the same?");
+const Box kDeleteQuestion = Question("Do you really want to delete it?");
+const Box kNoPlayer = Warning("No player selected!");
+const Box kLimit = Limit("It has reached its limit!");
+
+constexpr const char* kVideos = R"({"cloudNewVideoScreenDatas":[{"screenID":0,
+    "cloudVideoTypes":[{"type":"舞曲","videoDatas":[]}]}]})";
+constexpr const char* kDocument =
+    R"({"Players":[{"PlayerID":3,"Play":"A5","VideoType":[{"TypeName":"a"},{"TypeName":"b"}]}]})";
+
+/// A run whose window writes down what it is asked for.
+struct PlayerControlEditor : testing::Test, ExchangeBench, PlayerControlView {
+    void ShowRows() override { log += "rows; "; }
+    void ShowConfirmed() override {}
+    void StateChanged() override {}
+    void ShowPlayers() override { log += "players; "; }
+    void ShowVideos() override { log += "videos; "; }
+
+    void Videos(const std::string& text) {
+        WindowMessage message = Message(MessageId::kPlayerState, 10, 1, text);
+        run.Settings().Handle(message);
+    }
+    void Document(const std::string& text, std::uint32_t argument = 0) {
+        WindowMessage message = Message(MessageId::kPlayerControl, 3, 21 | argument << 16, text);
+        run.Settings().Handle(message);
+    }
+    void Confirm() { Document("", 1); }
+    void Open() { run.Settings().Read(), Videos(kVideos); }
+    void ReadFrom(const std::string& text) {
+        Open(), Document(text);
+        Log();
+    }
+    void Edit(const std::string& key, const std::string& text) {
+        EXPECT_EQ(run.Edit({key, text}).outcome, EditAnswer::Outcome::kAccepted) << key;
+    }
+    /// The players' captions, the chosen one with a star.
+    std::string Players() const {
+        std::string players;
+        for (const ControlledPlayerEntry& entry : run.Players())
+            players += entry.caption + (entry.id == run.ChosenPlayer() ? "* " : " ");
+        return players;
+    }
+    /// The names of the chosen player's types.
+    std::string Types() const {
+        std::string names;
+        for (const SettingsGroup& type : run.Rows()[2].groups) names += type.rows[0].value + ' ';
+        return names;
+    }
+    std::string Play() const { return run.Rows()[1].rows[0].value; }
+    void ExpectState(State state) {
+        EXPECT_EQ(static_cast<int>(run.Settings().State()), static_cast<int>(state));
+    }
+    void ExpectNote(const std::string& part) {
+        EXPECT_THAT(run.Note() ? run.Note()->english : "", HasSubstr(part));
+    }
+    std::string Log() { return std::exchange(log, "") + channel.Log(); }
+    std::vector<Box> Boxes() { return std::exchange(prompts.boxes, {}); }
+
+    TemporaryFolder folder;
+    std::string log;
+    RecordingPrompts prompts;
+    PlayerControlRun run{*this, prompts, exchange, player};
+};
+
+TEST_F(PlayerControlEditor, ReadsTheVideosAndThenTheSettingsWithoutAWord) {
+    run.Settings().Read();
+    ExpectNote("list of videos");
+    EXPECT_EQ(Log(), "10.1.0; ");
+    Videos(kVideos);
+    EXPECT_EQ(Log(), "videos; 3.21.0; ");
+    ExpectNote("player control protocol");
+    EXPECT_EQ(run.Videos().screens[0][0].name, "舞曲");
+    Document(kDocument);
+    EXPECT_EQ(Log(), "players; rows; ");
+    EXPECT_EQ(Players() + Types() + Play(), "Player4* a b A5");
+    EXPECT_FALSE(run.Note());
+    ExpectState(State::kRead);
+    run.Save();
+    EXPECT_THAT(channel.payload, HasSubstr(R"("Play" : "a5")"));
+    Confirm();
+    EXPECT_EQ(Log(), "3.21.1; ");
+    EXPECT_THAT(Boxes(), ElementsAre(Notice("Changes have been saved!")));
+    ExpectState(State::kSaved);
+}
+
+TEST_F(PlayerControlEditor, AListThatCannotBeReadIsToldAndMayBeAskedForAgain) {
+    Open(), Document(kDocument);
+    run.Settings().Read();
+    Videos("one.mp4?two.mp4?");
+    EXPECT_THAT(run.Videos().screens[0], IsEmpty());
+    ExpectNote("cannot be read");
+    EXPECT_EQ(Log(), "videos; players; rows; videos; 10.1.0; 3.21.0; 10.1.0; ");
+    EXPECT_THAT(Boxes(), IsEmpty());
+    Open();
+    EXPECT_EQ(Log(), "videos; 10.1.0; 3.21.0; ");
+    ExpectState(State::kWaiting);
+}
+
+TEST_F(PlayerControlEditor, WhatWasEditedBeforeTheSettingsCameIsDoneToThem) {
+    Open();
+    run.AddPlayer();
+    const std::string group = run.AddType("x").value();
+    Edit(group + "/SendCmd", "0A");
+    EXPECT_EQ(Players() + Types(), "Player1* x ");
+    Document(R"({"Players":[{"PlayerID":0,"Play":"A5"}]})");
+    EXPECT_EQ(Players() + Types() + Play(), "Player1 Player2* x ");
+    EXPECT_EQ(run.Rows()[2].groups[0].rows[1].value, "0a");
+    ExpectState(State::kChanged);
+    Document(R"({"Players":[{},{"PlayerID":1}]})");
+    EXPECT_EQ(Players(), "Player1* Player2 ");
+    EXPECT_THAT(
+        Boxes(),
+        ElementsAre(Warning("The player's settings are full: 2 of your additions are lost.")));
+}
+
+TEST_F(PlayerControlEditor, SavingBeforeTheSettingsWereReadAsks) {
+    run.Settings().Read();
+    EXPECT_FALSE(run.MaySend());
+    Videos(kVideos);
+    run.AddPlayer();
+    timers.Advance(60s);
+    Log();
+    EXPECT_TRUE(run.MaySend());
+    run.Save();
+    EXPECT_EQ(Log(), "3.21.0; ");
+    ExpectNote("not sent its settings yet");
+    Document(R"({"Players":[{"PlayerID":7}]})");
+    Document(R"({"Players":[{"PlayerID":8}]})");
+    EXPECT_EQ(Players(), "Player9 Player1* ");
+    EXPECT_THAT(Boxes(), ElementsAre(kNotThePlayers));
+    run.Save();
+    EXPECT_THAT(Boxes(), IsEmpty());
+}
+
+TEST_F(PlayerControlEditor, GivesUpTheReadingWhenTheUserInsistsOnSaving) {
+    Open();
+    prompts.answers = {true};
+    run.Save();
+    EXPECT_EQ(channel.Log(), "10.1.0; 3.21.0; 3.21.1; ");
+    Document(kDocument);
+    EXPECT_EQ(Players(), "");
+    Confirm();
+    EXPECT_THAT(Boxes(), ElementsAre(kNotThePlayers, Notice("Changes have been saved!")));
+}
+
+TEST_F(PlayerControlEditor, UnreadableSettingsAndAListOfNoneAreAskedAboutToo) {
+    Open(), Document("[]");
+    ExpectState(State::kUnreadable);
+    run.Save();
+    run.Settings().Read(), Videos("?");
+    run.Save();
+    EXPECT_THAT(Boxes(), ElementsAre(kNotThePlayers, kNotThePlayers));
+}
+
+TEST_F(PlayerControlEditor, EditsAfterASaveFindTheirElementsInWhatIsReadAgain) {
+    ReadFrom(kDocument);
+    const std::string group = run.AddType("new").value();
+    run.DeleteType(ChosenInGrid{"Players/0/VideoType/0"});
+    prompts.answers = {true};
+    run.DeleteType(ChosenInGrid{"Players/0/VideoType/0"});
+    EXPECT_EQ(Types(), "b new ");
+    run.Save(), Confirm();
+    const std::string held = channel.payload;
+    run.Settings().Read();
+    Edit(group + "/TypeName", "x"), Edit("Players/0/VideoType/1/TypeName", "y");
+    Videos(kVideos), Document(held);
+    EXPECT_EQ(Types(), "y x ");
+    EXPECT_THAT(Boxes(),
+                ElementsAre(kDeleteQuestion, kDeleteQuestion, Notice("Changes have been saved!")));
+}
+
+TEST_F(PlayerControlEditor, AddsUpToTheLimits) {
+    EXPECT_FALSE(run.AddType());
+    run.AddPlayer(), run.AddPlayer(), run.AddPlayer();
+    EXPECT_EQ(Players(), "Player1 Player2* ");
+    for (int i = 0; i < 256; ++i) EXPECT_TRUE(run.AddType());
+    EXPECT_FALSE(run.AddType("more"));
+    EXPECT_THAT(Boxes(), ElementsAre(kNoPlayer, kLimit, kLimit));
+    const InLanguage chinese(Language::kChinese);
+    run.AddPlayer(), static_cast<void>(run.AddType());
+    EXPECT_THAT(Boxes(),
+                ElementsAre(Limit("添加的播放器够多了吧！"), Limit("添加的类别够多了吧！")));
+}
+
+TEST_F(PlayerControlEditor, DeletesWhatIsChosenOnceTheUserAgrees) {
+    run.DeletePlayer(), run.DeleteType(ChosenInGrid{"Players/0/VideoType/0"});
+    ReadFrom(kDocument);
+    run.DeleteType(std::nullopt);
+    run.DeleteType(ChosenInGrid{"Players/0#1"});
+    run.DeleteType(ChosenInGrid{"Players/0/VideoType", true});
+    run.DeleteType(ChosenInGrid{"Players/0/VideoType/1", true});
+    EXPECT_THAT(Boxes(), ElementsAre(kNoPlayer, kNoPlayer, Warning("No type selected!"),
+                                     Warning("No type selected!"),
+                                     Warning("Select the category to delete!"), kDeleteQuestion));
+    EXPECT_EQ(Types(), "a b ");
+    run.AddPlayer();
+    run.ChoosePlayer(0);
+    prompts.answers = {true, true};
+    run.DeletePlayer();
+    EXPECT_EQ(Players(), "Player1* ");
+    run.DeletePlayer();
+    EXPECT_EQ(Players(), "");
+    EXPECT_EQ(run.Edit({run.Rows()[0].rows[0].key, "1"}).text,
+              "Select player first, then set attributes!");
+}
+
+TEST_F(PlayerControlEditor, ListsAPlayerAnewWhenItsNumberChanges) {
+    ReadFrom(kDocument);
+    Edit("Players/0/PlayerID", "0");
+    EXPECT_EQ(Log() + Players(), "players; Player1* ");
+    Edit("Players/0/Play", "");
+    run.ChoosePlayer(std::nullopt);
+    EXPECT_EQ(Log() + Players(), "rows; Player1 ");
+    LoseLink();
+    run.Settings().Read();
+    EXPECT_THAT(Boxes(), testing::SizeIs(1));
+    EXPECT_EQ(Log(), "");
+}
+
+TEST_F(PlayerControlEditor, OpensAndKeepsFiles) {
+    ReadFrom(kDocument);
+    run.Settings().OpenFile(folder.Write("x.JSON", R"({"Players":[{"PlayerID":1},{}]})"));
+    EXPECT_EQ(Players(), "Player2* Player1 ");
+    run.Settings().OpenFile(folder.Write("y.JSON", R"({"KtvDev":{}})"));
+    EXPECT_EQ(Players(), "Player2* Player1 ");
+    run.Settings().SaveFile(folder / "z.JSON");
+    EXPECT_THAT(Boxes(),
+                ElementsAre(Warning("The file holds no such settings. Nothing has been changed!"),
+                            Notice("Save OK!")));
+}
+
+}  // namespace
+}  // namespace sontaro::test
