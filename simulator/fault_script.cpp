@@ -32,6 +32,9 @@ constexpr FaultRow kFaults[] = {
     {"no-ack", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noAck = true; }},
     {"no-second-part", 0, kNoNumber,
      [](FaultScript& faults, std::size_t) { faults.noSecondPart = true; }},
+    {"bad-list", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.badList = true; }},
+    {"refuse-saves", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.refuseSaves = true; }},
     {"no-return", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noReturn = true; }},
     {"result", 0, UINT16_MAX,
      [](FaultScript& faults, std::size_t number) {
@@ -40,6 +43,10 @@ constexpr FaultRow kFaults[] = {
     {"items", 0, kMostItems,
      [](FaultScript& faults, std::size_t number) {
          faults.schema = std::make_shared<const std::string>(LargeSchema(number));
+     }},
+    {"unread", 1, UINT16_MAX,
+     [](FaultScript& faults, std::size_t number) {
+         faults.unread = static_cast<std::uint16_t>(number);
      }},
     {"cut", 1, kLargestNumber,
      [](FaultScript& faults, std::size_t number) { faults.cut = number; }},

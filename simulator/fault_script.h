@@ -24,8 +24,11 @@ struct FaultScript {
     bool badJson = false;       ///< settings that are read end in their middle
     bool noAck = false;         ///< settings are saved without a word
     bool noSecondPart = false;  ///< the second part of the player's data is not answered
+    bool badList = false;       ///< the list of videos is no JSON
+    bool refuseSaves = false;   ///< saves are answered as not supported, and nothing is kept
     bool noReturn = false;      ///< a restart never ends
     std::uint16_t result = 0;   ///< argument with which the control protocol is read
+    std::uint16_t unread = 0;   ///< the settings block whose reading is not answered; 0: none
     std::size_t cut = 0;        ///< bytes per piece in which packets go out; 0: in one
     std::optional<std::size_t> closeAfter;  ///< a connection ends after so many bytes to the tool
     std::chrono::milliseconds delay{0};     ///< before every reply
@@ -36,9 +39,10 @@ struct FaultScript {
 };
 
 /// The faults that `script` names, separated by commas: refuse, silent, drop, not-supported,
-/// garbage, oversize, bad-json, no-ack, no-second-part, no-return, result=N, items=N (settings that
-/// describe themselves have N items), cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also
-/// "500ms"). An empty script has none. Fails, with a reason for the user, on anything else.
+/// garbage, oversize, bad-json, no-ack, no-second-part, bad-list, refuse-saves, no-return,
+/// result=N, items=N (settings that describe themselves have N items), unread=BLOCK, cut=BYTES,
+/// close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty script has none. Fails, with a
+/// reason for the user, on anything else.
 [[nodiscard]] Result<FaultScript> ParseFaultScript(std::string_view script);
 
 }  // namespace sontaro::simulator

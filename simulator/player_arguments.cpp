@@ -79,6 +79,10 @@ bool SetFaults(PlayerArguments& arguments, std::string_view value) {
     return faults.ok();
 }
 
+bool SetOlderNames(PlayerArguments& arguments, std::string_view) {
+    return arguments.lineUp.olderNames = true;
+}
+
 bool SetHelp(PlayerArguments& arguments, std::string_view) { return arguments.help = true; }
 
 constexpr OptionRow kOptions[] = {
@@ -97,14 +101,17 @@ constexpr OptionRow kOptions[] = {
      "such as 2.5 A5 01 02: so many seconds after the start",
      SetSerialScript},
     {"--restart-time", "SECONDS", "how long a player is away that restarts (3)", SetRestartTime},
+    {"--older-names", "", "answer command 10 in its form 1 with the layouts instead of the videos",
+     SetOlderNames},
     {"--log", "FILE", "write a line per event to FILE", SetLog},
     {"--fault", "SCRIPT",
      "faults of every player, separated by commas: refuse, silent, drop,\n"
      "not-supported, garbage, oversize, bad-json (settings end halfway),\n"
      "no-ack (saves are not answered), no-second-part (of the player's\n"
-     "data), no-return (from a restart), result=N (of reading the control\n"
-     "protocol), items=N (in schemas), cut=BYTES, close-after=BYTES,\n"
-     "delay=500ms",
+     "data), bad-list (of videos), refuse-saves (as not supported),\n"
+     "no-return (from a restart), result=N (of reading the control\n"
+     "protocol), items=N (in schemas), unread=BLOCK (settings whose\n"
+     "reading is not answered), cut=BYTES, close-after=BYTES, delay=500ms",
      SetFaults},
     {"--help", "", "show this text", SetHelp},
 };

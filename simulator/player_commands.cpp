@@ -5,6 +5,7 @@
 
 #include "simulator/settings_commands.h"
 #include "simulator/video_commands.h"
+#include "simulator/video_list_commands.h"
 
 namespace sontaro::simulator {
 
@@ -58,6 +59,14 @@ void HandleSchema(PlayerState& state, const DevicePacket& request, Answer& answe
     HandleSchema(state, kDocument, request, answer);
 }
 
+/// Players differ in what they answer to this form.
+void HandleNamesOrVideos(PlayerState& state, const DevicePacket& request, Answer& answer) {
+    if (state.olderNames)
+        HandleNameList(state, request, answer);
+    else
+        HandleVideoList(state, request, answer);
+}
+
 constexpr CommandRow kCommands[] = {
     {kCommandSettings, kBlockControlProtocol, HandleControlProtocol},
     {kCommandSettings, kBlockOsd, HandleOsd},
@@ -65,7 +74,9 @@ constexpr CommandRow kCommands[] = {
     {kCommandSettings, kBlockSubtitles, HandleSchema<&PlayerState::subtitles>},
     {kCommandSettings, kBlockTouchAction, HandleSchema<&PlayerState::touchAction>},
     {kCommandSettings, kBlockCave, HandleSchema<&PlayerState::cave>},
-    {kCommandPlayerState, 1, HandleNameList},
+    {kCommandSettings, kBlockPlayerControl, HandlePlayerControl},
+    {kCommandPlayerState, 0, HandleVideoList},
+    {kCommandPlayerState, 1, HandleNamesOrVideos},
     {kCommandPlayerData, std::nullopt, HandlePlayerData},
     {kCommandCloseLinks, std::nullopt, HandleCloseLinks},
     {kCommandSerialData, std::nullopt, HandleSerialData},

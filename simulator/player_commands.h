@@ -7,7 +7,15 @@
 namespace sontaro::simulator {
 
 /// What an answer is about, as far as faults make a difference.
-enum class Content { kOther, kDocument, kControlProtocol, kSchema, kSaved, kSecondPart };
+enum class Content {
+    kOther,
+    kDocument,
+    kControlProtocol,
+    kSchema,
+    kVideoList,
+    kSaved,
+    kSecondPart
+};
 
 struct Answer {
     DevicePacket reply;

@@ -46,6 +46,7 @@ PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
     player.identity = IdentityAt(index, IdAt(options, index));
     if (!options.store.empty())
         player.file = options.store / (FormatIpv4(player.address) + ".json");
+    player.olderNames = options.olderNames;
     player.faults = options.faults;
     player.restartTime = options.restartTime;
     player.log = options.log;

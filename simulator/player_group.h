@@ -23,6 +23,7 @@ struct LineUpOptions {
     std::filesystem::path schema;  ///< file with the settings that all describe; empty: the sample
     std::filesystem::path serialScript;  ///< file of what all serial ports receive; empty: nothing
     std::chrono::milliseconds restartTime = kRestartTime;
+    bool olderNames = false;  ///< see `PlayerOptions`
     FaultScript faults;
     EventLog* log = nullptr;  ///< outlives the players
 };

@@ -25,6 +25,8 @@ struct PlayerOptions {
     PlayerState state = FactoryState();
     /// Takes the place of the settings that describe themselves, at every start.
     std::optional<std::string> schema = {};
+    bool olderNames =
+        false;  ///< command 10 has the layouts in one of its forms, from every start on
     FaultScript faults;
     Pacing pacing;
     std::vector<SerialEvent> serialScript;  ///< in the order of their times, from each start

@@ -5,6 +5,7 @@
 
 #include "base/json.h"
 #include "simulator/sample_control_protocol.h"
+#include "simulator/sample_player_control.h"
 #include "simulator/sample_schema.h"
 
 namespace sontaro::simulator {
@@ -52,12 +53,14 @@ void VisitFields(Record& record, Visitor&& visit) {
     visit("captions", record.captions);
     visit("folders", record.folders);
     visit("usb", record.usb);
+    visit("olderNames", record.olderNames);
     visit("playingUsb", record.playingUsb);
     visit("folder", record.folder);
     visit("video", record.video);
     visit("shuffle", record.shuffle);
     visit("osd", record.osd);
     visit("controlProtocol", record.controlProtocol);
+    visit("playerControl", record.playerControl);
     visit("serialPort", record.serialPort);
     visit("subtitles", record.subtitles);
     visit("touchAction", record.touchAction);
@@ -152,6 +155,7 @@ PlayerState FactoryState() {
     state.usb = {"USB", {{"Birthday.mp4", 95}, {"婚礼.mp4", 160}, {"Logo Loop.mp4", 30}}};
     state.osd = kFactoryOsd;
     state.controlProtocol = SampleControlProtocol();
+    state.playerControl = SamplePlayerControl();
     SetSchemas(state, SampleSchema());
     return state;
 }

@@ -68,12 +68,14 @@ struct PlayerState {
     std::vector<Caption> captions;     ///< of equal texts the first one counts
     std::vector<VideoFolder> folders;  ///< on the player's own disk
     VideoFolder usb;                   ///< on the USB disk
+    bool olderNames = false;           ///< command 10 has the layouts in one of its forms
     bool playingUsb = false;           ///< the video is one of `usb`, else of `folders`
     int folder = 0;                    ///< index of the folder played, or played last
     int video = 0;                     ///< index in that folder or in `usb`
     unsigned shuffle = 1;              ///< where the random play modes have got to
     std::string osd;                   ///< settings as JSON texts, handed out as they are
     std::string controlProtocol;
+    std::string playerControl;
     std::string serialPort;  ///< this one and those below describe themselves
     std::string subtitles;
     std::string touchAction;
@@ -85,8 +87,8 @@ struct PlayerState {
 };
 
 /// A player as it comes: two folders of videos, three layouts, three USB videos, Chinese captions,
-/// an on-screen display of four lines, the sample of a control protocol and the sample of settings
-/// that describe themselves.
+/// an on-screen display of four lines, the samples of a control protocol, of a player control
+/// protocol and of settings that describe themselves.
 [[nodiscard]] PlayerState FactoryState();
 
 /// Gives all settings that describe themselves the same description.

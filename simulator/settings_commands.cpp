@@ -6,6 +6,8 @@ namespace sontaro::simulator {
 
 namespace {
 
+constexpr std::string_view kNoList = "{\"cloudNewVideoScreenDatas\":";
+
 enum Operation : std::uint16_t { kRead = 0, kWrite = 1 };
 
 bool IsRead(const DevicePacket& request) {
@@ -24,6 +26,20 @@ void Save(std::string& document, const DevicePacket& request, Answer& answer) {
     answer.content = Content::kSaved;
     answer.silent = !json || !json->isObject();
     if (!answer.silent) document = text;
+}
+
+/// Documents that are saved with argument 1, which is also the answer's.
+void HandleKept(std::string& document, Content content, const DevicePacket& request,
+                Answer& answer) {
+    if (IsRead(request)) {
+        answer.content = content;
+        SetPayload(answer, document);
+    } else if (request.header.argument == kWrite) {
+        answer.reply.header.argument = kWrite;
+        Save(document, request, answer);
+    } else {
+        answer = NotSupported(request);
+    }
 }
 
 }  // namespace
@@ -51,15 +67,15 @@ void HandleControlProtocol(PlayerState& state, const DevicePacket& request, Answ
 
 void HandleSchema(PlayerState& state, Document document, const DevicePacket& request,
                   Answer& answer) {
-    if (IsRead(request)) {
-        answer.content = Content::kSchema;
-        SetPayload(answer, state.*document);
-    } else if (request.header.argument == kWrite) {
-        answer.reply.header.argument = kWrite;
-        Save(state.*document, request, answer);
-    } else {
-        answer = NotSupported(request);
-    }
+    HandleKept(state.*document, Content::kSchema, request, answer);
+}
+
+void HandlePlayerControl(PlayerState& state, const DevicePacket& request, Answer& answer) {
+    HandleKept(state.playerControl, Content::kDocument, request, answer);
+}
+
+bool IsSave(const DevicePacket& request) {
+    return request.header.command == kCommandSettings && !request.payload.empty();
 }
 
 void Spoil(Answer& answer, const FaultScript& faults) {
@@ -67,6 +83,8 @@ void Spoil(Answer& answer, const FaultScript& faults) {
                         answer.content == Content::kControlProtocol ||
                         answer.content == Content::kSchema;
     if (answer.content == Content::kSchema && faults.schema) SetPayload(answer, *faults.schema);
+    if (isRead && answer.reply.header.subCommand == faults.unread) answer.silent = true;
+    if (answer.content == Content::kVideoList && faults.badList) SetPayload(answer, kNoList);
     if (isRead && faults.badJson) answer.reply.payload.resize(answer.reply.payload.size() / 2);
     if (answer.content == Content::kControlProtocol) answer.reply.header.argument = faults.result;
     if (answer.content == Content::kSaved && faults.noAck) answer.silent = true;

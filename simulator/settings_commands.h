@@ -25,6 +25,12 @@ void HandleControlProtocol(PlayerState& state, const DevicePacket& request, Answ
 void HandleSchema(PlayerState& state, Document document, const DevicePacket& request,
                   Answer& answer);
 
+/// The player control protocol: saved with argument 1, and answered so.
+void HandlePlayerControl(PlayerState& state, const DevicePacket& request, Answer& answer);
+
+/// Whether a request is to change settings.
+[[nodiscard]] bool IsSave(const DevicePacket& request);
+
 /// Makes of an answer what the faults make of what it is about.
 void Spoil(Answer& answer, const FaultScript& faults);
 

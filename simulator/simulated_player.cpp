@@ -53,6 +53,8 @@ Status SimulatedPlayer::Start() {
     Status started = Load();
     if (started && options_.schema)
         ChangeState([&](PlayerState& state) { SetSchemas(state, *options_.schema); });
+    if (started && options_.olderNames)
+        ChangeState([](PlayerState& state) { state.olderNames = true; });
     if (started) started = Open();
     if (started) started = StartThreads();
     if (!started) Stop();
@@ -222,7 +224,7 @@ std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
     Note("received " + Describe(request));
     std::optional<Answer> answer;
     const FaultScript faults = Faults();
-    if (faults.notSupported)
+    if (faults.notSupported || (faults.refuseSaves && IsSave(request)))
         answer = NotSupported(request);
     else if (!faults.silent && !faults.drop)
         ChangeState([&](PlayerState& state) { answer = HandleRequest(state, request); });

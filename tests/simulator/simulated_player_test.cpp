@@ -145,6 +145,7 @@ TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
     state.layoutLocked = true;
     EXPECT_FALSE(choose(names[1]));
     state.layouts = {"one.mp4", "二.lay"};
+    state.olderNames = true;
     for (const auto& [command, selector] : {std::pair{10U, 1U}, {52U, 0U}})
         EXPECT_EQ(AsText(Ask(command, selector).reply.payload), "one.mp4?二.lay?");
 }
