@@ -204,7 +204,7 @@ bool IsWholeNumber(const std::string& text) {
 }
 
 EditAnswer RefusalOf(const FieldShape& shape, const std::string& text) {
-    const bool isNoNumber = shape.noNumber.english && !IsWholeNumber(text);
+    const bool isNoNumber = shape.noNumber.english != nullptr && !IsWholeNumber(text);
     const LocalText& refusal = isNoNumber ? shape.noNumber : shape.refusal;
     if (!refusal.english) return {};
     return {EditAnswer::Outcome::kRefused, Localized(refusal)};
