@@ -52,8 +52,8 @@ PlayerControlChange TypeDeletion(const PlayerControlSettings& document,
     if (!owner) return Refuse(kNoPlayer);
     if (!chosen) return Refuse(kNoType);
     const std::optional<ControlElement> element = ElementOf(chosen->group);
-    const bool isType =
-        element && element->player == *player && element->type && owner->types.Find(*element->type);
+    const bool isType = element && element->player == *player && element->type &&
+                        owner->types.Find(*element->type) != nullptr;
     if (isType) return Delete(*element);
     return Refuse(chosen->isHeading ? kNotAType : kNoType);
 }

@@ -21,6 +21,9 @@ constexpr const char* kMainWindow = "main window";
 struct PlayerControlExchange : testing::Test, PlayerControlView {
     PlayerControlExchange() {
         options.address = network.Player(0);
+        Start();
+    }
+    void Start() {
         player.emplace(options);
         EXPECT_TRUE(player->Start().ok());
         run.emplace(*this, prompts, ExchangeServices{channel, hub, loop},
@@ -70,6 +73,12 @@ TEST_F(PlayerControlExchange, WhatIsAddedFromAListedCategoryIsKeptByThePlayer) {
     EXPECT_TRUE(ReadPlayerControl(player->State().playerControl, kept).ok());
     EXPECT_EQ(kept.players[0].types[2].name + kept.players[0].types[2].sendCommand, "霓虹之夜a5ff");
     EXPECT_THAT(player->State().playerControl, testing::HasSubstr("amber"));
+}
+
+TEST_F(PlayerControlExchange, NamesInsteadOfVideosAreNoList) {
+    options.olderNames = true;
+    Start(), Read(State::kRefused);
+    EXPECT_TRUE(player->ReceivedPackets().size() == 1 && run->Note());
 }
 
 TEST_F(PlayerControlExchange, IsToldWhatThePlayerDoesNotDo) {
