@@ -4,6 +4,7 @@
 
 #include "controlprotocol/control_protocol_dialog.h"
 #include "osd/osd_dialog.h"
+#include "playercontrol/player_control_dialog.h"
 #include "settings/custom_settings_dialogs.h"
 #include "videocontrol/video_control_tab.h"
 
@@ -26,7 +27,7 @@ constexpr Feature kFeatures[] = {
     {1007, {"字幕配置", nullptr},                FeatureGroup::kPicture,  "subtitles",      ' ', Window::kSubtitles,          Run<CVODSubtitles>},
     {1009, {"Cave配置", nullptr},                FeatureGroup::kPicture,  "cave",           'C', Window::kCave,               Run<CCave>},
     {1004, {"控制协议配置", "Setup UART"},       FeatureGroup::kControl,  "setup-uart",     'U', Window::kControlProtocol,    Run<CControlProtocol>},
-    {1010, {"播放器控制协议", "Player Control"}, FeatureGroup::kControl,  "player-control", 'P', Window::kPlayerControl},
+    {1010, {"播放器控制协议", "Player Control"}, FeatureGroup::kControl,  "player-control", 'P', Window::kPlayerControl,      Run<CPlayerControl>},
     {1006, {"扩展串口配置", nullptr},            FeatureGroup::kControl,  "serial-port",    ' ', Window::kExtendedSerialPort, Run<CExtendedSerialPort>},
     {1008, {"触控配置", nullptr},                FeatureGroup::kControl,  "touch",          ' ', Window::kTouchAction,        Run<CTouchAction>},
 };

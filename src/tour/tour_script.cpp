@@ -15,6 +15,7 @@
 #include "base/window_titles.h"
 #include "devices/remarks_dialog.h"
 #include "simulator/playback.h"
+#include "tour/tour_player_control.h"
 #include "tour/tour_protocol.h"
 #include "tour/tour_settings.h"
 #include "videocontrol/video_control_buttons.h"
@@ -262,9 +263,11 @@ class TourExit : public TourSteps {
 
 void WriteTourScript(Tour& tour, simulator::PlayerGroup& players) {
     // The steps refer to the stations for as long as the tour walks.
-    using Stations = std::tuple<TourScript, TourSettings, TourProtocol, TourExit>;
+    using Stations =
+        std::tuple<TourScript, TourSettings, TourPlayerControl, TourProtocol, TourExit>;
     static std::unique_ptr<Stations> stations;
     stations = std::make_unique<Stations>(TourScript(tour, players), TourSettings(tour, players),
+                                          TourPlayerControl(tour, players),
                                           TourProtocol(tour, players), TourExit(tour, players));
     std::apply([](auto&... station) { (station.Write(), ...); }, *stations);
 }

@@ -55,6 +55,8 @@ void MessagePrompts::Inform(const std::string& text) { Show(text, wxOK | wxICON_
 
 void MessagePrompts::Warn(const std::string& text) { Show(text, wxOK | wxICON_QUESTION); }
 
+void MessagePrompts::WarnOfLimit(const std::string& text) { Show(text, wxOK | wxICON_WARNING); }
+
 bool MessagePrompts::Confirm(const std::string& text) {
     return Show(text, wxYES_NO | wxNO_DEFAULT | wxICON_QUESTION) == wxID_YES;
 }

@@ -11,6 +11,7 @@ class MessagePrompts : public Prompts {
    public:
     void Inform(const std::string& text) override;
     void Warn(const std::string& text) override;
+    void WarnOfLimit(const std::string& text) override;
     [[nodiscard]] bool Confirm(const std::string& text) override;
     [[nodiscard]] std::optional<std::filesystem::path> ChooseFile(
         const FileQuestion& question) override;

@@ -18,8 +18,8 @@ namespace sontaro {
 namespace {
 
 constexpr const char* kChineseText = "属性";
-constexpr int kFirstColumn = 200;  // device-independent pixels
-constexpr int kFirstColumnCharacters = 25;
+constexpr int kFirstColumn = 235;  // device-independent pixels
+constexpr int kFirstColumnCharacters = 30;
 constexpr int kLeastSecondColumn = 160;
 constexpr int kLeastHeight = 120;
 constexpr int kHelpLines = 3;
@@ -284,6 +284,13 @@ const SettingsGroup* SettingsGrid::ChosenGroup() const {
 bool SettingsGrid::IsEditing() const {
     const wxTextCtrl* editor = grid_->GetEditorTextCtrl();
     return grid_->IsEditorsValueModified() || (editor != nullptr && editor->HasFocus());
+}
+
+void SettingsGrid::ChooseKey(const std::string& key) {
+    wxPGProperty* property = PropertyNamed(ToWx(key));
+    if (!property || SettingsGridRows::IsHidden(*property)) return;
+    grid_->Choose(property);
+    ShowHelp();
 }
 
 void SettingsGrid::ChooseNone() {

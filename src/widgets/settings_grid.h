@@ -72,6 +72,8 @@ class SettingsGrid : public wxPanel {
 
     /// Whether the user has entered a cell, or changed the text in it.
     [[nodiscard]] bool IsEditing() const;
+    /// Chooses the row or heading with this key and scrolls to it; nothing without one.
+    void ChooseKey(const std::string& key);
     /// Chooses no row any more.
     void ChooseNone();
 

@@ -1,11 +1,10 @@
 #include "widgets/tabbed_grids.h"
 
 #include <wx/sizer.h>
-#include <wx/srchctrl.h>
-#include <wx/stattext.h>
 
 #include <algorithm>
 
+#include "widgets/filter_box.h"
 #include "widgets/fonts.h"
 #include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
@@ -16,10 +15,6 @@ namespace {
 
 constexpr int kGridCharacters = 76;
 constexpr int kGridLines = 25;
-constexpr int kFilterCharacters = 30;
-
-constexpr LocalText kFilter = {"筛选", "Filter"};
-constexpr LocalText kFilterHint = {"标题、名称或数值中的文字", "Heading, name or value"};
 
 }  // namespace
 
@@ -29,7 +24,8 @@ TabbedGrids::TabbedGrids(wxWindow* parent, const TabbedGridsIds& ids,
     : wxPanel(parent), titles_(tabs) {
     auto* column = new wxBoxSizer(wxVERTICAL);
     head_ = new wxBoxSizer(wxHORIZONTAL);
-    AddFilter(ids.filter);
+    filter_ = new FilterBox(this, ids.filter);
+    head_->Add(filter_->WithCaption(), wxSizerFlags().CentreVertical());
     column->Add(head_, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(10)));
     tabs_ = new TabBook(this, ids.tabs);
     for (std::size_t i = 0; i < tabs.size(); ++i)
@@ -37,16 +33,6 @@ TabbedGrids::TabbedGrids(wxWindow* parent, const TabbedGridsIds& ids,
     column->Add(tabs_, wxSizerFlags(1).Expand());
     SetSizer(column);
     BindEvents();
-}
-
-void TabbedGrids::AddFilter(int id) {
-    head_->Add(new wxStaticText(this, wxID_ANY, ButtonLabel(kFilter, 'F')),
-               wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(6)));
-    filter_ = new wxSearchCtrl(this, id);
-    filter_->SetDescriptiveText(ToWx(kFilterHint));
-    filter_->ShowCancelButton(true);
-    filter_->SetMinSize(wxSize(kFilterCharacters * LetterWidth(*this), wxDefaultCoord));
-    head_->Add(filter_, wxSizerFlags().CentreVertical());
 }
 
 void TabbedGrids::AddGrid(int id, const LocalText& tab, Prompts& prompts,
@@ -65,13 +51,6 @@ void TabbedGrids::BindEvents() {
     tabs_->Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, &TabbedGrids::LeavePage, this);
     Bind(wxEVT_CHAR_HOOK, &TabbedGrids::OnKey, this);
     filter_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { Filter(); });
-    filter_->Bind(wxEVT_SEARCH_CANCEL, [this](wxCommandEvent&) { filter_->Clear(); });
-    filter_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-        if (event.GetKeyCode() == WXK_ESCAPE)
-            filter_->Clear();
-        else
-            event.Skip();
-    });
 }
 
 void TabbedGrids::LeavePage(wxBookCtrlEvent& event) {

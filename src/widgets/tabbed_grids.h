@@ -12,9 +12,9 @@
 #include "base/local_text.h"
 #include "widgets/settings_grid.h"
 
-class wxSearchCtrl;
-
 namespace sontaro {
+
+class FilterBox;
 
 /// Control numbers of the parts; the grids' follow one another from `firstGrid` on.
 struct TabbedGridsIds {
@@ -53,7 +53,6 @@ class TabbedGrids : public wxPanel {
     [[nodiscard]] SettingsGrid& Grid(std::size_t index) { return *grids_[index]; }
 
    private:
-    void AddFilter(int id);
     void AddGrid(int id, const LocalText& tab, Prompts& prompts,
                  const SettingsGrid::EditHandler& onEdit);
     void BindEvents();
@@ -63,7 +62,7 @@ class TabbedGrids : public wxPanel {
 
     const std::span<const LocalText> titles_;
     wxSizer* head_ = nullptr;
-    wxSearchCtrl* filter_ = nullptr;
+    FilterBox* filter_ = nullptr;
     wxNotebook* tabs_ = nullptr;
     std::vector<SettingsGrid*> grids_;
 };
