@@ -1,0 +1,302 @@
+#include "timeline/timeline_document.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+#include <random>
+
+#include "base/json.h"
+#include "support/literals.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+
+/// A timeline that is told as "player type video: time time; ...".
+struct Timeline : testing::Test {
+    void Read(std::string_view json) {
+        EXPECT_TRUE(document.Take(json, TimelineSource::kPlayer).ok()) << json;
+    }
+    static TimeNode Node(std::string type, std::string video = "v", std::int64_t time = 0,
+                         std::int64_t player = 0) {
+        return {player, std::move(type), std::move(video), time, 0, "", 0, "A501"};
+    }
+    NodeId Insert(std::string type, std::string video = "v", std::int64_t time = 0,
+                  std::int64_t player = 0) {
+        return document.Insert(Node(std::move(type), std::move(video), time, player));
+    }
+    void Replace(NodeId id, const TimeNode& node) { document.Apply({{}, {{id, node}}, {}}); }
+    std::string Told() const {
+        std::string text;
+        for (const SharedGroup& group : document.Order()) {
+            text += fmt::format("{} {} {}:", group->player, group->type->text, group->video->text);
+            for (const GroupNode& node : group->nodes) text += fmt::format(" {}", node.time);
+            text += "; ";
+        }
+        return text;
+    }
+    std::string Types() const {
+        std::string text;
+        for (const SharedGroup& group : document.Order()) text += group->type->text + ' ';
+        return text;
+    }
+    void ExpectExactSize() const { EXPECT_EQ(document.TextBytes(), document.Write().size()); }
+
+    TimelineDocument document;
+};
+
+TEST_F(Timeline, IsWrittenAsItWasReadWithAllThatNobodyKnows) {
+    const std::string text = WriteJson(*ParseJson(R"({"by":{"x":[1]},"cmdInfos":[
+        {"playerID":70000,"typeName":"舞曲\"","videoName":"a\\b","note":"é","cmdList":[
+            {"milliseconds":-5,"expendCmdIndex":9,"ip":"1.2","port":70000,"cmd":"5g","z":[]},
+            {"milliseconds":9223372036854775808,"expendCmdIndex":7,"ip":"","port":4294967296,
+             "cmd":""}]},
+        {"playerID":-1,"typeName":"","videoName":"","cmdList":[
+            {"milliseconds":1,"expendCmdIndex":0,"ip":"","port":0,"cmd":"A5"}]}]})"));
+    Read(text);
+    EXPECT_EQ(document.Write(), text);
+    EXPECT_EQ(document.NodeAt(0), (TimeNode{70000, "舞曲\"", "a\\b", -5, 9, "1.2", 70000, "5g"}));
+    ExpectExactSize();
+    TimeNode node = document.NodeAt(1);
+    node.time = 3;
+    Replace(document.IdAt(1), node);
+    const auto written = (*ParseJson(document.Write()))["cmdInfos"][0]["cmdList"][1];
+    EXPECT_EQ(written["milliseconds"], 3);
+    EXPECT_EQ(written["port"].asUInt64(), 4294967296U);
+    ExpectExactSize();
+}
+
+TEST_F(Timeline, TakesWhatFitsOfAPartialDocument) {
+    Read(R"({"cmdInfos":[7,{"cmdList":[{"cmd":"a5 0b","port":"80"},3,{"milliseconds":1.5}]},
+        {"typeName":5,"videoName":"v","playerID":true,"cmdList":{}},
+        {"playerID":2.0,"typeName":"t","cmdList":[{"expendCmdIndex":true,"ip":null}]}]})");
+    ASSERT_EQ(document.NodeCount(), 3U);
+    EXPECT_EQ(document.NodeAt(0), (TimeNode{0, "", "", 0, 0, "", 0, "A50B"}));
+    EXPECT_EQ(document.NodeAt(1), TimeNode());
+    EXPECT_EQ(document.NodeAt(2), (TimeNode{2, "t", "", 0, 0, "", 0, ""}));
+    ExpectExactSize();
+}
+
+TEST_F(Timeline, StaysAsItIsWhenADocumentIsOfNoUse) {
+    Insert("t");
+    for (const char* text : {"", "[]", "{\"cmdInfos\":[", "7"})
+        EXPECT_FALSE(document.Take(text, TimelineSource::kPlayer).ok()) << text;
+    EXPECT_FALSE(document.Take(R"({"cmdInfos":{}})", TimelineSource::kFile).ok());
+    EXPECT_EQ(Told(), "0 t v: 0; ");
+    Read("{}");
+    EXPECT_EQ(document.NodeCount(), 0U);
+    ExpectExactSize();
+    EXPECT_TRUE(document.Undo());
+    EXPECT_EQ(Told(), "0 t v: 0; ");
+}
+
+TEST_F(Timeline, ThatHasBeenReadKeepsItsOrderUntilANodeIsInserted) {
+    Read(R"({"cmdInfos":[{"typeName":"ab","videoName":"v","cmdList":[{"milliseconds":1}]},
+        {"typeName":"c","videoName":"v","cmdList":[{"milliseconds":2}]},
+        {"typeName":"ab","videoName":"v","cmdList":[{"milliseconds":3}]}]})");
+    EXPECT_EQ(Told(), "0 ab v: 1 3; 0 c v: 2; ");
+    Insert("ab", "v", 0);
+    EXPECT_EQ(Told(), "0 c v: 2; 0 ab v: 1 3 0; ");
+    document.Undo();
+    EXPECT_EQ(Told(), "0 ab v: 1 3; 0 c v: 2; ");
+}
+
+TEST_F(Timeline, SortsByPlayerThenLengthThenLetterOfCategoryAndVideo) {
+    for (const char* type : {"ab", "c", "次", "播", "鑫", "Z"}) Insert(type);
+    EXPECT_EQ(Types(), "Z 播 c 次 鑫 ab ");
+    Insert("播", "bb", 0, 1);
+    Insert("播", "a", 0, 1);
+    Insert("次", "次", 0, -1);
+    EXPECT_EQ(Told(),
+              "-1 次 次: 0; 0 Z v: 0; 0 播 v: 0; 0 c v: 0; 0 次 v: 0; 0 鑫 v: 0; "
+              "0 ab v: 0; 1 播 a: 0; 1 播 bb: 0; ");
+}
+
+TEST_F(Timeline, CategoriesOfEqualLetterKeepTheOrderOfTheirFirstAppearance) {
+    for (const char* type : {"cx", "ca", "cb"}) Insert(type);
+    EXPECT_EQ(Types(), "cx ca cb ");
+    Insert("ca", "a", 0, 1);
+    Insert("cx", "a", 0, 1);
+    EXPECT_EQ(Types(), "cx ca cb cx ca ");
+}
+
+TEST_F(Timeline, AnEditStaysInItsPlaceOrLeavesItsGroup) {
+    Insert("c", "v", 1);
+    const NodeId edited = Insert("c", "v", 2);
+    Insert("c", "v", 3);
+    Replace(edited, Node("c", "v", 9));
+    EXPECT_EQ(Told(), "0 c v: 1 9 3; ");
+    Replace(edited, Node("b", "v", 9));
+    EXPECT_EQ(Told(), "0 b v: 9; 0 c v: 1 3; ");
+    EXPECT_EQ(document.RowOf(edited), 0U);
+    Replace(edited, Node("c", "v", 9));
+    EXPECT_EQ(Told(), "0 c v: 1 3 9; ");
+}
+
+TEST_F(Timeline, DeletionDropsAGroupThatIsLeftEmpty) {
+    const NodeId only = Insert("b", "v", 1);
+    const NodeId first = Insert("c", "v", 2);
+    Insert("c", "v", 3);
+    document.Apply({{only, first}, {}, {}});
+    EXPECT_EQ(Told(), "0 c v: 3; ");
+    ExpectExactSize();
+    document.Undo();
+    EXPECT_EQ(Told(), "0 b v: 1; 0 c v: 2 3; ");
+    document.Redo();
+    EXPECT_EQ(Told(), "0 c v: 3; ");
+    EXPECT_FALSE(document.Find(only) || document.Redo());
+}
+
+TEST_F(Timeline, ASeriesOfNudgesIsOneStep) {
+    const NodeId id = Insert("c");
+    const auto before = document.CurrentState();
+    const auto series = document.NewSeries();
+    for (int time : {1, 2, 3}) document.Apply({{}, {{id, Node("c", "v", time)}}, {}}, series);
+    document.Apply({{}, {{id, Node("c", "v", 4)}}, {}}, document.NewSeries());
+    document.Undo();
+    EXPECT_EQ(Told(), "0 c v: 3; ");
+    document.Undo();
+    EXPECT_EQ(Told(), "0 c v: 0; ");
+    EXPECT_EQ(document.CurrentState(), before);
+    document.Redo();
+    EXPECT_EQ(Told(), "0 c v: 3; ");
+    EXPECT_NE(document.CurrentState(), before);
+}
+
+/// One change after another of a few nodes of a few videos, some of which undo.
+struct RandomWalk : Timeline {
+    int Draw(int count) { return std::uniform_int_distribution(0, count - 1)(random); }
+    TimeNode AnyNode() {
+        constexpr const char* kNames[] = {"a", "bb", "舞", "c", "鑫", ""};
+        return Node(kNames[Draw(6)], kNames[Draw(6)], Draw(100), Draw(2));
+    }
+    NodeId AnyId() {
+        return document.IdAt(static_cast<std::size_t>(Draw(int(document.NodeCount()))));
+    }
+    void Step() {
+        const bool isEmpty = document.NodeCount() == 0;
+        TimelineChange change;
+        switch (isEmpty ? 0 : Draw(5)) {
+            case 0: change.inserted = {AnyNode(), AnyNode()}; break;
+            case 1: change.removed = {AnyId()}; break;
+            case 2: change.replaced = {{AnyId(), AnyNode()}}; break;
+            case 3: {
+                change.replaced = {{AnyId(), AnyNode()}};
+                const NodeId other = AnyId();
+                if (other != change.replaced[0].id) change.removed = {other};
+                change.inserted = {AnyNode()};
+                break;
+            }
+            default: {
+                const NodeId id = AnyId();
+                TimeNode node = *document.Find(id);
+                ++node.time;
+                document.Apply({{}, {{id, node}}, {}}, 1);
+                return;
+            }
+        }
+        document.Apply(change);
+    }
+    std::mt19937 random{7};
+};
+
+TEST_F(RandomWalk, IsUndoneToTheStartAndDoneAgainToTheEnd) {
+    Read(R"({"cmdInfos":[{"typeName":"c","z":1,"cmdList":[{"milliseconds":1},{"q":2}]}]})");
+    const std::string start = document.Write();
+    for (int i = 0; i < 1000; ++i) {
+        if (Draw(10) == 0)
+            document.Undo();
+        else
+            Step();
+        if (i % 50 == 0) ExpectExactSize();
+    }
+    const std::string end = document.Write();
+    while (document.Undo()) {
+    }
+    EXPECT_EQ(document.Write(), start);
+    ExpectExactSize();
+    while (document.Redo()) {
+    }
+    EXPECT_EQ(document.Write(), end);
+    ExpectExactSize();
+}
+
+TEST_F(Timeline, IsTooLongWithOneByteMoreThanPlayersTake) {
+    Insert("t");
+    TimeNode node = document.NodeAt(0);
+    node.ip = std::string(kLongestTimeline - document.TextBytes(), '1');
+    Replace(document.IdAt(0), node);
+    EXPECT_EQ(document.Write().size(), 8'192'000U);
+    EXPECT_FALSE(document.IsTooLong());
+    node.ip += '1';
+    Replace(document.IdAt(0), node);
+    EXPECT_EQ(document.Write().size(), 8'192'001U);
+    EXPECT_TRUE(document.IsTooLong());
+}
+
+TEST(SortLetter, IsTheFirstLetterOfTheReadingInTheFirstLevelAlone) {
+    const std::pair<const char*, int> cases[] = {{"啊", 'a'},
+                                                 {"澳", 'a'},
+                                                 {"芭", 'b'},
+                                                 {"怖", 'b'},
+                                                 {"擦", 'c'},
+                                                 {"错", 'c'},
+                                                 {"搭", 'd'},
+                                                 {"堕", 'd'},
+                                                 {"蛾", 'e'},
+                                                 {"贰", 'e'},
+                                                 {"发", 'f'},
+                                                 {"咐", 'f'},
+                                                 {"噶", 'g'},
+                                                 {"过", 'g'},
+                                                 {"哈", 'h'},
+                                                 {"祸", 'h'},
+                                                 {"击", 'j'},
+                                                 {"骏", 'j'},
+                                                 {"喀", 'k'},
+                                                 {"阔", 'k'},
+                                                 {"垃", 'l'},
+                                                 {"络", 'l'},
+                                                 {"妈", 'm'},
+                                                 {"穆", 'm'},
+                                                 {"拿", 'n'},
+                                                 {"诺", 'n'},
+                                                 {"哦", 'o'},
+                                                 {"沤", 'o'},
+                                                 {"啪", 'p'},
+                                                 {"瀑", 'p'},
+                                                 {"期", 'q'},
+                                                 {"群", 'q'},
+                                                 {"然", 'r'},
+                                                 {"弱", 'r'},
+                                                 {"撒", 's'},
+                                                 {"所", 's'},
+                                                 {"塌", 't'},
+                                                 {"唾", 't'},
+                                                 {"挖", 'w'},
+                                                 {"误", 'w'},
+                                                 {"昔", 'x'},
+                                                 {"迅", 'x'},
+                                                 {"压", 'y'},
+                                                 {"孕", 'y'},
+                                                 {"匝", 'z'},
+                                                 {"座", 'z'},
+                                                 {"亍", kNoSortLetter},
+                                                 {"鑫", kNoSortLetter},
+                                                 {"繁體", 'f'},
+                                                 {"體", kNoSortLetter},
+                                                 {"，", kNoSortLetter},
+                                                 {"é", kNoSortLetter},
+                                                 {"한", kNoSortLetter},
+                                                 {"😀", kNoSortLetter},
+                                                 {"", 0},
+                                                 {"b鑫", 'b'},
+                                                 {"Z", 'Z'},
+                                                 {"?", '?'}};
+    for (const auto& [name, letter] : cases) EXPECT_EQ(SortLetter(name), letter) << name;
+    EXPECT_EQ(Utf16Length("a舞😀"), 4U);
+}
+
+}  // namespace
+}  // namespace sontaro::test
