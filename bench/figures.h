@@ -17,6 +17,10 @@ namespace sontaro::bench {
 /// jsoncpp's own reader and writer.
 [[nodiscard]] std::vector<Figure> Documents();
 
+/// A timeline as large as players take: read and written against jsoncpp, changed against sorting
+/// as many records.
+[[nodiscard]] std::vector<Figure> Timelines();
+
 /// A message from a link thread to the user-interface thread and back, against a bare round trip
 /// between two threads. Needs the toolkit.
 [[nodiscard]] Figure MessageRoundTrip();
