@@ -33,16 +33,25 @@ enum TimelinePort : std::int32_t {
 inline constexpr std::int64_t kLastPlayer = 65'535;
 inline constexpr std::int32_t kLastPeerPort = 65'535;
 
+/// A video of a player; what its commands belong to. Texts are UTF-8.
+struct VideoKey {
+    std::int64_t player = 0;  ///< from 0
+    std::string typeName = {};
+    std::string videoName = {};
+
+    bool operator==(const VideoKey&) const = default;
+};
+
 /// A command that a player sends at a moment of a video. Texts are UTF-8.
 struct TimeNode {
-    std::int64_t player = 0;  ///< from 0
-    std::string typeName;     ///< the category of the video
-    std::string videoName;
+    std::int64_t player = 0;    ///< from 0
+    std::string typeName = {};  ///< the category of the video
+    std::string videoName = {};
     std::int64_t time = 0;  ///< milliseconds of the video
     std::int32_t port = 0;  ///< `TimelinePort`
-    std::string ip;         ///< of the peer, dotted; may be empty
+    std::string ip = {};    ///< of the peer, dotted; may be empty
     std::int32_t peerPort = 0;
-    std::string command;  ///< hexadecimal; see base/hex_command.h
+    std::string command = {};  ///< hexadecimal; see base/hex_command.h
 
     bool operator==(const TimeNode&) const = default;
 };

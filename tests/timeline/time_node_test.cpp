@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include "support/literals.h"
+#include "timeline/command_text.h"
+#include "timeline/node_checks.h"
+#include "timeline/timeline_texts.h"
+
+namespace sontaro::test {
+namespace {
+
+/// An entry without fault, into which tests put one.
+struct EnteredNode : testing::Test {
+    [[nodiscard]] std::string Refusal() const {
+        const auto refusal = RefusalOf(entry);
+        return refusal ? Localized(*refusal) : "";
+    }
+    NodeEntry entry{1, "舞曲", "a.mp4", {0, 59, 59, 999}, kPortTcp, "192.168.1.2", 80, "a5 01 "};
+};
+
+TEST_F(EnteredNode, IsTakenWithItsTimeAddressAndCommandInTheirForms) {
+    EXPECT_EQ(Refusal(), "");
+    EXPECT_EQ(NodeOf(entry),
+              (TimeNode{1, "舞曲", "a.mp4", 3'599'999, kPortTcp, "192.168.1.2", 80, "A501"}));
+    entry.time = {1, 0, 0, 1};
+    EXPECT_EQ(NodeOf(entry).time, 3'600'001);
+    entry.time = {kMostHours, 59, 59, 999};
+    EXPECT_EQ(ClockTimeOf(NodeOf(entry).time), entry.time);
+}
+
+TEST_F(EnteredNode, IsRefusedForTheFirstOfItsFaults) {
+    entry.ip = "192.168.1.";
+    entry.time = {0, 60, 60, 1000};
+    entry.command = " ";
+    EXPECT_EQ(Refusal(), "IP parameters are problematic!");
+    entry.ip = "0.0.0.0";
+    EXPECT_EQ(Refusal(), "Time node: There is an issue with the minute setting <60!");
+    entry.time.minutes = 59;
+    EXPECT_EQ(Refusal(), "Time node: There is an issue with the second setting <60!");
+    entry.time.seconds = 59;
+    EXPECT_EQ(Refusal(), "Time node: There is an issue with the millisecond setting <1000!");
+    entry.time.milliseconds = 999;
+    EXPECT_EQ(Refusal(), "Cmd not input!");
+    for (const char* wrong : {"A", "A5 0", "A50G"}) {
+        entry.command = wrong;
+        EXPECT_EQ(Refusal(), "Cmd input error!") << wrong;
+    }
+    const InLanguage chinese(Language::kChinese);
+    EXPECT_EQ(Refusal(), "命令输入错误!");
+}
+
+TEST_F(EnteredNode, NeedsAnAddressForAPeerAlone) {
+    entry.port = kPortRs485;
+    for (const auto& [ip, kept] : {std::pair{"", ""}, {"10.0.", ""}, {"10.0.0.1", "10.0.0.1"}}) {
+        entry.ip = ip;
+        EXPECT_EQ(Refusal(), "");
+        EXPECT_EQ(NodeOf(entry).ip, kept);
+        EXPECT_EQ(NodeOf(entry).peerPort, 0);
+    }
+    entry.port = kPortUdp;
+    entry.ip = "";
+    EXPECT_EQ(Refusal(), "IP parameters are problematic!");
+}
+
+TEST_F(EnteredNode, KeepsWhatItsEditorCannotShow) {
+    const TimeNode odd{70'000, "", "", -5, 9, "", 0, "A5"};
+    EXPECT_EQ(NodeOf(EntryOf(odd), &odd), odd);
+    NodeEntry changed = EntryOf(odd);
+    changed.time.seconds = 1;
+    EXPECT_EQ(NodeOf(changed, &odd).time, 1000);
+}
+
+TEST(TimeText, SecondsAreWrittenWithThreeDecimalsAndRead) {
+    const std::pair<std::int64_t, const char*> cases[] = {
+        {0, "0.000"},       {3'600'001, "3600.001"},
+        {-5, "-0.005"},     {INT64_MAX, "9223372036854775.807"},
+        {12'500, "12.500"}, {INT64_MIN, "-9223372036854775.808"}};
+    for (const auto& [time, text] : cases) {
+        EXPECT_EQ(SecondsText(time), text);
+        EXPECT_EQ(MillisecondsOfSeconds(text), time);
+    }
+    EXPECT_EQ(MillisecondsOfSeconds(" 12.5 "), 12'500);
+    EXPECT_EQ(MillisecondsOfSeconds("7"), 7000);
+    for (const char* wrong : {"", " ", ".5", "-", "--1", "1.2345", "1e3", "1.-5", "1.+5", "0x1",
+                              "9223372036854775.808", "1 2"})
+        EXPECT_FALSE(MillisecondsOfSeconds(wrong)) << wrong;
+    EXPECT_EQ(AxisText(3'605'250), "1:00:05.250");
+}
+
+TEST(TypedCommand, TakesEscapesAndShowsThemAgain) {
+    EXPECT_EQ(BytesOfTypedText(R"(%1POWR 1\r\n\t\\\x00\xFf)"),
+              Hex("2531504F57522031 0D0A095C 00FF"));
+    EXPECT_EQ(TypedTextOf(Hex("41 0D0A095C 00FF 7E7F")), R"(A\r\n\t\\\x00\xFF~\x7F)");
+    for (const char* wrong : {"\\", "\\q", "\\x", "\\x4", "\\xG0", "a\\x 1"})
+        EXPECT_FALSE(BytesOfTypedText(wrong)) << wrong;
+}
+
+TEST(TypedCommand, EndsWithTheChosenChecksum) {
+    const Bytes bytes = Hex("01 06 00 01 00 17");
+    EXPECT_EQ(WithChecksum(bytes, Checksum::kSum).back(), 0x1F);
+    EXPECT_EQ(WithChecksum(Hex("F0 20"), Checksum::kSum), Hex("F0 20 10"));
+    EXPECT_EQ(WithChecksum(bytes, Checksum::kXor).back(), 0x11);
+    EXPECT_EQ(WithChecksum(bytes, Checksum::kCrc16Modbus), Hex("01 06 00 01 00 17 98 04"));
+    EXPECT_EQ(WithChecksum(bytes, Checksum::kNone), bytes);
+}
+
+TEST(NodeCells, MarkWhatIsOddAndShowTheFirstPortForOneThatThereIsNot) {
+    const TimeNode odd{-1, "t", "v", -1, 8, "", 65'536, "5"};
+    EXPECT_EQ(CellText(odd, TimelineColumn::kPort), "232:0");
+    EXPECT_EQ(CellText(odd, TimelineColumn::kMode), "Serial");
+    EXPECT_EQ(CellCaution(odd, TimelineColumn::kPort),
+              "There is no port 8. The first one is shown, the number is kept.");
+    const TimeNode sound{65'535, "t", "v", 0, 7, "", 65'535, "5A"};
+    for (const auto column : {TimelineColumn::kPlayer, TimelineColumn::kTime, TimelineColumn::kPort,
+                              TimelineColumn::kPeerPort, TimelineColumn::kCommand}) {
+        EXPECT_TRUE(CellCaution(odd, column)) << CellText(odd, column);
+        EXPECT_FALSE(CellCaution(sound, column)) << CellText(sound, column);
+    }
+}
+
+}  // namespace
+}  // namespace sontaro::test
