@@ -40,14 +40,19 @@ Message ForwardWithBlock(const Reply& reply, MessageId id) {
     return Forward(reply, id, reply.header.subCommand);
 }
 
-/// Blocks that answer a read with a document (argument 0) and a write with argument 1. An empty
-/// document and the answer to a test (argument 2) are no news.
+/// A document (argument 0), which may be empty, or the confirmation of a write (argument 1). The
+/// answer to a test (argument 2) is no news.
+Message ForwardTimeline(const Reply& reply, MessageId id) {
+    constexpr std::uint16_t kTested = 2;
+    if (reply.header.argument == kTested) return {};
+    return ForwardWithArgument(reply, id);
+}
+
+/// The same, but an empty document is no news either.
 Message ForwardSettings(const Reply& reply, MessageId id) {
     constexpr std::uint16_t kDocument = 0;
-    constexpr std::uint16_t kTested = 2;
-    const std::uint16_t argument = reply.header.argument;
-    if (argument == kTested || (argument == kDocument && reply.payload.empty())) return {};
-    return ForwardWithArgument(reply, id);
+    if (reply.header.argument == kDocument && reply.payload.empty()) return {};
+    return ForwardTimeline(reply, id);
 }
 
 Message ForwardControlProtocol(const Reply& reply, MessageId id) {
@@ -145,7 +150,7 @@ constexpr RoutingRow kRoutes[] = {
     {kCommandSettings, kBlockTouchAction, {{kTouchAction}}, kFirst, MessageId::kTouchAction, ForwardSettings},
     {kCommandSettings, kBlockCave, {{kCave}}, kFirst, MessageId::kCave, ForwardSettings},
     {kCommandSettings, kBlockPlayerControl, {{kPlayerControl}}, kFirst, MessageId::kPlayerControl, ForwardSettings},
-    {kCommandSettings, kBlockPlayerTimeline, {{kPlayerTimeControl}}, kFirst, MessageId::kPlayerControl, ForwardSettings},
+    {kCommandSettings, kBlockPlayerTimeline, {{kPlayerTimeControl}}, kFirst, MessageId::kPlayerControl, ForwardTimeline},
     {kCommandPlayerState, kAnyBlock, {{kPlayerControl, kPlayerTimeControl, kControlProtocol}}, kFirst, MessageId::kPlayerState, ForwardWithArgument},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl, kBatchSend, kControlProtocol, kSetParam}}, kFirst, MessageId::kPlayerState, ForwardPlayerData},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl}}, kFirst, MessageId::kPlayerStatus, MakeStatus},
