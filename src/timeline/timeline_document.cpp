@@ -9,14 +9,18 @@
 namespace sontaro {
 
 Status TimelineDocument::Take(std::string_view text, TimelineSource source) {
-    Result<TimelineContent> content = ReadTimeline(text, source, names_);
+    Result<TimelineContent> content = Read(text, source);
     if (!content) return Error{content.reason()};
-    for (const SharedGroup& group : content->order)
+    Replace(std::move(*content));
+    return Done{};
+}
+
+void TimelineDocument::Replace(TimelineContent content) {
+    for (const SharedGroup& group : content.order)
         for (GroupNode& node : group->nodes) node.id = nextId_++;
     const bool isFirst = NodeCount() == 0 && !CanUndo() && !CanRedo();
-    Do({{}, std::move(content->order), std::move(content->others)}, 0);
-    if (isFirst) history_.Clear();
-    return Done{};
+    Do({{}, std::move(content.order), std::move(content.others)}, 0);
+    if (isFirst) ForgetSteps();
 }
 
 std::size_t TimelineDocument::TextBytes() const {

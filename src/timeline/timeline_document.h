@@ -47,6 +47,14 @@ class TimelineDocument {
     /// Takes a document in place of all nodes, or fails and changes nothing. That can be undone
     /// like any change, unless nothing was there and nothing had been done.
     [[nodiscard]] Status Take(std::string_view text, TimelineSource source);
+    /// The two halves of that. What has been read is put in place of the nodes of the same
+    /// timeline.
+    [[nodiscard]] Result<TimelineContent> Read(std::string_view text, TimelineSource source) {
+        return ReadTimeline(text, source, names_);
+    }
+    void Replace(TimelineContent content);
+    /// Nothing that was done can be undone any more.
+    void ForgetSteps() { history_.Clear(); }
     /// The document as players read it.
     [[nodiscard]] std::string Write() const { return TimelineText(Order(), groups_.Others()); }
     /// Bytes of that text, which costs next to nothing.
