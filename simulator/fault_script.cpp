@@ -35,6 +35,10 @@ constexpr FaultRow kFaults[] = {
     {"bad-list", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.badList = true; }},
     {"refuse-saves", 0, kNoNumber,
      [](FaultScript& faults, std::size_t) { faults.refuseSaves = true; }},
+    {"empty-timeline", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.emptyTimeline = true; }},
+    {"changed-timeline", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.changedTimeline = true; }},
     {"no-return", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noReturn = true; }},
     {"result", 0, UINT16_MAX,
      [](FaultScript& faults, std::size_t number) {

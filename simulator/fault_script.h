@@ -15,21 +15,23 @@ namespace sontaro::simulator {
 
 /// Faults, any of them at once; without any the player is sound.
 struct FaultScript {
-    bool refuse = false;        ///< nothing listens: connections are refused
-    bool silent = false;        ///< connections are accepted, nothing is ever said
-    bool drop = false;          ///< a request resets its connection
-    bool notSupported = false;  ///< every request is answered as not supported
-    bool garbage = false;       ///< random bytes go ahead of every reply as a packet of their own
-    bool oversize = false;      ///< replies announce 0xFFFFFFF0 payload bytes
-    bool badJson = false;       ///< settings that are read end in their middle
-    bool noAck = false;         ///< settings are saved without a word
-    bool noSecondPart = false;  ///< the second part of the player's data is not answered
-    bool badList = false;       ///< the list of videos is no JSON
-    bool refuseSaves = false;   ///< saves are answered as not supported, and nothing is kept
-    bool noReturn = false;      ///< a restart never ends
-    std::uint16_t result = 0;   ///< argument with which the control protocol is read
-    std::uint16_t unread = 0;   ///< the settings block whose reading is not answered; 0: none
-    std::size_t cut = 0;        ///< bytes per piece in which packets go out; 0: in one
+    bool refuse = false;         ///< nothing listens: connections are refused
+    bool silent = false;         ///< connections are accepted, nothing is ever said
+    bool drop = false;           ///< a request resets its connection
+    bool notSupported = false;   ///< every request is answered as not supported
+    bool garbage = false;        ///< random bytes go ahead of every reply as a packet of their own
+    bool oversize = false;       ///< replies announce 0xFFFFFFF0 payload bytes
+    bool badJson = false;        ///< settings that are read end in their middle
+    bool noAck = false;          ///< settings are saved without a word
+    bool noSecondPart = false;   ///< the second part of the player's data is not answered
+    bool badList = false;        ///< the list of videos is no JSON
+    bool refuseSaves = false;    ///< saves are answered as not supported, and nothing is kept
+    bool emptyTimeline = false;  ///< the timeline is read as nothing
+    bool changedTimeline = false;  ///< the timeline is read without its last node
+    bool noReturn = false;         ///< a restart never ends
+    std::uint16_t result = 0;      ///< argument with which the control protocol is read
+    std::uint16_t unread = 0;      ///< the settings block whose reading is not answered; 0: none
+    std::size_t cut = 0;           ///< bytes per piece in which packets go out; 0: in one
     std::optional<std::size_t> closeAfter;  ///< a connection ends after so many bytes to the tool
     std::chrono::milliseconds delay{0};     ///< before every reply
     /// Read in place of the settings that describe themselves; absent: those are.
@@ -39,10 +41,10 @@ struct FaultScript {
 };
 
 /// The faults that `script` names, separated by commas: refuse, silent, drop, not-supported,
-/// garbage, oversize, bad-json, no-ack, no-second-part, bad-list, refuse-saves, no-return,
-/// result=N, items=N (settings that describe themselves have N items), unread=BLOCK, cut=BYTES,
-/// close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty script has none. Fails, with a
-/// reason for the user, on anything else.
+/// garbage, oversize, bad-json, no-ack, no-second-part, bad-list, refuse-saves, empty-timeline,
+/// changed-timeline, no-return, result=N, items=N (settings that describe themselves have N items),
+/// unread=BLOCK, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty script
+/// has none. Fails, with a reason for the user, on anything else.
 [[nodiscard]] Result<FaultScript> ParseFaultScript(std::string_view script);
 
 }  // namespace sontaro::simulator

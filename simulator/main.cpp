@@ -4,6 +4,7 @@
 #include <csignal>
 #include <fstream>
 #include <iostream>
+#include <mutex>
 
 #include "base/path_text.h"
 #include "base/program_arguments.h"
@@ -31,12 +32,27 @@ int Fail(ExitCode code, const std::string& reason) {
     return code;
 }
 
+/// What the players send to their ports, line by line.
+class PrintedCommands {
+   public:
+    void AddTo(PlayerOptions& player) {
+        player.printed = [this, name = FormatIpv4(player.address)](std::string_view command) {
+            const std::lock_guard lock(mutex_);
+            std::cout << fmt::format("{} {}\n", name, command) << std::flush;
+        };
+    }
+
+   private:
+    std::mutex mutex_;
+};
+
 void SayReady(PlayerGroup& players) {
     for (std::size_t i = 0; i < players.Size(); ++i) {
         const SimulatedPlayer& player = players.Player(i);
         const Endpoint address = player.Address();
-        std::cout << fmt::format("{}:{} {} ready\n", FormatIpv4(address.address), address.port,
-                                 player.Identity().id)
+        std::cout << fmt::format("{}:{} {} ready, player {} of timelines\n",
+                                 FormatIpv4(address.address), address.port, player.Identity().id,
+                                 i + 1)
                   << std::flush;
     }
 }
@@ -68,7 +84,11 @@ int Run(const PlayerArguments& arguments) {
     if (!arguments.log.empty()) file.open(arguments.log);
     if (!file) return Fail(kFailed, "cannot write " + TextOfPath(arguments.log));
     EventLog log(file);
-    for (PlayerOptions& player : *players) player.log = file.is_open() ? &log : nullptr;
+    PrintedCommands printed;
+    for (PlayerOptions& player : *players) {
+        player.log = file.is_open() ? &log : nullptr;
+        printed.AddTo(player);
+    }
     return RunPlayers(*players);
 }
 

@@ -109,6 +109,7 @@ constexpr OptionRow kOptions[] = {
      "not-supported, garbage, oversize, bad-json (settings end halfway),\n"
      "no-ack (saves are not answered), no-second-part (of the player's\n"
      "data), bad-list (of videos), refuse-saves (as not supported),\n"
+     "empty-timeline, changed-timeline (read without its last node),\n"
      "no-return (from a restart), result=N (of reading the control\n"
      "protocol), items=N (in schemas), unread=BLOCK (settings whose\n"
      "reading is not answered), cut=BYTES, close-after=BYTES, delay=500ms",

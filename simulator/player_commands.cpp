@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "simulator/settings_commands.h"
+#include "simulator/timeline_commands.h"
 #include "simulator/video_commands.h"
 #include "simulator/video_list_commands.h"
 
@@ -77,6 +78,7 @@ constexpr CommandRow kCommands[] = {
     {kCommandSettings, kBlockPlayerControl, HandlePlayerControl},
     {kCommandPlayerState, 0, HandleVideoList},
     {kCommandPlayerState, 1, HandleNamesOrVideos},
+    {kCommandSettings, kBlockPlayerTimeline, HandleTimeline},
     {kCommandPlayerData, std::nullopt, HandlePlayerData},
     {kCommandCloseLinks, std::nullopt, HandleCloseLinks},
     {kCommandSerialData, std::nullopt, HandleSerialData},

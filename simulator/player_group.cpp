@@ -47,6 +47,7 @@ PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
     if (!options.store.empty())
         player.file = options.store / (FormatIpv4(player.address) + ".json");
     player.olderNames = options.olderNames;
+    player.player = static_cast<std::int64_t>(index);
     player.faults = options.faults;
     player.restartTime = options.restartTime;
     player.log = options.log;

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,9 +32,12 @@ struct PlayerOptions {
     Pacing pacing;
     std::vector<SerialEvent> serialScript;  ///< in the order of their times, from each start
     std::chrono::milliseconds restartTime = kRestartTime;
-    double speed = 1;  ///< seconds of video that go by in a second
+    std::int64_t player = 0;  ///< the number that a timeline knows it by
+    double speed = 1;         ///< seconds of video that go by in a second
     std::filesystem::path
-        file;                 ///< keeps the state from one start to the next; empty: nothing does
+        file;  ///< keeps the state from one start to the next; empty: nothing does
+    /// Is told what the player sends to its ports, as the log is; must not call the player.
+    std::function<void(std::string_view)> printed = [](std::string_view) {};
     EventLog* log = nullptr;  ///< outlives the player
 };
 

@@ -7,6 +7,7 @@
 #include "simulator/sample_control_protocol.h"
 #include "simulator/sample_player_control.h"
 #include "simulator/sample_schema.h"
+#include "simulator/sample_timeline.h"
 
 namespace sontaro::simulator {
 
@@ -65,6 +66,7 @@ void VisitFields(Record& record, Visitor&& visit) {
     visit("subtitles", record.subtitles);
     visit("touchAction", record.touchAction);
     visit("cave", record.cave);
+    visit("timeline", record.timeline);
 }
 
 struct Writer {
@@ -157,6 +159,7 @@ PlayerState FactoryState() {
     state.controlProtocol = SampleControlProtocol();
     state.playerControl = SamplePlayerControl();
     SetSchemas(state, SampleSchema());
+    state.timeline = SampleTimeline();
     return state;
 }
 

@@ -80,6 +80,7 @@ struct PlayerState {
     std::string subtitles;
     std::string touchAction;
     std::string cave;
+    std::string timeline;
     std::deque<Bytes> serialBytes;          ///< not yet passed on; not kept in the file
     std::chrono::microseconds position{0};  ///< in the current video; not kept in the file
 

@@ -1,6 +1,7 @@
 #include "simulator/settings_commands.h"
 
 #include "base/json.h"
+#include "simulator/timeline_commands.h"
 
 namespace sontaro::simulator {
 
@@ -89,6 +90,7 @@ void Spoil(Answer& answer, const FaultScript& faults) {
     if (answer.content == Content::kControlProtocol) answer.reply.header.argument = faults.result;
     if (answer.content == Content::kSaved && faults.noAck) answer.silent = true;
     if (answer.content == Content::kSecondPart && faults.noSecondPart) answer.silent = true;
+    SpoilTimeline(answer, faults);
     answer.reply.header.payloadLength = static_cast<std::uint32_t>(answer.reply.payload.size());
 }
 

@@ -10,6 +10,8 @@
 #include "link/discovery.h"
 #include "simulator/playback.h"
 #include "simulator/settings_commands.h"
+#include "simulator/timeline_commands.h"
+#include "timeline/time_text.h"
 
 namespace sontaro::simulator {
 
@@ -24,6 +26,13 @@ bool AnnouncesRestart(const DevicePacket& reply) {
            reply.header.subCommand == kBlockControlProtocol && reply.header.qualifier == 1;
 }
 
+/// How long so much of a video takes; a little more, so that it has gone by then.
+std::chrono::milliseconds WallTime(std::chrono::microseconds ofVideo, double speed) {
+    constexpr std::chrono::milliseconds kLongest{60'000};
+    const std::chrono::duration<double, std::milli> time = ofVideo / std::max(speed, 1e-3);
+    return std::min(std::chrono::ceil<std::chrono::milliseconds>(time), kLongest);
+}
+
 std::string Format(const Endpoint& endpoint) {
     return fmt::format("{}:{}", FormatIpv4(endpoint.address), endpoint.port);
 }
@@ -35,6 +44,9 @@ SimulatedPlayer::SimulatedPlayer(PlayerOptions options)
       name_(FormatIpv4(options_.address)),
       port_(options_.port),
       state_(options_.state),
+      timeline_(
+          options_.player,
+          [this](const TimeNode& node) { Print(SecondsText(node.time) + ' ' + LogText(node)); }),
       faults_(options_.faults) {}
 
 Status SimulatedPlayer::Start() {
@@ -112,7 +124,8 @@ Status SimulatedPlayer::Open() {
 
 Status SimulatedPlayer::StartThreads() {
     bool started = threads_.Start([this] { AcceptConnections(); }) &&
-                   threads_.Start([this] { RunRestarts(); });
+                   threads_.Start([this] { RunRestarts(); }) &&
+                   threads_.Start([this] { RunTimeline(); });
     for (const auto& socket : discovery_)
         started = started && threads_.Start([this, socket] { ListenForRequests(socket); });
     if (!started) return Error{"the system has no thread left"};
@@ -207,6 +220,7 @@ void SimulatedPlayer::ChangeState(const std::function<void(PlayerState&)>& chang
     AdvanceToNow();
     change(state_);
     if (const Status saved = Save(); !saved) Note(saved.reason());
+    changed_.notify_all();
 }
 
 bool SimulatedPlayer::AddSerialBytes(Bytes bytes) {
@@ -229,6 +243,7 @@ std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
     else if (!faults.silent && !faults.drop)
         ChangeState([&](PlayerState& state) { answer = HandleRequest(state, request); });
     if (answer) Spoil(*answer, faults);
+    if (answer && !answer->note.empty()) Print(answer->note);
     history_.Add(request);
     return answer && answer->silent ? std::nullopt : answer;
 }
@@ -338,12 +353,29 @@ void SimulatedPlayer::AdvanceToNow() {
     const std::chrono::microseconds played(std::llround(elapsed.count() * options_.speed));
     stateTime_ = now;
     if (!running_) return;
-    Advance(state_, played);
+    timeline_.Advance(state_, played);
     const auto& script = options_.serialScript;
     for (; serialEvents_ < script.size(); ++serialEvents_) {
         if (now < startTime_ + script[serialEvents_].time) return;
         state_.serialBytes.push_back(script[serialEvents_].bytes);
     }
+}
+
+/// The body of a thread: lets time go by at every moment that has a command.
+void SimulatedPlayer::RunTimeline() {
+    std::unique_lock lock(mutex_);
+    while (running_) {
+        AdvanceToNow();
+        if (const auto next = timeline_.UntilNext(state_))
+            changed_.wait_for(lock, WallTime(*next, options_.speed));
+        else
+            changed_.wait(lock);
+    }
+}
+
+void SimulatedPlayer::Print(std::string_view command) {
+    Note(command);
+    options_.printed(command);
 }
 
 /// Writes the file when there is anything new to write.

@@ -9,6 +9,7 @@
 #include "base/thread_group.h"
 #include "simulator/packet_history.h"
 #include "simulator/player_options.h"
+#include "simulator/timeline_playback.h"
 
 namespace sontaro::simulator {
 
@@ -81,6 +82,8 @@ class SimulatedPlayer final : private ConnectionOwner {
     void RunRestarts();
     void Leave(std::unique_lock<std::mutex>& lock);
     void Return(std::unique_lock<std::mutex>& lock);
+    void RunTimeline();
+    void Print(std::string_view command);
     void AdvanceToNow();
     Status Save();
 
@@ -93,6 +96,7 @@ class SimulatedPlayer final : private ConnectionOwner {
     bool running_ = false;
     std::uint16_t port_;
     PlayerState state_;
+    TimelinePlayback timeline_;
     Clock::time_point stateTime_ = Clock::now();  // of `state_.position`
     Clock::time_point startTime_;
     std::size_t serialEvents_ = 0;  // of the script that have come since then
