@@ -49,6 +49,7 @@ step "fuzz_custom_settings, one minute" fuzz fuzz_custom_settings
 step "fuzz_control_protocol, one minute" fuzz fuzz_control_protocol
 step "fuzz_video_list, one minute" fuzz fuzz_video_list
 step "fuzz_player_control, one minute" fuzz fuzz_player_control
+step "fuzz_timeline, one minute" fuzz fuzz_timeline
 
 echo
 printf '%s\n' "${steps[@]}"

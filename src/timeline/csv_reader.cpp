@@ -8,7 +8,6 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSeparators = ",;\t";
-constexpr std::string_view kLineEnds = "\r\n";
 constexpr char kQuote = '"';
 
 char SeparatorOf(std::string_view text) {
