@@ -8,12 +8,14 @@
 #include "bench/figures.h"
 #include "bench/stopwatch.h"
 #include "bench/timeline_samples.h"
+#include "timeline/timeline_picture.h"
 
 namespace sontaro::bench {
 
 namespace {
 
 constexpr int kRepetitions = 15;
+constexpr std::size_t kFewNodes = 700;
 
 template <class Action>
 double TimeOf(Action action) {
@@ -61,6 +63,37 @@ Comparison AgainstSorting(const std::function<double()>& ours) {
     });
 }
 
+/// A picture of so many nodes in four lanes over half an hour.
+TimelinePicture PictureOf(std::size_t nodes) {
+    constexpr std::int64_t kTime = 1'800'000;
+    NodeGroup group;
+    for (std::size_t i = 0; i < nodes; ++i) {
+        GroupNode& node = group.nodes.emplace_back();
+        node.port = static_cast<std::int32_t>(i % 4);
+        node.time = static_cast<std::int64_t>(i) * kTime / static_cast<std::int64_t>(nodes);
+    }
+    return TimelinePicture(group);
+}
+
+/// Many frames of all of the time.
+double TimeOfFrames(const TimelinePicture& picture) {
+    constexpr int kFrames = 200;
+    constexpr int kWidth = 1200;
+    constexpr double kMarkDistance = 12;
+    constexpr double kTickDistance = 80;
+    const std::int64_t last = picture.LastTime();
+    std::size_t seen = 0;
+    const Stopwatch stopwatch;
+    for (int i = 0; i < kFrames; ++i) {
+        const TimeWindow window = WholeTime(last, kWidth + i);
+        seen += picture.Marks(window, kMarkDistance).size();
+        seen += AxisTicks(window, kTickDistance).size();
+    }
+    const double time = stopwatch.Seconds();
+    if (seen == 0) throw std::runtime_error("the picture is empty");
+    return time;
+}
+
 }  // namespace
 
 std::vector<Figure> Timelines() {
@@ -86,10 +119,15 @@ std::vector<Figure> Timelines() {
         document.Apply({half, {}, {}});
         return TimeOf([&] { return document.Undo(); });
     });
+    const TimelinePicture full = PictureOf(kManyNodes);
+    const TimelinePicture sparse = PictureOf(kFewNodes);
+    const Comparison drawing = CompareInTurn(
+        kRepetitions, [&] { return TimeOfFrames(full); }, [&] { return TimeOfFrames(sparse); });
     return {Ratio("timeline read", 1.5, reading, "jsoncpp"),
             Ratio("timeline write", 1.2, writing, "by hand"),
             Ratio("timeline insert", 0.25, inserting, "sorting"),
-            Ratio("timeline undo", 2.0, undoing, "sorting")};
+            Ratio("timeline undo", 2.0, undoing, "sorting"),
+            Ratio("timeline picture", 3.0, drawing, "700 nodes")};
 }
 
 }  // namespace sontaro::bench

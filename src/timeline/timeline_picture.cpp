@@ -46,11 +46,17 @@ std::int64_t WholeMilliseconds(double time) {
     return static_cast<std::int64_t>(std::llround(std::clamp(time, 0.0, kLongestTime)));
 }
 
-/// The first node not before a moment.
-std::size_t FirstFrom(const std::vector<Node>& nodes, double time) {
-    const auto found = std::ranges::partition_point(
-        nodes, [&](const Node& node) { return static_cast<double>(node.time) < time; });
-    return static_cast<std::size_t>(found - nodes.begin());
+/// The first node from `from` on that is not before a moment: in strides that double, since it is
+/// mostly near.
+std::size_t FirstFrom(const std::vector<Node>& nodes, double moment, std::size_t from = 0) {
+    const auto time = static_cast<std::int64_t>(std::ceil(std::min(moment, kLongestTime)));
+    std::size_t stride = 1;
+    while (from + stride < nodes.size() && nodes[from + stride].time < time) stride *= 2;
+    const auto begin = nodes.begin() + static_cast<std::ptrdiff_t>(from + stride / 2);
+    const auto end =
+        nodes.begin() + static_cast<std::ptrdiff_t>(std::min(from + stride, nodes.size()));
+    const auto isBefore = [time](const Node& node) { return node.time < time; };
+    return static_cast<std::size_t>(std::partition_point(begin, end, isBefore) - nodes.begin());
 }
 
 }  // namespace
@@ -134,7 +140,7 @@ void TimelinePicture::AddMarks(std::size_t lane, const TimeWindow& window, doubl
     for (std::size_t at = FirstFrom(nodes, begin); at < nodes.size();) {
         const auto time = static_cast<double>(nodes[at].time);
         if (time > end) return;
-        const std::size_t next = FirstFrom(nodes, (std::floor(time / piece) + 1) * piece);
+        const std::size_t next = FirstFrom(nodes, (std::floor(time / piece) + 1) * piece, at);
         const std::size_t count = std::max(next, at + 1) - at;
         const double x = window.PixelOf(time);
         if (marks.size() > firstMark && x - marks.back().x < distance)
