@@ -148,6 +148,21 @@ TEST_F(Timeline, DeletionDropsAGroupThatIsLeftEmpty) {
     EXPECT_FALSE(document.Find(only) || document.Redo());
 }
 
+TEST_F(Timeline, IsEditedAndDeletedInOneGroupAtOnce) {
+    const NodeId first = Insert("c", "v", 1);
+    Insert("c", "v", 2);
+    const NodeId moved = Insert("c", "v", 3);
+    const NodeId edited = Insert("c", "v", 4);
+    document.Apply(
+        {{first}, {{moved, Node("b", "v", 3)}, {edited, Node("c", "v", 9)}}, {Node("c", "v", 5)}});
+    EXPECT_EQ(Told(), "0 b v: 3; 0 c v: 2 9 5; ");
+    ExpectExactSize();
+    document.Undo();
+    EXPECT_EQ(Told(), "0 c v: 1 2 3 4; ");
+    document.Redo();
+    EXPECT_EQ(Told(), "0 b v: 3; 0 c v: 2 9 5; ");
+}
+
 TEST_F(Timeline, ASeriesOfNudgesIsOneStep) {
     const NodeId id = Insert("c");
     const auto before = document.CurrentState();
