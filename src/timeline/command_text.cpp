@@ -25,8 +25,8 @@ bool TakeEscape(std::string_view& rest, Bytes& bytes) {
         rest.remove_prefix(3);
         return true;
     }
-    const std::size_t place = rest.empty() ? kEscapes.npos : kEscapes.find(rest.front());
-    if (place == kEscapes.npos) return false;
+    const std::size_t place = rest.empty() ? std::string_view::npos : kEscapes.find(rest.front());
+    if (place == std::string_view::npos) return false;
     bytes.push_back(static_cast<std::uint8_t>(kEscaped[place]));
     rest.remove_prefix(1);
     return true;
@@ -51,7 +51,7 @@ std::string TypedTextOf(ByteView bytes) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
         const auto character = static_cast<char>(byte);
-        if (const std::size_t place = kEscaped.find(character); place != kEscaped.npos)
+        if (const std::size_t place = kEscaped.find(character); place != std::string_view::npos)
             text += {'\\', kEscapes[place]};
         else if (byte >= ' ' && byte <= '~')
             text += character;

@@ -14,7 +14,7 @@ char SeparatorOf(std::string_view text) {
     bool quoted = false;
     for (const char character : text) {
         if (character == kQuote) quoted = !quoted;
-        if (!quoted && kSeparators.find(character) != kSeparators.npos) return character;
+        if (!quoted && kSeparators.find(character) != std::string_view::npos) return character;
     }
     return kSeparators.front();
 }
@@ -75,7 +75,7 @@ CsvCell CsvReader::TakeQuoted() {
     do {
         rest_.remove_prefix(1);
         const std::size_t end = rest_.find(kQuote);
-        if (end == rest_.npos) {
+        if (end == std::string_view::npos) {
             rest_ = {};
             return {"", cell.line, CsvCell::Fault::kOpenQuote};
         }

@@ -45,14 +45,14 @@ std::vector<GroupNode> TakeOut(std::vector<GroupNode>& nodes,
     std::vector<GroupNode> taken;
     if (places.empty()) return taken;
     taken.reserve(places.size());
-    std::size_t to = places.front();
-    for (std::size_t from = to; from < nodes.size(); ++from) {
+    std::size_t target = places.front();
+    for (std::size_t from = target; from < nodes.size(); ++from) {
         if (taken.size() < places.size() && places[taken.size()] == from)
             taken.push_back(std::move(nodes[from]));
         else
-            nodes[to++] = std::move(nodes[from]);
+            nodes[target++] = std::move(nodes[from]);
     }
-    nodes.resize(to);
+    nodes.resize(target);
     return taken;
 }
 
@@ -63,16 +63,31 @@ void PutIn(std::vector<GroupNode>& nodes, const std::vector<std::uint32_t>& plac
     std::size_t from = nodes.size();
     std::size_t left = put.size();
     nodes.resize(from + left);
-    for (std::size_t to = nodes.size(); left > 0;)
-        if (--to; places[left - 1] == to)
-            nodes[to] = std::move(put[--left]);
+    for (std::size_t target = nodes.size(); left > 0;)
+        if (--target; places[left - 1] == target)
+            nodes[target] = std::move(put[--left]);
         else
-            nodes[to] = std::move(nodes[--from]);
+            nodes[target] = std::move(nodes[--from]);
 }
 
 std::size_t TextBytesOf(const std::vector<GroupNode>& nodes) {
     return std::transform_reduce(nodes.begin(), nodes.end(), std::size_t{0}, std::plus(),
                                  [](const GroupNode& node) { return node.bytes; });
+}
+
+void ToggleGroup(GroupPatch& patch) {
+    std::vector<GroupNode>& nodes = patch.group->nodes;
+    patch.group->nodeBytes += TextBytesOf(patch.put);
+    if (patch.takeAt == patch.putAt) {
+        for (std::size_t i = 0; i < patch.put.size(); ++i)
+            std::swap(nodes[patch.putAt[i]], patch.put[i]);
+    } else {
+        std::vector<GroupNode> taken = TakeOut(nodes, patch.takeAt);
+        PutIn(nodes, patch.putAt, patch.put);
+        patch.put = std::move(taken);
+        std::swap(patch.takeAt, patch.putAt);
+    }
+    patch.group->nodeBytes -= TextBytesOf(patch.put);
 }
 
 /// Whether the patch changes nodes where they are and nothing else.
@@ -120,25 +135,10 @@ NodeGroups::Place NodeGroups::At(std::size_t row) const {
 }
 
 void NodeGroups::Toggle(TimelinePatch& patch) {
-    for (GroupPatch& part : patch.groups) Toggle(part);
+    for (GroupPatch& part : patch.groups) ToggleGroup(part);
     if (patch.order) std::swap(order_, *patch.order);
     if (patch.others) std::swap(others_, *patch.others);
     CountRows();
-}
-
-void NodeGroups::Toggle(GroupPatch& patch) {
-    std::vector<GroupNode>& nodes = patch.group->nodes;
-    patch.group->nodeBytes += TextBytesOf(patch.put);
-    if (patch.takeAt == patch.putAt) {
-        for (std::size_t i = 0; i < patch.put.size(); ++i)
-            std::swap(nodes[patch.putAt[i]], patch.put[i]);
-    } else {
-        std::vector<GroupNode> taken = TakeOut(nodes, patch.takeAt);
-        PutIn(nodes, patch.putAt, patch.put);
-        patch.put = std::move(taken);
-        std::swap(patch.takeAt, patch.putAt);
-    }
-    patch.group->nodeBytes -= TextBytesOf(patch.put);
 }
 
 void NodeGroups::CountRows() {

@@ -86,7 +86,6 @@ class NodeGroups {
     void Toggle(TimelinePatch& patch);
 
    private:
-    void Toggle(GroupPatch& patch);
     void CountRows();
 
     GroupOrder order_;

@@ -36,7 +36,7 @@ class PatchBuilder {
 
     /// A node on its way to another group.
     struct Moved {
-        const TimeNode* node;
+        const TimeNode* node = nullptr;
         GroupNode stored;
     };
     using Key = std::tuple<std::int64_t, const GroupName*, const GroupName*>;

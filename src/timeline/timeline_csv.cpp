@@ -141,7 +141,8 @@ std::string Written(const TimeNode& node, TimelineColumn column) {
 
 /// Quoted where it has to be; blanks at its ends would go with some programs.
 std::string Quoted(std::string_view text) {
-    const bool isPlain = text.find_first_of("\",;\t\r\n") == text.npos && Trimmed(text) == text;
+    const bool isPlain =
+        text.find_first_of("\",;\t\r\n") == std::string_view::npos && Trimmed(text) == text;
     if (isPlain) return std::string(text);
     std::string quoted = "\"";
     for (const char character : text) quoted.append(character == '"' ? 2 : 1, character);

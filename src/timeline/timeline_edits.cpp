@@ -21,11 +21,11 @@ void VisitChosen(const TimelineDocument& document, ChosenNodes chosen, Visit vis
 }
 
 /// The time, moved; none when it would not be one.
-std::optional<std::int64_t> Moved(std::int64_t time, std::int64_t by) {
+std::optional<std::int64_t> Moved(std::int64_t time, std::int64_t distance) {
     constexpr std::int64_t kLatest = std::numeric_limits<std::int64_t>::max();
-    if (by > 0 && time > kLatest - by) return std::nullopt;
-    if (by < 0 && time < 0) return std::nullopt;
-    const std::int64_t moved = time + by;
+    if (distance > 0 && time > kLatest - distance) return std::nullopt;
+    if (distance < 0 && time < 0) return std::nullopt;
+    const std::int64_t moved = time + distance;
     if (moved < 0) return std::nullopt;
     return moved;
 }
@@ -117,10 +117,10 @@ const NodeGroup* FindGroup(const GroupOrder& order, const VideoKey& video) {
     return found == order.end() ? nullptr : found->get();
 }
 
-NodeIds CopyVideo(TimelineDocument& document, const VideoKey& from, const VideoKey& to) {
-    const NodeGroup* group = FindGroup(document.Order(), from);
+NodeIds CopyVideo(TimelineDocument& document, const VideoKey& source, const VideoKey& target) {
+    const NodeGroup* group = FindGroup(document.Order(), source);
     if (group == nullptr) return {};
-    return document.Apply({{}, {}, NodesFor(*group, to)});
+    return document.Apply({{}, {}, NodesFor(*group, target)});
 }
 
 NodeIds MergeGroups(TimelineDocument& document, const std::vector<MergedGroup>& groups) {

@@ -45,7 +45,7 @@ void ChangeNodes(TimelineDocument& document, ChosenNodes chosen, const CommonVal
 [[nodiscard]] const NodeGroup* FindGroup(const GroupOrder& order, const VideoKey& video);
 
 /// Adds copies of one video's nodes to another one; says their numbers.
-NodeIds CopyVideo(TimelineDocument& document, const VideoKey& from, const VideoKey& to);
+NodeIds CopyVideo(TimelineDocument& document, const VideoKey& source, const VideoKey& target);
 
 /// A group of another timeline, and the video here that it is for.
 struct MergedGroup {

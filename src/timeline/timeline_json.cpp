@@ -49,7 +49,7 @@ void Assign(const Json::Value& json, std::string& text) {
     const char* end = nullptr;
     json.getString(&begin, &end);
     const std::string_view bytes(begin, static_cast<std::size_t>(end - begin));
-    const bool isPlain = std::ranges::all_of(bytes, [](char c) { return c >= 0; });
+    const bool isPlain = std::ranges::all_of(bytes, [](char byte) { return byte >= 0; });
     if (isPlain)
         text.assign(bytes);
     else
@@ -111,7 +111,9 @@ void TakeMembers(const Json::Value& object, OtherKeys& others, TakeMember take) 
 
 /// Most commands are written as they are kept.
 void NormalizeCommand(std::string& command) {
-    const auto isKept = [](char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F'); };
+    const auto isKept = [](char byte) {
+        return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'F');
+    };
     if (std::ranges::all_of(command, isKept)) return;
     if (auto normalized = NormalizedHexCommand(command)) command = *std::move(normalized);
 }
@@ -288,7 +290,9 @@ std::string TestText(const TimeNode& node) {
 }
 
 std::size_t JsonBytes(std::string_view text) {
-    const auto isPlain = [](char c) { return c >= ' ' && c < '\x7F' && c != '"' && c != '\\'; };
+    const auto isPlain = [](char byte) {
+        return byte >= ' ' && byte < '\x7F' && byte != '"' && byte != '\\';
+    };
     if (std::ranges::all_of(text, isPlain)) return text.size() + kQuotes;
     return TextBytes(Json::Value(std::string(text)));
 }
