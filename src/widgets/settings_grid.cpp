@@ -8,6 +8,7 @@
 
 #include <algorithm>
 
+#include "base/filter_text.h"
 #include "widgets/fonts.h"
 #include "widgets/grid_properties.h"
 #include "widgets/settings_grid_titles.h"
@@ -225,7 +226,7 @@ void SettingsGrid::SetEmptyText(const wxString& text) {
 }
 
 int SettingsGrid::Filter(const wxString& text) {
-    const std::string wanted = FilterForm(text);
+    const std::string wanted = FilterForm(FromWx(text));
     if (wanted == filter_) return found_;
     const bool settled = KeepsEdit(wanted) || grid_->CommitChangesFromEditor();
     if (const wxPGProperty* chosen = grid_->GetSelection()) chosen_ = chosen->GetName();

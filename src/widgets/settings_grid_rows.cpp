@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/filter_text.h"
 #include "base/hex_command.h"
 #include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
@@ -10,14 +11,6 @@
 namespace sontaro {
 
 namespace {
-
-constexpr const char* kBlanks = " \t　";  // the last one is as wide as a Chinese letter
-
-std::string LowerCase(std::string text) {
-    for (char& letter : text)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    return text;
-}
 
 /// The headings that a row stands under, its name, and what stands beside it, which is no text for
 /// a check box.
@@ -45,13 +38,6 @@ struct SettingsGridRows::Filter {
     const wxPGProperty* kept = nullptr;
     int found = 0;
 };
-
-std::string FilterForm(const wxString& text) {
-    const wxString blanks = wxString::FromUTF8(kBlanks);
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == wxString::npos) return {};
-    return LowerCase(FromWx(text.substr(first, text.find_last_not_of(blanks) - first + 1)));
-}
 
 RowPlace& SettingsGridRows::PlaceOf(const wxPGProperty& property) {
     return *static_cast<RowPlace*>(property.GetClientData());

@@ -72,7 +72,4 @@ class SettingsGridRows : public wxPropertyGrid {
     static bool NarrowGroup(wxPGProperty& group, Filter& filter);
 };
 
-/// The form in which texts are compared: letters in lower case, no blanks at the ends.
-[[nodiscard]] std::string FilterForm(const wxString& text);
-
 }  // namespace sontaro
