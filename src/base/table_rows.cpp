@@ -15,6 +15,11 @@ std::optional<std::size_t> TableRows::PlaceOf(std::size_t row) const {
     return static_cast<std::size_t>(place - shown_.begin());
 }
 
+std::size_t TableRows::NearestTo(std::size_t row) const {
+    const auto place = std::ranges::lower_bound(shown_, row);
+    return std::min(static_cast<std::size_t>(place - shown_.begin()), shown_.size() - 1);
+}
+
 std::vector<std::size_t> TableRows::PlacesOf(std::vector<std::uint64_t> ids) const {
     std::ranges::sort(ids);
     std::vector<std::size_t> places;

@@ -28,6 +28,9 @@ class TableRows {
     [[nodiscard]] std::uint64_t IdAt(std::size_t place) const { return ids_[shown_[place]]; }
     /// None when the row is hidden, or there is none with that index.
     [[nodiscard]] std::optional<std::size_t> PlaceOf(std::size_t row) const;
+    /// The place of the row, or of the first one behind it that is shown, or of the last one. There
+    /// is a row.
+    [[nodiscard]] std::size_t NearestTo(std::size_t row) const;
     /// The places of the rows with these ids, as far as they are shown, in ascending order.
     [[nodiscard]] std::vector<std::size_t> PlacesOf(std::vector<std::uint64_t> ids) const;
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "widgets/clipboard.h"
+#include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 
 namespace sontaro {
@@ -25,9 +26,6 @@ constexpr ColumnHead kColumns[] = {
 };
 constexpr int kVersionColumn = static_cast<int>(DeviceColumn::kVersion);
 constexpr int kNarrowestVersion = 16;  // in characters: the player's own version at least
-
-constexpr LocalText kNotCopied = {"无法使用剪切板，没有拷贝任何内容。",
-                                  "The clipboard cannot be used, nothing has been copied."};
 
 }  // namespace
 

@@ -12,6 +12,13 @@ inline constexpr LocalText kYesText = {"是", "Yes"};
 inline constexpr LocalText kNoText = {"否", "No"};
 inline constexpr LocalText kExitQuestion = {"【真的要退出程序吗?】", "Do you really want to exit?"};
 
+inline constexpr LocalText kNothingFound = {"没有符合筛选条件的行。", "No row matches the filter."};
+inline constexpr LocalText kNotCopied = {"无法使用剪切板，没有拷贝任何内容。",
+                                         "The clipboard cannot be used, nothing has been copied."};
+
+/// Goes before what is odd.
+inline constexpr const char* kCautionMark = "⚠ ";
+
 /// Behind the text of a file filter: the system may tell capitals from small letters.
 inline constexpr const char* kJsonPatterns = "|*.JSON;*.json;*.Json";
 

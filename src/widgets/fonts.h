@@ -1,9 +1,9 @@
 // Fonts: the system's, got ready while the toolkit starts, and the one of our windows.
 #pragma once
 
-#include <thread>
+#include <wx/window.h>
 
-class wxWindow;
+#include <thread>
 
 namespace sontaro {
 
@@ -19,5 +19,10 @@ void UseLanguageFont(wxWindow& window);
 /// Average width of the Latin letters in a window's font, in pixels. What a font with Chinese
 /// characters says of itself can be the width of one of these.
 [[nodiscard]] int LetterWidth(const wxWindow& window);
+
+/// Height of a line of text in both scripts: Chinese is taller than the font itself says.
+[[nodiscard]] inline int LineHeight(const wxWindow& window) {
+    return window.GetTextExtent(wxString::FromUTF8("属性")).y;
+}
 
 }  // namespace sontaro

@@ -6,6 +6,7 @@
 #include <wx/settings.h>
 
 #include "base/row_text.h"
+#include "widgets/common_texts.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -29,8 +30,6 @@ constexpr NamedColour kColours[] = {
     {{"青色", "cyan"}, 0xFFFF00},          {{"蓝色", "blue"}, 0xFF0000},
     {{"紫色", "magenta"}, 0xFF00FF},       {{"其他...", "other..."}, kOtherColour},
 };
-
-constexpr const char* kMark = "⚠ ";  // goes before the name of a row with an odd value
 
 std::string ColourText(long value) {
     return value < 0 ? "" : ColourRowText(static_cast<std::uint32_t>(value));
@@ -140,7 +139,7 @@ std::unique_ptr<wxPGProperty> MakeByKind(const SettingsRow& row) {
 }  // namespace
 
 wxString LabelOf(const SettingsRow& row, const std::string& caution) {
-    return caution.empty() ? ToWx(row.name) : ToWx(kMark + row.name);
+    return caution.empty() ? ToWx(row.name) : ToWx(kCautionMark + row.name);
 }
 
 std::unique_ptr<wxPGProperty> MakeProperty(const SettingsRow& row) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "base/filter_text.h"
+#include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/grid_properties.h"
 #include "widgets/settings_grid_titles.h"
@@ -18,22 +19,14 @@ namespace sontaro {
 
 namespace {
 
-constexpr const char* kChineseText = "属性";
 constexpr int kFirstColumn = 235;  // device-independent pixels
 constexpr int kFirstColumnCharacters = 30;
 constexpr int kLeastSecondColumn = 160;
 constexpr int kLeastHeight = 120;
 constexpr int kHelpLines = 3;
 
-constexpr LocalText kNothingFound = {"没有符合筛选条件的行。", "No row matches the filter."};
-
 std::string CautionLine(const std::string& caution) {
     return caution.empty() ? "" : '\n' + caution;
-}
-
-/// Height of a line of text in both scripts: Chinese is taller than the font itself says.
-int LineHeight(const wxWindow& window) {
-    return window.GetTextExtent(wxString::FromUTF8(kChineseText)).y;
 }
 
 /// The first column grows with the display and with its texts.

@@ -9,6 +9,7 @@ namespace sontaro {
 namespace {
 
 constexpr const char* kWindows = "windows";
+constexpr const char* kTables = "tables";
 constexpr const char* kPlace = "place";
 constexpr const char* kColumns = "columns";
 constexpr const char* kUnit = "characterWidth";  // what was measured with another font is of no use
@@ -18,6 +19,17 @@ bool IsNumbers(const Json::Value& list, Json::ArrayIndex count) {
     return list.isArray() && list.size() == count &&
            std::all_of(list.begin(), list.end(),
                        [](const Json::Value& number) { return number.isInt(); });
+}
+
+/// Writes `entry` under `name` among those of `group`.
+void Keep(JsonFile& preferences, const char* group, const std::string& name,
+          const Json::Value& entry) {
+    const Status written = preferences.Update([&](Json::Value& root) {
+        Json::Value& entries = root[group];
+        if (!entries.isObject()) entries = Json::Value(Json::objectValue);
+        entries[name] = entry;
+    });
+    static_cast<void>(written);
 }
 
 void RestoreColumns(wxListCtrl& list, const Json::Value& widths) {
@@ -58,12 +70,30 @@ void RememberWindow(const wxTopLevelWindow& window, const wxListCtrl* list, cons
         entry[kPlace].append(number);
     for (int column = 0; list && column < list->GetColumnCount(); ++column)
         entry[kColumns].append(list->GetColumnWidth(column));
-    const Status written = preferences.Update([&](Json::Value& root) {
-        Json::Value& windows = root[kWindows];
-        if (!windows.isObject()) windows = Json::Value(Json::objectValue);
-        windows[name] = entry;
-    });
-    static_cast<void>(written);
+    Keep(preferences, kWindows, name, entry);
+}
+
+std::vector<int> RememberedWidths(const wxWindow& window, std::size_t count,
+                                  const std::string& name, const JsonFile& preferences) {
+    const Json::Value& tables = preferences.Root()[kTables];
+    if (!tables.isObject() || !tables[name].isObject()) return {};
+    const Json::Value& entry = tables[name];
+    const Json::Value& columns = entry[kColumns];
+    if (entry[kUnit] != window.GetCharWidth() ||
+        !IsNumbers(columns, static_cast<Json::ArrayIndex>(count)))
+        return {};
+    std::vector<int> widths;
+    for (const Json::Value& width : columns) widths.push_back(width.asInt());
+    const bool isSound = std::ranges::all_of(widths, [](int width) { return width > 0; });
+    return isSound ? widths : std::vector<int>();
+}
+
+void RememberWidths(const wxWindow& window, const std::vector<int>& widths, const std::string& name,
+                    JsonFile& preferences) {
+    Json::Value entry;
+    entry[kUnit] = window.GetCharWidth();
+    for (const int width : widths) entry[kColumns].append(width);
+    Keep(preferences, kTables, name, entry);
 }
 
 }  // namespace sontaro

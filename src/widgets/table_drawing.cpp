@@ -1,0 +1,180 @@
+#include "widgets/table_drawing.h"
+
+#include <wx/control.h>
+#include <wx/renderer.h>
+#include <wx/settings.h>
+#include <wx/textwrapper.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "widgets/common_texts.h"
+#include "widgets/fonts.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr double kLineShare = 0.16;          // of the text's colour, in the lines between cells
+constexpr double kChosenShare = 0.35;        // of the highlight, where the keyboard is elsewhere
+constexpr std::size_t kLongestDrawn = 1000;  // in characters: wider than any screen
+constexpr std::size_t kLeastDigits = 3;
+
+// For the toolkit's renderer, which takes them as int.
+constexpr int kPressed{wxCONTROL_PRESSED};
+constexpr int kDisabled{wxCONTROL_DISABLED};
+constexpr int kTicked{wxCONTROL_CHECKED};
+constexpr int kHalfTicked{wxCONTROL_UNDETERMINED};
+
+wxColour Colour(wxSystemColour name) { return wxSystemSettings::GetColour(name); }
+
+/// `share` of one colour in another.
+wxColour Mix(const wxColour& one, const wxColour& other, double share) {
+    const auto mixed = [&](unsigned char a, unsigned char b) {
+        return static_cast<unsigned char>(std::lround(share * a + (1 - share) * b));
+    };
+    return {mixed(one.Red(), other.Red()), mixed(one.Green(), other.Green()),
+            mixed(one.Blue(), other.Blue())};
+}
+
+/// Breaks a text into lines.
+class Lines : public wxTextWrapper {
+   public:
+    Lines(wxWindow& window, const wxString& text, int width) { Wrap(&window, text, width); }
+    [[nodiscard]] const wxString& Text() const { return text_; }
+
+   private:
+    void OnOutputLine(const wxString& line) override { text_ += line; }
+    void OnNewLine() override { text_ += '\n'; }
+
+    wxString text_;
+};
+
+}  // namespace
+
+wxColour TableDrawing::LineColour() {
+    return Mix(Colour(wxSYS_COLOUR_WINDOWTEXT), Colour(wxSYS_COLOUR_WINDOW), kLineShare);
+}
+
+int TableDrawing::RowHeight() const {
+    const int box = wxRendererNative::Get().GetCheckBoxSize(&window_).y;
+    return std::max(LineHeight(window_) + window_.FromDIP(8), box + window_.FromDIP(4));
+}
+
+int TableDrawing::HeaderHeight() const { return RowHeight() + window_.FromDIP(4); }
+
+int TableDrawing::ColumnWidth(int characters, const wxString& caption) const {
+    const int letters = characters * LetterWidth(window_);
+    return std::max(letters, window_.GetTextExtent(caption).x) + 2 * Space() + 1;
+}
+
+int TableDrawing::LabelWidth(std::size_t rows) const {
+    const std::size_t digits = std::max(kLeastDigits, std::to_string(rows).size());
+    return wxRendererNative::Get().GetCheckBoxSize(&window_).x + MarkWidth() +
+           window_.GetTextExtent(wxString('0', digits)).x + 4 * Space();
+}
+
+int TableDrawing::WidthOf(const wxString& text, CellKind kind) const {
+    const int frame = kind == CellKind::kButton ? 6 * Space() : 2 * Space() + 1;
+    return window_.GetTextExtent(text.substr(0, kLongestDrawn)).x + frame;
+}
+
+int TableDrawing::MarkWidth() const { return window_.GetTextExtent(ToWx(kCautionMark)).x; }
+
+void TableDrawing::Cell(wxDC& dc, const wxRect& area, const CellLook& look) const {
+    wxColour ground = Colour(wxSYS_COLOUR_WINDOW);
+    wxColour ink = Colour(wxSYS_COLOUR_WINDOWTEXT);
+    if (look.chosen && window_.HasFocus()) {
+        ground = Colour(wxSYS_COLOUR_HIGHLIGHT);
+        ink = Colour(wxSYS_COLOUR_HIGHLIGHTTEXT);
+    } else if (look.chosen) {
+        ground = Mix(Colour(wxSYS_COLOUR_HIGHLIGHT), ground, kChosenShare);
+    }
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(ground);
+    dc.DrawRectangle(area);
+    int alignment = look.kind == CellKind::kNumber ? wxALIGN_RIGHT : wxALIGN_LEFT;
+    if (look.kind == CellKind::kButton && !look.text.empty()) {
+        wxRendererNative::Get().DrawPushButton(&window_, dc, wxRect(area).Deflate(1),
+                                               look.pressed ? kPressed : 0);
+        ink = Colour(wxSYS_COLOUR_BTNTEXT);
+        alignment = wxALIGN_CENTRE_HORIZONTAL;
+    }
+    dc.SetTextForeground(ink);
+    Text(dc, area, look.text, alignment);
+}
+
+void TableDrawing::Cursor(wxDC& dc, const wxRect& area, bool chosen) const {
+    if (!window_.HasFocus()) return;
+    dc.SetPen(wxPen(Colour(chosen ? wxSYS_COLOUR_HIGHLIGHTTEXT : wxSYS_COLOUR_WINDOWTEXT), 1,
+                    wxPENSTYLE_DOT));
+    dc.SetBrush(*wxTRANSPARENT_BRUSH);
+    dc.DrawRectangle(wxRect(area).Deflate(window_.FromDIP(1)));
+}
+
+void TableDrawing::RowLabel(wxDC& dc, const wxRect& area, std::size_t number, bool ticked,
+                            bool marked) const {
+    Header(dc, area);
+    TickBox(dc, area, ticked ? kTicked : 0);
+    const int box = wxRendererNative::Get().GetCheckBoxSize(&window_).x + Space();
+    const wxRect rest(area.x + box, area.y, area.width - box, area.height);
+    if (marked) Text(dc, rest, ToWx(kCautionMark), wxALIGN_LEFT);
+    Text(dc, rest, std::to_string(number), wxALIGN_RIGHT);
+}
+
+void TableDrawing::ColumnLabel(wxDC& dc, const wxRect& area, const wxString& caption,
+                               CellKind kind) const {
+    constexpr int kAlignments[] = {wxALIGN_LEFT, wxALIGN_RIGHT, wxALIGN_CENTRE_HORIZONTAL};
+    Header(dc, area);
+    Text(dc, area, caption, kAlignments[static_cast<int>(kind)]);
+}
+
+void TableDrawing::Corner(wxDC& dc, const wxRect& area, Ticks ticks, bool enabled) const {
+    Header(dc, area);
+    int flags = enabled ? 0 : kDisabled;
+    if (ticks == Ticks::kAll) flags |= kTicked;
+    if (ticks == Ticks::kSome) flags |= kHalfTicked;
+    TickBox(dc, area, flags);
+}
+
+void TableDrawing::Message(wxDC& dc, const wxRect& area, const wxString& text) const {
+    const int border = window_.FromDIP(16);
+    dc.SetBackground(Colour(wxSYS_COLOUR_WINDOW));
+    dc.Clear();
+    dc.SetFont(window_.GetFont());
+    dc.SetTextForeground(Colour(wxSYS_COLOUR_WINDOWTEXT));
+    dc.DrawLabel(Lines(window_, text, area.width - 2 * border).Text(), area, wxALIGN_CENTRE);
+}
+
+/// The ground of a label, with a line to its right and one below.
+void TableDrawing::Header(wxDC& dc, const wxRect& area) const {
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(Colour(wxSYS_COLOUR_BTNFACE));
+    dc.DrawRectangle(area);
+    dc.SetPen(LineColour());
+    dc.DrawLine(area.GetTopRight(), area.GetBottomRight() + wxPoint(0, 1));
+    dc.DrawLine(area.GetBottomLeft(), area.GetBottomRight() + wxPoint(1, 0));
+    dc.SetTextForeground(Colour(wxSYS_COLOUR_BTNTEXT));
+}
+
+void TableDrawing::Text(wxDC& dc, wxRect area, const wxString& text, int alignment) const {
+    area.Deflate(Space(), 0);
+    if (text.empty() || area.width <= 0) return;
+    dc.SetFont(window_.GetFont());
+    dc.SetBackgroundMode(wxBRUSHSTYLE_TRANSPARENT);
+    wxString shown = text.substr(0, kLongestDrawn);
+    if (dc.GetTextExtent(shown).x > area.width)
+        shown =
+            wxControl::Ellipsize(shown, dc, wxELLIPSIZE_END, area.width, wxELLIPSIZE_FLAGS_NONE);
+    const wxDCClipper clip(dc, area);
+    dc.DrawLabel(shown, area, alignment | wxALIGN_CENTRE_VERTICAL);
+}
+
+void TableDrawing::TickBox(wxDC& dc, const wxRect& area, int flags) const {
+    const wxSize size = wxRendererNative::Get().GetCheckBoxSize(&window_);
+    const wxRect box({area.x + Space(), area.y + (area.height - size.y) / 2}, size);
+    wxRendererNative::Get().DrawCheckBox(&window_, dc, box, flags);
+}
+
+}  // namespace sontaro
