@@ -34,4 +34,8 @@ namespace sontaro::bench {
 /// building the rows. Needs the toolkit.
 [[nodiscard]] std::vector<Figure> SettingsGrids();
 
+/// A table of 65,000 rows: what opening it takes beyond one that fills the window, and a row that
+/// comes beyond the redraw; against sorting as many records. Needs the toolkit.
+[[nodiscard]] std::vector<Figure> Tables();
+
 }  // namespace sontaro::bench

@@ -35,6 +35,7 @@ int Run(const char* path) {
     for (const Figure& figure : StartUp()) Show(figures, figure);
     const Toolkit toolkit;
     for (const Figure& figure : SettingsGrids()) Show(figures, figure);
+    for (const Figure& figure : Tables()) Show(figures, figure);
     Show(figures, MessageRoundTrip());
     if (!Write(figures, path)) {
         fmt::print(stderr, "cannot write {}\n", path);

@@ -38,6 +38,11 @@ wxColour Mix(const wxColour& one, const wxColour& other, double share) {
             mixed(one.Blue(), other.Blue())};
 }
 
+/// The toolkit makes its font anew with every setting, whether or not it is another.
+void SetInk(wxDC& dc, const wxColour& colour) {
+    if (dc.GetTextForeground() != colour) dc.SetTextForeground(colour);
+}
+
 /// Breaks a text into lines.
 class Lines : public wxTextWrapper {
    public:
@@ -101,7 +106,7 @@ void TableDrawing::Cell(wxDC& dc, const wxRect& area, const CellLook& look) cons
         ink = Colour(wxSYS_COLOUR_BTNTEXT);
         alignment = wxALIGN_CENTRE_HORIZONTAL;
     }
-    dc.SetTextForeground(ink);
+    SetInk(dc, ink);
     Text(dc, area, look.text, alignment);
 }
 
@@ -155,20 +160,24 @@ void TableDrawing::Header(wxDC& dc, const wxRect& area) const {
     dc.SetPen(LineColour());
     dc.DrawLine(area.GetTopRight(), area.GetBottomRight() + wxPoint(0, 1));
     dc.DrawLine(area.GetBottomLeft(), area.GetBottomRight() + wxPoint(1, 0));
-    dc.SetTextForeground(Colour(wxSYS_COLOUR_BTNTEXT));
+    SetInk(dc, Colour(wxSYS_COLOUR_BTNTEXT));
 }
 
 void TableDrawing::Text(wxDC& dc, wxRect area, const wxString& text, int alignment) const {
     area.Deflate(Space(), 0);
     if (text.empty() || area.width <= 0) return;
-    dc.SetFont(window_.GetFont());
-    dc.SetBackgroundMode(wxBRUSHSTYLE_TRANSPARENT);
+    if (dc.GetFont() != window_.GetFont()) dc.SetFont(window_.GetFont());
     wxString shown = text.substr(0, kLongestDrawn);
-    if (dc.GetTextExtent(shown).x > area.width)
+    wxSize size = dc.GetTextExtent(shown);
+    if (size.x > area.width) {
         shown =
             wxControl::Ellipsize(shown, dc, wxELLIPSIZE_END, area.width, wxELLIPSIZE_FLAGS_NONE);
-    const wxDCClipper clip(dc, area);
-    dc.DrawLabel(shown, area, alignment | wxALIGN_CENTRE_VERTICAL);
+        size = dc.GetTextExtent(shown);
+    }
+    const int rest = std::max(0, area.width - size.x);
+    if (alignment == wxALIGN_RIGHT) area.x += rest;
+    if (alignment == wxALIGN_CENTRE_HORIZONTAL) area.x += rest / 2;
+    dc.DrawText(shown, area.x, area.y + (area.height - size.y) / 2);
 }
 
 void TableDrawing::TickBox(wxDC& dc, const wxRect& area, int flags) const {
