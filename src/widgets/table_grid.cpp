@@ -162,6 +162,7 @@ TableGrid::Choice TableGrid::CurrentChoice() const {
 
 void TableGrid::ShowRows(const Choice& choice) {
     updating_ = true;
+    EndPress();
     hovered_ = wxGridNoCellCoords;
     tickedFrom_ = 0;
     const int column = std::max(0, GetGridCursorCol());

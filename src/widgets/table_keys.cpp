@@ -31,27 +31,27 @@ void TableGrid::BindMouse() {
 }
 
 void TableGrid::OnKey(wxKeyEvent& event) {
+    // Without rows the toolkit would move to one all the same.
+    const bool moves = event.IsKeyInCategory(WXK_CATEGORY_NAVIGATION);
+    if (moves && rows_.Count() == 0) return;
     if (!HandleKey(event)) event.Skip();
 }
 
 bool TableGrid::HandleKey(const wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     const bool withShift = event.ShiftDown();
-    if (event.GetModifiers() == wxMOD_CONTROL) return HandleShortcut(key);
-    if (event.HasModifiers()) return false;
+    const bool toAnEnd = event.IsKeyInCategory(WXK_CATEGORY_JUMP);
+    if (event.GetModifiers() == wxMOD_CONTROL && !toAnEnd) return HandleShortcut(key);
+    if (event.HasModifiers() && !toAnEnd) return false;
     switch (key) {
         case WXK_TAB:
             GetParent()->Navigate(withShift ? wxNavigationKeyEvent::IsBackward
                                             : wxNavigationKeyEvent::IsForward);
             break;
         case WXK_HOME:
-        case WXK_NUMPAD_HOME:
-            if (rows_.Count() > 0) MoveCursorUpBlock(withShift);
-            break;
+        case WXK_NUMPAD_HOME: MoveCursorUpBlock(withShift); break;
         case WXK_END:
-        case WXK_NUMPAD_END:
-            if (rows_.Count() > 0) MoveCursorDownBlock(withShift);
-            break;
+        case WXK_NUMPAD_END: MoveCursorDownBlock(withShift); break;
         case WXK_SPACE:
             if (IsButton(GetGridCursorCoords()))
                 Press(GetGridCursorCoords());

@@ -224,7 +224,7 @@ TEST_F(TableWindow, ReportsWhatIsToBeDone) {
     for (const int key :
          {WXK_RETURN, WXK_SPACE, WXK_HOME, WXK_END, WXK_DOWN, WXK_RIGHT, WXK_PAGEDOWN, WXK_INSERT})
         Key(key);
-    for (const int key : {'A', 'C'}) Key(key, wxMOD_CONTROL);
+    for (const int key : {int{'A'}, int{'C'}, int{WXK_END}, int{WXK_DOWN}}) Key(key, wxMOD_CONTROL);
     EXPECT_THAT(Told(), ElementsAre("insert"));
     EXPECT_THAT(table->ChosenRows(), IsEmpty());
 }
