@@ -272,7 +272,7 @@ void CPlayerControl::AddType(const std::string& name) {
 
 void CPlayerControl::DeleteType() {
     const SettingsGroup* group = grid_->ChosenGroup();
-    run_.DeleteType(group ? std::optional(ChosenInGrid{group->key, !grid_->ChosenRow()})
+    run_.DeleteType(group ? std::optional(ChosenInGrid{group->key, grid_->ChosenRow() == nullptr})
                           : std::nullopt);
 }
 

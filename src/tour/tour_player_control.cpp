@@ -24,12 +24,13 @@ Control* InDialog(int id) {
 bool MayUpload() {
     const wxWindow* ok = InDialog(wxID_OK);
     const auto* grid = InDialog<wxPropertyGrid>(kPlayerControlGrid);
-    return ok && ok->IsEnabled() && grid && grid->GetPropertyByName("Players/0/VideoType/0");
+    return ok != nullptr && ok->IsEnabled() && grid != nullptr &&
+           grid->GetPropertyByName("Players/0/VideoType/0") != nullptr;
 }
 
 bool HasPlayers(unsigned count) {
     const auto* players = InDialog<wxListBox>(kControlledPlayers);
-    return players && players->GetCount() == count;
+    return players != nullptr && players->GetCount() == count;
 }
 
 /// The first category of the first screen.
@@ -86,7 +87,7 @@ void TourPlayerControl::AddType() {
     const auto isTaken = [] {
         const auto* grid = InDialog<wxPropertyGrid>(kPlayerControlGrid);
         const wxPGProperty* row = grid ? grid->GetSelection() : nullptr;
-        return row && row->GetValueAsString() == kTaken;
+        return row != nullptr && row->GetValueAsString() == kTaken;
     };
     Step(TypeCommand, isTaken, "typed a command: it is taken as bytes");
 }

@@ -100,7 +100,7 @@ void SettingsGrid::Reject(const wxString& name, const EditAnswer& answer) {
 void SettingsGrid::Refuse(const wxString& name, const std::string& reason) {
     const auto isTyped = [&] {
         const wxPGProperty* chosen = grid_->GetSelection();
-        return chosen && chosen->GetName() == name && grid_->IsEditorsValueModified() &&
+        return chosen != nullptr && chosen->GetName() == name && grid_->IsEditorsValueModified() &&
                grid_->GetEditorTextCtrl() != nullptr;
     };
     wxPGProperty* property = PropertyNamed(name);
