@@ -13,14 +13,16 @@ struct Csv : testing::Test {
     Csv() { document.Insert({0, "t", "show", 1000, 0, "", 0, "A5"}); }
     static constexpr const char* kHeaders =
         "Player,Type,Video,Time(S),Port,IP,Peer port,Command\r\n";
+    static std::string Trouble(CsvTrouble::Kind kind, const std::string& where) {
+        return fmt::format("{} {}", static_cast<int>(kind), where);
+    }
     static std::string Trouble(const std::string& text) {
         const auto read = ReadTimelineCsv(text);
-        const auto* trouble = std::get_if<CsvTrouble>(&read);
-        return trouble ? fmt::format("{} {}:{} {}", static_cast<int>(trouble->kind), trouble->line,
-                                     trouble->column, trouble->text)
-                       : "";
+        const auto* found = std::get_if<CsvTrouble>(&read);
+        return found ? Trouble(found->kind,
+                               fmt::format("{}:{} {}", found->line, found->column, found->text))
+                     : "";
     }
-    static std::string TroubleOf(const std::string& row) { return Trouble(kHeaders + row); }
     std::vector<TimeNode> NodesOf(const std::string& text) {
         auto read = ReadTimelineCsv(text);
         EXPECT_TRUE(std::holds_alternative<std::vector<TimeNode>>(read)) << Trouble(text);
@@ -59,26 +61,23 @@ TEST_F(Csv, IsReadInTheFormsOfOtherPrograms) {
 
 TEST_F(Csv, NamesLineAndColumnOfWhatItCannotRead) {
     using enum CsvTrouble::Kind;
-    const auto at = [](CsvTrouble::Kind kind, const std::string& where) {
-        return fmt::format("{} {}", static_cast<int>(kind), where);
-    };
-    EXPECT_EQ(TroubleOf("1,t,\"a\n\",1,485,,,5A\n0,t,v,1,485,,,5A"), at(kPlayer, "4:1 0"));
-    EXPECT_EQ(TroubleOf("65537,t,v,1,485,,,5A"), at(kPlayer, "2:1 65537"));
-    EXPECT_EQ(TroubleOf("1,t,v,-1,485,,,5A"), at(kTime, "2:4 -1"));
-    EXPECT_EQ(TroubleOf("1,t,v,1,COM1,,,5A"), at(kPort, "2:5 COM1"));
-    EXPECT_EQ(TroubleOf("1,t,v,1,TCP,,80,5A"), at(kAddress, "2:6 "));
-    EXPECT_EQ(TroubleOf("1,t,v,1,TCP,1.2.3.4,65536,5A"), at(kPeerPort, "2:7 65536"));
-    EXPECT_EQ(TroubleOf("1,t,v,1,485,,,5A 0"), at(kCommand, "2:8 5A 0"));
-    EXPECT_EQ(TroubleOf("1,t,v,1,485,,,"), at(kCommand, "2:8 "));
-    EXPECT_EQ(TroubleOf("1,t,v,1,TCP,,"), at(kColumns, "2:7 "));
-    EXPECT_EQ(TroubleOf("1,t,v,1,TCP,,,,x"), at(kColumns, "2:9 x"));
-    EXPECT_EQ(TroubleOf("1,t,\"v"), at(kOpenQuote, "2:3 "));
-    EXPECT_EQ(TroubleOf("1,t,\"v\"x"), at(kAfterQuote, "2:3 x"));
-    EXPECT_EQ(Trouble("Player,Type\r\n"), at(kHeader, "1:3 Video"));
-    EXPECT_EQ(TroubleOf("1,\xFF,v,1,TCP,,,"), at(kNoUtf8, "2:2 "));
-    const auto read = ReadTimelineCsv(std::string(kHeaders) + "1,t,v,x,485,,,5A");
-    EXPECT_EQ(std::get<CsvTrouble>(read).Told(),
-              "Line 2, column 4: \"x\" is no time in seconds. Nothing has been changed.");
+    const std::tuple<const char*, CsvTrouble::Kind, const char*> cases[] = {
+        {"1,t,\"a\n\",1,485,,,5A\n0,t,v,1,485,,,5A", kPlayer, "4:1 0"},
+        {"65537,t,v,1,485,,,5A", kPlayer, "2:1 65537"},
+        {"1,t,v,-1,485,,,5A", kTime, "2:4 -1"},
+        {"1,t,v,1,COM1,,,5A", kPort, "2:5 COM1"},
+        {"1,t,v,1,TCP,,80,5A", kAddress, "2:6 "},
+        {"1,t,v,1,TCP,1.2.3.4,65536,5A", kPeerPort, "2:7 65536"},
+        {"1,t,v,1,485,,,5A 0", kCommand, "2:8 5A 0"},
+        {"1,t,v,1,485,,,", kCommand, "2:8 "},
+        {"1,t,v,1,TCP,,", kColumns, "2:7 "},
+        {"1,t,v,1,TCP,,,,x", kColumns, "2:9 x"},
+        {"1,t,\"v", kOpenQuote, "2:3 "},
+        {"1,t,\"v\"x", kAfterQuote, "2:3 x"},
+        {"1,\xFF,v,1,TCP,,,", kNoUtf8, "2:2 "}};
+    for (const auto& [row, kind, where] : cases)
+        EXPECT_EQ(Trouble(kHeaders + std::string(row)), Trouble(kind, where));
+    EXPECT_EQ(Trouble("Player,Type\r\n"), Trouble(kHeader, "1:3 Video"));
 }
 
 }  // namespace

@@ -6,7 +6,6 @@ namespace sontaro::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr double kApart = 8;
 
@@ -20,11 +19,6 @@ struct Picture : testing::Test {
         group.nodes.push_back(node);
     }
     [[nodiscard]] TimelinePicture Drawn() const { return TimelinePicture(group); }
-    [[nodiscard]] std::vector<double> Pixels() const {
-        std::vector<double> pixels;
-        for (const PictureMark& mark : Drawn().Marks(window, kApart)) pixels.push_back(mark.x);
-        return pixels;
-    }
     NodeGroup group;
     TimeWindow window{0, 10, 1000};
 };
@@ -41,7 +35,6 @@ TEST_F(Picture, HasALaneForEachUsedPortInTheOrderOfTime) {
         picture.Marks(window, kApart),
         ElementsAre(PictureMark{0, 200, 0}, PictureMark{1, 100, 0}, PictureMark{1, 300, 1}));
     EXPECT_EQ(picture.NodesOf({1, 100, 0, 1}).front().id, 2U);
-    EXPECT_TRUE(TimelinePicture().Marks(window, kApart).empty());
 }
 
 TEST_F(Picture, JoinsNodesThatAreTooCloseAndCountsThem) {
@@ -51,23 +44,6 @@ TEST_F(Picture, JoinsNodesThatAreTooCloseAndCountsThem) {
     EXPECT_THAT(marks, ElementsAre(PictureMark{0, 100, 0, 4}, PictureMark{0, 120, 4, 1}));
     EXPECT_EQ(MarkOf(marks, *picture.Find(3)), &marks[0]);
     EXPECT_FALSE(picture.Find(9));
-    window.perPixel = 1;
-    window.begin = 900;
-    EXPECT_THAT(Pixels(), ElementsAre(100, 179, 300));
-}
-
-TEST_F(Picture, KeepsItsMarksTogetherWhenItIsMoved) {
-    for (std::int64_t time = 0; time < 20'000; time += 37) Add(time);
-    const TimelinePicture picture = Drawn();
-    const auto before = picture.Marks(Moved(window, -300, 20'000), kApart);
-    const auto after = picture.Marks(Moved(window, -301, 20'000), kApart);
-    const auto shown = std::ranges::find_if(before, [](const auto& mark) { return mark.x > 20; });
-    const auto same = std::ranges::find(after, shown->first, &PictureMark::first);
-    ASSERT_NE(same, after.end());
-    EXPECT_EQ(same->count, shown->count);
-    EXPECT_NEAR(same->x, shown->x - 1, 1e-6);
-    for (std::size_t i = 1; i < after.size(); ++i)
-        EXPECT_GE(after[i].x - after[i - 1].x, kApart - 1e-9);
 }
 
 TEST_F(Picture, FindsTheNearestMarkOfALane) {
@@ -81,29 +57,7 @@ TEST_F(Picture, FindsTheNearestMarkOfALane) {
     EXPECT_EQ(MarkAt(marks, 0, 117, 6), nullptr);
 }
 
-TEST_F(Picture, ZoomsAtThePointerAndStaysWithinTheVideo) {
-    const std::int64_t last = 60'000;
-    const TimeWindow whole = WholeTime(last, 1000);
-    EXPECT_GT(whole.TimeAt(1000), 60'000);
-    const TimeWindow zoomed = Zoomed(whole, 250, 0.5, last);
-    EXPECT_NEAR(zoomed.TimeAt(250), whole.TimeAt(250), 1e-6);
-    EXPECT_NEAR(zoomed.perPixel, whole.perPixel / 2, 1e-9);
-    EXPECT_EQ(Zoomed(zoomed, 900, 100, last).begin, 0);
-    EXPECT_GE(Zoomed(whole, 0, 1e-9, last).perPixel, 1);
-    EXPECT_EQ(Moved(zoomed, 1e9, last).begin, 0);
-    EXPECT_NEAR(Moved(zoomed, -1e9, last).TimeAt(1000), whole.TimeAt(1000), 1e-6);
-    const TimeWindow shown = Showing(zoomed, last, last);
-    EXPECT_LE(shown.PixelOf(60'000), 1000);
-    EXPECT_EQ(Showing(shown, last, last).begin, shown.begin);
-}
-
-TEST_F(Picture, TicksAreRoundMomentsFarEnoughApart) {
-    window = {0, 100, 1000};
-    const auto ticks = AxisTicks(window, 80);
-    ASSERT_EQ(ticks.size(), 11U);
-    EXPECT_EQ(ticks[7], (AxisTick{70'000, 700, "0:01:10"}));
-    window = {3'599'990, 0.5, 100};
-    EXPECT_THAT(AxisTicks(window, 60), ElementsAre(AxisTick{3'600'000, 20, "1:00:00"}));
+TEST_F(Picture, AxisOfTheLongestTimeHasFewTicks) {
     EXPECT_LT(AxisTicks(WholeTime(INT64_MAX, 1000), 80).size(), 14U);
 }
 
