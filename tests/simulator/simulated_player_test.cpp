@@ -6,7 +6,6 @@
 #include "base/name_list.h"
 #include "link/discovery.h"
 #include "simulator/playback.h"
-#include "simulator/player_group.h"
 #include "simulator/settings_commands.h"
 #include "support/link_surroundings.h"
 #include "support/literals.h"
@@ -64,69 +63,39 @@ TEST_F(Player, KeepsWhatItWasToldFromOneStartToTheNextOnTheSamePort) {
 
 TEST_F(Player, KeepsSettingsThatAreSavedAndReadsThemOut) {
     state.osd = "damaged";
-    for (const auto& [block, argument] :
-         {std::pair{4U, 0U}, {15U, 1U}, {16U, 1U}, {18U, 1U}, {19U, 1U}}) {
-        const std::uint32_t save = argument << 16 | block;
+    for (const std::uint32_t block : {1U, 4U, 15U, 16U, 18U, 19U, 21U, 23U}) {
+        const std::uint32_t save = (block == kBlockOsd ? 0U : 1U) << 16 | block;
         const std::string json = "{\"block\": " + std::to_string(block) + "}";
         const Answer saved = Ask(kCommandSettings, save, json);
-        EXPECT_EQ(saved.reply.header.argument, argument);
-        EXPECT_EQ(AsText(saved.reply.payload), block == 4 ? json : "");
+        EXPECT_EQ(saved.reply.header.argument, save >> 16);
+        EXPECT_EQ(AsText(saved.reply.payload), block == kBlockOsd ? json : "");
         for (const char* bad : {"{", "[1]", "7"})
             EXPECT_TRUE(Ask(kCommandSettings, save, bad).silent) << bad;
         state = *ReadState(WriteState(state));  // as by another start
         EXPECT_EQ(Read(block), json);
     }
+    EXPECT_EQ(Ask(0x103, kUpload, R"({"a":1})").reply.Serialize(),
+              Hex("5A5A5AA5 83 01 0000 0100 0100 00000000"));
 }
 
-TEST_F(Player, SpoilsSettingsAsItsFaultsHaveIt) {
+TEST_F(Player, SpoilsWhatItAnswersAsItsFaultsHaveIt) {
     for (const auto& [block, faults] : {std::pair{1U, "bad-json"},
                                         {4U, "bad-json"},
                                         {15U, "bad-json,items=9"},
-                                        {19U, "bad-json"}})
+                                        {19U, "bad-json"},
+                                        {23U, "empty-timeline"}})
         EXPECT_FALSE(ParseJson(Read(block, faults))) << block;
+    EXPECT_LT(Read(23, "changed-timeline").size(), Read(23).size());
     EXPECT_EQ((*ParseJson(Read(18, "items=5")))["CustomSettings"][0].size(), 1U + 5U);
-    EXPECT_TRUE(ParseJson(Read(4, "items=5"))->isMember("data"));
+    EXPECT_FALSE(ParseJson(AsText(Ask(10, 1, "", "bad-list").reply.payload)));
+    EXPECT_TRUE(Ask(19, 32767U << 16, "", "no-second-part").silent);
+    EXPECT_TRUE(Ask(kCommandSettings, 21, "", "unread=21").silent);
     EXPECT_TRUE(Ask(kCommandSettings, 0x10010, R"({"taken":1})", "no-ack").silent);
-    EXPECT_EQ(Read(16, "no-ack"), R"({"taken":1})");
+    EXPECT_EQ(Read(16, "no-ack,unread=21"), R"({"taken":1})");
     EXPECT_EQ(Ask(kCommandSettings, 1, "", "result=7").reply.header.argument, 7);
     EXPECT_EQ(Ask(kCommandSettings, kUpload, "{}", "result=7").reply.header.argument, 1);
-    EXPECT_FALSE(ParseFaultScript("result=65536") || ParseFaultScript("no-second-part=1"));
-}
-
-TEST_F(Player, HasEverySlotOfTheListsOfItsControlProtocol) {
-    const Json::Value document = *ParseJson(Read(1));
-    for (const auto& [section, slots, name] : {std::tuple{"VideoType", 64U, "TypeName"},
-                                               {"AudioType", 64U, "TypeName"},
-                                               {"LayOut", 64U, "LayOutName"},
-                                               {"Projector", 30U, "IP"}}) {
-        ASSERT_EQ(document[section].size(), slots) << section;
-        EXPECT_NE(document[section][0][name], "") << section;
-    }
-    EXPECT_EQ(document["Projector"][29]["Cmd"].size(), 6U);
-}
-
-TEST_F(Player, AcknowledgesAControlProtocolWithTheFlagOfItsUpload) {
-    EXPECT_EQ(Ask(0x103, kUpload, R"({"a":1})").reply.Serialize(),
-              Hex("5A5A5AA5 83 01 0000 0100 0100 00000000"));
-    EXPECT_TRUE(Ask(3, kUpload, "[1]").silent);
-    EXPECT_TRUE(Ask(3, kUpload, R"({"b":2})", "no-ack").silent);
-    state = *ReadState(WriteState(state));  // as by another start
-    EXPECT_EQ(Ask(3, 1).reply.Serialize(),
-              Hex("5A5A5AA5 83 00 0000 0100 0000 07000000 7B2262223A327D"));
-}
-
-TEST_F(Player, SendsItsDataInTwoPartsAndItsSerialBytesOneByOne) {
-    constexpr std::uint32_t kSecondPart = 32767U << 16;
-    for (const std::uint32_t part : {0U, 1U << 16, kSecondPart}) {
-        const DevicePacket reply = Ask(19, part).reply;
-        EXPECT_EQ(reply.payload.size(), kPlayerDataSize);
-        EXPECT_EQ(reply.header.argument, part >> 16);
-        EXPECT_EQ(Ask(19, part, "", "no-second-part").silent, part == kSecondPart);
-    }
-    state.serialBytes = {Hex("A501"), Hex("02")};
-    EXPECT_EQ(Ask(50, 0).reply.Serialize(), Hex("5A5A5AA5 B2 00 0000 0000 0000 02000000 A501"));
-    EXPECT_EQ(Ask(50, 0).reply.payload, Hex("02"));
-    EXPECT_TRUE(Ask(50, 0).reply.payload.empty());
+    for (const char* wrong : {"result=65536", "no-second-part=1", "unread=0"})
+        EXPECT_FALSE(ParseFaultScript(wrong)) << wrong;
 }
 
 TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
@@ -150,19 +119,6 @@ TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
         EXPECT_EQ(AsText(Ask(command, selector).reply.payload), "one.mp4?二.lay?");
 }
 
-TEST_F(Player, ServesASchemaOfTheUsersAsItIs) {
-    LineUpOptions row;
-    row.baseAddress = network.Player(0);
-    row.schema = folder / "missing";
-    EXPECT_FALSE(LineUp(row));
-    row.schema = folder.Write("schema", "{\"half\":");
-    PlayerOptions served = LineUp(row)->front();
-    served.file = folder.Write("player.json", R"({"cave":"{}"})");
-    SimulatedPlayer player(served);
-    ASSERT_TRUE(player.Start());
-    EXPECT_EQ(player.State().cave, "{\"half\":");
-}
-
 TEST_F(Player, HearsOnlyItsOwnNetwork) {
     if (test::kOnWindows) GTEST_SKIP() << "Wine's datagrams come from 127.0.0.1 alone";
     SimulatedPlayer player(options);
@@ -181,31 +137,15 @@ TEST_F(Player, HearsOnlyItsOwnNetwork) {
     EXPECT_FALSE(SimulatedPlayer(options).Start());
 }
 
-TEST_F(Player, ItsSerialPortReceivesWhatIsDueAndWhatItIsGiven) {
-    options.file.clear();
-    options.serialScript = *ParseSerialScript("# first comes last\n\n 3600 01\r\n0\ta5 01 02\n");
-    SimulatedPlayer player(options);
-    ASSERT_TRUE(player.Start());
-    EXPECT_TRUE(player.AddSerialBytes(Bytes(1023)));
-    EXPECT_FALSE(player.AddSerialBytes({}) || player.AddSerialBytes(Bytes(1024)));
-    EXPECT_EQ(player.State().serialBytes, (std::deque<Bytes>{Hex("A50102"), Bytes(1023)}));
-    for (int given = 2; given < 1000; ++given) ASSERT_TRUE(player.AddSerialBytes({1}));
-    EXPECT_FALSE(player.AddSerialBytes({1})) << "nobody fetches them";
-}
-
 TEST(SerialText, IsTakenLineByLineOrRefused) {
     const auto line = ParseSerialLine(" 2 : a5 01", 2);
     EXPECT_TRUE(line && line->player == 1U && line->bytes == Hex("A501"));
-    EXPECT_EQ(ParseSerialLine("A501", 2)->player, 0U);
     for (const char* bad : {"", ":", "A5 0", "0G", "0:A5", "3:A5", "-1:A5", "2:", "1:2:A5"})
         EXPECT_FALSE(ParseSerialLine(bad, 2)) << bad;
-    EXPECT_EQ((*ParseSerialScript("0.25 A5"))[0].time, 250ms);
-    EXPECT_TRUE(ParseSerialScript("1 " + std::string(2046, 'A')));
-    const std::string tooLong = "1 " + std::string(2048, 'A');
-    for (const auto& bad : {"A5", "-1 A5", "nan A5", "1 ", tooLong.c_str()})
-        EXPECT_EQ(ParseSerialScript(std::string("# one\n") + bad).reason(),
-                  "line 2 is not SECONDS HEX")
-            << bad;
+    EXPECT_EQ((*ParseSerialScript("# one\n\n0.25 A5"))[0].time, 250ms);
+    for (const auto& bad :
+         {std::string("A5"), std::string("nan A5"), "1 " + std::string(2048, 'A')})
+        EXPECT_FALSE(ParseSerialScript(bad)) << bad;
 }
 
 /// Uploads a control protocol with a restart, has the links closed if `asks`, and sees the link's
@@ -233,20 +173,14 @@ TEST_F(Player, ReturnsFromARestartWhetherOrNotTheLinksWereToBeClosed) {
     Restart(player);  // and is stopped on its way back
 }
 
-TEST_F(Player, IsNeitherFoundNorReachedDuringARestart) {
+TEST_F(Player, IsNotReachedDuringARestart) {
     options.faults = *ParseFaultScript("no-return");
     options.restartTime = 0ms;
     SimulatedPlayer player(options);
     ASSERT_TRUE(player.Start());
     Restart(player);
-    EXPECT_FALSE(Socket::Tcp().Connect(player.Address(), 5s));
     player.SetFaults({});
     EXPECT_FALSE(Socket::Tcp().Connect(player.Address(), 5s));
-    Socket scan = Socket::Udp();
-    ASSERT_TRUE(scan.Bind({network.Local(), 0}));
-    player.HearRequest(DiscoveryRequest(kBroadcastAddress), scan.Local());
-    scan.SendTo(AsBytes("end"), scan.Local());
-    EXPECT_EQ(ReceiveDatagram(scan), test::ToBytes("end")) << "it was found";
     ASSERT_TRUE(player.Start());
     EXPECT_TRUE(Socket::Tcp().Connect(player.Address(), 5s));
 }
