@@ -7,13 +7,6 @@
 namespace sontaro::test {
 namespace {
 
-constexpr const char* kScreens = R"({"playerNum":2,"cloudNewVideoScreenDatas":[
-    {"screenID":1,"cloudVideoTypes":[{"type":"舞曲","videoDatas":[
-        {"videoName":"霓虹之夜.mp4","videoSize":6000000000},{"videoName":"b.mp4","videoSize":7}]}]},
-    {"screenID":4,"cloudVideoTypes":[{"type":"none","videoDatas":[]}]},
-    {"screenID":0,"cloudVideoTypes":[{"type":"Ambient"}]},
-    {"screenID":1,"cloudVideoTypes":[{"type":"more","videoDatas":[{}]}]}]})";
-
 /// Screens with their categories in brackets and the videos with their sizes.
 std::string Listed(const VideoList& list) {
     std::string listed = std::to_string(list.players);
@@ -29,25 +22,23 @@ std::string Listed(const VideoList& list) {
     return listed;
 }
 
-TEST(VideoListReader, SortsTheCategoriesByTheFirstFourScreens) {
-    EXPECT_EQ(Listed(*ReadVideoList(kScreens)),
-              "2 [Ambient:] [舞曲:霓虹之夜.mp4=6000000000;b.mp4=7;more:=0;] [] []");
-}
-
-TEST(VideoListReader, TakesWhatIsThereAndOfItsType) {
+TEST(VideoListReader, SortsByTheFirstFourScreensWhatIsThereAndOfItsType) {
+    // clang-format off
     const std::pair<const char*, const char*> cases[] = {
-        {"{}", "1 [] [] [] []"},
-        {R"({"playerNum":0})", "1 [] [] [] []"},
-        {R"({"playerNum":64})", "64 [] [] [] []"},
-        {R"({"playerNum":65})", "64 [] [] [] []"},
+        {R"({"playerNum":2,"cloudNewVideoScreenDatas":[
+            {"screenID":1,"cloudVideoTypes":[{"type":"舞曲","videoDatas":[{"videoName":"b.mp4","videoSize":6000000000}]}]},
+            {"screenID":4,"cloudVideoTypes":[{"type":"none"}]},{"screenID":0,"cloudVideoTypes":[{"type":"Ambient"}]},
+            {"screenID":1,"cloudVideoTypes":[{"type":"more","videoDatas":[{}]}]}]})",
+         "2 [Ambient:] [舞曲:b.mp4=6000000000;more:=0;] [] []"},
+        {R"({"playerNum":0})", "1 [] [] [] []"}, {R"({"playerNum":65})", "64 [] [] [] []"},
         {R"({"playerNum":-1,"cloudNewVideoScreenDatas":{}})", "1 [] [] [] []"},
         {R"({"playerNum":true,"cloudNewVideoScreenDatas":[5,null]})", "1 [] [] [] []"},
         {R"({"cloudNewVideoScreenDatas":[{"screenID":-1,"cloudVideoTypes":[{"type":"x"}]},
-            {"screenID":65539,"cloudVideoTypes":[{"type":"y"},"odd"]}]})",
-         "1 [] [] [] [y:]"},
+            {"screenID":65539,"cloudVideoTypes":[{"type":"y"},"odd"]}]})", "1 [] [] [] [y:]"},
         {R"({"cloudNewVideoScreenDatas":[{"cloudVideoTypes":[{"type":5,"videoDatas":[
             {"videoName":[],"videoSize":1.5},{"videoSize":true},{"videoName":"a","videoSize":-1},7]}]}]})",
          "1 [:=0;=0;a=-1;] [] [] []"}};
+    // clang-format on
     for (const auto& [text, listed] : cases) EXPECT_EQ(Listed(*ReadVideoList(text)), listed);
 }
 
