@@ -138,12 +138,6 @@ TEST_F(SmallDocument, IsWrittenAsItWasReadWithinItsLimits) {
         R"({"Extras":[],"Halls":[],"Kind":0,"Notes":[],"Open":true,"Share":0.0,"Visitors":0})");
 }
 
-TEST_F(SmallDocument, WritesCommandsInTheirLetterCaseAndOthersAsTheyStand) {
-    Read(R"({"Halls":[{"Shows":[{"Cmd":"A50B"},{"Cmd":"A5F"},{"Cmd":"0G"}]}]})");
-    for (const char* command : {R"("Cmd":"a50b")", R"("Cmd":"A5F")", R"("Cmd":"0G")"})
-        EXPECT_THAT(Written(), testing::HasSubstr(command));
-}
-
 TEST_F(SmallDocument, TakesWhatFitsTheRowOfAKey) {
     Read(kDocument);
     // clang-format off
@@ -172,41 +166,23 @@ TEST_F(SmallDocument, TakesWhatFitsTheRowOfAKey) {
     EXPECT_FALSE(kSchema.RefusalToSend(club));
 }
 
-TEST_F(SmallDocument, ShowsANumberBesideTheChoicesAsItIsAndOffersIt) {
-    Read(R"({"Kind":7})");
-    kSchema.Clamp(club);
-    EXPECT_EQ(OnGrid(0), "Club[Open=1 ]Business[Kind=7! Share=0 Visitors=0 ]");
-    EXPECT_THAT(kSchema.RowAt(club, "Kind")->choices, testing::ElementsAre("theatre", "bar", "7"));
-    EXPECT_THAT(Written(), testing::HasSubstr(R"("Kind":7)"));
-}
-
-TEST_F(SmallDocument, ShowsOneOfItsRecordsWithItsPartsBesideItsHeadings) {
-    Read(kDocument);
-    std::array<SettingsRows, 3> grids;
-    kSchemaOf<kHall>.Show(club.halls[1], grids, "Halls/1");
-    EXPECT_EQ(Listed(grids[0]), "Hall0[Halls/1/Seats=0 ]Shows[]");
-    kSchema.Show(club, grids);
-    EXPECT_EQ(grids[0][2].key + grids[0][3].key, "#1");
-}
-
 TEST_F(SmallDocument, KeepsTheKeysOfElementsThatMove) {
     Read(kDocument);
-    club.halls[0].shows.Insert(0, {"first", "", 0});
+    Elements<Show>& shows = club.halls[0].shows;
+    shows.Insert(0, {"first", "", 0});
     EXPECT_EQ(Enter("Halls/0/Shows/1/Name", "second"), "=second");
-    EXPECT_EQ(club.halls[0].shows[2].name, "second");
-    club.halls[0].shows.Remove(1);
+    EXPECT_EQ(shows[2].name, "second");
+    shows.Remove(1);
     EXPECT_EQ(Enter("Halls/0/Shows/0/Name", "gone"), "ignored");
     EXPECT_EQ(kSchema.RowAt(club, "Halls/0/Shows/1/Name")->value, "second");
-    club.halls[0].shows.Insert(1, {});
-    EXPECT_NE(club.halls[0].shows.IdAt(0), club.halls[0].shows.IdAt(1));
+    shows.Insert(1, {});
+    EXPECT_NE(shows.IdAt(0), shows.IdAt(1));
     Read(kDocument, Source::kFile);
-    EXPECT_EQ(club.halls[0].shows.size(), 2U);
-    club.halls[0].shows.Renumber({3, 8});
-    club.halls[0].shows.InsertInOrder(5, {"between", "", 0});
-    EXPECT_EQ(club.halls[0].shows[1].name, "between");
-    club.halls[0].shows.RemoveWithId(8);
-    EXPECT_EQ(club.halls[0].shows.Find(8), nullptr);
-    EXPECT_EQ(club.halls[0].shows.Find(5)->name, "between");
+    shows.Renumber({3, 8});
+    shows.InsertInOrder(5, {"between", "", 0});
+    EXPECT_EQ(shows[1].name, "between");
+    shows.RemoveWithId(8);
+    EXPECT_EQ(shows.Find(8), nullptr);
     EXPECT_THAT(Written(), testing::Not(testing::HasSubstr("Roof")));
 }
 
