@@ -60,7 +60,8 @@ struct PlayerControlEditor : testing::Test, ExchangeBench, PlayerControlView {
     /// The names of the chosen player's types.
     std::string Types() const {
         std::string names;
-        for (const SettingsGroup& type : run.Rows()[2].groups) names += type.rows[0].value + ' ';
+        const SettingsRows rows = run.Rows();
+        for (const SettingsGroup& type : rows[2].groups) names += type.rows[0].value + ' ';
         return names;
     }
     std::string Play() const { return run.Rows()[1].rows[0].value; }
