@@ -18,12 +18,13 @@ TEST(VideoCommand, PressOfPlayHasItsBytes) {
 }
 
 TEST(VideoCommand, CarriesItsIdAndItsOwnKeyAlone) {
+    // clang-format off
     const std::pair<std::uint16_t, const char*> commands[] = {
-        {2, R"({"cmdId":2,"type":"t"})"},           {3, R"({"cmdId":3})"},
-        {6, R"({"cmdId":6,"layoutName":"t"})"},     {8, R"({"cmdId":8,"sound":"t"})"},
-        {9, R"({"cmdId":9,"play":"t"})"},           {10, R"({"cmdId":10,"playStep":"t"})"},
-        {11, R"({"cmdId":11,"playName":"t"})"},     {12, R"({"cmdId":12})"},
-        {13, R"({"cmdId":13,"usbVideoName":"t"})"}, {14, R"({"cmdId":14})"}};
+        {2, R"({"cmdId":2,"type":"t"})"}, {3, R"({"cmdId":3})"}, {6, R"({"cmdId":6,"layoutName":"t"})"},
+        {8, R"({"cmdId":8,"sound":"t"})"}, {9, R"({"cmdId":9,"play":"t"})"}, {10, R"({"cmdId":10,"playStep":"t"})"},
+        {11, R"({"cmdId":11,"playName":"t"})"}, {12, R"({"cmdId":12})"}, {13, R"({"cmdId":13,"usbVideoName":"t"})"},
+        {14, R"({"cmdId":14})"}};
+    // clang-format on
     for (const auto& [id, json] : commands) {
         const Bytes packet = *VideoCommandPacket(id, "t");
         EXPECT_EQ(DecodeHeader(packet).subCommand, id);
@@ -61,9 +62,10 @@ TEST(VideoPosition, IsShownOnlyWithinItsLimits) {
     EXPECT_EQ(position("3725", "36000"), "10% 01:02:05/10:00:00");
     EXPECT_EQ(position("199", "200"), "99% 00:03:19/00:03:20");
     EXPECT_EQ(position("2147483647", "2147483647").substr(0, 4), "100%");
-    const std::pair<const char*, const char*> bad[] = {
-        {"6", "5"},    {"0", "0"},          {"-1", "5"}, {"\"1\"", "5"},
-        {"1", "null"}, {"1", "5000000000"}, {"1.5", "5"}};
+    // clang-format off
+    const std::pair<const char*, const char*> bad[] = {{"6", "5"}, {"0", "0"}, {"-1", "5"},
+        {"\"1\"", "5"}, {"1", "null"}, {"1", "5000000000"}, {"1.5", "5"}};
+    // clang-format on
     for (const auto& [seconds, duration] : bad)
         EXPECT_EQ(position(seconds, duration), "") << seconds;
     for (const char* data : {"[1,5]", "null", "{}"}) EXPECT_FALSE(Position(data)) << data;
