@@ -13,10 +13,8 @@ namespace {
 
 TEST(HexCommand, IsNormalisedAndTurnedIntoBytesAndBack) {
     EXPECT_EQ(NormalizedHexCommand(" a5 0b\t"), "A50B");
-    EXPECT_EQ(NormalizedHexCommand("A50b", LetterCase::kLower), "a50b");
     for (const char* wrong : {"a5 0", "0G", "ABC", "0x12", "零零", "-1"})
         EXPECT_FALSE(NormalizedHexCommand(wrong)) << wrong;
-    EXPECT_TRUE(IsHexCommand("") && IsHexCommand("0a0B") && !IsHexCommand("a5 0"));
     const Bytes bytes = {0xA5, 0x00, 0x0F, 0xFF};
     EXPECT_EQ(HexCommandOf(bytes), "A5000FFF");
     EXPECT_EQ(BytesOfHexCommand(HexCommandOf(bytes, LetterCase::kLower)), bytes);
@@ -173,14 +171,6 @@ TEST_F(ControlProtocol, ShowsItsHeadingsInTheLanguageThatTheyHave) {
     EXPECT_EQ(headings,
               "Serial Configuration|Serial Control|音频控制|电音控制|Video Type|音频类别配置|");
     EXPECT_EQ(grids[4][29].rows[14].key, "Projector/29/Cmd/5/ONCmd");
-}
-
-TEST_F(ControlProtocol, FindsTheRowThatALearnedCommandGoesTo) {
-    const SettingsRows grid = ControlProtocolRows(model)[kCategoryGrid];
-    EXPECT_EQ(VideoCategoryIn(grid[0].groups[6]), 6);
-    EXPECT_FALSE(VideoCategoryIn(grid[0]) || VideoCategoryIn(grid[1].groups[6]));
-    EXPECT_EQ(EditControlProtocol(model, SwitchCommandEdit(6, "A5")).text, "A5");
-    EXPECT_EQ(model.videoTypes[6].sendCommand, "A5");
 }
 
 TEST_F(ControlProtocol, IsKnownInAFileByItsSections) {

@@ -274,20 +274,13 @@ TEST_F(Editor, LearnsIntoTheChosenCategoryAloneAndOnlyFromItsOwnPlayer) {
     EXPECT_THAT(channel.payload, testing::HasSubstr("C1"));
 }
 
-TEST_F(Editor, LosesNoEditAndNoFileToADocumentThatComesLater) {
+TEST_F(Editor, LosesNoEditToADocumentThatComesLater) {
     run->Settings().Read();
     Edit("7");
     Data(0), Data(32767), Names("a.mp4?");
     Protocol(R"({"KtvDev":{"KTVServerPort":9000,"KTVServerIP":"10.0.0.1"}})");
     EXPECT_EQ(Port() + run->Rows()[0][0].rows[1].value, "710.0.0.1");
     ExpectState(State::kChanged);
-    OpenFileWith(R"({"KtvDev":{"KTVServerPort":8}})");
-    Protocol(R"({"KtvDev":{"KTVServerPort":9000,"KTVServerIP":"10.0.0.2"}})");
-    EXPECT_EQ(Port(), "8");
-    run->Settings().SaveFile(folder / "y.JSON");
-    ControlProtocolModel kept;
-    kept.songSystem = {0, "10.0.0.2", 8};
-    EXPECT_EQ(folder.Read("y.JSON"), ControlProtocolText(kept));
 }
 
 }  // namespace

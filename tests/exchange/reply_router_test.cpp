@@ -189,11 +189,10 @@ TEST_F(Routing, RecordsHoldWhatThePlayerSentAsFarAsItFits) {
         EXPECT_EQ(RecordOf<DeviceModes>(kSetParam).mode, qualifier % 3);
     }
     EXPECT_THAT(RecordOf<DeviceModes>(kSetParam).entries[19], ElementsAre(76, 77, 78, 79));
-    EXPECT_EQ(RecordOf<DeviceModes>(kSetParam).padding[0], 0);
     Route(0xB2, 0, Hex("AA00BB"));
-    EXPECT_EQ(RecordOf<SerialData>(kUart).count, 3);
-    EXPECT_THAT(std::span(RecordOf<SerialData>(kUart).bytes).first(4),
-                ElementsAre(0xAA, 0, 0xBB, 0));
+    const SerialData& serial = RecordOf<SerialData>(kUart);
+    EXPECT_EQ(serial.count, 3);
+    EXPECT_THAT(std::span(serial.bytes).first(4), ElementsAre(0xAA, 0, 0xBB, 0));
     Route(0x94, 0x90007);
     EXPECT_EQ(LastOf(kBatchSend).lParam, 9U);
 }
@@ -221,14 +220,6 @@ TEST_F(Routing, RefusalsAndAcknowledgementsAreToldToWhoAskedThenInABox) {
         EXPECT_EQ(Route(unknown, 0, Pattern(9)), "close; ") << unknown;
     boxes = Boxes::kMuted;
     EXPECT_EQ(Route(0xC3, 1), "news 2 3 7; close; ");
-}
-
-TEST_F(Routing, BoxesAreInTheLanguageOfTheProcess) {
-    const InLanguage chinese(Language::kChinese);
-    Route(0xB4, 0x10000), Route(0xC3), Route(0x83, 1);
-    EXPECT_THAT(prompts.boxes, ElementsAre(Notice("布局已锁定，请先解锁！"),
-                                           Warning("当前版本不支持此功能,请及时更新！"),
-                                           Notice("控制协议配置完成！")));
 }
 
 TEST_F(Routing, EndOfALinkIsToldToWhoUploadsAndWhoKeepsItAlive) {

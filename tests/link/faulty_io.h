@@ -10,14 +10,9 @@ namespace sontaro::test {
 /// The platform's calls, the first one after `Arm` failing in the way that leads to `code`.
 class FaultyIo final : public LinkIo {
    public:
-    explicit FaultyIo(LinkCode code, NetworkStart start = NetworkStart::kReady)
-        : code_(code), start_(start) {}
+    explicit FaultyIo(LinkCode code) : code_(code) {}
 
     void Arm() { armed_ = true; }
-
-    NetworkStart Start() override {
-        return start_ == NetworkStart::kReady ? LinkIo::Start() : start_;
-    }
 
     WaitResult WaitToSend(AutoResetEvent& event) override {
         const WaitResult result = event.Wait();
@@ -39,7 +34,6 @@ class FaultyIo final : public LinkIo {
     bool Strikes(LinkCode code) { return code == code_ && armed_.exchange(false); }
 
     const LinkCode code_;
-    const NetworkStart start_;
     std::atomic<bool> armed_ = false;
 };
 

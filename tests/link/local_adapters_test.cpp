@@ -25,12 +25,12 @@ std::vector<LocalAdapter> Listed(const Values& values, std::vector<std::string> 
 }
 
 TEST(LocalAdapters, AreTheAssignedAddressesOfPciAndUsbDevices) {
+    // clang-format off
     const std::pair<Values, LocalAdapter> listed[] = {
         {{{"Name", "本地"}, {"PnpInstanceID", R"(PCI\VEN)"}}, {"本地", "10.0.0.9", 0}},
-        {{{"Name", "WLAN"}, {"PnpInstanceID", "USB"}, {"MediaSubType", 2U}},
-         {"WLAN", "10.0.0.9", 2}},
-        {{{"Name", "a"}, {"PnpInstanceID", "PCIP"}, {"MediaSubType", "2"}}, {"a", "10.0.0.9", 0}},
-        {{{"Name", 7U}, {"PnpInstanceID", "USB"}}, {"", "10.0.0.9", 0}}};
+        {{{"Name", "WLAN"}, {"PnpInstanceID", "USB"}, {"MediaSubType", 2U}}, {"WLAN", "10.0.0.9", 2}},
+        {{{"Name", 7U}, {"PnpInstanceID", "PCIP"}, {"MediaSubType", "2"}}, {"", "10.0.0.9", 0}}};
+    // clang-format on
     for (const auto& [values, adapter] : listed) {
         EXPECT_THAT(Listed(values, {"0.0.0.0", "10.0.0.9", "127.0.0.1"}), ElementsAre(adapter));
         EXPECT_THAT(Listed(values, {"10.0.0.9", "10.0.0.8"}), SizeIs(2));

@@ -4,7 +4,6 @@
 
 #include "link/faulty_io.h"
 #include "link/socket_native.h"
-#include "link/udp_server.h"
 #include "support/link_surroundings.h"
 
 namespace sontaro::test {
@@ -16,8 +15,8 @@ using testing::ElementsAre;
 struct TcpLink : testing::Test, LinkSurroundings {
     TcpLink() { Make(); }
 
-    void Make(LinkCode fault = {}, NetworkStart start = NetworkStart::kReady) {
-        io = std::make_shared<FaultyIo>(fault, start);
+    void Make(LinkCode fault = {}) {
+        io = std::make_shared<FaultyIo>(fault);
         link = std::make_unique<CTCPClient>("main", Services(io));
     }
     Socket ConnectTo(Listener& listener, std::uint16_t tag = 0) {
@@ -188,17 +187,6 @@ TEST_F(TcpLink, DestructionDoesNotWaitForAThreadThatWaitsForTheWindow) {
     directory.ShutDown();
     threads.Join();
     EXPECT_THAT(window.codes, ElementsAre());
-}
-
-TEST_F(TcpLink, FailureToStartTheNetworkIsShownAndLeavesLinksUsable) {
-    CUDPServer server("main",
-                      Services(std::make_shared<FaultyIo>(LinkCode{}, NetworkStart::kFailed)));
-    Make({}, NetworkStart::kWrongVersion);
-    EXPECT_THAT(prompts.boxes,
-                ElementsAre(Warning("WSAStartup err"), Warning("WSAStartup Ver err")));
-    Socket peer = ConnectTo(player);
-    ExpectExchangeWith(peer);
-    EXPECT_TRUE(server.Open(FormatIpv4(network.Local())));
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include "support/fake_player_channel.h"
 #include "support/recording_prompts.h"
-#include "support/temporary_folder.h"
 
 namespace sontaro::test {
 namespace {
@@ -74,7 +73,6 @@ struct PlayerControlEditor : testing::Test, ExchangeBench, PlayerControlView {
     std::string Log() { return std::exchange(log, "") + channel.Log(); }
     std::vector<Box> Boxes() { return std::exchange(prompts.boxes, {}); }
 
-    TemporaryFolder folder;
     std::string log;
     RecordingPrompts prompts;
     PlayerControlRun run{*this, prompts, exchange, player};
@@ -145,32 +143,6 @@ TEST_F(PlayerControlEditor, SavingBeforeTheSettingsWereReadAsks) {
                 ElementsAre(kNotThePlayers, kNotThePlayers, Notice("Changes have been saved!")));
 }
 
-TEST_F(PlayerControlEditor, UnreadableSettingsAndAListOfNoneAreAskedAboutToo) {
-    Open(), Document("[]");
-    ExpectState(State::kUnreadable);
-    run.Save();
-    run.Settings().Read(), Videos("?");
-    run.Save();
-    EXPECT_THAT(Boxes(), ElementsAre(kNotThePlayers, kNotThePlayers));
-}
-
-TEST_F(PlayerControlEditor, EditsAfterASaveFindTheirElementsInWhatIsReadAgain) {
-    ReadFrom(kDocument);
-    const std::string group = run.AddType("new").value();
-    run.DeleteType(ChosenInGrid{"Players/0/VideoType/0"});
-    prompts.answers = {true};
-    run.DeleteType(ChosenInGrid{"Players/0/VideoType/0"});
-    EXPECT_EQ(Types(), "b new ");
-    run.Save(), Confirm();
-    const std::string held = channel.payload;
-    run.Settings().Read();
-    Edit(group + "/TypeName", "x"), Edit("Players/0/VideoType/1/TypeName", "y");
-    Videos(kVideos), Document(held);
-    EXPECT_EQ(Types(), "y x ");
-    EXPECT_THAT(Boxes(),
-                ElementsAre(kDeleteQuestion, kDeleteQuestion, Notice("Changes have been saved!")));
-}
-
 TEST_F(PlayerControlEditor, AddsUpToTheLimits) {
     EXPECT_FALSE(run.AddType());
     run.AddPlayer(), run.AddPlayer(), run.AddPlayer();
@@ -189,6 +161,8 @@ TEST_F(PlayerControlEditor, DeletesWhatIsChosenOnceTheUserAgrees) {
     EXPECT_THAT(Boxes(),
                 ElementsAre(noType, Warning("Select the category to delete!"), kDeleteQuestion));
     EXPECT_EQ(Types(), "a b ");
+    Edit("Players/0/PlayerID", "6");
+    EXPECT_EQ(Log(), "players; ");
     run.AddPlayer();
     run.ChoosePlayer(0);
     prompts.answers = {true, true};
@@ -196,17 +170,6 @@ TEST_F(PlayerControlEditor, DeletesWhatIsChosenOnceTheUserAgrees) {
     EXPECT_EQ(Players(), "Player1* ");
     run.DeletePlayer();
     EXPECT_EQ(Players(), "");
-}
-
-TEST_F(PlayerControlEditor, OpensAFileOfItsOwnAndListsAPlayerAnewWhenItsNumberChanges) {
-    ReadFrom(kDocument);
-    run.Settings().OpenFile(folder.Write("x.JSON", R"({"Players":[{"PlayerID":1},{}]})"));
-    EXPECT_EQ(Players(), "Player2* Player1 ");
-    run.Settings().OpenFile(folder.Write("y.JSON", R"({"KtvDev":{}})"));
-    EXPECT_THAT(Boxes(), ElementsAre(Warning("The file holds no such settings. Nothing has been "
-                                             "changed!")));
-    Edit("Players/0/PlayerID", "6");
-    EXPECT_EQ(Players(), "Player7* Player1 ");
 }
 
 }  // namespace

@@ -1,12 +1,8 @@
 #include <gmock/gmock.h>
 
-#include <future>
-
 #include "simulator/playback.h"
 #include "simulator/settings_commands.h"
-#include "simulator/simulated_player.h"
 #include "simulator/timeline_playback.h"
-#include "support/test_network.h"
 #include "timeline/timeline_document.h"
 
 namespace sontaro::simulator {
@@ -62,25 +58,6 @@ TEST_F(PlayedTimeline, FollowsJumpsPausesNewTimelinesAndTests) {
     EXPECT_THAT(Advance(2s), ElementsAre("04", "02"));
     EXPECT_EQ(HandleRequest(state, DevicePacket::Request(3, 0x20017, R"({"cmd":"A501"})")).note,
               "test 232:0 A5 01");
-}
-
-TEST_F(PlayedTimeline, IsPrintedByARunningPlayerAsItPlays) {
-    const test::TestNetwork network;
-    std::promise<void> third;
-    PlayerOptions options;
-    options.address = network.Player(0);
-    options.state = state;
-    options.speed = 50;
-    options.printed = [&](std::string_view command) {
-        commands.emplace_back(command);
-        if (commands.size() == 3) third.set_value();
-    };
-    SimulatedPlayer player(options);
-    ASSERT_TRUE(player.Start());
-    EXPECT_EQ(third.get_future().wait_for(20s), std::future_status::ready);
-    player.Stop();
-    commands.resize(3);
-    EXPECT_THAT(commands, ElementsAre("0.000 232:0 01", "2.500 232:0 02", "0.001 232:0 03"));
 }
 
 }  // namespace

@@ -32,12 +32,12 @@ TEST_F(EnteredNode, IsRefusedForTheFirstOfItsFaults) {
     entry.command = " ";
     EXPECT_EQ(Refusal(), "IP parameters are problematic!");
     entry.ip = "0.0.0.0";
-    EXPECT_EQ(Refusal(), "Time node: There is an issue with the minute setting <60!");
-    entry.time.minutes = 59;
-    EXPECT_EQ(Refusal(), "Time node: There is an issue with the second setting <60!");
-    entry.time.seconds = 59;
-    EXPECT_EQ(Refusal(), "Time node: There is an issue with the millisecond setting <1000!");
-    entry.time.milliseconds = 999;
+    for (const auto& [part, name] : {std::pair(&ClockTime::minutes, "minute setting <60!"),
+                                     {&ClockTime::seconds, "second setting <60!"},
+                                     {&ClockTime::milliseconds, "millisecond setting <1000!"}}) {
+        EXPECT_EQ(Refusal(), std::string("Time node: There is an issue with the ") + name);
+        --(entry.time.*part);
+    }
     EXPECT_EQ(Refusal(), "Cmd not input!");
     for (const char* wrong : {"A", "A5 0", "A50G"}) {
         entry.command = wrong;
