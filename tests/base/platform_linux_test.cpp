@@ -5,7 +5,6 @@
 #include "base/file.h"
 #include "base/folders.h"
 #include "base/local_text.h"
-#include "link/local_adapters_linux.h"
 #include "support/temporary_folder.h"
 
 namespace sontaro::test {
@@ -40,25 +39,6 @@ TEST(TempFolder, IsEmptiedWithoutFollowingLinks) {
     DeleteContents(folder.Path());
     EXPECT_TRUE(fs::is_empty(folder.Path()));
     EXPECT_EQ(elsewhere.Read("precious"), "kept");
-}
-
-TEST(LocalAdapters, StandOnTheNearestBusAboveTheDevice) {
-    const TemporaryFolder root;
-    const auto addDevice = [&](const std::string& device, const std::string& bus) {
-        fs::create_directories(root / device);
-        fs::create_directories(root / ("bus/" + bus));
-        fs::create_directory_symlink(root / ("bus/" + bus), root / (device + "/subsystem"));
-    };
-    addDevice("pci0/card", "pci");
-    addDevice("pci0/card/virtio0", "virtio");
-    addDevice("pci0/card/usb1/stick", "usb");
-    addDevice("virtual/bridge", "net");
-    fs::create_directory_symlink(root / "pci0/card/usb1/stick", root / "device");
-
-    EXPECT_EQ(BusOfDevice(root / "pci0/card/virtio0"), "PCI");
-    EXPECT_EQ(BusOfDevice(root / "device"), "USB");
-    EXPECT_EQ(BusOfDevice(root / "virtual/bridge"), "");
-    EXPECT_EQ(BusOfDevice(root / "missing"), "");
 }
 
 }  // namespace

@@ -112,20 +112,15 @@ TEST_F(PlayerControl, ShowsOnePlayerInThreeGroupsAndMarksWhatIsOdd) {
 TEST_F(PlayerControl, RefusesEachTextWithItsOwnWords) {
     Take(kDocument);
     const std::string type = "Players/0/VideoType/0/";
+    // clang-format off
     const std::tuple<std::string, const char*, const char*> cases[] = {
-        {"Players/0/Play", " A5 0b ", "=a50b"},
-        {"Players/0/Play", "A50", "!input error!"},
-        {"Players/0/PlayerID", "1.5", "!input type error!"},
-        {"Players/0/PlayerID", "-1", "!input error!"},
-        {"Players/0/PlayerID", "2147483648", "!input error!"},
-        {"Players/0/VideoPlayMode", "Single Play", "=Single Play"},
-        {"Players/0/VideoPlayMode", "Never", "!input error!"},
-        {type + "ScreenEffectID", "999", "=999"},
-        {type + "ScreenEffectID", "1000", "!input error!"},
-        {type + "TypeName", "四个汉字", "=四个汉字"},
-        {type + "TypeName", "四个汉字a", "!input error!"},
-        {"Players/2/Play", "00", "ignored"},
-        {"Players/none/Play", "00", "!Select player first, then set attributes!"}};
+        {"Players/0/Play", " A5 0b ", "=a50b"}, {"Players/0/Play", "A50", "!input error!"}, {"Players/0/PlayerID", "1.5", "!input type error!"},
+        {"Players/0/PlayerID", "-1", "!input error!"}, {"Players/0/PlayerID", "2147483648", "!input error!"},
+        {"Players/0/VideoPlayMode", "Single Play", "=Single Play"}, {"Players/0/VideoPlayMode", "Never", "!input error!"},
+        {type + "ScreenEffectID", "999", "=999"}, {type + "ScreenEffectID", "1000", "!input error!"},
+        {type + "TypeName", "四个汉字", "=四个汉字"}, {type + "TypeName", "四个汉字a", "!input error!"},
+        {"Players/2/Play", "00", "ignored"}, {"Players/none/Play", "00", "!Select player first, then set attributes!"}};
+    // clang-format on
     for (const auto& [key, text, answer] : cases)
         EXPECT_EQ(Enter(key, text), answer) << key << ' ' << text;
     EXPECT_THAT(Written(), HasSubstr(R"("VideoPlayMode":4)"));

@@ -79,12 +79,9 @@ TEST_F(Player, KeepsSettingsThatAreSavedAndReadsThemOut) {
 }
 
 TEST_F(Player, SpoilsWhatItAnswersAsItsFaultsHaveIt) {
-    for (const auto& [block, faults] : {std::pair{1U, "bad-json"},
-                                        {4U, "bad-json"},
-                                        {15U, "bad-json,items=9"},
-                                        {19U, "bad-json"},
-                                        {23U, "empty-timeline"}})
-        EXPECT_FALSE(ParseJson(Read(block, faults))) << block;
+    for (const std::uint32_t block : {1U, 4U, 15U, 19U, 23U})
+        EXPECT_FALSE(ParseJson(Read(block, "bad-json,items=9"))) << block;
+    EXPECT_EQ(Read(23, "empty-timeline"), "");
     EXPECT_LT(Read(23, "changed-timeline").size(), Read(23).size());
     EXPECT_EQ((*ParseJson(Read(18, "items=5")))["CustomSettings"][0].size(), 1U + 5U);
     EXPECT_FALSE(ParseJson(AsText(Ask(10, 1, "", "bad-list").reply.payload)));
@@ -111,8 +108,6 @@ TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
         EXPECT_EQ(state.layout, state.layouts[i]);
     }
     for (const char* wrong : {"", "Nigh", "Night.lay", "Day"}) EXPECT_FALSE(choose(wrong)) << wrong;
-    state.layoutLocked = true;
-    EXPECT_FALSE(choose(names[1]));
     state.layouts = {"one.mp4", "二.lay"};
     state.olderNames = true;
     for (const auto& [command, selector] : {std::pair{10U, 1U}, {52U, 0U}})
@@ -135,17 +130,6 @@ TEST_F(Player, HearsOnlyItsOwnNetwork) {
     EXPECT_EQ(ReceiveDatagram(far), test::ToBytes("end")) << "the stranger was answered";
     options.address = {{10, 0, 0, 2}};
     EXPECT_FALSE(SimulatedPlayer(options).Start());
-}
-
-TEST(SerialText, IsTakenLineByLineOrRefused) {
-    const auto line = ParseSerialLine(" 2 : a5 01", 2);
-    EXPECT_TRUE(line && line->player == 1U && line->bytes == Hex("A501"));
-    for (const char* bad : {"", ":", "A5 0", "0G", "0:A5", "3:A5", "-1:A5", "2:", "1:2:A5"})
-        EXPECT_FALSE(ParseSerialLine(bad, 2)) << bad;
-    EXPECT_EQ((*ParseSerialScript("# one\n\n0.25 A5"))[0].time, 250ms);
-    for (const auto& bad :
-         {std::string("A5"), std::string("nan A5"), "1 " + std::string(2048, 'A')})
-        EXPECT_FALSE(ParseSerialScript(bad)) << bad;
 }
 
 /// Uploads a control protocol with a restart, has the links closed if `asks`, and sees the link's

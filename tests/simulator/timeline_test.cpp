@@ -16,13 +16,12 @@ using testing::IsEmpty;
 struct PlayedTimeline : testing::Test {
     PlayedTimeline() {
         state.folders = {{"t", {{"a", 10}, {"b", 10}}}};
-        document.Apply({{},
-                        {},
-                        {{0, "t", "a", 2500, 0, "", 0, "02"},
-                         {0, "t", "a", 0, 0, "", 0, "01"},
-                         {1, "t", "a", 3000, 0, "", 0, "EE"},
-                         {0, "t", "b", 1, 0, "", 0, "03"},
-                         {0, "t", "b", 60'000, 0, "", 0, "EE"}}});
+        // clang-format off
+        for (const TimeNode& node : {
+                 TimeNode{0, "t", "a", 2500, 0, "", 0, "02"}, {0, "t", "a", 0, 0, "", 0, "01"}, {1, "t", "a", 3000, 0, "", 0, "EE"},
+                 {0, "t", "b", 1, 0, "", 0, "03"}, {0, "t", "b", 60'000, 0, "", 0, "EE"}})
+            document.Insert(node);
+        // clang-format on
         state.timeline = document.Write();
     }
     std::vector<std::string> Advance(std::chrono::microseconds time) {

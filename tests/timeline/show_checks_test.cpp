@@ -66,11 +66,11 @@ TEST_F(Show, TellsPeersThatNothingCanBeSentTo) {
 TEST_F(Show, TellsValuesOutOfRangeAndNotTheLastWithin) {
     document.Insert({65'535, "t", "v", 0, 7, "", 65'535, "5A"});
     EXPECT_THAT(Check(), IsEmpty());
-    const TimeNode odd[] = {{65'536, "t", "v", 0, 7, "", 0, "5A"},
-                            {0, "t", "v", -1, 7, "", 0, "5A"},
-                            {1, "t", "v", 0, 7, "", 65'536, "5A"},
-                            {2, "t", "v", 0, 7, "", 0, "5"},
-                            {3, "t", "v", 0, 8, "", 0, "5A"}};
+    // clang-format off
+    const TimeNode odd[] = {
+        {65'536, "t", "v", 0, 7, "", 0, "5A"}, {0, "t", "v", -1, 7, "", 0, "5A"}, {1, "t", "v", 0, 7, "", 65'536, "5A"},
+        {2, "t", "v", 0, 7, "", 0, "5"}, {3, "t", "v", 0, 8, "", 0, "5A"}};
+    // clang-format on
     for (const TimeNode& node : odd) document.Insert(node);
     EXPECT_THAT(Check(),
                 testing::AllOf(SizeIs(5), Each(Field(&ShowFinding::kind, Kind::kOutOfRange))));

@@ -61,20 +61,15 @@ TEST_F(Csv, IsReadInTheFormsOfOtherPrograms) {
 
 TEST_F(Csv, NamesLineAndColumnOfWhatItCannotRead) {
     using enum CsvTrouble::Kind;
+    // clang-format off
     const std::tuple<const char*, CsvTrouble::Kind, const char*> cases[] = {
-        {"1,t,\"a\n\",1,485,,,5A\n0,t,v,1,485,,,5A", kPlayer, "4:1 0"},
-        {"65537,t,v,1,485,,,5A", kPlayer, "2:1 65537"},
-        {"1,t,v,-1,485,,,5A", kTime, "2:4 -1"},
-        {"1,t,v,1,COM1,,,5A", kPort, "2:5 COM1"},
-        {"1,t,v,1,TCP,,80,5A", kAddress, "2:6 "},
-        {"1,t,v,1,TCP,1.2.3.4,65536,5A", kPeerPort, "2:7 65536"},
-        {"1,t,v,1,485,,,5A 0", kCommand, "2:8 5A 0"},
-        {"1,t,v,1,485,,,", kCommand, "2:8 "},
-        {"1,t,v,1,TCP,,", kColumns, "2:7 "},
-        {"1,t,v,1,TCP,,,,x", kColumns, "2:9 x"},
-        {"1,t,\"v", kOpenQuote, "2:3 "},
-        {"1,t,\"v\"x", kAfterQuote, "2:3 x"},
-        {"1,\xFF,v,1,TCP,,,", kNoUtf8, "2:2 "}};
+        {"1,t,\"a\n\",1,485,,,5A\n0,t,v,1,485,,,5A", kPlayer, "4:1 0"}, {"65537,t,v,1,485,,,5A", kPlayer, "2:1 65537"},
+        {"1,t,v,-1,485,,,5A", kTime, "2:4 -1"}, {"1,t,v,1,COM1,,,5A", kPort, "2:5 COM1"},
+        {"1,t,v,1,TCP,,80,5A", kAddress, "2:6 "}, {"1,t,v,1,TCP,1.2.3.4,65536,5A", kPeerPort, "2:7 65536"},
+        {"1,t,v,1,485,,,5A 0", kCommand, "2:8 5A 0"}, {"1,t,v,1,485,,,", kCommand, "2:8 "},
+        {"1,t,v,1,TCP,,", kColumns, "2:7 "}, {"1,t,v,1,TCP,,,,x", kColumns, "2:9 x"},
+        {"1,t,\"v", kOpenQuote, "2:3 "}, {"1,t,\"v\"x", kAfterQuote, "2:3 x"}, {"1,\xFF,v,1,TCP,,,", kNoUtf8, "2:2 "}};
+    // clang-format on
     for (const auto& [row, kind, where] : cases)
         EXPECT_EQ(Trouble(kHeaders + std::string(row)), Trouble(kind, where));
     EXPECT_EQ(Trouble("Player,Type\r\n"), Trouble(kHeader, "1:3 Video"));

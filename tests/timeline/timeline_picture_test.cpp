@@ -23,25 +23,16 @@ struct Picture : testing::Test {
     TimeWindow window{0, 10, 1000};
 };
 
-TEST_F(Picture, HasALaneForEachUsedPortInTheOrderOfTime) {
+TEST_F(Picture, HasALaneForEachUsedPortAndJoinsNodesThatAreTooClose) {
     Add(3000, 7);
-    Add(1000, 7);
+    for (const std::int64_t time : {1200, 1000, 1079, 1000, 1080}) Add(time, 7);
     Add(2000, 99);
     const TimelinePicture picture = Drawn();
-    ASSERT_EQ(picture.Lanes().size(), 2U);
-    EXPECT_EQ(picture.Lanes()[0].port, 0);
-    EXPECT_THAT(
-        picture.Marks(window, kApart),
-        ElementsAre(PictureMark{0, 200, 0}, PictureMark{1, 100, 0}, PictureMark{1, 300, 1}));
-    EXPECT_EQ(picture.NodesOf({1, 100, 0, 1}).front().id, 2U);
-}
-
-TEST_F(Picture, JoinsNodesThatAreTooCloseAndCountsThem) {
-    for (const std::int64_t time : {1000, 1000, 1079, 1080, 1200}) Add(time);
-    const TimelinePicture picture = Drawn();
     const auto marks = picture.Marks(window, kApart);
-    EXPECT_THAT(marks, ElementsAre(PictureMark{0, 100, 0, 4}, PictureMark{0, 120, 4, 1}));
-    EXPECT_EQ(MarkOf(marks, *picture.Find(3)), &marks[0]);
+    EXPECT_THAT(marks, ElementsAre(PictureMark{0, 200, 0}, PictureMark{1, 100, 0, 4},
+                                   PictureMark{1, 120, 4}, PictureMark{1, 300, 5}));
+    EXPECT_EQ(picture.NodesOf(marks[2]).front().id, 2U);
+    EXPECT_EQ(MarkOf(marks, *picture.Find(4)), &marks[1]);
     EXPECT_FALSE(picture.Find(9));
 }
 
