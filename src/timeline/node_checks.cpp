@@ -53,8 +53,11 @@ TimeNode NodeOf(const NodeEntry& entry, const TimeNode* original) {
     time.hours = std::min(time.hours, kMostHours);
     const bool keepsTime = original != nullptr && time == ClockTimeOf(original->time);
     node.time = keepsTime ? original->time : MillisecondsOf(time);
-    if (IsCompleteAddress(entry.ip)) node.ip = entry.ip;
-    if (IsNetworkPort(entry.port)) node.peerPort = entry.peerPort;
+    const bool keepsPort = original != nullptr && entry.port == original->port;
+    const bool keepsIp = keepsPort && entry.ip == original->ip;
+    const bool keepsPeerPort = keepsPort && entry.peerPort == original->peerPort;
+    if (keepsIp || IsCompleteAddress(entry.ip)) node.ip = entry.ip;
+    if (keepsPeerPort || IsNetworkPort(entry.port)) node.peerPort = entry.peerPort;
     node.command = NormalizedHexCommand(entry.command).value_or("");
     return node;
 }

@@ -32,7 +32,8 @@ struct NodeEntry {
 
 /// The node of an entry that can be taken. A port without a peer has peer port 0 and may have an
 /// address, of which an incomplete one is dropped. `original` is the node that is edited, if there
-/// is one: a time that the editor cannot show stays unless another is entered.
+/// is one: a time that the editor cannot show stays unless another is entered, and so does a peer
+/// as long as the port does.
 [[nodiscard]] TimeNode NodeOf(const NodeEntry& entry, const TimeNode* original = nullptr);
 
 /// The entry that shows a node.
