@@ -6,6 +6,7 @@
 #include "osd/osd_dialog.h"
 #include "playercontrol/player_control_dialog.h"
 #include "settings/custom_settings_dialogs.h"
+#include "timeline/player_time_control.h"
 #include "videocontrol/video_control_tab.h"
 
 namespace sontaro {
@@ -21,7 +22,7 @@ void Run(wxWindow* parent, const UiServices& services, const DeviceRecord& playe
 constexpr Feature kFeatures[] = {
     {1001, {"视频配置", "Video Set"},            FeatureGroup::kPlayback, "video-set",      'S', Window::kSetParam},
     {1002, {"视频控制", "Video Control"},        FeatureGroup::kPlayback, "video-control",  'V', Window::kVideoControl,       Run<CVideoControlTab>},
-    {1011, {"播放器时间轴控制", nullptr},        FeatureGroup::kPlayback, "timeline",       ' ', Window::kPlayerTimeControl},
+    {1011, {"播放器时间轴控制", nullptr},        FeatureGroup::kPlayback, "timeline",       ' ', Window::kPlayerTimeControl,  Run<CPlayerTimeControl>},
     {1003, {"OSD", "OSD"},                       FeatureGroup::kPicture,  "osd",            'D', Window::kOsd,                Run<COSD>},
     {1005, {"画面分割配置", nullptr},            FeatureGroup::kPicture,  "screen-split",   ' ', std::nullopt},
     {1007, {"字幕配置", nullptr},                FeatureGroup::kPicture,  "subtitles",      ' ', Window::kSubtitles,          Run<CVODSubtitles>},

@@ -86,6 +86,7 @@ class TimelineRun {
     /// Whether there is something that the player has not confirmed.
     [[nodiscard]] bool HasUnsentChanges() const { return document_.CurrentState() != confirmed_; }
     [[nodiscard]] TimelineTests& Tests() { return tests_; }
+    [[nodiscard]] const TimelineTests& Tests() const { return tests_; }
 
    private:
     [[nodiscard]] Request WaitOn(Request request);

@@ -39,6 +39,9 @@ class Table : public wxPanel {
     /// cursor comes back to its row. Returns how many rows are shown.
     std::size_t Filter(const wxString& text);
 
+    /// Whether the filter leaves this row.
+    [[nodiscard]] bool IsShown(std::size_t row) const { return rows_.PlaceOf(row).has_value(); }
+
     /// What is said while there are no rows: why, and what to press.
     void SetEmptyText(const std::string& text);
 

@@ -1,0 +1,344 @@
+#include "timeline/player_time_control.h"
+
+#include <fmt/printf.h>
+#include <wx/gauge.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include "exchange/player_requests.h"
+#include "timeline/player_time_add.h"
+#include "timeline/timeline_edits.h"
+#include "timeline/timeline_state_text.h"
+#include "widgets/caption_button.h"
+#include "widgets/common_texts.h"
+#include "widgets/filter_box.h"
+#include "widgets/fonts.h"
+#include "widgets/table.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr const char* kName = "player-timeline";  // in the preferences
+constexpr int kTableCharacters = 150;
+constexpr int kLines = 24;
+constexpr int kFillSteps = 1000;
+
+constexpr LocalText kAdd = {"添加", "Add"};
+constexpr LocalText kEdit = {"编辑", "Edit"};
+constexpr LocalText kDuplicate = {"创建副本", "Duplicate"};
+constexpr LocalText kDelete = {"删除", "Delete"};
+constexpr LocalText kTest = {"测试", "Test"};
+constexpr LocalText kUndo = {"撤销", "Undo"};
+constexpr LocalText kRedo = {"重做", "Redo"};
+
+constexpr LocalText kDuplicateTip = {
+    "勾选的命令；未勾选时为所选的命令",
+    "The ticked commands, or the chosen ones where none is ticked"};
+constexpr LocalText kDeleteTip = {"勾选的命令（Delete）", "The ticked commands (Delete)"};
+constexpr LocalText kTestTip = {"把所选的命令单独发送到播放器（Ctrl+T）",
+                                "Sends the chosen command alone to the player (Ctrl+T)"};
+
+constexpr LocalText kTickFirst = {"先勾选再删除！", "Check before deleting!"};
+constexpr LocalText kDeleteQuestion = {"【真的要删除吗?】", "Do you really want to delete it?"};
+constexpr LocalText kSomeHidden = {"其中 %d 条因筛选而未显示。",
+                                   "The filter hides %d of the ticked commands."};
+
+constexpr LocalText kFilterHint = {"任意列中的文字", "Text in any column"};
+constexpr LocalText kNoNodes = {"还没有命令。按“添加”或 Insert 键添加一条，或打开一个文件。",
+                                "There are no commands yet. Press Add or the Insert key for the "
+                                "first one, or open a file."};
+constexpr LocalText kCounts = {"%d 条命令，已勾选 %d 条", "%d commands, %d ticked"};
+constexpr LocalText kFill = {"已占用 %d / %d 字节", "%d of %d bytes"};
+
+struct FileTexts {
+    LocalText caption, filter, name;
+};
+constexpr FileTexts kOpenTexts = {{"打开播放器时间轴控制文件", "Open Playertime file"},
+                                  {"播放器时间轴控制文件(*.JSON)", "Playertime Flie(*.JSON)"},
+                                  InBoth("")};
+constexpr FileTexts kSaveTexts = {{"保存播放器时间轴控制文件", "Save PlayerTime file"},
+                                  {"播放器时间轴控制文件(*.JSON)", "PlayerTime Flie(*.JSON)"},
+                                  {"播放器时间轴控制", "PlayerTime"}};
+constexpr const char* kExtension = "JSON";
+
+/// Where the player's videos come from, and where they are kept.
+VideoListSource SourceInto(std::optional<VideoList>& videos) {
+    return {[] { return AskVideoList(VideoListFor::kTimeline); },
+            [&videos](std::string_view text) {
+                Result<VideoList> list = ReadVideoList(text);
+                if (list) videos = std::move(*list);
+                return list.ok();
+            }};
+}
+
+}  // namespace
+
+CPlayerTimeControl::CPlayerTimeControl(wxWindow* parent, const UiServices& services,
+                                       const DeviceRecord& player)
+    : FeatureDialog(parent, Window::kPlayerTimeControl, services),
+      rows_(document_),
+      run_(document_, *this, services.Messages(), Exchange(), {player.ip, player.tcpPort, 0},
+           SourceInto(videos_)) {
+    LayOut(player);
+    BindEvents();
+    StateChanged();
+    CentreOnParent();
+    RestorePlace(kName);
+    table_->KeepWidths(kName, services.preferences);
+    CallAfter([this] {
+        asked_ = true;
+        run_.Read();
+    });
+}
+
+void CPlayerTimeControl::LayOut(const DeviceRecord& player) {
+    const int gap = FromDIP(10);
+    const wxSizerFlags line = wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap);
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    auto* head = new wxBoxSizer(wxHORIZONTAL);
+    head->Add(MakeHeading(player, this), wxSizerFlags(1).CentreVertical().Border(wxRIGHT, gap));
+    filter_ = new FilterBox(this, kTimelineFilter);
+    filter_->SetDescriptiveText(ToWx(kFilterHint));
+    head->Add(filter_->WithCaption(), wxSizerFlags().CentreVertical());
+    column->Add(head, line);
+    MakeTable();
+    column->Add(table_, wxSizerFlags(line).Proportion(1));
+    column->Add(MakeInfoRow(), line);
+    column->Add(MakeNodeButtons(), line);
+    column->Add(MakeStateRow(state_), line);
+    column->Add(MakeFileButtonRow(kOpenTimeline, kSaveTimeline),
+                wxSizerFlags().Expand().Border(wxALL, gap));
+    SetSizerAndFit(column);
+}
+
+void CPlayerTimeControl::MakeTable() {
+    const TableActions actions = {[this](std::size_t row) { EditNode(row); },
+                                  [this](std::size_t row, std::size_t) { TestNode(row); },
+                                  [this] { AddNode(); },
+                                  [this] { DeleteTicked(); },
+                                  [this] { ShowButtons(); },
+                                  [this] { ShowFill(); }};
+    table_ = new Table(this, kTimelineGrid, rows_, actions, Services().Messages());
+    table_->SetMinSize(wxSize(kTableCharacters * LetterWidth(*this), kLines * GetCharHeight()));
+}
+
+wxSizer* CPlayerTimeControl::MakeInfoRow() {
+    const int gap = FromDIP(16);
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    counts_ = new wxStaticText(this, wxID_ANY, "");
+    row->Add(counts_, wxSizerFlags().CentreVertical().Border(wxRIGHT, gap));
+    test_ = MakeStateLine();
+    row->Add(test_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, gap));
+    fillText_ = new wxStaticText(this, wxID_ANY, "");
+    row->Add(fillText_, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(8)));
+    fill_ = new wxGauge(this, wxID_ANY, kFillSteps, wxDefaultPosition, FromDIP(wxSize(120, -1)));
+    row->Add(fill_, wxSizerFlags().CentreVertical());
+    return row;
+}
+
+wxSizer* CPlayerTimeControl::MakeNodeButtons() {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    const auto add = [&](int id, const LocalText& text, char key, const wxString& tip) {
+        auto* button = new wxButton(this, id, ButtonLabel(text, key));
+        button->SetToolTip(tip);
+        if (!row->IsEmpty()) row->AddSpacer(FromDIP(8));
+        row->Add(button);
+    };
+    add(kAddNode, kAdd, 'A', "Insert");
+    add(kEditNode, kEdit, 'E', "Enter");
+    add(kDuplicateNodes, kDuplicate, 'D', ToWx(kDuplicateTip));
+    add(kDeleteNodes, kDelete, 'l', ToWx(kDeleteTip));
+    row->AddSpacer(FromDIP(8));
+    add(kTestNode, kTest, 'T', ToWx(kTestTip));
+    row->AddStretchSpacer();
+    add(kUndoTimeline, kUndo, 'U', "Ctrl+Z");
+    add(kRedoTimeline, kRedo, 'd', "Ctrl+Y");
+    return row;
+}
+
+void CPlayerTimeControl::BindEvents() {
+    const auto onPress = [this](int id, auto action) {
+        Bind(
+            wxEVT_BUTTON, [action](wxCommandEvent&) { action(); }, id);
+    };
+    const auto onChosen = [this, onPress](int id, void (CPlayerTimeControl::*action)(std::size_t)) {
+        onPress(id, [this, action] {
+            if (const auto row = table_->ChosenRow()) (this->*action)(*row);
+        });
+    };
+    onPress(wxID_OK, [this] { run_.Save(); });
+    onPress(kOpenTimeline, [this] { AskForFile(FileQuestion::Purpose::kOpen); });
+    onPress(kSaveTimeline, [this] { AskForFile(FileQuestion::Purpose::kSave); });
+    onPress(kAddNode, [this] { AddNode(); });
+    onChosen(kEditNode, &CPlayerTimeControl::EditNode);
+    onChosen(kTestNode, &CPlayerTimeControl::TestNode);
+    onPress(kDuplicateNodes, [this] { DuplicateChosen(); });
+    onPress(kDeleteNodes, [this] { DeleteTicked(); });
+    onPress(kUndoTimeline, [this] { UndoOrRedo(true); });
+    onPress(kRedoTimeline, [this] { UndoOrRedo(false); });
+    filter_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) {
+        table_->Filter(filter_->GetValue());
+        ShowButtons();
+    });
+    Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        const bool isShortcut = event.GetModifiers() == wxMOD_CONTROL;
+        if (!isShortcut || !HandleShortcut(event.GetKeyCode())) event.Skip();
+    });
+}
+
+/// With Ctrl. While a text is being typed, undoing is the text's.
+bool CPlayerTimeControl::HandleShortcut(int key) {
+    const bool isTyping = dynamic_cast<wxTextEntry*>(wxWindow::FindFocus()) != nullptr;
+    const auto row = table_->ChosenRow();
+    if (key == 'T' && row)
+        TestNode(*row);
+    else if ((key == 'Z' || key == 'Y') && !isTyping)
+        UndoOrRedo(key == 'Z');
+    else
+        return false;
+    return true;
+}
+
+void CPlayerTimeControl::ShowNodes() {
+    table_->RowsChanged();
+    if (!std::exchange(shown_, true)) table_->Grid().GetGridWindow()->SetFocus();
+}
+
+void CPlayerTimeControl::ShowVideoList() {
+    if (editor_) editor_->VideosChanged();
+}
+
+void CPlayerTimeControl::StateChanged() {
+    ShowState();
+    ShowButtons();
+    ShowFill();
+}
+
+void CPlayerTimeControl::ShowState() {
+    const wxString text = ToWx(StateTextOf(run_));
+    state_->SetLabelText(text.BeforeFirst('\n'));
+    state_->SetToolTip(text);
+    const wxString tested = ToWx(TestTextOf(run_.Tests()));
+    test_->SetLabelText(tested);
+    test_->SetToolTip(TooltipText(tested));
+    ShowReadAgain(run_.IsConnected() || !asked_);
+    const bool waits =
+        run_.State() == TimelineState::kWaitingForList || run_.State() == TimelineState::kWaiting;
+    table_->SetEmptyText(waits ? FromWx(text) : Localized(kNoNodes));
+}
+
+void CPlayerTimeControl::ShowButtons() {
+    const bool hasChosen = table_->ChosenRow().has_value();
+    FindWindow(wxID_OK)->Enable(run_.MaySend());
+    FindWindow(kEditNode)->Enable(hasChosen);
+    FindWindow(kTestNode)->Enable(hasChosen);
+    FindWindow(kDuplicateNodes)->Enable(document_.NodeCount() > 0);
+    FindWindow(kUndoTimeline)->Enable(document_.CanUndo());
+    FindWindow(kRedoTimeline)->Enable(document_.CanRedo());
+}
+
+void CPlayerTimeControl::ShowFill() {
+    const std::size_t bytes = document_.TextBytes();
+    const std::string fill = fmt::sprintf(Localized(kFill), bytes, kLongestTimeline);
+    counts_->SetLabelText(
+        ToWx(fmt::sprintf(Localized(kCounts), document_.NodeCount(), rows_.Ticked().size())));
+    fillText_->SetLabelText(ToWx(document_.IsTooLong() ? kCautionMark + fill : fill));
+    fill_->SetValue(
+        static_cast<int>(std::min(bytes, kLongestTimeline) * kFillSteps / kLongestTimeline));
+    Layout();
+}
+
+void CPlayerTimeControl::AddNode() {
+    if (const auto node = AskForNode(nullptr)) Changed(document_.Insert(*node));
+}
+
+/// The node may be gone when the editor is left, since the player may answer meanwhile: what was
+/// entered is not lost then.
+void CPlayerTimeControl::EditNode(std::size_t row) {
+    const NodeId id = document_.IdAt(row);
+    const TimeNode before = document_.NodeAt(row);
+    const auto node = AskForNode(&before);
+    if (!node || *node == before) return;
+    if (!document_.Find(id)) return Changed(document_.Insert(*node));
+    document_.Apply({{}, {{id, *node}}, {}});
+    Changed(id);
+}
+
+std::optional<TimeNode> CPlayerTimeControl::AskForNode(const TimeNode* edited) {
+    CPlayerTimeAdd editor(this, Services().Messages(), videos_, edited);
+    editor_ = &editor;
+    const bool isTaken = editor.ShowModal() == wxID_OK;
+    editor_ = nullptr;
+    return isTaken ? std::optional(editor.Node()) : std::nullopt;
+}
+
+void CPlayerTimeControl::TestNode(std::size_t row) { run_.Tests().TestOne(document_.IdAt(row)); }
+
+void CPlayerTimeControl::DeleteTicked() {
+    const NodeIds ticked = rows_.Ticked();
+    if (ticked.empty()) return Services().Messages().Warn(Localized(kTickFirst));
+    std::string question = Localized(kDeleteQuestion);
+    if (const std::size_t hidden = HiddenOf(ticked))
+        question += '\n' + fmt::sprintf(Localized(kSomeHidden), hidden);
+    if (!Services().Messages().Confirm(question)) return;
+    DeleteNodes(document_, ticked);
+    Changed(std::nullopt);
+}
+
+std::size_t CPlayerTimeControl::HiddenOf(const NodeIds& ids) const {
+    std::size_t hidden = 0;
+    std::size_t next = 0;  // of `ids`, which are in the order of the rows
+    for (std::size_t row = 0; next < ids.size() && row < document_.NodeCount(); ++row) {
+        if (document_.IdAt(row) != ids[next]) continue;
+        if (!table_->IsShown(row)) ++hidden;
+        ++next;
+    }
+    return hidden;
+}
+
+/// The copies are ticked in place of the originals, so that the next thing is done to them.
+void CPlayerTimeControl::DuplicateChosen() {
+    const NodeIds originals = Chosen();
+    if (originals.empty()) return;
+    const NodeIds copies = DuplicateNodes(document_, originals);
+    if (!rows_.Ticked().empty()) rows_.TickOnly(copies);
+    Changed(copies.front());
+}
+
+/// The ticked nodes, or those of the chosen rows where none is ticked.
+NodeIds CPlayerTimeControl::Chosen() const {
+    NodeIds ids = rows_.Ticked();
+    if (!ids.empty()) return ids;
+    for (const std::size_t row : table_->ChosenRows()) ids.push_back(document_.IdAt(row));
+    return ids;
+}
+
+void CPlayerTimeControl::UndoOrRedo(bool undo) {
+    if (undo ? document_.Undo() : document_.Redo()) Changed(std::nullopt);
+}
+
+/// `chosen` is the node to be shown, if there is one.
+void CPlayerTimeControl::Changed(std::optional<NodeId> chosen) {
+    table_->RowsChanged();
+    const auto row = chosen ? document_.RowOf(*chosen) : std::nullopt;
+    if (row) table_->Choose(*row);
+    run_.Changed();
+}
+
+void CPlayerTimeControl::AskForFile(FileQuestion::Purpose purpose) {
+    const bool saves = purpose == FileQuestion::Purpose::kSave;
+    const FileTexts& texts = saves ? kSaveTexts : kOpenTexts;
+    const auto path = Services().Messages().ChooseFile({purpose, Localized(texts.caption),
+                                                        Localized(texts.filter) + kJsonPatterns,
+                                                        Localized(texts.name), kExtension});
+    if (!path) return;
+    if (saves)
+        run_.SaveFile(*path);
+    else
+        run_.OpenFile(*path);
+}
+
+}  // namespace sontaro

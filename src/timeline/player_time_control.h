@@ -1,0 +1,86 @@
+// The timeline of one player.
+#pragma once
+
+#include <optional>
+
+#include "timeline/timeline_run.h"
+#include "timeline/timeline_table.h"
+#include "videolist/video_list.h"
+#include "widgets/feature_dialog.h"
+
+class wxGauge;
+
+namespace sontaro {
+
+class CPlayerTimeAdd;
+class FilterBox;
+class Table;
+
+/// Control numbers of the dialog, besides OK and Cancel.
+inline constexpr int kAddNode = 2901;
+inline constexpr int kDeleteNodes = 2902;
+inline constexpr int kDuplicateNodes = 2903;
+inline constexpr int kEditNode = 2904;
+inline constexpr int kTestNode = 2905;
+inline constexpr int kOpenTimeline = 2906;
+inline constexpr int kSaveTimeline = 2907;
+inline constexpr int kUndoTimeline = 2908;
+inline constexpr int kRedoTimeline = 2909;
+inline constexpr int kTimelineGrid = 2910;
+inline constexpr int kTimelineFilter = 2911;
+inline constexpr int kTimelineState = 2912;
+
+/// Shows the commands of a timeline, one a row. Ticked ones are deleted and duplicated; the chosen
+/// one is edited and tried, as is any by its button. Insert adds, Delete deletes, Ctrl+T tries,
+/// Ctrl+Z and Ctrl+Y undo and do again. Closes only through Cancel or its close box.
+class CPlayerTimeControl : public FeatureDialog, private TimelineView {
+   public:
+    CPlayerTimeControl(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
+
+   private:
+    void LayOut(const DeviceRecord& player);
+    void MakeTable();
+    [[nodiscard]] wxSizer* MakeInfoRow();
+    [[nodiscard]] wxSizer* MakeNodeButtons();
+    void BindEvents();
+    [[nodiscard]] bool HandleShortcut(int key);
+
+    void HandleMessage(WindowMessage& message) override { run_.Handle(message); }
+    void ReadAgain() override { run_.Read(); }
+    [[nodiscard]] bool HasUnsentChanges() const override { return run_.HasUnsentChanges(); }
+    void ShowNodes() override;
+    void ShowVideoList() override;
+    void StateChanged() override;
+    void ShowState();
+    void ShowButtons();
+    void ShowFill();
+
+    void AddNode();
+    void EditNode(std::size_t row);
+    void TestNode(std::size_t row);
+    void DeleteTicked();
+    void DuplicateChosen();
+    void UndoOrRedo(bool undo);
+    void Changed(std::optional<NodeId> chosen);
+    [[nodiscard]] std::optional<TimeNode> AskForNode(const TimeNode* edited);
+    [[nodiscard]] NodeIds Chosen() const;
+    [[nodiscard]] std::size_t HiddenOf(const NodeIds& ids) const;
+    void AskForFile(FileQuestion::Purpose purpose);
+
+    TimelineDocument document_;
+    std::optional<VideoList> videos_;  // none before the list has come
+    TimelineTable rows_;
+    TimelineRun run_;
+    CPlayerTimeAdd* editor_ = nullptr;  // while it is open
+    Table* table_ = nullptr;
+    FilterBox* filter_ = nullptr;
+    wxStaticText* counts_ = nullptr;
+    wxStaticText* fillText_ = nullptr;
+    wxGauge* fill_ = nullptr;
+    wxStaticText* test_ = nullptr;
+    wxStaticText* state_ = nullptr;
+    bool asked_ = false;  // the player; before, there is nothing to connect again
+    bool shown_ = false;  // nodes have been
+};
+
+}  // namespace sontaro
