@@ -18,6 +18,7 @@
 #include "tour/tour_player_control.h"
 #include "tour/tour_protocol.h"
 #include "tour/tour_settings.h"
+#include "tour/tour_timeline.h"
 #include "videocontrol/video_control_buttons.h"
 #include "videocontrol/video_control_dialog.h"
 #include "widgets/front_dialog.h"
@@ -263,12 +264,12 @@ class TourExit : public TourSteps {
 
 void WriteTourScript(Tour& tour, simulator::PlayerGroup& players) {
     // The steps refer to the stations for as long as the tour walks.
-    using Stations =
-        std::tuple<TourScript, TourSettings, TourPlayerControl, TourProtocol, TourExit>;
+    using Stations = std::tuple<TourScript, TourSettings, TourPlayerControl, TourTimeline,
+                                TourProtocol, TourExit>;
     static std::unique_ptr<Stations> stations;
-    stations = std::make_unique<Stations>(TourScript(tour, players), TourSettings(tour, players),
-                                          TourPlayerControl(tour, players),
-                                          TourProtocol(tour, players), TourExit(tour, players));
+    stations = std::make_unique<Stations>(
+        TourScript(tour, players), TourSettings(tour, players), TourPlayerControl(tour, players),
+        TourTimeline(tour, players), TourProtocol(tour, players), TourExit(tour, players));
     std::apply([](auto&... station) { (station.Write(), ...); }, *stations);
 }
 

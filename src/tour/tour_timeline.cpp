@@ -1,0 +1,131 @@
+#include "tour/tour_timeline.h"
+
+#include <wx/choice.h>
+#include <wx/grid.h>
+#include <wx/textctrl.h>
+
+#include "timeline/player_time_add.h"
+#include "timeline/player_time_control.h"
+#include "timeline/timeline_texts.h"
+#include "widgets/front_dialog.h"
+#include "widgets/wx_text.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr int kNodes = 12;                              // that a player comes with
+constexpr const char* kTyped = R"(%1AVMT 31\r)";        // mutes a projector
+constexpr const char* kTaken = "253141564D542033310D";  // the bytes of that
+
+wxGrid* Grid() {
+    wxWindow* dialog = Tour::FrontTitled(TitleOf(Window::kPlayerTimeControl));
+    return dialog ? dynamic_cast<wxGrid*>(dialog->FindWindow(kTimelineGrid)) : nullptr;
+}
+
+bool HasNodes(int count) { return Grid() && Grid()->GetNumberRows() == count; }
+
+std::function<bool()> HavingNodes(int count) {
+    return [count] { return HasNodes(count); };
+}
+
+wxString ChosenCommand() {
+    return Grid() ? Grid()->GetCellValue(Grid()->GetGridCursorRow(),
+                                         static_cast<int>(TimelineColumn::kCommand))
+                  : wxString();
+}
+
+/// Types into the editor's field.
+void Type(int id, const char* text) {
+    auto* field = dynamic_cast<wxTextCtrl*>(FrontDialog()->FindWindow(id));
+    field->SetValue(text);
+}
+
+void ChooseTcp() {
+    auto* port = dynamic_cast<wxChoice*>(FrontDialog()->FindWindow(kNodePort));
+    port->SetSelection(kPortTcp);
+}
+
+void TypeNode() {
+    Type(kNodeMinutes, "1");
+    Type(kNodeSeconds, "45");
+    Type(kNodeMilliseconds, "250");
+    ChooseTcp();
+    const char* address[] = {"192", "168", "84", "41"};
+    for (int part = 0; part < 4; ++part) Type(kNodeIp + part, address[part]);
+    Type(kNodePeerPort, "4352");
+    Type(kNodeText, kTyped);
+}
+
+}  // namespace
+
+void TourTimeline::Write() {
+    OpenFeature(Window::kPlayerTimeControl);
+    Read();
+    AddNode();
+    TestNode();
+    EditNode();
+    DuplicateAndUndo();
+    KeepInFile();
+    Upload();
+    LeaveFeature();
+}
+
+void TourTimeline::Read() {
+    Step(Pressing(wxID_OK), HavingNodes(kNodes), "the timeline has been read", "timeline");
+}
+
+void TourTimeline::AddNode() {
+    const auto inEditor = [] { return Find<wxTextCtrl>(kNodeCommand) != nullptr; };
+    const auto isTaken = [] { return Find<wxTextCtrl>(kNodeCommand)->GetValue() == kTaken; };
+    Step(Pressing(kAddNode), inEditor, "pressed Add: the editor of a command is open");
+    Step(Pressing(wxID_OK), NoticeInFront, "pressed OK without a command: it asks for one",
+         "timeline-refused");
+    Step(Pressing(wxID_OK), inEditor, "dismissed the message");
+    Step(TypeNode, isTaken, "typed a command as text: its bytes are shown", "timeline-add");
+    const auto isAdded = [] { return HasNodes(kNodes + 1) && ChosenCommand() == kTaken; };
+    Step(Pressing(wxID_OK), isAdded, "pressed OK: the command is in the timeline",
+         "timeline-added");
+}
+
+void TourTimeline::TestNode() {
+    Step(Pressing(kTestNode), NoticeInFront, "pressed Test: the command has been sent",
+         "timeline-test");
+    Step(Pressing(wxID_OK), InFront(Window::kPlayerTimeControl), "dismissed the message");
+}
+
+void TourTimeline::EditNode() {
+    const auto isShown = [] {
+        const auto* command = Find<wxTextCtrl>(kNodeCommand);
+        return command && command->GetValue() == kTaken;
+    };
+    Step(Pressing(kEditNode), isShown, "pressed Edit: the editor shows the command",
+         "timeline-edit");
+    Step([] { Type(kNodeSeconds, "46"); }, isShown, "typed another time");
+    const auto isMoved = [] {
+        return Grid() && Grid()->GetCellValue(Grid()->GetGridCursorRow(),
+                                              static_cast<int>(TimelineColumn::kTime)) == "106.250";
+    };
+    Step(Pressing(wxID_OK), isMoved, "pressed OK: the command has another time");
+}
+
+void TourTimeline::DuplicateAndUndo() {
+    Step(Pressing(kDuplicateNodes), HavingNodes(kNodes + 2), "pressed Duplicate");
+    Step(Pressing(kUndoTimeline), HavingNodes(kNodes + 1), "pressed Undo: the copy is gone");
+}
+
+void TourTimeline::KeepInFile() {
+    Step(Pressing(kSaveTimeline), NoticeInFront, "saved the timeline to a file");
+    Step(Pressing(wxID_OK), InFront(Window::kPlayerTimeControl), "dismissed the message");
+    Step(Pressing(kOpenTimeline), HavingNodes(kNodes + 1), "opened the file again");
+}
+
+void TourTimeline::Upload() {
+    const auto holds = [this] { return State().timeline.find(kTaken) != std::string::npos; };
+    Step(
+        Pressing(wxID_OK), [=] { return NoticeInFront() && holds(); },
+        "pressed OK: player " + Address() + " holds the new command and has confirmed");
+    Step(Pressing(wxID_OK), HavingNodes(kNodes + 1), "dismissed the message", "timeline-uploaded");
+}
+
+}  // namespace sontaro

@@ -1,0 +1,26 @@
+// The tour's station in the timeline.
+#pragma once
+
+#include "tour/tour_steps.h"
+
+namespace sontaro {
+
+/// Reads the timeline of the first player, adds a command, tries and edits it, deletes and undoes,
+/// keeps the timeline in a file, and uploads it.
+class TourTimeline : public TourSteps {
+   public:
+    using TourSteps::TourSteps;
+
+    void Write();
+
+   private:
+    void Read();
+    void AddNode();
+    void TestNode();
+    void EditNode();
+    void DuplicateAndUndo();
+    void KeepInFile();
+    void Upload();
+};
+
+}  // namespace sontaro
