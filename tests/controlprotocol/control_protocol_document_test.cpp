@@ -163,16 +163,6 @@ TEST_F(ControlProtocol, TakesOverWhatFitsARowAndRefusesTheRest) {
     EXPECT_EQ(model, before);
 }
 
-TEST_F(ControlProtocol, ShowsItsHeadingsInTheLanguageThatTheyHave) {
-    const auto grids = ControlProtocolRows(model);
-    std::string headings;
-    for (const std::size_t grid : {1U, 2U})
-        for (const SettingsGroup& group : grids[grid]) headings += group.name + '|';
-    EXPECT_EQ(headings,
-              "Serial Configuration|Serial Control|音频控制|电音控制|Video Type|音频类别配置|");
-    EXPECT_EQ(grids[4][29].rows[14].key, "Projector/29/Cmd/5/ONCmd");
-}
-
 TEST_F(ControlProtocol, IsKnownInAFileByItsSections) {
     for (const char* none : {"{}", R"({"data":[]})"})
         EXPECT_EQ(*ReadControlProtocol(none, model), 0) << none;
