@@ -125,20 +125,6 @@ TEST(DeviceNetwork, IsJudgedByTheClassOfTheLocalAddress) {
     for (const auto& [own, other, same] : cases) EXPECT_EQ(IsSameNetwork(own, other), same) << own;
 }
 
-TEST(DeviceOrder, IsByValueAndEqualRowsStayInOrder) {
-    const auto sorted = [](DeviceColumn column, bool ascending) {
-        std::vector<DeviceRecord> devices(3);
-        devices[0].ip = "10.0.0.9", devices[0].tcpPort = 900, devices[0].remarks = "9";
-        devices[1].ip = "10.0.0.10", devices[1].tcpPort = 10000, devices[1].remarks = "10";
-        devices[2].ip = "9.0.0.200", devices[2].tcpPort = 900, devices[2].remarks = "b";
-        SortDevices(devices, column, ascending);
-        return devices[0].remarks + " " + devices[1].remarks + " " + devices[2].remarks;
-    };
-    EXPECT_EQ(sorted(DeviceColumn::kIp, true), "b 9 10");
-    EXPECT_EQ(sorted(DeviceColumn::kTcpPort, true), "9 b 10");
-    EXPECT_EQ(sorted(DeviceColumn::kRemarks, false), "b 9 10");
-}
-
 struct Scan : testing::Test, ScanActions {
     bool SendRequest() override { return ++requests, sendable; }
     void StartTimer() override { timer = true; }
