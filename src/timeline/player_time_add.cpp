@@ -203,6 +203,10 @@ void CPlayerTimeAdd::BindEvents() {
         wxEVT_BUTTON, [this](wxCommandEvent&) { AppendChecksum(); }, kAppendChecksum);
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Take(); }, wxID_OK);
+    // Without an escape button the toolkit does nothing of that by itself.
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { EndModal(wxID_CANCEL); }, wxID_CANCEL);
+    Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { EndModal(wxID_CANCEL); });
 }
 
 void CPlayerTimeAdd::ShowEntry(const NodeEntry& entry) {

@@ -72,6 +72,8 @@ class ModalScript : public wxModalDialogHook {
     using Step = std::function<void(wxDialog*)>;
 
     ModalScript(std::initializer_list<Step> steps) : steps_(steps) { Register(); }
+    /// One more dialog is going to open.
+    void Expect(Step step) { steps_.push_back(std::move(step)); }
     ~ModalScript() override { EXPECT_TRUE(steps_.empty()) << "a dialog did not open"; }
 
    private:

@@ -1,0 +1,236 @@
+#include <gmock/gmock.h>
+#include <wx/choice.h>
+#include <wx/combobox.h>
+#include <wx/grid.h>
+#include <wx/srchctrl.h>
+#include <wx/textctrl.h>
+#include <wx/weakref.h>
+
+#include "timeline/player_time_add.h"
+#include "timeline/player_time_control.h"
+#include "timeline/timeline_document.h"
+#include "timeline/timeline_texts.h"
+#include "ui/ui_support.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const Box kDeletion = Question("Do you really want to delete it?");
+
+/// The dialog over a real main window, with a player that is simulated.
+struct PlayerTime : UiTest {
+    void Run(const std::vector<TimeNode>& nodes, const std::function<void()>& step) {
+        StartPlayers(1);
+        TimelineDocument document;
+        document.Apply({{}, {}, nodes});
+        Player().ChangeState(
+            [&](simulator::PlayerState& state) { state.timeline = document.Write(); });
+        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
+        script.Expect([&](wxDialog* opened) {
+            dialog = opened;
+            EXPECT_TRUE(PumpUntil([&] { return dialog->FindWindow(wxID_OK)->IsEnabled(); }));
+            dialog->Raise();
+            EXPECT_TRUE(PumpUntil([&] { return dialog->IsActive() && Cells().HasFocus(); }));
+            step();
+            prompts.answers = {true};
+            Press(dialog, wxID_CANCEL);
+        });
+        DeviceRecord record;
+        record.ip = FormatIpv4(Player().Address().address);
+        record.tcpPort = Player().Address().port;
+        CPlayerTimeControl(nullptr, services, record).ShowModal();
+        window->Destroy();
+        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    }
+    /// What is done in the editor when it opens next.
+    void InEditor(const std::function<void()>& step) {
+        script.Expect([this, step](wxDialog* opened) {
+            editor = opened;
+            editor->Raise();
+            EXPECT_TRUE(PumpUntil([&] { return editor->IsActive(); }));
+            step();
+        });
+    }
+
+    simulator::SimulatedPlayer& Player() { return players->Player(0); }
+    wxGrid& Grid() { return *Find<wxGrid>(dialog, kTimelineGrid); }
+    wxWindow& Cells() { return *Grid().GetGridWindow(); }
+    static void Settle() {
+        PumpUntil([] { return false; }, 150);
+    }
+    static void Key(int key, int modifiers = wxMOD_NONE) {
+        wxUIActionSimulator().Char(key, modifiers);
+        Settle();
+    }
+    /// Puts what is typed in the place of what a field of the editor has.
+    void Type(int id, const char* text) {
+        auto* field = Find<wxTextCtrl>(editor, id);
+        field->SetFocus();
+        field->SelectAll();
+        Settle();
+        wxUIActionSimulator().Text(text);
+        Settle();
+    }
+    /// Tells that the user has chosen what a control shows; the system's lists take no keys here.
+    static void Choose(wxWindow& control, wxEventType type) {
+        wxCommandEvent choice(type, control.GetId());
+        choice.SetEventObject(&control);
+        control.GetEventHandler()->ProcessEvent(choice);
+    }
+    void ClickCell(int row, TimelineColumn column) {
+        const wxRect cell = Grid().CellToRect(row, static_cast<int>(column));
+        wxUIActionSimulator mouse;
+        mouse.MouseMove(Cells().ClientToScreen(Grid().CalcScrolledPosition(
+            wxPoint(cell.x + cell.width / 2, cell.y + cell.height / 2))));
+        mouse.MouseClick();
+        Settle();
+    }
+    std::string Cell(int row, TimelineColumn column) {
+        return FromWx(Grid().GetCellValue(row, static_cast<int>(column)));
+    }
+    std::vector<std::string> Commands() {
+        std::vector<std::string> commands;
+        for (int row = 0; row < Grid().GetNumberRows(); ++row)
+            commands.push_back(Cell(row, TimelineColumn::kCommand));
+        return commands;
+    }
+    TimeNode Held(std::size_t row) {
+        TimelineDocument document;
+        EXPECT_TRUE(document.Take(Player().State().timeline, TimelineSource::kPlayer).ok());
+        return document.NodeAt(row);
+    }
+    void Upload() {
+        Press(dialog, wxID_OK);
+        EXPECT_TRUE(PumpUntil(
+            [&] { return Says(dialog, "Confirmed and equal: the player holds this timeline."); }));
+    }
+    std::vector<Box> Told() { return std::exchange(prompts.boxes, {}); }
+
+    ModalScript script{};
+    wxDialog* dialog = nullptr;
+    wxDialog* editor = nullptr;
+};
+
+TEST_F(PlayerTime, AddsWhatIsTypedOnceNothingIsWrongWithIt) {
+    Run({}, [&] {
+        InEditor([&] {
+            Type(kNodeSeconds, "60x");
+            Key(WXK_RETURN);
+            Type(kNodeSeconds, "5");
+            Find<wxChoice>(editor, kNodePort)->SetSelection(kPortUdp);
+            Press(editor, wxID_OK);
+            Type(kNodeIp, "192168.7.3009");  // the third digit leads on as a point does
+            Press(editor, wxID_OK);
+            Type(kNodeCommand, "a5 0");
+            Press(editor, wxID_OK);
+            Type(kNodePeerPort, "70000");
+            Type(kNodeText, "\\x0b\\r");
+            Key(WXK_RETURN);
+        });
+        Key(WXK_INSERT);
+        EXPECT_THAT(
+            Told(),
+            ElementsAre(Warning("Time node: There is an issue with the second setting <60!"),
+                        Warning("IP parameters are problematic!"), Warning("Cmd not input!"),
+                        Warning("Cmd input error!")));
+        Upload();
+        TimeNode node = Held(0);
+        EXPECT_FALSE(std::exchange(node.typeName, "").empty());  // the first on offer
+        EXPECT_FALSE(std::exchange(node.videoName, "").empty());
+        EXPECT_EQ(node, (TimeNode{0, "", "", 5000, kPortUdp, "192.168.7.255", 65'535, "0B0D"}));
+        EXPECT_THAT(Told(), ElementsAre(Notice("Changes have been saved!")));
+    });
+}
+
+TEST_F(PlayerTime, AnEditedNodeKeepsWhatIsNotOffered) {
+    const TimeNode odd{70'000, "gone", "lost.mp4", 1500, 9, "nowhere", -3, "A5"};
+    Run({odd, {0, "gone", "lost.mp4", 0, kPortSerial0, "", 0, "01"}}, [&] {
+        InEditor([&] {
+            EXPECT_EQ(editor->GetTitle(), "Edit time node");
+            Type(kNodeSeconds, "2");
+            Press(editor, wxID_OK);
+        });
+        Key(WXK_END);
+        Key(WXK_RETURN);
+        EXPECT_EQ(Cell(1, TimelineColumn::kTime), "2.500");
+        EXPECT_EQ(Grid().GetGridCursorRow(), 1);
+        Upload();
+        TimeNode moved = odd;
+        moved.time = 2500;
+        EXPECT_EQ(Held(1), moved);
+    });
+}
+
+TEST_F(PlayerTime, OffersWhatTheChosenPlayerHas) {
+    Run({{0, "gone", "lost.mp4", 0, 0, "", 0, "A5"}}, [&] {
+        InEditor([&] {
+            auto* type = Find<wxComboBox>(editor, kNodeType);
+            auto* video = Find<wxComboBox>(editor, kNodeVideo);
+            EXPECT_TRUE(video->IsListEmpty());
+            type->SetSelection(0);
+            Choose(*type, wxEVT_COMBOBOX);
+            EXPECT_EQ(type->GetValue(), type->GetString(0));
+            EXPECT_EQ(video->GetValue(), video->GetString(0));
+            Find<wxTextCtrl>(editor, kNodeCommand)->SetValue("01 06 00 01 00 17");
+            auto* checksum = Find<wxChoice>(editor, kNodeChecksum);
+            checksum->SetSelection(3);
+            Choose(*checksum, wxEVT_CHOICE);
+            Press(editor, kAppendChecksum);
+            EXPECT_EQ(Find<wxTextCtrl>(editor, kNodeCommand)->GetValue(), "0106000100179804");
+            Press(editor, wxID_CANCEL);
+        });
+        Press(dialog, kEditNode);
+        EXPECT_THAT(Commands(), ElementsAre("A5"));
+    });
+}
+
+TEST_F(PlayerTime, DeletesTickedNodesAloneAndBringsThemBack) {
+    const auto node = [&](const char* command) {
+        return TimeNode{0, "t", "v", 0, 0, "", 0, command};
+    };
+    Run({node("01"), node("02"), node("03")}, [&] {
+        Key(WXK_DELETE);
+        EXPECT_THAT(Told(), ElementsAre(Warning("Check before deleting!")));
+        Key(WXK_SPACE);
+        Key(WXK_DOWN);
+        prompts.answers = {true};
+        Key(WXK_DELETE);
+        EXPECT_THAT(Told(), ElementsAre(kDeletion));
+        EXPECT_THAT(Commands(), ElementsAre("02", "03"));
+        Key('Z', wxMOD_CONTROL);
+        EXPECT_THAT(Commands(), ElementsAre("01", "02", "03"));
+        Find<wxSearchCtrl>(dialog, kTimelineFilter)->SetValue("03");
+        Press(dialog, kDeleteNodes);  // the one that is back is ticked, and hidden
+        EXPECT_THAT(Told(), ElementsAre(Question("Do you really want to delete it?\nThe filter "
+                                                 "hides 1 of the ticked commands.")));
+        Cells().SetFocus();
+        Key('Y', wxMOD_CONTROL);
+        Find<wxSearchCtrl>(dialog, kTimelineFilter)->SetValue("");
+        EXPECT_THAT(Commands(), ElementsAre("02", "03"));
+    });
+    EXPECT_THAT(Told().back().text, HasSubstr("the player has not confirmed"));
+}
+
+TEST_F(PlayerTime, TestsTheNodeWhoseCellIsClickedAndTheChosenOne) {
+    Run({{0, "t", "v", 0, 0, "", 0, "A501"}, {0, "t", "v", 0, 0, "", 0, ""}}, [&] {
+        ClickCell(0, TimelineColumn::kTest);
+        const auto isTest = [](const DevicePacket& packet) {
+            return packet.header.command == 3 && packet.header.subCommand == 23 &&
+                   packet.header.argument == 2;
+        };
+        const auto sent = Player().WaitForPacket(isTest, std::chrono::seconds(5));
+        ASSERT_TRUE(sent);
+        EXPECT_THAT(std::string(AsText(sent->payload)), HasSubstr("A501"));
+        Key(WXK_DOWN);
+        Key('T', wxMOD_CONTROL);
+        EXPECT_THAT(Told(), ElementsAre(Notice("Send a single command!"),
+                                        Warning("Command cannot be empty!")));
+    });
+    EXPECT_THAT(Told(), ElementsAre(Question("Do you really want to exit?")));
+}
+
+}  // namespace
+}  // namespace sontaro::test
