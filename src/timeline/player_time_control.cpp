@@ -9,11 +9,13 @@
 #include "exchange/player_requests.h"
 #include "timeline/player_time_add.h"
 #include "timeline/timeline_edits.h"
+#include "timeline/timeline_files.h"
 #include "timeline/timeline_state_text.h"
 #include "widgets/caption_button.h"
 #include "widgets/common_texts.h"
 #include "widgets/filter_box.h"
 #include "widgets/fonts.h"
+#include "widgets/number_field.h"
 #include "widgets/table.h"
 #include "widgets/wx_text.h"
 
@@ -34,6 +36,18 @@ constexpr LocalText kTest = {"测试", "Test"};
 constexpr LocalText kUndo = {"撤销", "Undo"};
 constexpr LocalText kRedo = {"重做", "Redo"};
 
+constexpr LocalText kTestTickedText = {"依次测试", "Test ticked"};
+constexpr LocalText kGap = {"间隔", "Gap"};
+constexpr LocalText kMilliseconds = {"毫秒", "ms"};
+constexpr LocalText kImport = {"导入CSV…", "Import CSV…"};
+constexpr LocalText kExport = {"导出CSV…", "Export CSV…"};
+constexpr int kUsualGap = 500;  // milliseconds
+constexpr int kMostGap = 60'000;
+
+constexpr LocalText kTestTickedTip = {"把勾选的命令按间隔依次发送到播放器",
+                                      "Sends the ticked commands to the player one by one"};
+constexpr LocalText kTickToTest = {"请先勾选要测试的命令。",
+                                   "Tick the commands to be tested first."};
 constexpr LocalText kDuplicateTip = {
     "勾选的命令；未勾选时为所选的命令",
     "The ticked commands, or the chosen ones where none is ticked"};
@@ -52,17 +66,6 @@ constexpr LocalText kNoNodes = {"还没有命令。按“添加”或 Insert 键
                                 "first one, or open a file."};
 constexpr LocalText kCounts = {"%d 条命令，已勾选 %d 条", "%d commands, %d ticked"};
 constexpr LocalText kFill = {"已占用 %d / %d 字节", "%d of %d bytes"};
-
-struct FileTexts {
-    LocalText caption, filter, name;
-};
-constexpr FileTexts kOpenTexts = {{"打开播放器时间轴控制文件", "Open Playertime file"},
-                                  {"播放器时间轴控制文件(*.JSON)", "Playertime Flie(*.JSON)"},
-                                  InBoth("")};
-constexpr FileTexts kSaveTexts = {{"保存播放器时间轴控制文件", "Save PlayerTime file"},
-                                  {"播放器时间轴控制文件(*.JSON)", "PlayerTime Flie(*.JSON)"},
-                                  {"播放器时间轴控制", "PlayerTime"}};
-constexpr const char* kExtension = "JSON";
 
 /// Where the player's videos come from, and where they are kept.
 VideoListSource SourceInto(std::optional<VideoList>& videos) {
@@ -109,8 +112,16 @@ void CPlayerTimeControl::LayOut(const DeviceRecord& player) {
     column->Add(MakeInfoRow(), line);
     column->Add(MakeNodeButtons(), line);
     column->Add(MakeStateRow(state_), line);
-    column->Add(MakeFileButtonRow(kOpenTimeline, kSaveTimeline),
-                wxSizerFlags().Expand().Border(wxALL, gap));
+    wxSizer* files = MakeFileButtonRow(kOpenTimeline, kSaveTimeline);
+    std::size_t place = 3;  // behind Open, a space and Save
+    for (const auto& [id, text, key] :
+         {std::tuple(kImportCsv, kImport, 'I'), std::tuple(kExportCsv, kExport, 'x')}) {
+        auto* button = new wxButton(this, id, ButtonLabel(text, key));
+        button->MoveBeforeInTabOrder(FindWindow(wxID_OK));
+        files->InsertSpacer(place++, FromDIP(8));
+        files->Insert(place++, button);
+    }
+    column->Add(files, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
 
@@ -153,6 +164,15 @@ wxSizer* CPlayerTimeControl::MakeNodeButtons() {
     add(kDeleteNodes, kDelete, 'l', ToWx(kDeleteTip));
     row->AddSpacer(FromDIP(8));
     add(kTestNode, kTest, 'T', ToWx(kTestTip));
+    add(kTestTicked, kTestTickedText, 'k', ToWx(kTestTickedTip));
+    const wxSizerFlags middle = wxSizerFlags().CentreVertical();
+    row->Add(new wxStaticText(this, wxID_ANY, ToWx(kGap)),
+             wxSizerFlags(middle).Border(wxLEFT | wxRIGHT, FromDIP(6)));
+    gap_ = new NumberField(this, kTestGap, kMostGap, 6);
+    gap_->ShowNumber(kUsualGap);
+    row->Add(gap_, middle);
+    row->Add(new wxStaticText(this, wxID_ANY, ToWx(kMilliseconds)),
+             wxSizerFlags(middle).Border(wxLEFT, FromDIP(6)));
     row->AddStretchSpacer();
     add(kUndoTimeline, kUndo, 'U', "Ctrl+Z");
     add(kRedoTimeline, kRedo, 'd', "Ctrl+Y");
@@ -170,11 +190,21 @@ void CPlayerTimeControl::BindEvents() {
         });
     };
     onPress(wxID_OK, [this] { run_.Save(); });
-    onPress(kOpenTimeline, [this] { AskForFile(FileQuestion::Purpose::kOpen); });
-    onPress(kSaveTimeline, [this] { AskForFile(FileQuestion::Purpose::kSave); });
+    onPress(kOpenTimeline, [this] {
+        if (const auto path = AskForTimelineToOpen(Services().Messages())) run_.OpenFile(*path);
+    });
+    onPress(kSaveTimeline, [this] {
+        if (const auto path = AskForTimelineToSave(Services().Messages())) run_.SaveFile(*path);
+    });
     onPress(kAddNode, [this] { AddNode(); });
     onChosen(kEditNode, &CPlayerTimeControl::EditNode);
     onChosen(kTestNode, &CPlayerTimeControl::TestNode);
+    onPress(kTestTicked, [this] { TestTickedOrStop(); });
+    onPress(kImportCsv, [this] {
+        const NodeIds added = ImportCsv(document_, Services().Messages());
+        if (!added.empty()) Changed(added.front());
+    });
+    onPress(kExportCsv, [this] { ExportCsv(document_, Services().Messages()); });
     onPress(kDuplicateNodes, [this] { DuplicateChosen(); });
     onPress(kDeleteNodes, [this] { DeleteTicked(); });
     onPress(kUndoTimeline, [this] { UndoOrRedo(true); });
@@ -236,6 +266,10 @@ void CPlayerTimeControl::ShowButtons() {
     FindWindow(kEditNode)->Enable(hasChosen);
     FindWindow(kTestNode)->Enable(hasChosen);
     FindWindow(kDuplicateNodes)->Enable(document_.NodeCount() > 0);
+    FindWindow(kExportCsv)->Enable(document_.NodeCount() > 0);
+    const bool isTesting = run_.Tests().IsRunning();
+    const wxString testing = ButtonLabel(isTesting ? kStopTesting : kTestTickedText, 'k');
+    if (FindWindow(kTestTicked)->GetLabel() != testing) FindWindow(kTestTicked)->SetLabel(testing);
     FindWindow(kUndoTimeline)->Enable(document_.CanUndo());
     FindWindow(kRedoTimeline)->Enable(document_.CanRedo());
 }
@@ -276,6 +310,13 @@ std::optional<TimeNode> CPlayerTimeControl::AskForNode(const TimeNode* edited) {
 }
 
 void CPlayerTimeControl::TestNode(std::size_t row) { run_.Tests().TestOne(document_.IdAt(row)); }
+
+void CPlayerTimeControl::TestTickedOrStop() {
+    if (run_.Tests().IsRunning()) return run_.Tests().Stop();
+    const NodeIds ticked = rows_.Ticked();
+    if (ticked.empty()) return Services().Messages().Warn(Localized(kTickToTest));
+    run_.Tests().TestAll(ticked, std::chrono::milliseconds(gap_->Number()));
+}
 
 void CPlayerTimeControl::DeleteTicked() {
     const NodeIds ticked = rows_.Ticked();
@@ -326,19 +367,6 @@ void CPlayerTimeControl::Changed(std::optional<NodeId> chosen) {
     const auto row = chosen ? document_.RowOf(*chosen) : std::nullopt;
     if (row) table_->Choose(*row);
     run_.Changed();
-}
-
-void CPlayerTimeControl::AskForFile(FileQuestion::Purpose purpose) {
-    const bool saves = purpose == FileQuestion::Purpose::kSave;
-    const FileTexts& texts = saves ? kSaveTexts : kOpenTexts;
-    const auto path = Services().Messages().ChooseFile({purpose, Localized(texts.caption),
-                                                        Localized(texts.filter) + kJsonPatterns,
-                                                        Localized(texts.name), kExtension});
-    if (!path) return;
-    if (saves)
-        run_.SaveFile(*path);
-    else
-        run_.OpenFile(*path);
 }
 
 }  // namespace sontaro

@@ -14,6 +14,7 @@ namespace sontaro {
 
 class CPlayerTimeAdd;
 class FilterBox;
+class NumberField;
 class Table;
 
 /// Control numbers of the dialog, besides OK and Cancel.
@@ -28,11 +29,16 @@ inline constexpr int kUndoTimeline = 2908;
 inline constexpr int kRedoTimeline = 2909;
 inline constexpr int kTimelineGrid = 2910;
 inline constexpr int kTimelineFilter = 2911;
-inline constexpr int kTimelineState = 2912;
+inline constexpr int kTestTicked = 2912;
+inline constexpr LocalText kStopTesting = {"停止", "Stop"};  ///< of that button meanwhile
+inline constexpr int kTestGap = 2913;
+inline constexpr int kImportCsv = 2914;
+inline constexpr int kExportCsv = 2915;
 
 /// Shows the commands of a timeline, one a row. Ticked ones are deleted and duplicated; the chosen
-/// one is edited and tried, as is any by its button. Insert adds, Delete deletes, Ctrl+T tries,
-/// Ctrl+Z and Ctrl+Y undo and do again. Closes only through Cancel or its close box.
+/// one is edited and tried, as is any by its button; ticked ones are tried in turn. Insert adds,
+/// Delete deletes, Ctrl+T tries, Ctrl+Z and Ctrl+Y undo and do again. Closes only through Cancel or
+/// its close box.
 class CPlayerTimeControl : public FeatureDialog, private TimelineView {
    public:
     CPlayerTimeControl(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
@@ -58,6 +64,7 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     void AddNode();
     void EditNode(std::size_t row);
     void TestNode(std::size_t row);
+    void TestTickedOrStop();
     void DeleteTicked();
     void DuplicateChosen();
     void UndoOrRedo(bool undo);
@@ -65,7 +72,6 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     [[nodiscard]] std::optional<TimeNode> AskForNode(const TimeNode* edited);
     [[nodiscard]] NodeIds Chosen() const;
     [[nodiscard]] std::size_t HiddenOf(const NodeIds& ids) const;
-    void AskForFile(FileQuestion::Purpose purpose);
 
     TimelineDocument document_;
     std::optional<VideoList> videos_;  // none before the list has come
@@ -78,6 +84,7 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     wxStaticText* fillText_ = nullptr;
     wxGauge* fill_ = nullptr;
     wxStaticText* test_ = nullptr;
+    NumberField* gap_ = nullptr;
     wxStaticText* state_ = nullptr;
     bool asked_ = false;  // the player; before, there is nothing to connect again
     bool shown_ = false;  // nodes have been

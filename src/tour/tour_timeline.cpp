@@ -1,5 +1,6 @@
 #include "tour/tour_timeline.h"
 
+#include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/grid.h>
 #include <wx/textctrl.h>
@@ -39,6 +40,14 @@ wxString ChosenCommand() {
 void Type(int id, const char* text) {
     auto* field = dynamic_cast<wxTextCtrl*>(FrontDialog()->FindWindow(id));
     field->SetValue(text);
+}
+
+/// Of two rows, which ticks them or takes their ticks away.
+void ClickLabels() {
+    for (const int row : {9, 10}) {
+        wxGridEvent click(kTimelineGrid, wxEVT_GRID_LABEL_LEFT_CLICK, Grid(), row, -1);
+        Grid()->GetEventHandler()->ProcessEvent(click);
+    }
 }
 
 void ChooseTcp() {
@@ -92,6 +101,20 @@ void TourTimeline::TestNode() {
     Step(Pressing(kTestNode), NoticeInFront, "pressed Test: the command has been sent",
          "timeline-test");
     Step(Pressing(wxID_OK), InFront(Window::kPlayerTimeControl), "dismissed the message");
+    const auto isTesting = [](bool tests) {
+        return [tests] {
+            const auto* button = Find<wxButton>(kTestTicked);
+            return button && (button->GetLabelText() == ToWx(kStopTesting)) == tests;
+        };
+    };
+    const auto test = [] {
+        ClickLabels();
+        Tour::Press(kTestTicked);
+    };
+    Step(test, isTesting(true), "ticked two commands and pressed Test ticked",
+         "timeline-test-ticked");
+    Step({}, isTesting(false), "both have been sent");
+    Step(ClickLabels, InFront(Window::kPlayerTimeControl), "took the ticks away");
 }
 
 void TourTimeline::EditNode() {
@@ -118,6 +141,11 @@ void TourTimeline::KeepInFile() {
     Step(Pressing(kSaveTimeline), NoticeInFront, "saved the timeline to a file");
     Step(Pressing(wxID_OK), InFront(Window::kPlayerTimeControl), "dismissed the message");
     Step(Pressing(kOpenTimeline), HavingNodes(kNodes + 1), "opened the file again");
+    Step(Pressing(kExportCsv), NoticeInFront, "exported a table");
+    Step(Pressing(wxID_OK), InFront(Window::kPlayerTimeControl), "dismissed the message");
+    Step(Pressing(kImportCsv), QuestionInFront, "imported it: asks what is to become of the others",
+         "timeline-import");
+    Step(Pressing(wxID_YES), HavingNodes(kNodes + 1), "answered Yes: they are replaced");
 }
 
 void TourTimeline::Upload() {

@@ -6,6 +6,7 @@
 #include <wx/textctrl.h>
 #include <wx/weakref.h>
 
+#include "base/file.h"
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
 #include "timeline/timeline_document.h"
@@ -19,6 +20,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 const Box kDeletion = Question("Do you really want to delete it?");
+
+bool IsTest(const DevicePacket& packet) {
+    return packet.header.command == 3 && packet.header.subCommand == 23 &&
+           packet.header.argument == 2;
+}
 
 /// The dialog over a real main window, with a player that is simulated.
 struct PlayerTime : UiTest {
@@ -217,11 +223,7 @@ TEST_F(PlayerTime, DeletesTickedNodesAloneAndBringsThemBack) {
 TEST_F(PlayerTime, TestsTheNodeWhoseCellIsClickedAndTheChosenOne) {
     Run({{0, "t", "v", 0, 0, "", 0, "A501"}, {0, "t", "v", 0, 0, "", 0, ""}}, [&] {
         ClickCell(0, TimelineColumn::kTest);
-        const auto isTest = [](const DevicePacket& packet) {
-            return packet.header.command == 3 && packet.header.subCommand == 23 &&
-                   packet.header.argument == 2;
-        };
-        const auto sent = Player().WaitForPacket(isTest, std::chrono::seconds(5));
+        const auto sent = Player().WaitForPacket(IsTest, std::chrono::seconds(5));
         ASSERT_TRUE(sent);
         EXPECT_THAT(std::string(AsText(sent->payload)), HasSubstr("A501"));
         Key(WXK_DOWN);
@@ -230,6 +232,45 @@ TEST_F(PlayerTime, TestsTheNodeWhoseCellIsClickedAndTheChosenOne) {
                                         Warning("Command cannot be empty!")));
     });
     EXPECT_THAT(Told(), ElementsAre(Question("Do you really want to exit?")));
+}
+
+TEST_F(PlayerTime, TestsTickedNodesInTurnUntilStopped) {
+    const auto node = [](const char* command) {
+        return TimeNode{0, "t", "v", 0, 0, "", 0, command};
+    };
+    Run({node("01"), node("02"), node("03")}, [&] {
+        Press(dialog, kTestTicked);
+        EXPECT_THAT(Told(), ElementsAre(Warning("Tick the commands to be tested first.")));
+        Key('A', wxMOD_CONTROL);
+        Key(WXK_SPACE);
+        Find<wxTextCtrl>(dialog, kTestGap)->SetValue("300");
+        Press(dialog, kTestTicked);
+        const auto testsSent = [&] {
+            return std::ranges::count_if(Player().ReceivedPackets(), IsTest);
+        };
+        EXPECT_TRUE(PumpUntil([&] { return testsSent() == 2; }));
+        Press(dialog, kTestTicked);
+        EXPECT_FALSE(PumpUntil([&] { return testsSent() > 2; }, 600));
+        EXPECT_EQ(Find<wxButton>(dialog, kTestTicked)->GetLabelText(), "Test ticked");
+        EXPECT_THAT(Told(), ElementsAre());  // no box for each of many
+    });
+}
+
+TEST_F(PlayerTime, ExportsATableAndTakesItBackWholeOrNotAtAll) {
+    Run({{0, "t", "v", 1500, 0, "", 0, "A501"}}, [&] {
+        prompts.file = folder / "table.csv";
+        Press(dialog, kExportCsv);
+        Press(dialog, kImportCsv);  // No: added
+        EXPECT_THAT(Commands(), ElementsAre("A501", "A501"));
+        prompts.answers = {true};
+        Press(dialog, kImportCsv);
+        EXPECT_THAT(Commands(), ElementsAre("A501"));
+        Told();
+        EXPECT_TRUE(WriteFileAtomically(*prompts.file, "Player,Type\n1,t\n").ok());
+        Press(dialog, kImportCsv);
+        EXPECT_THAT(Told().back().text, HasSubstr("\"table.csv\" cannot be imported"));
+        EXPECT_THAT(Commands(), ElementsAre("A501"));
+    });
 }
 
 }  // namespace
