@@ -8,6 +8,7 @@
 
 #include "exchange/player_requests.h"
 #include "timeline/player_time_add.h"
+#include "timeline/shift_dialog.h"
 #include "timeline/timeline_edits.h"
 #include "timeline/timeline_files.h"
 #include "timeline/timeline_state_text.h"
@@ -31,6 +32,7 @@ constexpr int kFillSteps = 1000;
 constexpr LocalText kAdd = {"添加", "Add"};
 constexpr LocalText kEdit = {"编辑", "Edit"};
 constexpr LocalText kDuplicate = {"创建副本", "Duplicate"};
+constexpr LocalText kShift = {"平移时间…", "Shift by…"};
 constexpr LocalText kDelete = {"删除", "Delete"};
 constexpr LocalText kTest = {"测试", "Test"};
 constexpr LocalText kUndo = {"撤销", "Undo"};
@@ -48,13 +50,16 @@ constexpr LocalText kTestTickedTip = {"把勾选的命令按间隔依次发送�
                                       "Sends the ticked commands to the player one by one"};
 constexpr LocalText kTickToTest = {"请先勾选要测试的命令。",
                                    "Tick the commands to be tested first."};
-constexpr LocalText kDuplicateTip = {
-    "勾选的命令；未勾选时为所选的命令",
-    "The ticked commands, or the chosen ones where none is ticked"};
+constexpr LocalText kChosenTip = {"勾选的命令；未勾选时为所选的命令",
+                                  "The ticked commands, or the chosen ones where none is ticked"};
 constexpr LocalText kDeleteTip = {"勾选的命令（Delete）", "The ticked commands (Delete)"};
 constexpr LocalText kTestTip = {"把所选的命令单独发送到播放器（Ctrl+T）",
                                 "Sends the chosen command alone to the player (Ctrl+T)"};
 
+constexpr LocalText kNotShifted = {
+    "其中有命令会移到视频开始之前或超出范围，未作任何更改。",
+    "One of the commands would come before the beginning of its video, or too late. Nothing has "
+    "been moved."};
 constexpr LocalText kTickFirst = {"先勾选再删除！", "Check before deleting!"};
 constexpr LocalText kDeleteQuestion = {"【真的要删除吗?】", "Do you really want to delete it?"};
 constexpr LocalText kSomeHidden = {"其中 %d 条因筛选而未显示。",
@@ -160,7 +165,8 @@ wxSizer* CPlayerTimeControl::MakeNodeButtons() {
     };
     add(kAddNode, kAdd, 'A', "Insert");
     add(kEditNode, kEdit, 'E', "Enter");
-    add(kDuplicateNodes, kDuplicate, 'D', ToWx(kDuplicateTip));
+    add(kDuplicateNodes, kDuplicate, 'D', ToWx(kChosenTip));
+    add(kShiftNodes, kShift, 'h', ToWx(kChosenTip));
     add(kDeleteNodes, kDelete, 'l', ToWx(kDeleteTip));
     row->AddSpacer(FromDIP(8));
     add(kTestNode, kTest, 'T', ToWx(kTestTip));
@@ -206,6 +212,7 @@ void CPlayerTimeControl::BindEvents() {
     });
     onPress(kExportCsv, [this] { ExportCsv(document_, Services().Messages()); });
     onPress(kDuplicateNodes, [this] { DuplicateChosen(); });
+    onPress(kShiftNodes, [this] { ShiftChosen(); });
     onPress(kDeleteNodes, [this] { DeleteTicked(); });
     onPress(kUndoTimeline, [this] { UndoOrRedo(true); });
     onPress(kRedoTimeline, [this] { UndoOrRedo(false); });
@@ -266,6 +273,7 @@ void CPlayerTimeControl::ShowButtons() {
     FindWindow(kEditNode)->Enable(hasChosen);
     FindWindow(kTestNode)->Enable(hasChosen);
     FindWindow(kDuplicateNodes)->Enable(document_.NodeCount() > 0);
+    FindWindow(kShiftNodes)->Enable(document_.NodeCount() > 0);
     FindWindow(kExportCsv)->Enable(document_.NodeCount() > 0);
     const bool isTesting = run_.Tests().IsRunning();
     const wxString testing = ButtonLabel(isTesting ? kStopTesting : kTestTickedText, 'k');
@@ -347,6 +355,16 @@ void CPlayerTimeControl::DuplicateChosen() {
     const NodeIds copies = DuplicateNodes(document_, originals);
     if (!rows_.Ticked().empty()) rows_.TickOnly(copies);
     Changed(copies.front());
+}
+
+void CPlayerTimeControl::ShiftChosen() {
+    const NodeIds chosen = Chosen();
+    if (chosen.empty()) return;
+    const auto shift = AskForShift(this, chosen.size(), Services().Messages());
+    if (!shift || *shift == 0) return;
+    if (!ShiftNodes(document_, chosen, *shift))
+        return Services().Messages().Warn(Localized(kNotShifted));
+    Changed(std::nullopt);
 }
 
 /// The ticked nodes, or those of the chosen rows where none is ticked.

@@ -34,11 +34,12 @@ inline constexpr LocalText kStopTesting = {"停止", "Stop"};  ///< of that butt
 inline constexpr int kTestGap = 2913;
 inline constexpr int kImportCsv = 2914;
 inline constexpr int kExportCsv = 2915;
+inline constexpr int kShiftNodes = 2916;
 
-/// Shows the commands of a timeline, one a row. Ticked ones are deleted and duplicated; the chosen
-/// one is edited and tried, as is any by its button; ticked ones are tried in turn. Insert adds,
-/// Delete deletes, Ctrl+T tries, Ctrl+Z and Ctrl+Y undo and do again. Closes only through Cancel or
-/// its close box.
+/// Shows the commands of a timeline, one a row. Ticked ones are deleted, duplicated and moved; the
+/// chosen one is edited and tried, as is any by its button; ticked ones are tried in turn. Insert
+/// adds, Delete deletes, Ctrl+T tries, Ctrl+Z and Ctrl+Y undo and do again. Closes only through
+/// Cancel or its close box.
 class CPlayerTimeControl : public FeatureDialog, private TimelineView {
    public:
     CPlayerTimeControl(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
@@ -67,6 +68,7 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     void TestTickedOrStop();
     void DeleteTicked();
     void DuplicateChosen();
+    void ShiftChosen();
     void UndoOrRedo(bool undo);
     void Changed(std::optional<NodeId> chosen);
     [[nodiscard]] std::optional<TimeNode> AskForNode(const TimeNode* edited);

@@ -9,6 +9,7 @@
 #include "base/file.h"
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
+#include "timeline/shift_dialog.h"
 #include "timeline/timeline_document.h"
 #include "timeline/timeline_texts.h"
 #include "ui/ui_support.h"
@@ -133,6 +134,7 @@ TEST_F(PlayerTime, AddsWhatIsTypedOnceNothingIsWrongWithIt) {
             Type(kNodeCommand, "a5 0");
             Press(editor, wxID_OK);
             Type(kNodePeerPort, "70000");
+            EXPECT_EQ(Find<wxTextCtrl>(editor, kNodePeerPort)->GetValue(), "65535");
             Type(kNodeText, "\\x0b\\r");
             Key(WXK_RETURN);
         });
@@ -253,6 +255,30 @@ TEST_F(PlayerTime, TestsTickedNodesInTurnUntilStopped) {
         EXPECT_FALSE(PumpUntil([&] { return testsSent() > 2; }, 600));
         EXPECT_EQ(Find<wxButton>(dialog, kTestTicked)->GetLabelText(), "Test ticked");
         EXPECT_THAT(Told(), ElementsAre());  // no box for each of many
+    });
+}
+
+TEST_F(PlayerTime, ShiftsAllChosenNodesOrNone) {
+    const auto node = [](std::int64_t time) { return TimeNode{0, "t", "v", time, 0, "", 0, "01"}; };
+    const auto shiftBy = [&](const char* seconds) {
+        InEditor([&, seconds] {
+            Type(kShiftSeconds, "soon");
+            Key(WXK_RETURN);
+            Type(kShiftSeconds, seconds);
+            Key(WXK_RETURN);
+        });
+        Press(dialog, kShiftNodes);
+    };
+    Run({node(1000), node(3000)}, [&] {
+        Key('A', wxMOD_CONTROL);
+        shiftBy("-1.001");
+        EXPECT_THAT(Told().back().text, HasSubstr("Nothing has been moved."));
+        EXPECT_EQ(Cell(1, TimelineColumn::kTime), "3.000");
+        shiftBy("-0.75");
+        EXPECT_EQ(Cell(0, TimelineColumn::kTime), "0.250");
+        EXPECT_EQ(Cell(1, TimelineColumn::kTime), "2.250");
+        EXPECT_THAT(Told(),
+                    ElementsAre(Warning("Type seconds with up to three decimals, such as -2.5.")));
     });
 }
 
