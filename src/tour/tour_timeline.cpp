@@ -7,6 +7,7 @@
 
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
+#include "timeline/shift_dialog.h"
 #include "timeline/timeline_texts.h"
 #include "widgets/front_dialog.h"
 #include "widgets/wx_text.h"
@@ -135,6 +136,14 @@ void TourTimeline::EditNode() {
 void TourTimeline::DuplicateAndUndo() {
     Step(Pressing(kDuplicateNodes), HavingNodes(kNodes + 2), "pressed Duplicate");
     Step(Pressing(kUndoTimeline), HavingNodes(kNodes + 1), "pressed Undo: the copy is gone");
+    Step(
+        Pressing(kShiftNodes), [] { return Find<wxTextCtrl>(kShiftSeconds) != nullptr; },
+        "pressed Shift by: asks for seconds", "timeline-shift");
+    const auto shift = [] {
+        Type(kShiftSeconds, "1.5");
+        Tour::Press(wxID_OK);
+    };
+    Step(shift, InFront(Window::kPlayerTimeControl), "moved a command by 1.5 s");
 }
 
 void TourTimeline::KeepInFile() {
