@@ -17,6 +17,7 @@
 #include "widgets/fonts.h"
 #include "widgets/ip_field.h"
 #include "widgets/number_field.h"
+#include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -184,6 +185,8 @@ wxSizer* CPlayerTimeAdd::MakeChecksumRow() {
 }
 
 void CPlayerTimeAdd::BindEvents() {
+    const std::initializer_list<wxControl*> dropDowns = {player_, type_, video_, port_, checksum_};
+    for (wxControl* dropDown : dropDowns) IgnoreWheel(*dropDown);
     const auto on = [this](const auto& event, int id, auto action) {
         Bind(
             event,

@@ -9,9 +9,9 @@
 
 namespace sontaro {
 
-/// Makes the mouse wheel choose nothing in a drop-down: where a choice is sent at once, a turn of
-/// the wheel on the way to something else would be one.
-void IgnoreWheel(wxComboBox& names);
+/// Makes the mouse wheel choose nothing in a drop-down: a turn of the wheel on the way to something
+/// else would be a choice, which may be sent at once or go unnoticed.
+void IgnoreWheel(wxControl& dropDown);
 
 /// Pages with tabs that go without a complaint of the toolkit while a screen reader listens.
 class TabBook : public wxNotebook {

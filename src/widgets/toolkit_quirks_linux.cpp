@@ -55,8 +55,8 @@ void ScrollWithHidden(wxWindow& window, const std::function<void()>& scroll) {
 }
 
 /// The events of the arrow beside the text are none of the toolkit's C++ side.
-void IgnoreWheel(wxComboBox& names) {
-    g_signal_connect(names.GetHandle(), "scroll-event", G_CALLBACK(Swallow), nullptr);
+void IgnoreWheel(wxControl& dropDown) {
+    g_signal_connect(dropDown.GetHandle(), "scroll-event", G_CALLBACK(Swallow), nullptr);
 }
 
 /// Of each page that has left, its tab would be asked for its name.

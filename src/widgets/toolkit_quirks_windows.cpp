@@ -2,8 +2,8 @@
 
 namespace sontaro {
 
-void IgnoreWheel(wxComboBox& names) {
-    names.Bind(wxEVT_MOUSEWHEEL, [](wxMouseEvent&) {});
+void IgnoreWheel(wxControl& dropDown) {
+    dropDown.Bind(wxEVT_MOUSEWHEEL, [](wxMouseEvent&) {});
 }
 
 TabBook::~TabBook() = default;

@@ -6,7 +6,10 @@
 #include <wx/textctrl.h>
 #include <wx/weakref.h>
 
+#include <cstdlib>
+
 #include "base/file.h"
+#include "support/platform.h"
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
 #include "timeline/shift_dialog.h"
@@ -192,6 +195,23 @@ TEST_F(PlayerTime, OffersWhatTheChosenPlayerHas) {
         });
         Press(dialog, kEditNode);
         EXPECT_THAT(Commands(), ElementsAre("A5"));
+    });
+}
+
+TEST_F(PlayerTime, ATurnOfTheWheelChoosesNoOtherPort) {
+    if (kOnWindows) GTEST_SKIP() << "nothing turns a wheel there";
+    Run({}, [&] {
+        InEditor([&] {
+            auto* port = Find<wxChoice>(editor, kNodePort);
+            wxUIActionSimulator().MouseMove(port->ClientToScreen(wxPoint(20, 12)));
+            Settle();
+            // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): the toolkit's own way to wait
+            EXPECT_EQ(std::system("xdotool click 5"), 0);  // never ends under a sanitizer
+            Settle();
+            EXPECT_EQ(port->GetSelection(), kPortSerial0);
+            Press(editor, wxID_CANCEL);
+        });
+        Press(dialog, kAddNode);
     });
 }
 
