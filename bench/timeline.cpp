@@ -107,8 +107,9 @@ std::vector<Figure> Timelines() {
         TimelineDocument another;
         return TimeOf([&] { return another.Take(text, TimelineSource::kPlayer); });
     };
-    const Comparison reading =
-        CompareInTurn(kRepetitions, read, [&] { return TimeOf([&] { return ParseJson(text); }); });
+    // Both let go of jsoncpp's tree, which takes a fifth of its parsing.
+    const Comparison reading = CompareInTurn(
+        kRepetitions, read, [&] { return TimeOf([&] { return ParseJson(text).ok(); }); });
     const Comparison writing = CompareInTurn(
         kRepetitions, [&] { return TimeOf([&] { return document.Write(); }); },
         [&] { return TimeOf([&] { return BuiltByHand(nodes); }); });
