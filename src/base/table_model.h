@@ -19,8 +19,8 @@ enum class CellKind {
 
 /// One column. Columns stay as long as the table.
 struct TableColumn {
-    LocalText caption;
-    int characters;  ///< width at first, in Latin letters; never narrower than the caption
+    LocalText caption{};
+    int characters = 0;  ///< width at first, in Latin letters; never narrower than the caption
     CellKind kind = CellKind::kText;
 };
 

@@ -187,7 +187,7 @@ wxSizer* CPlayerTimeAdd::MakeChecksumRow() {
 void CPlayerTimeAdd::BindEvents() {
     const std::initializer_list<wxControl*> dropDowns = {player_, type_, video_, port_, checksum_};
     for (wxControl* dropDown : dropDowns) IgnoreWheel(*dropDown);
-    const auto on = [this](const auto& event, int id, auto action) {
+    const auto onEvent = [this](const auto& event, int id, auto action) {
         Bind(
             event,
             [action](wxCommandEvent& happened) {
@@ -196,12 +196,12 @@ void CPlayerTimeAdd::BindEvents() {
             },
             id);
     };
-    on(wxEVT_CHOICE, kNodePlayer, [this] { ChooseOffered(); });
-    on(wxEVT_COMBOBOX, kNodeType, [this] { ChooseOfferedVideo(); });
-    on(wxEVT_TEXT, kNodeType, [this] { OfferVideos(); });
-    on(wxEVT_TEXT, kNodeCommand, [this] { CommandTyped(); });
-    on(wxEVT_TEXT, kNodeText, [this] { TextTyped(); });
-    on(wxEVT_CHOICE, kNodeChecksum, [this] { ShowBytes(kNoBytes); });
+    onEvent(wxEVT_CHOICE, kNodePlayer, [this] { ChooseOffered(); });
+    onEvent(wxEVT_COMBOBOX, kNodeType, [this] { ChooseOfferedVideo(); });
+    onEvent(wxEVT_TEXT, kNodeType, [this] { OfferVideos(); });
+    onEvent(wxEVT_TEXT, kNodeCommand, [this] { CommandTyped(); });
+    onEvent(wxEVT_TEXT, kNodeText, [this] { TextTyped(); });
+    onEvent(wxEVT_CHOICE, kNodeChecksum, [this] { ShowBytes(kNoBytes); });
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { AppendChecksum(); }, kAppendChecksum);
     Bind(

@@ -342,7 +342,7 @@ std::size_t CPlayerTimeControl::HiddenOf(const NodeIds& ids) const {
     std::size_t next = 0;  // of `ids`, which are in the order of the rows
     for (std::size_t row = 0; next < ids.size() && row < document_.NodeCount(); ++row) {
         if (document_.IdAt(row) != ids[next]) continue;
-        if (!table_->IsShown(row)) ++hidden;
+        if (!table_->IsListed(row)) ++hidden;
         ++next;
     }
     return hidden;

@@ -25,7 +25,7 @@ wxGrid* Grid() {
     return dialog ? dynamic_cast<wxGrid*>(dialog->FindWindow(kTimelineGrid)) : nullptr;
 }
 
-bool HasNodes(int count) { return Grid() && Grid()->GetNumberRows() == count; }
+bool HasNodes(int count) { return Grid() != nullptr && Grid()->GetNumberRows() == count; }
 
 std::function<bool()> HavingNodes(int count) {
     return [count] { return HasNodes(count); };
@@ -105,7 +105,7 @@ void TourTimeline::TestNode() {
     const auto isTesting = [](bool tests) {
         return [tests] {
             const auto* button = Find<wxButton>(kTestTicked);
-            return button && (button->GetLabelText() == ToWx(kStopTesting)) == tests;
+            return button != nullptr && (button->GetLabelText() == ToWx(kStopTesting)) == tests;
         };
     };
     const auto test = [] {
@@ -121,14 +121,15 @@ void TourTimeline::TestNode() {
 void TourTimeline::EditNode() {
     const auto isShown = [] {
         const auto* command = Find<wxTextCtrl>(kNodeCommand);
-        return command && command->GetValue() == kTaken;
+        return command != nullptr && command->GetValue() == kTaken;
     };
     Step(Pressing(kEditNode), isShown, "pressed Edit: the editor shows the command",
          "timeline-edit");
     Step([] { Type(kNodeSeconds, "46"); }, isShown, "typed another time");
     const auto isMoved = [] {
-        return Grid() && Grid()->GetCellValue(Grid()->GetGridCursorRow(),
-                                              static_cast<int>(TimelineColumn::kTime)) == "106.250";
+        return Grid() != nullptr &&
+               Grid()->GetCellValue(Grid()->GetGridCursorRow(),
+                                    static_cast<int>(TimelineColumn::kTime)) == "106.250";
     };
     Step(Pressing(wxID_OK), isMoved, "pressed OK: the command has another time");
 }

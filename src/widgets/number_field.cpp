@@ -12,9 +12,8 @@ bool IsDigit(wxChar character) { return character >= '0' && character <= '9'; }
 
 /// Whether a key would put something into the text that is no digit.
 bool IsRefused(const wxKeyEvent& event) {
-    const int key = event.GetUnicodeKey();
-    return key >= WXK_SPACE && key != WXK_DELETE && !IsDigit(static_cast<wxChar>(key)) &&
-           !event.HasModifiers();
+    const wxChar key = event.GetUnicodeKey();
+    return key >= WXK_SPACE && key != WXK_DELETE && !IsDigit(key) && !event.HasModifiers();
 }
 
 wxString DigitsOf(const wxString& text) {

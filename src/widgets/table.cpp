@@ -20,6 +20,7 @@ constexpr int kLeastRows = 4;
 
 std::vector<int> WidthsOf(const wxGrid& grid) {
     std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(grid.GetNumberCols()));
     for (int column = 0; column < grid.GetNumberCols(); ++column)
         widths.push_back(grid.GetColSize(column));
     return widths;

@@ -40,7 +40,7 @@ class Table : public wxPanel {
     std::size_t Filter(const wxString& text);
 
     /// Whether the filter leaves this row.
-    [[nodiscard]] bool IsShown(std::size_t row) const { return rows_.PlaceOf(row).has_value(); }
+    [[nodiscard]] bool IsListed(std::size_t row) const { return rows_.PlaceOf(row).has_value(); }
 
     /// What is said while there are no rows: why, and what to press.
     void SetEmptyText(const std::string& text);

@@ -39,8 +39,8 @@ wxColour Mix(const wxColour& one, const wxColour& other, double share) {
 }
 
 /// The toolkit makes its font anew with every setting, whether or not it is another.
-void SetInk(wxDC& dc, const wxColour& colour) {
-    if (dc.GetTextForeground() != colour) dc.SetTextForeground(colour);
+void SetInk(wxDC& canvas, const wxColour& colour) {
+    if (canvas.GetTextForeground() != colour) canvas.SetTextForeground(colour);
 }
 
 /// Breaks a text into lines.
@@ -87,7 +87,7 @@ int TableDrawing::WidthOf(const wxString& text, CellKind kind) const {
 
 int TableDrawing::MarkWidth() const { return window_.GetTextExtent(ToWx(kCautionMark)).x; }
 
-void TableDrawing::Cell(wxDC& dc, const wxRect& area, const CellLook& look) const {
+void TableDrawing::Cell(wxDC& canvas, const wxRect& area, const CellLook& look) const {
     wxColour ground = Colour(wxSYS_COLOUR_WINDOW);
     wxColour ink = Colour(wxSYS_COLOUR_WINDOWTEXT);
     if (look.chosen && window_.HasFocus()) {
@@ -96,94 +96,94 @@ void TableDrawing::Cell(wxDC& dc, const wxRect& area, const CellLook& look) cons
     } else if (look.chosen) {
         ground = Mix(Colour(wxSYS_COLOUR_HIGHLIGHT), ground, kChosenShare);
     }
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(ground);
-    dc.DrawRectangle(area);
+    canvas.SetPen(*wxTRANSPARENT_PEN);
+    canvas.SetBrush(ground);
+    canvas.DrawRectangle(area);
     int alignment = look.kind == CellKind::kNumber ? wxALIGN_RIGHT : wxALIGN_LEFT;
     if (look.kind == CellKind::kButton && !look.text.empty()) {
-        wxRendererNative::Get().DrawPushButton(&window_, dc, wxRect(area).Deflate(1),
+        wxRendererNative::Get().DrawPushButton(&window_, canvas, wxRect(area).Deflate(1),
                                                look.pressed ? kPressed : 0);
         ink = Colour(wxSYS_COLOUR_BTNTEXT);
         alignment = wxALIGN_CENTRE_HORIZONTAL;
     }
-    SetInk(dc, ink);
-    Text(dc, area, look.text, alignment);
+    SetInk(canvas, ink);
+    Text(canvas, area, look.text, alignment);
 }
 
-void TableDrawing::Cursor(wxDC& dc, const wxRect& area, bool chosen) const {
+void TableDrawing::Cursor(wxDC& canvas, const wxRect& area, bool chosen) const {
     if (!window_.HasFocus()) return;
-    dc.SetPen(wxPen(Colour(chosen ? wxSYS_COLOUR_HIGHLIGHTTEXT : wxSYS_COLOUR_WINDOWTEXT), 1,
-                    wxPENSTYLE_DOT));
-    dc.SetBrush(*wxTRANSPARENT_BRUSH);
-    dc.DrawRectangle(wxRect(area).Deflate(window_.FromDIP(1)));
+    canvas.SetPen(wxPen(Colour(chosen ? wxSYS_COLOUR_HIGHLIGHTTEXT : wxSYS_COLOUR_WINDOWTEXT), 1,
+                        wxPENSTYLE_DOT));
+    canvas.SetBrush(*wxTRANSPARENT_BRUSH);
+    canvas.DrawRectangle(wxRect(area).Deflate(window_.FromDIP(1)));
 }
 
-void TableDrawing::RowLabel(wxDC& dc, const wxRect& area, std::size_t number, bool ticked,
+void TableDrawing::RowLabel(wxDC& canvas, const wxRect& area, std::size_t number, bool ticked,
                             bool marked) const {
-    Header(dc, area);
-    TickBox(dc, area, ticked ? kTicked : 0);
+    Header(canvas, area);
+    TickBox(canvas, area, ticked ? kTicked : 0);
     const int box = wxRendererNative::Get().GetCheckBoxSize(&window_).x + Space();
     const wxRect rest(area.x + box, area.y, area.width - box, area.height);
-    if (marked) Text(dc, rest, ToWx(kCautionMark), wxALIGN_LEFT);
-    Text(dc, rest, std::to_string(number), wxALIGN_RIGHT);
+    if (marked) Text(canvas, rest, ToWx(kCautionMark), wxALIGN_LEFT);
+    Text(canvas, rest, std::to_string(number), wxALIGN_RIGHT);
 }
 
-void TableDrawing::ColumnLabel(wxDC& dc, const wxRect& area, const wxString& caption,
+void TableDrawing::ColumnLabel(wxDC& canvas, const wxRect& area, const wxString& caption,
                                CellKind kind) const {
     constexpr int kAlignments[] = {wxALIGN_LEFT, wxALIGN_RIGHT, wxALIGN_CENTRE_HORIZONTAL};
-    Header(dc, area);
-    Text(dc, area, caption, kAlignments[static_cast<int>(kind)]);
+    Header(canvas, area);
+    Text(canvas, area, caption, kAlignments[static_cast<int>(kind)]);
 }
 
-void TableDrawing::Corner(wxDC& dc, const wxRect& area, Ticks ticks, bool enabled) const {
-    Header(dc, area);
+void TableDrawing::Corner(wxDC& canvas, const wxRect& area, Ticks ticks, bool enabled) const {
+    Header(canvas, area);
     int flags = enabled ? 0 : kDisabled;
     if (ticks == Ticks::kAll) flags |= kTicked;
     if (ticks == Ticks::kSome) flags |= kHalfTicked;
-    TickBox(dc, area, flags);
+    TickBox(canvas, area, flags);
 }
 
-void TableDrawing::Message(wxDC& dc, const wxRect& area, const wxString& text) const {
+void TableDrawing::Message(wxDC& canvas, const wxRect& area, const wxString& text) const {
     const int border = window_.FromDIP(16);
-    dc.SetBackground(Colour(wxSYS_COLOUR_WINDOW));
-    dc.Clear();
-    dc.SetFont(window_.GetFont());
-    dc.SetTextForeground(Colour(wxSYS_COLOUR_WINDOWTEXT));
-    dc.DrawLabel(Lines(window_, text, area.width - 2 * border).Text(), area, wxALIGN_CENTRE);
+    canvas.SetBackground(Colour(wxSYS_COLOUR_WINDOW));
+    canvas.Clear();
+    canvas.SetFont(window_.GetFont());
+    canvas.SetTextForeground(Colour(wxSYS_COLOUR_WINDOWTEXT));
+    canvas.DrawLabel(Lines(window_, text, area.width - 2 * border).Text(), area, wxALIGN_CENTRE);
 }
 
 /// The ground of a label, with a line to its right and one below.
-void TableDrawing::Header(wxDC& dc, const wxRect& area) const {
-    dc.SetPen(*wxTRANSPARENT_PEN);
-    dc.SetBrush(Colour(wxSYS_COLOUR_BTNFACE));
-    dc.DrawRectangle(area);
-    dc.SetPen(LineColour());
-    dc.DrawLine(area.GetTopRight(), area.GetBottomRight() + wxPoint(0, 1));
-    dc.DrawLine(area.GetBottomLeft(), area.GetBottomRight() + wxPoint(1, 0));
-    SetInk(dc, Colour(wxSYS_COLOUR_BTNTEXT));
+void TableDrawing::Header(wxDC& canvas, const wxRect& area) {
+    canvas.SetPen(*wxTRANSPARENT_PEN);
+    canvas.SetBrush(Colour(wxSYS_COLOUR_BTNFACE));
+    canvas.DrawRectangle(area);
+    canvas.SetPen(LineColour());
+    canvas.DrawLine(area.GetTopRight(), area.GetBottomRight() + wxPoint(0, 1));
+    canvas.DrawLine(area.GetBottomLeft(), area.GetBottomRight() + wxPoint(1, 0));
+    SetInk(canvas, Colour(wxSYS_COLOUR_BTNTEXT));
 }
 
-void TableDrawing::Text(wxDC& dc, wxRect area, const wxString& text, int alignment) const {
+void TableDrawing::Text(wxDC& canvas, wxRect area, const wxString& text, int alignment) const {
     area.Deflate(Space(), 0);
     if (text.empty() || area.width <= 0) return;
-    if (dc.GetFont() != window_.GetFont()) dc.SetFont(window_.GetFont());
+    if (canvas.GetFont() != window_.GetFont()) canvas.SetFont(window_.GetFont());
     wxString shown = text.substr(0, kLongestDrawn);
-    wxSize size = dc.GetTextExtent(shown);
+    wxSize size = canvas.GetTextExtent(shown);
     if (size.x > area.width) {
-        shown =
-            wxControl::Ellipsize(shown, dc, wxELLIPSIZE_END, area.width, wxELLIPSIZE_FLAGS_NONE);
-        size = dc.GetTextExtent(shown);
+        shown = wxControl::Ellipsize(shown, canvas, wxELLIPSIZE_END, area.width,
+                                     wxELLIPSIZE_FLAGS_NONE);
+        size = canvas.GetTextExtent(shown);
     }
     const int rest = std::max(0, area.width - size.x);
     if (alignment == wxALIGN_RIGHT) area.x += rest;
     if (alignment == wxALIGN_CENTRE_HORIZONTAL) area.x += rest / 2;
-    dc.DrawText(shown, area.x, area.y + (area.height - size.y) / 2);
+    canvas.DrawText(shown, area.x, area.y + (area.height - size.y) / 2);
 }
 
-void TableDrawing::TickBox(wxDC& dc, const wxRect& area, int flags) const {
+void TableDrawing::TickBox(wxDC& canvas, const wxRect& area, int flags) const {
     const wxSize size = wxRendererNative::Get().GetCheckBoxSize(&window_);
     const wxRect box({area.x + Space(), area.y + (area.height - size.y) / 2}, size);
-    wxRendererNative::Get().DrawCheckBox(&window_, dc, box, flags);
+    wxRendererNative::Get().DrawCheckBox(&window_, canvas, box, flags);
 }
 
 }  // namespace sontaro

@@ -32,25 +32,27 @@ class TableDrawing {
     /// Width of a cell that has room for `text`.
     [[nodiscard]] int WidthOf(const wxString& text, CellKind kind) const;
 
-    void Cell(wxDC& dc, const wxRect& area, const CellLook& look) const;
+    void Cell(wxDC& canvas, const wxRect& area, const CellLook& look) const;
     /// The frame around the cell that has the keyboard.
-    void Cursor(wxDC& dc, const wxRect& area, bool chosen) const;
+    void Cursor(wxDC& canvas, const wxRect& area, bool chosen) const;
     /// A row's tick box, its number and, where there is a caution, a mark.
-    void RowLabel(wxDC& dc, const wxRect& area, std::size_t number, bool ticked, bool marked) const;
-    void ColumnLabel(wxDC& dc, const wxRect& area, const wxString& caption, CellKind kind) const;
+    void RowLabel(wxDC& canvas, const wxRect& area, std::size_t number, bool ticked,
+                  bool marked) const;
+    void ColumnLabel(wxDC& canvas, const wxRect& area, const wxString& caption,
+                     CellKind kind) const;
     /// The tick box of all rows.
-    void Corner(wxDC& dc, const wxRect& area, Ticks ticks, bool enabled) const;
+    void Corner(wxDC& canvas, const wxRect& area, Ticks ticks, bool enabled) const;
     /// What is said in place of rows.
-    void Message(wxDC& dc, const wxRect& area, const wxString& text) const;
+    void Message(wxDC& canvas, const wxRect& area, const wxString& text) const;
 
     [[nodiscard]] static wxColour LineColour();
 
    private:
     [[nodiscard]] int Space() const { return window_.FromDIP(4); }
     [[nodiscard]] int MarkWidth() const;
-    void Header(wxDC& dc, const wxRect& area) const;
-    void Text(wxDC& dc, wxRect area, const wxString& text, int alignment) const;
-    void TickBox(wxDC& dc, const wxRect& area, int flags) const;
+    static void Header(wxDC& canvas, const wxRect& area);
+    void Text(wxDC& canvas, wxRect area, const wxString& text, int alignment) const;
+    void TickBox(wxDC& canvas, const wxRect& area, int flags) const;
 
     wxWindow& window_;
 };

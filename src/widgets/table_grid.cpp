@@ -45,10 +45,10 @@ class TableGrid::Renderer : public wxGridCellRenderer {
     explicit Renderer(const TableGrid& table) : table_(table) {}
 
    private:
-    void Draw(wxGrid&, wxGridCellAttr&, wxDC& dc, const wxRect& area, int place, int column,
+    void Draw(wxGrid&, wxGridCellAttr&, wxDC& canvas, const wxRect& area, int place, int column,
               bool) override {
         table_.Drawing().Cell(
-            dc, area,
+            canvas, area,
             table_.LookOf(static_cast<std::size_t>(place), static_cast<std::size_t>(column)));
     }
     wxSize GetBestSize(wxGrid& grid, wxGridCellAttr&, wxDC&, int place, int column) override {
@@ -129,8 +129,8 @@ void TableGrid::SetMessage(const wxString& message) {
 }
 
 void TableGrid::PaintMessage() {
-    wxPaintDC dc(GetGridWindow());
-    drawing_.Message(dc, GetGridWindow()->GetClientSize(), message_);
+    wxPaintDC canvas(GetGridWindow());
+    drawing_.Message(canvas, GetGridWindow()->GetClientSize(), message_);
 }
 
 std::optional<std::size_t> TableGrid::CursorPlace() const {
@@ -257,27 +257,27 @@ CellKind TableGrid::KindOf(int column) const {
     return rows_.Model().Columns()[static_cast<std::size_t>(column)].kind;
 }
 
-void TableGrid::DrawRowLabel(wxDC& dc, int place) {
+void TableGrid::DrawRowLabel(wxDC& canvas, int place) {
     const TableModel& model = rows_.Model();
     const std::size_t row = rows_.RowAt(static_cast<std::size_t>(place));
-    drawing_.RowLabel(dc, {0, GetRowTop(place), GetRowLabelSize(), GetRowHeight(place)}, row + 1,
-                      model.IsTicked(row), !model.RowCaution(row).empty());
+    drawing_.RowLabel(canvas, {0, GetRowTop(place), GetRowLabelSize(), GetRowHeight(place)},
+                      row + 1, model.IsTicked(row), !model.RowCaution(row).empty());
 }
 
-void TableGrid::DrawColLabel(wxDC& dc, int column) {
+void TableGrid::DrawColLabel(wxDC& canvas, int column) {
     const TableColumn& head = rows_.Model().Columns()[static_cast<std::size_t>(column)];
-    drawing_.ColumnLabel(dc, {GetColLeft(column), 0, GetColWidth(column), GetColLabelSize()},
+    drawing_.ColumnLabel(canvas, {GetColLeft(column), 0, GetColWidth(column), GetColLabelSize()},
                          ToWx(head.caption), head.kind);
 }
 
-void TableGrid::DrawCornerLabel(wxDC& dc) {
-    drawing_.Corner(dc, {0, 0, GetRowLabelSize(), GetColLabelSize()}, rows_.ShownTicks(),
+void TableGrid::DrawCornerLabel(wxDC& canvas) {
+    drawing_.Corner(canvas, {0, 0, GetRowLabelSize(), GetColLabelSize()}, rows_.ShownTicks(),
                     rows_.Count() > 0);
 }
 
-void TableGrid::DrawCellHighlight(wxDC& dc, const wxGridCellAttr*) {
+void TableGrid::DrawCellHighlight(wxDC& canvas, const wxGridCellAttr*) {
     if (!CursorPlace()) return;
-    drawing_.Cursor(dc, CellToRect(GetGridCursorCoords()), IsChosen(GetGridCursorRow()));
+    drawing_.Cursor(canvas, CellToRect(GetGridCursorCoords()), IsChosen(GetGridCursorRow()));
 }
 
 /// Of the rows in view alone: of all it would take seconds.

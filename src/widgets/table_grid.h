@@ -58,10 +58,10 @@ class TableGrid : public wxGrid {
     class Renderer;
     class Cells;
 
-    void DrawRowLabel(wxDC& dc, int place) override;
-    void DrawColLabel(wxDC& dc, int column) override;
-    void DrawCornerLabel(wxDC& dc) override;
-    void DrawCellHighlight(wxDC& dc, const wxGridCellAttr* attributes) override;
+    void DrawRowLabel(wxDC& canvas, int place) override;
+    void DrawColLabel(wxDC& canvas, int column) override;
+    void DrawCornerLabel(wxDC& canvas) override;
+    void DrawCellHighlight(wxDC& canvas, const wxGridCellAttr* attributes) override;
 
     void BindEvents();
     void BindMouse();
