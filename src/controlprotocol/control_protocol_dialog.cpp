@@ -3,9 +3,9 @@
 #include <fmt/printf.h>
 #include <wx/sizer.h>
 
-#include "widgets/common_texts.h"
 #include "widgets/exchange_texts.h"
 #include "widgets/front_dialog.h"
+#include "widgets/json_file_texts.h"
 #include "widgets/settings_state_text.h"
 #include "widgets/wx_text.h"
 
@@ -22,16 +22,11 @@ constexpr LocalText kTabs[] = {
 };
 static_assert(std::size(kTabs) == kControlProtocolGrids);
 
-struct FileTexts {
-    LocalText caption, filter, name;
-};
-constexpr FileTexts kOpenTexts = {{"打开控制协议文件", "Open ControlProtocol file"},
-                                  {"控制协议文件(*.JSON)", "ControlProtocol Flie(*.JSON)"},
-                                  InBoth("")};
-constexpr FileTexts kSaveTexts = {{"保存控制协议文件", "Save ControlProtocol file"},
-                                  kOpenTexts.filter,
-                                  {"控制协议", "ControlProtocol"}};
-constexpr const char* kExtension = "JSON";
+constexpr JsonFileTexts kOpenTexts = {{"打开控制协议文件", "Open ControlProtocol file"},
+                                      {"控制协议文件(*.JSON)", "ControlProtocol Flie(*.JSON)"}};
+constexpr JsonFileTexts kSaveTexts = {{"保存控制协议文件", "Save ControlProtocol file"},
+                                      kOpenTexts.filter,
+                                      {"控制协议", "ControlProtocol"}};
 
 /// In the order of `AskingChain::Step`.
 constexpr LocalText kSteps[] = {
@@ -173,10 +168,8 @@ void CControlProtocol::StateChanged() {
 
 void CControlProtocol::AskForFile(FileQuestion::Purpose purpose) {
     const bool saves = purpose == FileQuestion::Purpose::kSave;
-    const FileTexts& texts = saves ? kSaveTexts : kOpenTexts;
-    const auto path = Services().Messages().ChooseFile({purpose, Localized(texts.caption),
-                                                        Localized(texts.filter) + kJsonPatterns,
-                                                        Localized(texts.name), kExtension});
+    const auto path = Services().Messages().ChooseFile(
+        JsonFileQuestion(purpose, saves ? kSaveTexts : kOpenTexts));
     if (!path) return;
     if (saves)
         run_.Settings().SaveFile(*path);

@@ -8,9 +8,9 @@
 #include <wx/treectrl.h>
 #include <wx/wupdlock.h>
 
-#include "widgets/common_texts.h"
 #include "widgets/filter_box.h"
 #include "widgets/fonts.h"
+#include "widgets/json_file_texts.h"
 #include "widgets/settings_state_text.h"
 #include "widgets/wx_text.h"
 
@@ -35,18 +35,14 @@ constexpr LocalText kAddAsTypeText = {"添加为类别", "Add as type"};
 constexpr LocalText kScreen = {"屏幕%d", "Screen %d"};
 constexpr LocalText kNoVideos = {"（没有视频）", "(no videos)"};
 
-struct FileTexts {
-    LocalText caption, filter, name;
-};
-constexpr FileTexts kOpenTexts = {{"打开播放器控制协议", "Open player control protocol"},
-                                  {"播放器控制协议(*.JSON)", "PlayerControlProtocol Flie(*.JSON)"},
-                                  InBoth("")};
-constexpr FileTexts kSaveTexts = {{"保存播放器控制协议", "Save player control protocol"},
-                                  {"播放器控制协议(*.JSON)", "PlayerControlProtocol(*.JSON)"},
-                                  {"控制协议", "ControlProtocol"}};
+constexpr JsonFileTexts kOpenTexts = {
+    {"打开播放器控制协议", "Open player control protocol"},
+    {"播放器控制协议(*.JSON)", "PlayerControlProtocol Flie(*.JSON)"}};
+constexpr JsonFileTexts kSaveTexts = {{"保存播放器控制协议", "Save player control protocol"},
+                                      {"播放器控制协议(*.JSON)", "PlayerControlProtocol(*.JSON)"},
+                                      {"控制协议", "ControlProtocol"}};
 constexpr const char* kFirstOfType = "/TypeName";  // rows of a type
 constexpr const char* kLastOfType = "/ScreenEffectID";
-constexpr const char* kExtension = "JSON";
 
 /// The category that an item of the tree is, or is a video of.
 class CategoryItem : public wxTreeItemData {
@@ -289,10 +285,8 @@ std::optional<std::string> CPlayerControl::ChosenCategory() const {
 
 void CPlayerControl::AskForFile(FileQuestion::Purpose purpose) {
     const bool saves = purpose == FileQuestion::Purpose::kSave;
-    const FileTexts& texts = saves ? kSaveTexts : kOpenTexts;
-    const auto path = Services().Messages().ChooseFile({purpose, Localized(texts.caption),
-                                                        Localized(texts.filter) + kJsonPatterns,
-                                                        Localized(texts.name), kExtension});
+    const auto path = Services().Messages().ChooseFile(
+        JsonFileQuestion(purpose, saves ? kSaveTexts : kOpenTexts));
     if (!path) return;
     if (saves)
         run_.Settings().SaveFile(*path);

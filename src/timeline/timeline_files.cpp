@@ -6,22 +6,17 @@
 #include "base/path_text.h"
 #include "settings/settings_files.h"
 #include "timeline/timeline_csv.h"
-#include "widgets/common_texts.h"
+#include "widgets/json_file_texts.h"
 
 namespace sontaro {
 
 namespace {
 
-struct FileTexts {
-    LocalText caption, filter, name;
-};
-constexpr FileTexts kOpenTexts = {{"打开播放器时间轴控制文件", "Open Playertime file"},
-                                  {"播放器时间轴控制文件(*.JSON)", "Playertime Flie(*.JSON)"},
-                                  InBoth("")};
-constexpr FileTexts kSaveTexts = {{"保存播放器时间轴控制文件", "Save PlayerTime file"},
-                                  {"播放器时间轴控制文件(*.JSON)", "PlayerTime Flie(*.JSON)"},
-                                  {"播放器时间轴控制", "PlayerTime"}};
-constexpr const char* kExtension = "JSON";
+constexpr JsonFileTexts kOpenTexts = {{"打开播放器时间轴控制文件", "Open Playertime file"},
+                                      {"播放器时间轴控制文件(*.JSON)", "Playertime Flie(*.JSON)"}};
+constexpr JsonFileTexts kSaveTexts = {{"保存播放器时间轴控制文件", "Save PlayerTime file"},
+                                      {"播放器时间轴控制文件(*.JSON)", "PlayerTime Flie(*.JSON)"},
+                                      {"播放器时间轴控制", "PlayerTime"}};
 
 constexpr LocalText kImportCaption = {"导入命令表格", "Import a table of commands"};
 constexpr LocalText kExportCaption = {"导出命令表格", "Export a table of commands"};
@@ -37,15 +32,11 @@ constexpr LocalText kNotImported = {"无法导入“%s”，未作任何更改�
 }  // namespace
 
 std::optional<std::filesystem::path> AskForTimelineToOpen(Prompts& prompts) {
-    return prompts.ChooseFile({FileQuestion::Purpose::kOpen, Localized(kOpenTexts.caption),
-                               Localized(kOpenTexts.filter) + kJsonPatterns,
-                               Localized(kOpenTexts.name), kExtension});
+    return prompts.ChooseFile(JsonFileQuestion(FileQuestion::Purpose::kOpen, kOpenTexts));
 }
 
 std::optional<std::filesystem::path> AskForTimelineToSave(Prompts& prompts) {
-    return prompts.ChooseFile({FileQuestion::Purpose::kSave, Localized(kSaveTexts.caption),
-                               Localized(kSaveTexts.filter) + kJsonPatterns,
-                               Localized(kSaveTexts.name), kExtension});
+    return prompts.ChooseFile(JsonFileQuestion(FileQuestion::Purpose::kSave, kSaveTexts));
 }
 
 NodeIds ImportCsv(TimelineDocument& document, Prompts& prompts) {
