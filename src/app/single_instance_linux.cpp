@@ -1,8 +1,11 @@
-#include <wx/app.h>
-#include <wx/ipc.h>  // before the next one, which needs its settings
-#include <wx/log.h>
+#include <fcntl.h>
+#include <glib-unix.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 #include <wx/utils.h>
 
+#include <cstring>
 #include <filesystem>
 
 #include "app/single_instance.h"
@@ -14,32 +17,59 @@ namespace sontaro {
 
 namespace {
 
-constexpr const char* kTopic = "window";
-constexpr const char* kRaise = "raise";
+constexpr char kRaise = 'r';
 
-class RaiseConnection : public wxConnection {
+/// A socket of messages with a name in the file system; -1 where there is none.
+class MessageSocket {
    public:
-    explicit RaiseConnection(const std::function<void()>& raise) : raise_(raise) {}
+    MessageSocket() : handle_(socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0)) {}
+    ~MessageSocket() {
+        if (handle_ != -1) close(handle_);
+    }
+    MessageSocket(const MessageSocket&) = delete;
+    MessageSocket& operator=(const MessageSocket&) = delete;
 
-   private:
-    bool OnExec(const wxString&, const wxString& command) override {
-        if (command == kRaise) wxTheApp->CallAfter(raise_);
-        return command == kRaise;
+    [[nodiscard]] int Handle() const { return handle_; }
+
+    /// Does to an address what `bind` and `connect` do; false too when its path is too long.
+    template <class Call>
+    [[nodiscard]] bool At(const std::filesystem::path& path, Call call) const {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        const std::string& name = path.native();
+        if (name.size() >= sizeof address.sun_path) return false;
+        std::memcpy(address.sun_path, name.data(), name.size());
+        return call(handle_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     }
 
-    const std::function<void()>& raise_;
+   private:
+    const int handle_;
 };
 
-class RaiseServer : public wxServer {
+/// Calls `raise` from the user interface's loop whenever another start asks for it.
+class RaiseService {
    public:
-    explicit RaiseServer(std::function<void()> raise) : raise_(std::move(raise)) {}
+    RaiseService(const std::filesystem::path& path, std::function<void()> raise)
+        : raise_(std::move(raise)) {
+        if (socket_.At(path, bind)) source_ = g_unix_fd_add(socket_.Handle(), G_IO_IN, Take, this);
+    }
+    ~RaiseService() {
+        if (source_ != 0) g_source_remove(source_);
+    }
+    RaiseService(const RaiseService&) = delete;
+    RaiseService& operator=(const RaiseService&) = delete;
 
    private:
-    wxConnectionBase* OnAcceptConnection(const wxString& topic) override {
-        return topic == kTopic ? new RaiseConnection(raise_) : nullptr;
+    static gboolean Take(int handle, GIOCondition, void* service) {
+        char wish = 0;
+        if (recv(handle, &wish, 1, 0) == 1 && wish == kRaise)
+            static_cast<RaiseService*>(service)->raise_();
+        return G_SOURCE_CONTINUE;
     }
 
-    std::function<void()> raise_;
+    const std::function<void()> raise_;
+    const MessageSocket socket_;
+    guint source_ = 0;
 };
 
 /// A file for this title and user, with a name that is fit for one: titles may hold anything.
@@ -64,30 +94,22 @@ class SingleInstance::Claim {
         if (isAnotherRunning_) return;
         if (lock) lock_ = *lock;
         std::filesystem::remove(service_, error);
-        const wxLogNull quiet;
-        server_ = std::make_unique<RaiseServer>(std::move(raise));
-        server_->Create(ServiceName());  // without it a second start ends all the same, only unseen
+        server_.emplace(service_, std::move(raise));
     }
 
     [[nodiscard]] bool IsAnotherRunning() const { return isAnotherRunning_; }
 
+    /// A second start ends in any case, only unseen where this fails.
     void RaiseOther() const {
-        const wxLogNull quiet;  // the other may be ending just now
-        wxClient client;
-        const std::unique_ptr<wxConnectionBase> connection(
-            client.MakeConnection("localhost", ServiceName(), kTopic));
-        if (!connection) return;
-        connection->Execute(kRaise);
-        connection->Disconnect();
+        const MessageSocket client;
+        if (client.At(service_, connect)) (void)send(client.Handle(), &kRaise, 1, MSG_NOSIGNAL);
     }
 
    private:
-    [[nodiscard]] wxString ServiceName() const { return ToWx(TextOfPath(service_)); }
-
     const std::filesystem::path service_;
     bool isAnotherRunning_ = false;
     std::optional<FileLock> lock_;
-    std::unique_ptr<wxServer> server_;
+    std::optional<RaiseService> server_;
 };
 
 SingleInstance::SingleInstance(const std::string& title, std::function<void()> raise)
