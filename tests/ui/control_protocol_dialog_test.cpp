@@ -3,7 +3,6 @@
 #include <wx/propgrid/propgrid.h>
 #include <wx/srchctrl.h>
 #include <wx/textctrl.h>
-#include <wx/weakref.h>
 
 #include "base/file.h"
 #include "ui/ui_support.h"
@@ -13,28 +12,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The dialog over a real main window, with a player that is simulated.
-struct ProtocolDialog : UiTest {
+struct ProtocolDialog : FeatureTest {
     void Run(const std::function<void()>& step) {
-        StartPlayers(1);
-        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
-        const ModalScript script{[&](wxDialog* opened) {
-            dialog = opened;
+        RunDialog<CControlProtocol>([&] {
             const bool isRead = PumpUntil([&] { return Enabled(wxID_OK); });
             EXPECT_TRUE(isRead) << Text(kProtocolState);
             if (isRead) step();
-            prompts.answers = {true};
-            Press(dialog, wxID_CANCEL);
-        }};
-        DeviceRecord record;
-        record.ip = FormatIpv4(Player().Address().address);
-        record.tcpPort = Player().Address().port;
-        CControlProtocol(nullptr, services, record).ShowModal();
-        window->Destroy();
-        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+        });
     }
-
-    simulator::SimulatedPlayer& Player() { return players->Player(0); }
     bool Enabled(int id) { return dialog->FindWindow(id)->IsEnabled(); }
     wxPropertyGrid& Grid(int tab) { return *Find<wxPropertyGrid>(dialog, kProtocolGrid + tab); }
     std::string Value(int tab, const char* row) {
@@ -52,7 +37,6 @@ struct ProtocolDialog : UiTest {
     std::string Held() { return Player().State().controlProtocol; }
 
     std::filesystem::path file = ControlProtocolPath(folder.Path());
-    wxDialog* dialog = nullptr;
 };
 
 TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {

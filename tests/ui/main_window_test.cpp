@@ -44,18 +44,6 @@ class MainWindow : public UiTest {
         return FromWx(Find<wxControl>(dialog, id)->GetLabelText());
     }
 
-    /// Whether the first player receives the remote control command `document` in time.
-    bool PlayerReceives(int command, const std::string& key, const std::string& value) {
-        const auto matches = [&](const DevicePacket& packet) {
-            if (packet.header.command != kCommandVideo) return false;
-            const auto document = ParseJson(AsText(packet.payload));
-            return document && (*document)["cmdId"] == command && (*document)[key] == value;
-        };
-        return PumpUntil([&] {
-            return players->Player(0).WaitForPacket(matches, std::chrono::milliseconds(1));
-        });
-    }
-
     /// Whether a text stands in a window, whole.
     static bool ShowsIn(wxWindow* where, const std::string& text) {
         return std::ranges::any_of(where->GetChildren(), [&](const wxWindow* child) {
@@ -78,30 +66,6 @@ class MainWindow : public UiTest {
 
     wxWeakRef<CSontaroDlg> window;
 };
-
-TEST_F(MainWindow, PressingPlayReachesThePlayerAndThePositionComesBack) {
-    StartPlayers(1);
-    players->Player(0).ChangeState([](simulator::PlayerState& state) {
-        state.captions = {{simulator::Action::kPause, "暂停"},
-                          {simulator::Action::kPlay, "R&B 开始"}};
-    });
-    Open();
-    Control([&](wxDialog* control) {
-        ASSERT_TRUE(IsReady(control));
-        EXPECT_EQ(TextOf(control, kTitleText).find("->"), 6U);
-        for (const VideoButtonControl& button : kVideoButtonControls)
-            EXPECT_EQ(control->FindWindow(button.id)->IsShown(),
-                      button.id == 2109 || button.id == 2110);
-        EXPECT_EQ(TextOf(control, 2109), "R&B 开始");
-        Press(control, 2110);
-        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "暂停"));
-        EXPECT_FALSE(players->Player(0).State().playing);
-        Press(control, 2109);
-        EXPECT_TRUE(PlayerReceives(kVideoPlayMode, "playMode", "R&B 开始"));
-        EXPECT_TRUE(players->Player(0).State().playing);
-    });
-    EXPECT_TRUE(players->Player(0).WaitForConnectionCount(0, std::chrono::seconds(5)));
-}
 
 TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
     StartPlayers(2);

@@ -4,7 +4,6 @@
 #include <wx/listbox.h>
 #include <wx/propgrid/propgrid.h>
 #include <wx/treectrl.h>
-#include <wx/weakref.h>
 
 #include "ui/ui_support.h"
 
@@ -16,28 +15,15 @@ using testing::ElementsAre;
 const Box kNoRoom = Limit("It has reached its limit!");
 const Box kDeletion = Question("Do you really want to delete it?");
 
-/// The dialog over a real main window, with a player that is simulated.
-struct PlayerControlDialog : UiTest {
+struct PlayerControlDialog : FeatureTest {
     void Run(const std::function<void()>& step) {
-        StartPlayers(1);
-        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
-        const ModalScript script{[&](wxDialog* opened) {
-            dialog = opened;
+        RunDialog<CPlayerControl>([&] {
             EXPECT_TRUE(PumpUntil([&] { return Players().GetCount() == 1; }));
             dialog->Raise();
             EXPECT_TRUE(PumpUntil([&] { return dialog->IsActive(); }));
             step();
-            prompts.answers = {true};
-            Press(dialog, wxID_CANCEL);
-        }};
-        DeviceRecord record;
-        record.ip = FormatIpv4(players->Player(0).Address().address);
-        record.tcpPort = players->Player(0).Address().port;
-        CPlayerControl(nullptr, services, record).ShowModal();
-        window->Destroy();
-        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+        });
     }
-
     wxListBox& Players() { return *Find<wxListBox>(dialog, kControlledPlayers); }
     wxPropertyGrid& Grid() { return *Find<wxPropertyGrid>(dialog, kPlayerControlGrid); }
     wxTreeCtrl& Videos() { return *Find<wxTreeCtrl>(dialog, kVideoTree); }
@@ -47,12 +33,8 @@ struct PlayerControlDialog : UiTest {
     void Key(wxWindow& window, int key) {
         window.SetFocus();
         PumpUntil([&] { return window.HasFocus(); }, 500);
-        wxUIActionSimulator().Char(key);
-        PumpUntil([] { return false; }, 150);
+        test::Key(key);
     }
-    std::vector<Box> Told() { return std::exchange(prompts.boxes, {}); }
-
-    wxDialog* dialog = nullptr;
 };
 
 TEST_F(PlayerControlDialog, AddsAndDeletesPlayersAndTypesByKeys) {
@@ -73,8 +55,7 @@ TEST_F(PlayerControlDialog, AddsAndDeletesPlayersAndTypesByKeys) {
         EXPECT_THAT(Told(), ElementsAre(kNoRoom, kDeletion, kDeletion));
         Grid().SelectProperty("Players/0/VideoType/0/SendCmd", true);
         Grid().GetEditorTextCtrl()->SetFocus();
-        wxUIActionSimulator().Char(WXK_DELETE);
-        PumpUntil([] { return false; }, 150);
+        test::Key(WXK_DELETE);
         EXPECT_THAT(Told(), ElementsAre());  // the key has been the text's
         EXPECT_TRUE(Grid().GetPropertyByName("Players/0/VideoType/0"));
     });

@@ -4,9 +4,6 @@
 #include <wx/grid.h>
 #include <wx/srchctrl.h>
 #include <wx/textctrl.h>
-#include <wx/weakref.h>
-
-#include <cstdlib>
 
 #include "base/file.h"
 #include "support/platform.h"
@@ -30,30 +27,19 @@ bool IsTest(const DevicePacket& packet) {
            packet.header.argument == 2;
 }
 
-/// The dialog over a real main window, with a player that is simulated.
-struct PlayerTime : UiTest {
+struct PlayerTime : FeatureTest {
     void Run(const std::vector<TimeNode>& nodes, const std::function<void()>& step) {
         StartPlayers(1);
         TimelineDocument document;
         document.Apply({{}, {}, nodes});
         Player().ChangeState(
             [&](simulator::PlayerState& state) { state.timeline = document.Write(); });
-        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
-        script.Expect([&](wxDialog* opened) {
-            dialog = opened;
+        RunDialog<CPlayerTimeControl>([&] {
             EXPECT_TRUE(PumpUntil([&] { return dialog->FindWindow(wxID_OK)->IsEnabled(); }));
             dialog->Raise();
             EXPECT_TRUE(PumpUntil([&] { return dialog->IsActive() && Cells().HasFocus(); }));
             step();
-            prompts.answers = {true};
-            Press(dialog, wxID_CANCEL);
         });
-        DeviceRecord record;
-        record.ip = FormatIpv4(Player().Address().address);
-        record.tcpPort = Player().Address().port;
-        CPlayerTimeControl(nullptr, services, record).ShowModal();
-        window->Destroy();
-        EXPECT_TRUE(PumpUntil([&] { return !window; }));
     }
     /// What is done in the editor when it opens next.
     void InEditor(const std::function<void()>& step) {
@@ -65,16 +51,8 @@ struct PlayerTime : UiTest {
         });
     }
 
-    simulator::SimulatedPlayer& Player() { return players->Player(0); }
     wxGrid& Grid() { return *Find<wxGrid>(dialog, kTimelineGrid); }
     wxWindow& Cells() { return *Grid().GetGridWindow(); }
-    static void Settle() {
-        PumpUntil([] { return false; }, 150);
-    }
-    static void Key(int key, int modifiers = wxMOD_NONE) {
-        wxUIActionSimulator().Char(key, modifiers);
-        Settle();
-    }
     /// Puts what is typed in the place of what a field of the editor has.
     void Type(int id, const char* text) {
         auto* field = Find<wxTextCtrl>(editor, id);
@@ -117,10 +95,6 @@ struct PlayerTime : UiTest {
         EXPECT_TRUE(PumpUntil(
             [&] { return Says(dialog, "Confirmed and equal: the player holds this timeline."); }));
     }
-    std::vector<Box> Told() { return std::exchange(prompts.boxes, {}); }
-
-    ModalScript script{};
-    wxDialog* dialog = nullptr;
     wxDialog* editor = nullptr;
 };
 
@@ -203,11 +177,7 @@ TEST_F(PlayerTime, ATurnOfTheWheelChoosesNoOtherPort) {
     Run({}, [&] {
         InEditor([&] {
             auto* port = Find<wxChoice>(editor, kNodePort);
-            wxUIActionSimulator().MouseMove(port->ClientToScreen(wxPoint(20, 12)));
-            Settle();
-            // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): the toolkit's own way to wait
-            EXPECT_EQ(std::system("xdotool click 5"), 0);  // never ends under a sanitizer
-            Settle();
+            TurnWheel(*port, wxPoint(20, 12));
             EXPECT_EQ(port->GetSelection(), kPortSerial0);
             Press(editor, wxID_CANCEL);
         });
@@ -254,28 +224,6 @@ TEST_F(PlayerTime, TestsTheNodeWhoseCellIsClickedAndTheChosenOne) {
                                         Warning("Command cannot be empty!")));
     });
     EXPECT_THAT(Told(), ElementsAre(Question("Do you really want to exit?")));
-}
-
-TEST_F(PlayerTime, TestsTickedNodesInTurnUntilStopped) {
-    const auto node = [](const char* command) {
-        return TimeNode{0, "t", "v", 0, 0, "", 0, command};
-    };
-    Run({node("01"), node("02"), node("03")}, [&] {
-        Press(dialog, kTestTicked);
-        EXPECT_THAT(Told(), ElementsAre(Warning("Tick the commands to be tested first.")));
-        Key('A', wxMOD_CONTROL);
-        Key(WXK_SPACE);
-        Find<wxTextCtrl>(dialog, kTestGap)->SetValue("300");
-        Press(dialog, kTestTicked);
-        const auto testsSent = [&] {
-            return std::ranges::count_if(Player().ReceivedPackets(), IsTest);
-        };
-        EXPECT_TRUE(PumpUntil([&] { return testsSent() == 2; }));
-        Press(dialog, kTestTicked);
-        EXPECT_FALSE(PumpUntil([&] { return testsSent() > 2; }, 600));
-        EXPECT_EQ(Find<wxButton>(dialog, kTestTicked)->GetLabelText(), "Test ticked");
-        EXPECT_THAT(Told(), ElementsAre());  // no box for each of many
-    });
 }
 
 TEST_F(PlayerTime, ShiftsAllChosenNodesOrNone) {

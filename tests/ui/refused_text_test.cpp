@@ -1,9 +1,6 @@
 // A text that is not taken, in the windows that refuse it, by mouse and by key.
 #include <gmock/gmock.h>
-#include <wx/propgrid/propgrid.h>
 #include <wx/srchctrl.h>
-#include <wx/textctrl.h>
-#include <wx/weakref.h>
 
 #include "controlprotocol/control_protocol_dialog.h"
 #include "osd/osd_dialog.h"
@@ -29,31 +26,18 @@ void BySpaceOnOk(wxDialog* dialog) {
     wxUIActionSimulator().Char(WXK_SPACE);
 }
 
-/// A dialog over a real main window and a simulated player.
-struct Refusal : UiTest {
+struct Refusal : FeatureTest {
     template <class Dialog>
     void Run(int gridId, const std::function<void()>& step) {
-        StartPlayers(1);
-        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
-        const ModalScript script{[&](wxDialog* opened) {
-            dialog = opened;
+        RunDialog<Dialog>([&] {
             grid = Find<wxPropertyGrid>(dialog, gridId);
             EXPECT_TRUE(PumpUntil([&] { return dialog->FindWindow(wxID_OK)->IsEnabled(); }));
             Player().ForgetPackets();
             step();
             prompts.boxes.clear();
-            prompts.answers = {true};
-            Press(dialog, wxID_CANCEL);
-        }};
-        DeviceRecord record;
-        record.ip = FormatIpv4(Player().Address().address);
-        record.tcpPort = Player().Address().port;
-        Dialog(nullptr, services, record).ShowModal();
-        window->Destroy();
-        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+        });
     }
 
-    simulator::SimulatedPlayer& Player() { return players->Player(0); }
     /// Settings that the player has received.
     std::size_t Sent() {
         return static_cast<std::size_t>(
@@ -61,17 +45,7 @@ struct Refusal : UiTest {
                 return packet.header.command == kCommandSettings && !packet.payload.empty();
             }));
     }
-    /// Types into a cell as a hand does.
-    void Type(const char* row, const char* text) {
-        dialog->Raise();
-        grid->SelectProperty(row, true);
-        wxTextCtrl* editor = grid->GetEditorTextCtrl();
-        editor->SetFocus();
-        ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive() && editor->HasFocus(); }));
-        editor->SelectAll();
-        wxUIActionSimulator().Text(text);
-        ASSERT_TRUE(PumpUntil([&] { return InCell() == text; }));
-    }
+    void Type(const char* row, const char* text) { TypeInCell(*grid, row, text); }
     std::string InCell() {
         const wxTextCtrl* editor = grid->GetEditorTextCtrl();
         return editor ? FromWx(editor->GetValue()) : "no text";
@@ -85,7 +59,7 @@ struct Refusal : UiTest {
             Type(row, text);
             acts[i](dialog);
             EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
-            PumpUntil([] { return false; }, 100);
+            Settle();
             EXPECT_THAT(prompts.boxes, ElementsAre(told));
             EXPECT_EQ(InCell(), text);
             EXPECT_TRUE(grid->IsShownOnScreen());
@@ -104,12 +78,11 @@ struct Refusal : UiTest {
         Type(row, text);
         wxUIActionSimulator().Char(WXK_ESCAPE);
         EXPECT_TRUE(PumpUntil([&] { return FromWx(grid->GetPropertyValueAsString(row)) == held; }));
-        PumpUntil([] { return false; }, 100);
+        Settle();
         EXPECT_THAT(prompts.boxes, ElementsAre(exit));
         EXPECT_FALSE(grid->IsEditorsValueModified());
     }
 
-    wxDialog* dialog = nullptr;
     wxPropertyGrid* grid = nullptr;
 };
 

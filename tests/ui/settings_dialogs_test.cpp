@@ -121,13 +121,7 @@ TEST_F(SettingsWindows, CloseNeitherOnEnterNorOnEscape) {
     Run<CCave>([&](SettingsDialog* dialog) {
         Reply(Window::kCave, MessageId::kCave, kSchema);
         Sent();
-        Grid(dialog).SelectProperty("Serial/rate", true);
-        wxTextCtrl* editor = Grid(dialog).GetEditorTextCtrl();
-        dialog->Raise();
-        editor->SetFocus();
-        ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive(); }));
-        editor->SelectAll();
-        wxUIActionSimulator().Text("57600");
+        TypeInCell(Grid(dialog), "Serial/rate", "57600");
         for (const int key : {WXK_RETURN, WXK_ESCAPE, WXK_ESCAPE, WXK_RETURN})
             wxUIActionSimulator().Char(key);
         PumpUntil([] { return false; }, 400);  // a default button would be pressed by then
@@ -142,14 +136,7 @@ TEST_F(SettingsWindows, OfASchemaIgnoreATextWithAHintAndSendTheRest) {
     Run<CCave>([&](SettingsDialog* dialog) {
         Reply(Window::kCave, MessageId::kCave, kSchema);
         const auto type = [&] {
-            Grid(dialog).SelectProperty("Serial/rate", true);
-            wxTextCtrl* editor = Grid(dialog).GetEditorTextCtrl();
-            dialog->Raise();
-            editor->SetFocus();
-            ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive() && editor->HasFocus(); }));
-            editor->SelectAll();
-            wxUIActionSimulator().Text("1x");
-            ASSERT_TRUE(PumpUntil([&] { return editor->GetValue() == "1x"; }));
+            TypeInCell(Grid(dialog), "Serial/rate", "1x");
             Sent();
         };
         const auto isSent = [&] { return !main.messages.empty(); };

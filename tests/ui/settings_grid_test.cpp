@@ -58,21 +58,7 @@ struct Grid : UiTest {
             names += FromWx(at.GetProperty()->GetName()) + " ";
         return names;
     }
-    /// Chooses a row and types into it, as by hand but for the Enter at the end.
-    void Type(const char* name, const char* text) {
-        Properties().SelectProperty(name, true);
-        wxTextCtrl* editor = Properties().GetEditorTextCtrl();
-        dialog->Raise();
-        editor->SetFocus();
-        ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive(); }));
-        editor->SelectAll();
-        wxUIActionSimulator().Text(text);
-        ASSERT_TRUE(PumpUntil([&] { return editor->GetValue() == text; }));
-    }
-    void Key(int key) {
-        wxUIActionSimulator().Char(key);
-        PumpUntil([] { return false; }, 100);
-    }
+    void Type(const char* name, const char* text) { TypeInCell(Properties(), name, text); }
     /// Two groups of one sub-group each, with many rows.
     static SettingsRows Many() {
         SettingsRows groups;
@@ -266,7 +252,7 @@ TEST_F(Grid, AsksForAnotherColour) {
     grid->Fill({{"g", "g", {{"c", RowKind::kColour, "c", ""}}}});
     EXPECT_EQ(Shown("c"), "default");
     Properties().ChangePropertyValue("c", kOther);
-    PumpUntil([] { return false; }, 50);
+    Settle();
     EXPECT_TRUE(edits.empty());
     prompts.colour = 0x563412;
     Properties().ChangePropertyValue("c", kOther);
@@ -383,7 +369,7 @@ TEST_F(Grid, ScrollsToARowThatIsChosenDirectlyWhileAnotherIsEdited) {
     }
     Properties().SelectProperty("1/1/29");
     Properties().SelectProperty("0/0");
-    PumpUntil([] { return false; }, 100);
+    Settle();
 }
 
 TEST_F(Grid, DropsAnEditThatIsOpenWhenItsWindowGoes) {

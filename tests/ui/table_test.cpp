@@ -67,9 +67,6 @@ struct TableWindow : UiTest {
         table->RowsChanged();
         Settle();
     }
-    static void Settle() {
-        PumpUntil([] { return false; }, 60);
-    }
     wxWindow* Cells() { return table->Grid().GetGridWindow(); }
     wxPoint At(int place, int column) {
         const wxRect cell = table->Grid().CellToRect(place, column);
@@ -85,10 +82,6 @@ struct TableWindow : UiTest {
         mouse.MouseMove(point);
         Settle();
         mouse.MouseClick();
-        Settle();
-    }
-    static void Key(int key, int modifiers = wxMOD_NONE) {
-        wxUIActionSimulator().Char(key, modifiers);
         Settle();
     }
     std::string Ticked() {
@@ -127,12 +120,18 @@ TEST_F(TableWindow, KeysMoveTheCursorAndScroll) {
     EXPECT_THAT(Told(), ElementsAre("choose"));
 }
 
-TEST_F(TableWindow, ShiftAndCtrlChooseSeveral) {
+TEST_F(TableWindow, ShiftAndCtrlChooseSeveralAndSpaceTicksThem) {
     Fill(100);
     Key(WXK_DOWN);
     Key(WXK_DOWN, wxMOD_SHIFT);
     Key(WXK_DOWN, wxMOD_SHIFT);
     EXPECT_THAT(table->ChosenRows(), ElementsAre(1, 2, 3));
+    for (const char* ticked : {"1 2 3 ", ""}) {
+        Told();
+        Key(WXK_SPACE);
+        EXPECT_EQ(Ticked(), ticked);
+        EXPECT_THAT(Told(), ElementsAre("tick"));
+    }
     Key(WXK_END, wxMOD_SHIFT);
     EXPECT_EQ(table->ChosenRows().size(), 99);
     Key('A', wxMOD_CONTROL);
@@ -146,19 +145,6 @@ TEST_F(TableWindow, ShiftAndCtrlChooseSeveral) {
     EXPECT_THAT(table->ChosenRows(), ElementsAre(0, 4));
 }
 
-TEST_F(TableWindow, SpaceTicksTheChosenRows) {
-    Fill(5);
-    Key(WXK_SPACE);
-    Key(WXK_DOWN);
-    Key(WXK_DOWN, wxMOD_SHIFT);
-    Told();
-    Key(WXK_SPACE);
-    EXPECT_EQ(Ticked(), "0 1 2 ");
-    EXPECT_THAT(Told(), ElementsAre("tick"));
-    Key(WXK_SPACE);
-    EXPECT_EQ(Ticked(), "0 ");
-}
-
 TEST_F(TableWindow, ClicksOnLabelsTick) {
     Fill(8);
     ClickAt(AtLabel(2));
@@ -168,6 +154,10 @@ TEST_F(TableWindow, ClicksOnLabelsTick) {
     ClickAt(AtLabel(5));
     keyboard.KeyUp(WXK_SHIFT);
     EXPECT_EQ(Ticked(), "2 3 4 5 ");
+    EXPECT_EQ(table->Filter("  ROW 7 "), 1);
+    Click(table->Grid().GetGridCornerLabelWindow());
+    EXPECT_TRUE(PumpUntil([&] { return Ticked() == "2 3 4 5 7 "; })) << Ticked();
+    table->Filter("");
     Click(table->Grid().GetGridCornerLabelWindow());
     EXPECT_TRUE(PumpUntil([&] { return Ticked() == "0 1 2 3 4 5 6 7 "; }));
     wxUIActionSimulator mouse;
@@ -176,18 +166,6 @@ TEST_F(TableWindow, ClicksOnLabelsTick) {
     Settle();
     EXPECT_EQ(Ticked(), "0 1 2 3 4 5 6 7 ");
     EXPECT_EQ(table->ChosenRow(), 0);
-}
-
-TEST_F(TableWindow, CornerTicksTheRowsShown) {
-    Fill(21);
-    EXPECT_EQ(table->Filter("  ROW 2 "), 2);
-    Click(table->Grid().GetGridCornerLabelWindow());
-    EXPECT_TRUE(PumpUntil([&] { return Ticked() == "2 20 "; })) << Ticked();
-    table->Filter("row 1");
-    EXPECT_EQ(Ticked(), "2 20 ");
-    table->Filter("");
-    Click(table->Grid().GetGridCornerLabelWindow());
-    EXPECT_TRUE(PumpUntil([&] { return model.rows[1].ticked; }));
 }
 
 TEST_F(TableWindow, ButtonIsPressedByMouseAndKeyboard) {

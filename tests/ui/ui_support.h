@@ -5,11 +5,15 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/modalhook.h>
+#include <wx/propgrid/propgrid.h>
 #include <wx/stattext.h>
 #include <wx/stopwatch.h>
+#include <wx/textctrl.h>
 #include <wx/uiaction.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <deque>
 #include <functional>
 
@@ -50,6 +54,38 @@ inline void Click(wxWindow* window) {
     wxUIActionSimulator mouse;
     mouse.MouseMove(window->ClientToScreen(wxPoint(size.x / 2, size.y / 2)));
     mouse.MouseClick();
+}
+
+/// Lets the windows do what is due, and what the system does after them.
+inline void Settle() {
+    PumpUntil([] { return false; }, 150);
+}
+
+/// Presses a key, where the keyboard is.
+inline void Key(int key, int modifiers = wxMOD_NONE) {
+    wxUIActionSimulator().Char(key, modifiers);
+    Settle();
+}
+
+/// Types into a cell of a grid as a hand does, but for the Enter at the end.
+inline void TypeInCell(wxPropertyGrid& grid, const char* row, const char* text) {
+    wxGetTopLevelParent(&grid)->Raise();
+    grid.SelectProperty(row, true);
+    wxTextCtrl* editor = grid.GetEditorTextCtrl();
+    editor->SetFocus();
+    ASSERT_TRUE(PumpUntil([&] { return editor->HasFocus(); }));
+    editor->SelectAll();
+    wxUIActionSimulator().Text(text);
+    ASSERT_TRUE(PumpUntil([&] { return editor->GetValue() == text; }));
+}
+
+/// Turns the mouse wheel over a point of a control.
+inline void TurnWheel(wxWindow& control, const wxPoint& at) {
+    wxUIActionSimulator().MouseMove(control.ClientToScreen(at));
+    Settle();
+    // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): the toolkit's own way to wait
+    EXPECT_EQ(std::system("xdotool click 5"), 0);  // never ends under a sanitizer
+    Settle();
 }
 
 template <class Control>
@@ -132,6 +168,34 @@ class UiTest : public testing::Test {
     DeviceRemarks remarks{folder / "remarks.json"};
     ExchangeHub hub;
     UiServices services{{directory, threads, prompts}, hub, gate, preferences, folder.Path()};
+};
+
+/// Dialogs of features over a real main window, with a player that is simulated.
+struct FeatureTest : UiTest {
+    /// Opens one for the player, takes `step` there, and leaves it with a yes.
+    template <class Dialog>
+    void RunDialog(const std::function<void()>& step) {
+        if (!players) StartPlayers(1);
+        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
+        script.Expect([&](wxDialog* opened) {
+            dialog = opened;
+            step();
+            prompts.answers = {true};
+            Press(dialog, wxID_CANCEL);
+        });
+        DeviceRecord record;
+        record.ip = FormatIpv4(Player().Address().address);
+        record.tcpPort = Player().Address().port;
+        Dialog(nullptr, services, record).ShowModal();
+        window->Destroy();
+        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    }
+    simulator::SimulatedPlayer& Player() { return players->Player(0); }
+    /// What the user has been told since the last call.
+    std::vector<Box> Told() { return std::exchange(prompts.boxes, {}); }
+
+    ModalScript script{};
+    wxDialog* dialog = nullptr;
 };
 
 }  // namespace sontaro::test

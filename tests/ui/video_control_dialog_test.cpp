@@ -3,10 +3,8 @@
 #include <wx/gauge.h>
 #include <wx/notebook.h>
 #include <wx/uiaction.h>
-#include <wx/weakref.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
 #include <set>
 
@@ -23,32 +21,19 @@ using simulator::Action;
 using simulator::Caption;
 using Captions = std::vector<Caption>;
 
-/// The window over a real main window, with a player that is simulated and names these buttons.
-struct RemoteWindow : UiTest {
+/// The window of a player that names these buttons.
+struct RemoteWindow : FeatureTest {
     void Run(const Captions& captions, const std::function<void()>& step) {
         StartPlayers(1);
-        const wxWeakRef<CSontaroDlg> window = OpenMainWindow();
-        Open(captions, step);
-        window->Destroy();
-        EXPECT_TRUE(PumpUntil([&] { return !window; }));
-    }
-    void Open(const Captions& captions, const std::function<void()>& step) {
         Player().ChangeState([&](simulator::PlayerState& state) {
             state.captions = captions;
             state.position = 1min;
         });
-        const ModalScript script{[&](wxDialog* opened) {
-            dialog = opened;
+        RunDialog<CVideoControlTab>([&] {
             const auto ready = [&] { return Find<wxGauge>(dialog, kProgressBar)->GetValue() > 0; };
             EXPECT_TRUE(PumpUntil(ready));
             step();
-            prompts.answers = {true};
-            Press(dialog, wxID_CANCEL);
-        }};
-        DeviceRecord record;
-        record.ip = FormatIpv4(Player().Address().address);
-        record.tcpPort = Player().Address().port;
-        CVideoControlTab(nullptr, services, record).ShowModal();
+        });
     }
     /// The player names other buttons.
     void Rename(const Captions& captions) {
@@ -73,7 +58,6 @@ struct RemoteWindow : UiTest {
         EXPECT_TRUE(directory.Send(TitleOf(Window::kVideoControl), message));
         PumpUntil([] { return false; }, 50);
     }
-    simulator::SimulatedPlayer& Player() { return players->Player(0); }
     wxControl& Control(int id) { return *Find<wxControl>(dialog, id); }
     std::string Shown(int id) { return FromWx(Control(id).GetLabelText()); }
     std::string Tip(int id) { return FromWx(Control(id).GetToolTipText()); }
@@ -104,7 +88,6 @@ struct RemoteWindow : UiTest {
     }
 
     const Captions factory = simulator::FactoryState().captions;
-    wxDialog* dialog = nullptr;
 };
 
 TEST_F(RemoteWindow, CutsLongCaptionsAndSendsThemWhole) {
@@ -141,7 +124,7 @@ TEST_F(RemoteWindow, GrowsAndShrinksWithItsCaptionsAndKeepsWhatTheUserHasChosen)
         EXPECT_EQ(dialog->GetSize(), usual);
         EXPECT_TRUE(Control(2120).IsShownOnScreen());
         dialog->SetSize(wxSize(1200, usual.y));
-        PumpUntil([] { return false; }, 100);
+        Settle();
         Rename(few);
         EXPECT_EQ(dialog->GetSize().x, 1200);
         EXPECT_LT(dialog->GetSize().y, usual.y);
@@ -220,7 +203,7 @@ TEST_F(RemoteWindow, AsksBeforeItSwitchesAPlayerOff) {
         const std::string ip = FormatIpv4(Player().Address().address);
         EXPECT_EQ(prompts.boxes,
                   std::vector{Question("Do you really want to switch off player " + ip + "?")});
-        PumpUntil([] { return false; }, 100);
+        Settle();
         EXPECT_TRUE(Player().State().poweredOn);
         prompts.answers = {true};
         prompts.whileShown = [&] { Rename({{Action::kPowerOff, "another"}}); };
@@ -252,11 +235,7 @@ TEST_F(RemoteWindow, ChoosesNothingByTheMouseWheel) {
             auto& names = *Find<wxComboBox>(dialog, id);
             names.SetSelection(0);
             for (const int x : {20, names.GetSize().x - 15}) {
-                wxUIActionSimulator().MouseMove(names.ClientToScreen(wxPoint(x, 12)));
-                PumpUntil([] { return false; }, 50);
-                // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): the toolkit's own way to wait
-                EXPECT_EQ(std::system("xdotool click 5"), 0);  // never ends under a sanitizer
-                PumpUntil([] { return false; }, 100);
+                TurnWheel(names, wxPoint(x, 12));
                 EXPECT_EQ(names.GetSelection(), 0) << id;
             }
         }
