@@ -8,8 +8,6 @@
 
 #include "exchange/player_requests.h"
 #include "timeline/player_time_add.h"
-#include "timeline/shift_dialog.h"
-#include "timeline/timeline_edits.h"
 #include "timeline/timeline_files.h"
 #include "timeline/timeline_state_text.h"
 #include "widgets/caption_button.h"
@@ -48,22 +46,11 @@ constexpr int kMostGap = 60'000;
 
 constexpr LocalText kTestTickedTip = {"把勾选的命令按间隔依次发送到播放器",
                                       "Sends the ticked commands to the player one by one"};
-constexpr LocalText kTickToTest = {"请先勾选要测试的命令。",
-                                   "Tick the commands to be tested first."};
 constexpr LocalText kChosenTip = {"勾选的命令；未勾选时为所选的命令",
                                   "The ticked commands, or the chosen ones where none is ticked"};
 constexpr LocalText kDeleteTip = {"勾选的命令（Delete）", "The ticked commands (Delete)"};
 constexpr LocalText kTestTip = {"把所选的命令单独发送到播放器（Ctrl+T）",
                                 "Sends the chosen command alone to the player (Ctrl+T)"};
-
-constexpr LocalText kNotShifted = {
-    "其中有命令会移到视频开始之前或超出范围，未作任何更改。",
-    "One of the commands would come before the beginning of its video, or too late. Nothing has "
-    "been moved."};
-constexpr LocalText kTickFirst = {"先勾选再删除！", "Check before deleting!"};
-constexpr LocalText kDeleteQuestion = {"【真的要删除吗?】", "Do you really want to delete it?"};
-constexpr LocalText kSomeHidden = {"其中 %d 条因筛选而未显示。",
-                                   "The filter hides %d of the ticked commands."};
 
 constexpr LocalText kFilterHint = {"任意列中的文字", "Text in any column"};
 constexpr LocalText kNoNodes = {"还没有命令。按“添加”或 Insert 键添加一条，或打开一个文件。",
@@ -291,100 +278,6 @@ void CPlayerTimeControl::ShowFill() {
     fill_->SetValue(
         static_cast<int>(std::min(bytes, kLongestTimeline) * kFillSteps / kLongestTimeline));
     Layout();
-}
-
-void CPlayerTimeControl::AddNode() {
-    if (const auto node = AskForNode(nullptr)) Changed(document_.Insert(*node));
-}
-
-/// The node may be gone when the editor is left, since the player may answer meanwhile: what was
-/// entered is not lost then.
-void CPlayerTimeControl::EditNode(std::size_t row) {
-    const NodeId id = document_.IdAt(row);
-    const TimeNode before = document_.NodeAt(row);
-    const auto node = AskForNode(&before);
-    if (!node || *node == before) return;
-    if (!document_.Find(id)) return Changed(document_.Insert(*node));
-    document_.Apply({{}, {{id, *node}}, {}});
-    Changed(id);
-}
-
-std::optional<TimeNode> CPlayerTimeControl::AskForNode(const TimeNode* edited) {
-    CPlayerTimeAdd editor(this, Services().Messages(), videos_, edited);
-    editor_ = &editor;
-    const bool isTaken = editor.ShowModal() == wxID_OK;
-    editor_ = nullptr;
-    return isTaken ? std::optional(editor.Node()) : std::nullopt;
-}
-
-void CPlayerTimeControl::TestNode(std::size_t row) { run_.Tests().TestOne(document_.IdAt(row)); }
-
-void CPlayerTimeControl::TestTickedOrStop() {
-    if (run_.Tests().IsRunning()) return run_.Tests().Stop();
-    const NodeIds ticked = rows_.Ticked();
-    if (ticked.empty()) return Services().Messages().Warn(Localized(kTickToTest));
-    run_.Tests().TestAll(ticked, std::chrono::milliseconds(gap_->Number()));
-}
-
-void CPlayerTimeControl::DeleteTicked() {
-    const NodeIds ticked = rows_.Ticked();
-    if (ticked.empty()) return Services().Messages().Warn(Localized(kTickFirst));
-    std::string question = Localized(kDeleteQuestion);
-    if (const std::size_t hidden = HiddenOf(ticked))
-        question += '\n' + fmt::sprintf(Localized(kSomeHidden), hidden);
-    if (!Services().Messages().Confirm(question)) return;
-    DeleteNodes(document_, ticked);
-    Changed(std::nullopt);
-}
-
-std::size_t CPlayerTimeControl::HiddenOf(const NodeIds& ids) const {
-    std::size_t hidden = 0;
-    std::size_t next = 0;  // of `ids`, which are in the order of the rows
-    for (std::size_t row = 0; next < ids.size() && row < document_.NodeCount(); ++row) {
-        if (document_.IdAt(row) != ids[next]) continue;
-        if (!table_->IsListed(row)) ++hidden;
-        ++next;
-    }
-    return hidden;
-}
-
-/// The copies are ticked in place of the originals, so that the next thing is done to them.
-void CPlayerTimeControl::DuplicateChosen() {
-    const NodeIds originals = Chosen();
-    if (originals.empty()) return;
-    const NodeIds copies = DuplicateNodes(document_, originals);
-    if (!rows_.Ticked().empty()) rows_.TickOnly(copies);
-    Changed(copies.front());
-}
-
-void CPlayerTimeControl::ShiftChosen() {
-    const NodeIds chosen = Chosen();
-    if (chosen.empty()) return;
-    const auto shift = AskForShift(this, chosen.size(), Services().Messages());
-    if (!shift || *shift == 0) return;
-    if (!ShiftNodes(document_, chosen, *shift))
-        return Services().Messages().Warn(Localized(kNotShifted));
-    Changed(std::nullopt);
-}
-
-/// The ticked nodes, or those of the chosen rows where none is ticked.
-NodeIds CPlayerTimeControl::Chosen() const {
-    NodeIds ids = rows_.Ticked();
-    if (!ids.empty()) return ids;
-    for (const std::size_t row : table_->ChosenRows()) ids.push_back(document_.IdAt(row));
-    return ids;
-}
-
-void CPlayerTimeControl::UndoOrRedo(bool undo) {
-    if (undo ? document_.Undo() : document_.Redo()) Changed(std::nullopt);
-}
-
-/// `chosen` is the node to be shown, if there is one.
-void CPlayerTimeControl::Changed(std::optional<NodeId> chosen) {
-    table_->RowsChanged();
-    const auto row = chosen ? document_.RowOf(*chosen) : std::nullopt;
-    if (row) table_->Choose(*row);
-    run_.Changed();
 }
 
 }  // namespace sontaro
