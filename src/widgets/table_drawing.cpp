@@ -2,12 +2,11 @@
 
 #include <wx/control.h>
 #include <wx/renderer.h>
-#include <wx/settings.h>
 #include <wx/textwrapper.h>
 
 #include <algorithm>
-#include <cmath>
 
+#include "widgets/colours.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/wx_text.h"
@@ -26,17 +25,6 @@ constexpr int kPressed{wxCONTROL_PRESSED};
 constexpr int kDisabled{wxCONTROL_DISABLED};
 constexpr int kTicked{wxCONTROL_CHECKED};
 constexpr int kHalfTicked{wxCONTROL_UNDETERMINED};
-
-wxColour Colour(wxSystemColour name) { return wxSystemSettings::GetColour(name); }
-
-/// `share` of one colour in another.
-wxColour Mix(const wxColour& one, const wxColour& other, double share) {
-    const auto mixed = [&](unsigned char a, unsigned char b) {
-        return static_cast<unsigned char>(std::lround(share * a + (1 - share) * b));
-    };
-    return {mixed(one.Red(), other.Red()), mixed(one.Green(), other.Green()),
-            mixed(one.Blue(), other.Blue())};
-}
 
 /// The toolkit makes its font anew with every setting, whether or not it is another.
 void SetInk(wxDC& canvas, const wxColour& colour) {
@@ -59,7 +47,8 @@ class Lines : public wxTextWrapper {
 }  // namespace
 
 wxColour TableDrawing::LineColour() {
-    return Mix(Colour(wxSYS_COLOUR_WINDOWTEXT), Colour(wxSYS_COLOUR_WINDOW), kLineShare);
+    return Mix(SystemColour(wxSYS_COLOUR_WINDOWTEXT), SystemColour(wxSYS_COLOUR_WINDOW),
+               kLineShare);
 }
 
 int TableDrawing::RowHeight() const {
@@ -88,13 +77,13 @@ int TableDrawing::WidthOf(const wxString& text, CellKind kind) const {
 int TableDrawing::MarkWidth() const { return window_.GetTextExtent(ToWx(kCautionMark)).x; }
 
 void TableDrawing::Cell(wxDC& canvas, const wxRect& area, const CellLook& look) const {
-    wxColour ground = Colour(wxSYS_COLOUR_WINDOW);
-    wxColour ink = Colour(wxSYS_COLOUR_WINDOWTEXT);
+    wxColour ground = SystemColour(wxSYS_COLOUR_WINDOW);
+    wxColour ink = SystemColour(wxSYS_COLOUR_WINDOWTEXT);
     if (look.chosen && window_.HasFocus()) {
-        ground = Colour(wxSYS_COLOUR_HIGHLIGHT);
-        ink = Colour(wxSYS_COLOUR_HIGHLIGHTTEXT);
+        ground = SystemColour(wxSYS_COLOUR_HIGHLIGHT);
+        ink = SystemColour(wxSYS_COLOUR_HIGHLIGHTTEXT);
     } else if (look.chosen) {
-        ground = Mix(Colour(wxSYS_COLOUR_HIGHLIGHT), ground, kChosenShare);
+        ground = Mix(SystemColour(wxSYS_COLOUR_HIGHLIGHT), ground, kChosenShare);
     }
     canvas.SetPen(*wxTRANSPARENT_PEN);
     canvas.SetBrush(ground);
@@ -103,7 +92,7 @@ void TableDrawing::Cell(wxDC& canvas, const wxRect& area, const CellLook& look) 
     if (look.kind == CellKind::kButton && !look.text.empty()) {
         wxRendererNative::Get().DrawPushButton(&window_, canvas, wxRect(area).Deflate(1),
                                                look.pressed ? kPressed : 0);
-        ink = Colour(wxSYS_COLOUR_BTNTEXT);
+        ink = SystemColour(wxSYS_COLOUR_BTNTEXT);
         alignment = wxALIGN_CENTRE_HORIZONTAL;
     }
     SetInk(canvas, ink);
@@ -112,8 +101,8 @@ void TableDrawing::Cell(wxDC& canvas, const wxRect& area, const CellLook& look) 
 
 void TableDrawing::Cursor(wxDC& canvas, const wxRect& area, bool chosen) const {
     if (!window_.HasFocus()) return;
-    canvas.SetPen(wxPen(Colour(chosen ? wxSYS_COLOUR_HIGHLIGHTTEXT : wxSYS_COLOUR_WINDOWTEXT), 1,
-                        wxPENSTYLE_DOT));
+    canvas.SetPen(wxPen(SystemColour(chosen ? wxSYS_COLOUR_HIGHLIGHTTEXT : wxSYS_COLOUR_WINDOWTEXT),
+                        1, wxPENSTYLE_DOT));
     canvas.SetBrush(*wxTRANSPARENT_BRUSH);
     canvas.DrawRectangle(wxRect(area).Deflate(window_.FromDIP(1)));
 }
@@ -145,22 +134,22 @@ void TableDrawing::Corner(wxDC& canvas, const wxRect& area, Ticks ticks, bool en
 
 void TableDrawing::Message(wxDC& canvas, const wxRect& area, const wxString& text) const {
     const int border = window_.FromDIP(16);
-    canvas.SetBackground(Colour(wxSYS_COLOUR_WINDOW));
+    canvas.SetBackground(SystemColour(wxSYS_COLOUR_WINDOW));
     canvas.Clear();
     canvas.SetFont(window_.GetFont());
-    canvas.SetTextForeground(Colour(wxSYS_COLOUR_WINDOWTEXT));
+    canvas.SetTextForeground(SystemColour(wxSYS_COLOUR_WINDOWTEXT));
     canvas.DrawLabel(Lines(window_, text, area.width - 2 * border).Text(), area, wxALIGN_CENTRE);
 }
 
 /// The ground of a label, with a line to its right and one below.
 void TableDrawing::Header(wxDC& canvas, const wxRect& area) {
     canvas.SetPen(*wxTRANSPARENT_PEN);
-    canvas.SetBrush(Colour(wxSYS_COLOUR_BTNFACE));
+    canvas.SetBrush(SystemColour(wxSYS_COLOUR_BTNFACE));
     canvas.DrawRectangle(area);
     canvas.SetPen(LineColour());
     canvas.DrawLine(area.GetTopRight(), area.GetBottomRight() + wxPoint(0, 1));
     canvas.DrawLine(area.GetBottomLeft(), area.GetBottomRight() + wxPoint(1, 0));
-    SetInk(canvas, Colour(wxSYS_COLOUR_BTNTEXT));
+    SetInk(canvas, SystemColour(wxSYS_COLOUR_BTNTEXT));
 }
 
 void TableDrawing::Text(wxDC& canvas, wxRect area, const wxString& text, int alignment) const {
