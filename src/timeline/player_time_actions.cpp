@@ -1,6 +1,7 @@
 // What the timeline's dialog does to nodes.
 #include <fmt/printf.h>
 
+#include "timeline/checks_panel.h"
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
 #include "timeline/shift_dialog.h"
@@ -116,7 +117,16 @@ void CPlayerTimeControl::Changed(std::optional<NodeId> chosen) {
     table_->RowsChanged();
     const auto row = chosen ? document_.RowOf(*chosen) : std::nullopt;
     if (row) table_->Choose(*row);
+    checks_->CheckSoon();
     run_.Changed();
+}
+
+/// Also where the filter hides its row.
+void CPlayerTimeControl::Choose(NodeId node) {
+    const auto row = document_.RowOf(node);
+    if (!row) return;
+    table_->Choose(*row);
+    ShowChosen();
 }
 
 }  // namespace sontaro

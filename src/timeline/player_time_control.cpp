@@ -5,9 +5,12 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/tglbtn.h>
 
 #include "exchange/player_requests.h"
+#include "timeline/checks_panel.h"
 #include "timeline/player_time_add.h"
+#include "timeline/time_picture_view.h"
 #include "timeline/timeline_files.h"
 #include "timeline/timeline_state_text.h"
 #include "widgets/caption_button.h"
@@ -24,7 +27,8 @@ namespace {
 
 constexpr const char* kName = "player-timeline";  // in the preferences
 constexpr int kTableCharacters = 150;
-constexpr int kLines = 24;
+constexpr int kLines = 10;
+constexpr int kMoreLines = 6;  // at first
 constexpr int kFillSteps = 1000;
 
 constexpr LocalText kAdd = {"添加", "Add"};
@@ -100,8 +104,12 @@ void CPlayerTimeControl::LayOut(const DeviceRecord& player) {
     head->Add(filter_->WithCaption(), wxSizerFlags().CentreVertical());
     column->Add(head, line);
     MakeTable();
-    column->Add(table_, wxSizerFlags(line).Proportion(1));
+    column->Add(table_, wxSizerFlags(line).Proportion(3));
+    MakePicture();
+    column->Add(picture_, wxSizerFlags(line).Proportion(1));
+    MakeChecks();
     column->Add(MakeInfoRow(), line);
+    column->Add(checks_, line);
     column->Add(MakeNodeButtons(), line);
     column->Add(MakeStateRow(state_), line);
     wxSizer* files = MakeFileButtonRow(kOpenTimeline, kSaveTimeline);
@@ -115,6 +123,18 @@ void CPlayerTimeControl::LayOut(const DeviceRecord& player) {
     }
     column->Add(files, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
+    wxSize size = GetSize() + wxSize(0, kMoreLines * GetCharHeight());
+    size.DecTo(wxGetClientDisplayRect().GetSize());
+    SetSize(size);
+}
+
+/// The table gives way to the checks, down to its least size.
+void CPlayerTimeControl::MakeRoom() {
+    SetMinSize(GetSizer()->ComputeFittingWindowSize(this));
+    wxSize size = GetSize();
+    size.IncTo(GetMinSize());
+    SetSize(size);
+    Layout();
 }
 
 void CPlayerTimeControl::MakeTable() {
@@ -122,10 +142,26 @@ void CPlayerTimeControl::MakeTable() {
                                   [this](std::size_t row, std::size_t) { TestNode(row); },
                                   [this] { AddNode(); },
                                   [this] { DeleteTicked(); },
-                                  [this] { ShowButtons(); },
+                                  [this] { ShowChosen(); },
                                   [this] { ShowFill(); }};
     table_ = new Table(this, kTimelineGrid, rows_, actions, Services().Messages());
     table_->SetMinSize(wxSize(kTableCharacters * LetterWidth(*this), kLines * GetCharHeight()));
+}
+
+void CPlayerTimeControl::MakePicture() {
+    picture_ = new TimePictureView(
+        this, kTimePicture, document_,
+        {[this](NodeId node) { Choose(node); }, [this](NodeId node) { Changed(node); }});
+}
+
+void CPlayerTimeControl::MakeChecks() {
+    const auto goTo = [this](NodeId node) {
+        Choose(node);
+        table_->Grid().GetGridWindow()->SetFocus();
+    };
+    checks_ =
+        new ChecksPanel(this, kChecks, document_, videos_, Services().timers,
+                        {[this](NodeId node) { Choose(node); }, goTo, [this] { MakeRoom(); }});
 }
 
 wxSizer* CPlayerTimeControl::MakeInfoRow() {
@@ -133,6 +169,7 @@ wxSizer* CPlayerTimeControl::MakeInfoRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     counts_ = new wxStaticText(this, wxID_ANY, "");
     row->Add(counts_, wxSizerFlags().CentreVertical().Border(wxRIGHT, gap));
+    row->Add(checks_->Button(), wxSizerFlags().CentreVertical().Border(wxRIGHT, gap));
     test_ = MakeStateLine();
     row->Add(test_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, gap));
     fillText_ = new wxStaticText(this, wxID_ANY, "");
@@ -205,7 +242,7 @@ void CPlayerTimeControl::BindEvents() {
     onPress(kRedoTimeline, [this] { UndoOrRedo(false); });
     filter_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) {
         table_->Filter(filter_->GetValue());
-        ShowButtons();
+        ShowChosen();
     });
     Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
         const bool isShortcut = event.GetModifiers() == wxMOD_CONTROL;
@@ -228,16 +265,18 @@ bool CPlayerTimeControl::HandleShortcut(int key) {
 
 void CPlayerTimeControl::ShowNodes() {
     table_->RowsChanged();
+    checks_->CheckSoon();
     if (!std::exchange(shown_, true)) table_->Grid().GetGridWindow()->SetFocus();
 }
 
 void CPlayerTimeControl::ShowVideoList() {
     if (editor_) editor_->VideosChanged();
+    checks_->CheckSoon();
 }
 
 void CPlayerTimeControl::StateChanged() {
     ShowState();
-    ShowButtons();
+    ShowChosen();
     ShowFill();
 }
 
@@ -252,6 +291,13 @@ void CPlayerTimeControl::ShowState() {
     const bool waits =
         run_.State() == TimelineState::kWaitingForList || run_.State() == TimelineState::kWaiting;
     table_->SetEmptyText(waits ? FromWx(text) : Localized(kNoNodes));
+}
+
+void CPlayerTimeControl::ShowChosen() {
+    ShowButtons();
+    const auto row = table_->ChosenRow();
+    picture_->Show(row);
+    checks_->NodeChosen(row ? document_.IdAt(*row) : 0);
 }
 
 void CPlayerTimeControl::ShowButtons() {

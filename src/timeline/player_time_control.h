@@ -13,9 +13,11 @@ class wxGauge;
 namespace sontaro {
 
 class CPlayerTimeAdd;
+class ChecksPanel;
 class FilterBox;
 class NumberField;
 class Table;
+class TimePictureView;
 
 /// Control numbers of the dialog, besides OK and Cancel.
 inline constexpr int kAddNode = 2901;
@@ -35,11 +37,14 @@ inline constexpr int kTestGap = 2913;
 inline constexpr int kImportCsv = 2914;
 inline constexpr int kExportCsv = 2915;
 inline constexpr int kShiftNodes = 2916;
+inline constexpr int kTimePicture = 2931;
+inline constexpr int kChecks = 2932;  ///< and the two behind it
 
 /// Shows the commands of a timeline, one a row. Ticked ones are deleted, duplicated and moved; the
 /// chosen one is edited and tried, as is any by its button; ticked ones are tried in turn. Insert
-/// adds, Delete deletes, Ctrl+T tries, Ctrl+Z and Ctrl+Y undo and do again. Closes only through
-/// Cancel or its close box.
+/// adds, Delete deletes, Ctrl+T tries, Ctrl+Z and Ctrl+Y undo and do again. Below are the picture
+/// of the chosen one's video and what the checks of the show find. Closes only through Cancel or
+/// its close box.
 class CPlayerTimeControl : public FeatureDialog, private TimelineView {
    public:
     CPlayerTimeControl(wxWindow* parent, const UiServices& services, const DeviceRecord& player);
@@ -47,6 +52,9 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
    private:
     void LayOut(const DeviceRecord& player);
     void MakeTable();
+    void MakePicture();
+    void MakeChecks();
+    void MakeRoom();
     [[nodiscard]] wxSizer* MakeInfoRow();
     [[nodiscard]] wxSizer* MakeNodeButtons();
     void BindEvents();
@@ -59,6 +67,8 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     void ShowVideoList() override;
     void StateChanged() override;
     void ShowState();
+    void ShowChosen();
+    void Choose(NodeId node);
     void ShowButtons();
     void ShowFill();
 
@@ -81,6 +91,8 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     TimelineRun run_;
     CPlayerTimeAdd* editor_ = nullptr;  // while it is open
     Table* table_ = nullptr;
+    TimePictureView* picture_ = nullptr;
+    ChecksPanel* checks_ = nullptr;
     FilterBox* filter_ = nullptr;
     wxStaticText* counts_ = nullptr;
     wxStaticText* fillText_ = nullptr;
