@@ -75,6 +75,8 @@ void TourTimeline::Write() {
     AddNode();
     TestNode();
     EditNode();
+    DragInPicture();
+    ReadChecks();
     DuplicateAndUndo();
     KeepInFile();
     Upload();

@@ -5,8 +5,9 @@
 
 namespace sontaro {
 
-/// Reads the timeline of the first player, adds a command, tries and edits it, deletes and undoes,
-/// keeps the timeline in a file, and uploads it.
+/// Reads the timeline of the first player, adds a command, tries and edits it, drags it in the
+/// picture of time, reads what the checks find, deletes and undoes, keeps the timeline in a file,
+/// and uploads it.
 class TourTimeline : public TourSteps {
    public:
     using TourSteps::TourSteps;
@@ -18,6 +19,8 @@ class TourTimeline : public TourSteps {
     void AddNode();
     void TestNode();
     void EditNode();
+    void DragInPicture();
+    void ReadChecks();
     void DuplicateAndUndo();
     void KeepInFile();
     void Upload();
