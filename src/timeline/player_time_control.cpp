@@ -104,9 +104,9 @@ void CPlayerTimeControl::LayOut(const DeviceRecord& player) {
     head->Add(filter_->WithCaption(), wxSizerFlags().CentreVertical());
     column->Add(head, line);
     MakeTable();
-    column->Add(table_, wxSizerFlags(line).Proportion(3));
+    column->Add(table_, wxSizerFlags(line).Proportion(1));
     MakePicture();
-    column->Add(picture_, wxSizerFlags(line).Proportion(1));
+    column->Add(picture_, line);
     MakeChecks();
     column->Add(MakeInfoRow(), line);
     column->Add(checks_, line);
