@@ -2,8 +2,10 @@
 #include <wx/choice.h>
 #include <wx/combobox.h>
 #include <wx/grid.h>
+#include <wx/listctrl.h>
 #include <wx/srchctrl.h>
 #include <wx/textctrl.h>
+#include <wx/tglbtn.h>
 
 #include "base/file.h"
 #include "support/platform.h"
@@ -247,6 +249,28 @@ TEST_F(PlayerTime, ShiftsAllChosenNodesOrNone) {
         EXPECT_EQ(Cell(1, TimelineColumn::kTime), "2.250");
         EXPECT_THAT(Told(),
                     ElementsAre(Warning("Type seconds with up to three decimals, such as -2.5.")));
+    });
+}
+
+TEST_F(PlayerTime, AFindingLeadsToItsRowThoughTheFilterHidesIt) {
+    const auto node = [](const char* command) {
+        return TimeNode{0, "gone", "v", 0, 0, "", 0, command};
+    };
+    Run({node("01"), node("02")}, [&] {
+        auto* button = Find<wxToggleButton>(dialog, kChecks);
+        EXPECT_TRUE(PumpUntil([&] { return button->GetLabelText().EndsWith("2 findings"); }));
+        Find<wxSearchCtrl>(dialog, kTimelineFilter)->SetValue("01");
+        Click(button);
+        auto* findings = Find<wxListView>(dialog, kChecks + 1);
+        EXPECT_TRUE(PumpUntil([&] { return findings->IsShownOnScreen(); }));
+        findings->SetFocus();
+        findings->Focus(1);
+        findings->Select(1);
+        EXPECT_EQ(Cell(Grid().GetGridCursorRow(), TimelineColumn::kCommand), "02");
+        Key(WXK_RETURN);
+        EXPECT_TRUE(Cells().HasFocus());
+        Key(WXK_UP);
+        EXPECT_EQ(findings->GetFirstSelected(), -1);  // a click leads there again
     });
 }
 
