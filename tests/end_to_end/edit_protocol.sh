@@ -12,10 +12,11 @@ cp "$1" "$work/program/sontaro"
 mkfifo "$work/serial"
 cat >"$work/player" <<END
 #!/bin/bash
-exec "$player" "\$@" --store "$work/store" <"$work/serial"
+exec "$player" "\$@" <"$work/serial"
 END
 chmod +x "$work/player"
 exec 3<>"$work/serial"
+player_options=(--store "$work/store")
 start_with_player "$work/program/sontaro" "$work/player" "$network"
 
 # uploaded: whether the document in the player's state file is the working copy, as JSON has it.

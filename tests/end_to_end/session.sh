@@ -43,8 +43,14 @@ await() {
     fail "$what"
 }
 
-# window TITLE: the id of the visible window with exactly this title.
-window() { xdotool search --onlyvisible --name "^$1\$" | tail -n 1; }
+# window TITLE: the id of the visible window with exactly this title. The search itself reads no
+# Chinese.
+window() {
+    local id
+    for id in $(xdotool search --onlyvisible --name '.*'); do
+        if [ "$(xdotool getwindowname "$id")" = "$1" ]; then echo "$id"; fi
+    done | tail -n 1
+}
 has_window() { [ -n "$(window "$1")" ]; }
 lacks_window() { ! has_window "$1"; }
 
@@ -56,13 +62,18 @@ keys() {
     xdotool key --delay 60 "$@"
 }
 
-# start_with_player SONTARO SONTARO_PLAYER NETWORK: a simulated player in a process of its own, and
-# the English program to find it; sets $player_log.
+# start_with_player SONTARO SONTARO_PLAYER NETWORK [LANGUAGE]: a simulated player in a process of its
+# own, with $player_options, and the program to find it, in English unless told otherwise; sets
+# $player_log.
+player_options=()
 start_with_player() {
-    player_log=$work/received.log
-    start player "$2" --base-address "$3.2" --port 0 --log "$player_log"
+    local language=${4-en}
+    scan="Scan for devices" player_log=$work/received.log
+    if [ "$language" = zh ]; then scan=查找播放器; fi
+    start player "$2" --base-address "$3.2" --port 0 --log "$player_log" \
+        "${player_options[@]}"
     await 10 "the player does not start" grep -q ready "$work/player.log"
-    start sontaro "$1" --language en --local-address "$3.1"
+    start sontaro "$1" --language "$language" --local-address "$3.1"
 }
 received() { grep -qF -- "$1" "$player_log"; }
 
@@ -70,9 +81,9 @@ received() { grep -qF -- "$1" "$player_log"; }
 open_feature() {
     await 20 "no main window" has_window "$1"
     keys "$@"
-    await 10 "no scan dialog" has_window "Scan for devices"
-    keys "Scan for devices" space
+    await 10 "no scan dialog" has_window "$scan"
+    keys "$scan" space
     await 10 "the player was not asked" received "discovery"
     sleep 0.5
-    keys "Scan for devices" Tab space Tab space
+    keys "$scan" Tab space Tab space
 }
