@@ -296,7 +296,7 @@ void CPlayerTimeControl::ShowState() {
 void CPlayerTimeControl::ShowChosen() {
     ShowButtons();
     const auto row = table_->ChosenRow();
-    picture_->Show(row);
+    picture_->ShowVideoOf(row);
     checks_->NodeChosen(row ? document_.IdAt(*row) : 0);
 }
 

@@ -25,7 +25,7 @@ constexpr LocalText kNothing = {"选择一条命令，这里将按时间显示�
 constexpr LocalText kName = {"时间图", "Picture of time"};
 constexpr LocalText kMore = {"…共 %zu 条", "… %zu in all"};
 constexpr double kZoomStep = 1.25;
-constexpr double kScrollStep = 80;  // pixels of a turn of the wheel
+constexpr int kScrollStep = 80;  // pixels of a turn of the wheel
 constexpr int kLeastThreshold = 4;
 constexpr std::size_t kMostTooltipLines = 8;
 constexpr std::int64_t kSmallNudge = 1;
@@ -77,7 +77,7 @@ void TimePictureView::BindMouse() {
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { EndGesture(); });
 }
 
-void TimePictureView::Show(std::optional<std::size_t> row) {
+void TimePictureView::ShowVideoOf(std::optional<std::size_t> row) {
     const NodeGroup* group = row ? document_.Order()[document_.PlaceOf(*row).group].get() : nullptr;
     const auto video = group ? std::optional(VideoOf(*group)) : std::nullopt;
     const NodeId chosen = row ? document_.IdAt(*row) : 0;
@@ -254,17 +254,21 @@ void TimePictureView::Zoom(double x, double factor) {
 }
 
 void TimePictureView::OnKey(wxKeyEvent& event) {
+    if (!HandleKey(event)) event.Skip();
+}
+
+bool TimePictureView::HandleKey(const wxKeyEvent& event) {
     const int key = event.GetKeyCode();
-    const int modifiers = event.GetModifiers();
-    const std::int64_t step = modifiers == wxMOD_SHIFT ? kLargeNudge : kSmallNudge;
-    if (event.ControlDown() || event.AltDown())
-        event.Skip();
-    else if (key == WXK_ESCAPE)
+    const std::int64_t step = event.ShiftDown() ? kLargeNudge : kSmallNudge;
+    if (event.ControlDown() || event.AltDown()) return false;
+    if (key == WXK_TAB) return HandleAsNavigationKey(event);
+    if (key == WXK_ESCAPE)
         EndGesture();
     else if (key == WXK_LEFT || key == WXK_RIGHT)
         Nudge(key == WXK_LEFT ? -step : step);
-    else if (key != WXK_TAB || !HandleAsNavigationKey(event))
-        event.Skip();
+    else
+        return false;
+    return true;
 }
 
 void TimePictureView::OnCharacter(wxKeyEvent& event) {

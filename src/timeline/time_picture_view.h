@@ -30,7 +30,7 @@ class TimePictureView : public wxControl {
 
     /// Shows the video of a row and marks the row's node; a sentence in place of it without a row.
     /// Called when another row is chosen or the document has changed, which ends a drag.
-    void Show(std::optional<std::size_t> row);
+    void ShowVideoOf(std::optional<std::size_t> row);
 
     /// The middle of the row's mark in the window; none when it is out of sight.
     [[nodiscard]] std::optional<wxPoint> ChosenPoint() const;
@@ -54,6 +54,7 @@ class TimePictureView : public wxControl {
     void OnUp();
     void OnWheel(const wxMouseEvent& event);
     void OnKey(wxKeyEvent& event);
+    [[nodiscard]] bool HandleKey(const wxKeyEvent& event);
     void OnCharacter(wxKeyEvent& event);
     void ShowTooltip(const wxPoint& position);
     [[nodiscard]] wxString TooltipOf(const PictureMark& mark) const;

@@ -65,7 +65,7 @@ void PressChecks() {
 
 wxListView* Findings() { return Below<wxListView>(kChecks + 1); }
 
-bool HasFindings() { return Findings() && Findings()->GetItemCount() > 0; }
+bool HasFindings() { return Findings() != nullptr && Findings()->GetItemCount() > 0; }
 
 }  // namespace
 

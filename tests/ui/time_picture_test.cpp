@@ -19,7 +19,7 @@ struct TimePicture : testing::Test {
         frame->Show();
         frame->Raise();
         view->SetFocus();
-        view->Show(1);
+        view->ShowVideoOf(1);
         EXPECT_TRUE(PumpUntil([&] { return frame->IsActive() && view->HasFocus(); }));
     }
     ~TimePicture() override { frame->Destroy(); }
@@ -34,7 +34,7 @@ struct TimePicture : testing::Test {
     }
     /// Presses the mark of a row and drags it to the right.
     void Hold(std::size_t row, int distance) {
-        view->Show(row);
+        view->ShowVideoOf(row);
         const wxPoint point = view->ChosenPoint().value_or(wxPoint());
         MoveTo(point);
         mouse.MouseDown();
@@ -60,7 +60,7 @@ struct TimePicture : testing::Test {
     TimePictureView* view =
         new TimePictureView(frame, wxID_ANY, document,
                             {[this](NodeId id) { clicked.push_back(id); },
-                             [this](NodeId id) { view->Show(document.RowOf(id)); }});
+                             [this](NodeId id) { view->ShowVideoOf(document.RowOf(id)); }});
     wxUIActionSimulator mouse;
 };
 
@@ -83,7 +83,7 @@ TEST_F(TimePicture, EscapeAndAChangeOfTheTimelineEndADrag) {
     Release();
     Hold(1, 100);
     document.Apply({{ids[0]}, {}, {}});
-    view->Show(0);
+    view->ShowVideoOf(0);
     Release();
     document.Undo();
     EXPECT_THAT(Times(), ElementsAre(0, 5000, 9000));
@@ -96,7 +96,7 @@ TEST_F(TimePicture, ArrowsMoveInOneStepAndNotBeforeTheStart) {
     Key(WXK_LEFT);
     Key(WXK_RIGHT);
     EXPECT_THAT(Times(), ElementsAre(0, 6001, 9000));
-    view->Show(0);
+    view->ShowVideoOf(0);
     Key(WXK_LEFT);
     Key(WXK_RIGHT);
     EXPECT_THAT(Times(), ElementsAre(1, 6001, 9000));
