@@ -22,12 +22,8 @@ TimelinePatch PatchBuilder::Build(const TimelineChange& change) {
     if (!replacements.empty())
         for (const SharedGroup& group : groups_.Order()) VisitGroup(group, replacements);
     for (Moved& moved : moved_) Insert(*moved.node, std::move(moved.stored));
-    for (const TimeNode& node : change.inserted) {
-        newIds_.push_back(nextId_++);
-        GroupNode stored;
-        stored.id = newIds_.back();
-        Insert(node, std::move(stored));
-    }
+    for (const TimeNode& node : change.inserted) Add(node, {});
+    for (const TimelineChange::Copy& copy : change.copied) Add(copy.node, copy.others);
     TimelinePatch patch;
     patch.order = OrderAfterwards();
     for (Touched& touched : touched_) patch.groups.push_back(std::move(touched.patch));
@@ -51,6 +47,14 @@ void PatchBuilder::VisitGroup(const SharedGroup& group, const Replacements& repl
         ++gone;
         --touched.size;
     }
+}
+
+void PatchBuilder::Add(const TimeNode& node, const OtherKeys& others) {
+    newIds_.push_back(nextId_++);
+    GroupNode stored;
+    stored.id = newIds_.back();
+    stored.others = others;
+    Insert(node, std::move(stored));
 }
 
 void PatchBuilder::Insert(const TimeNode& node, GroupNode stored) {

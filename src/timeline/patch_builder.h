@@ -29,6 +29,7 @@ class PatchBuilder {
     using Replacements = std::unordered_map<NodeId, const TimeNode*>;  // absent: it is removed
 
     void VisitGroup(const SharedGroup& group, const Replacements& replacements);
+    void Add(const TimeNode& node, const OtherKeys& others);
     void Insert(const TimeNode& node, GroupNode stored);
     [[nodiscard]] Touched& Touch(const SharedGroup& group);
     [[nodiscard]] SharedGroup GroupFor(const TimeNode& node);

@@ -21,14 +21,20 @@ struct TimelineChange {
         NodeId id = 0;
         TimeNode node;
     };
+    /// A node that is inserted with what another one's object has besides.
+    struct Copy {
+        TimeNode node;
+        OtherKeys others = {};
+    };
     NodeIds removed = {};
     /// One that has another player, category or video leaves its group and is inserted as new; any
     /// other stays in its place.
     std::vector<Replacement> replaced = {};
     std::vector<TimeNode> inserted = {};
+    std::vector<Copy> copied = {};  ///< inserted behind those
 
     [[nodiscard]] bool IsEmpty() const {
-        return removed.empty() && replaced.empty() && inserted.empty();
+        return removed.empty() && replaced.empty() && inserted.empty() && copied.empty();
     }
 };
 

@@ -11,13 +11,13 @@ namespace sontaro {
 
 namespace {
 
-/// Calls `visit(id, node)` for each chosen node in the order of the rows.
+/// Calls `visit(group, node)` for each chosen node in the order of the rows.
 template <class Visit>
 void VisitChosen(const TimelineDocument& document, ChosenNodes chosen, Visit visit) {
     const std::unordered_set<NodeId> ids(chosen.begin(), chosen.end());
     for (const SharedGroup& group : document.Order())
         for (const GroupNode& node : group->nodes)
-            if (ids.contains(node.id)) visit(node.id, NodeOf(*group, node));
+            if (ids.contains(node.id)) visit(*group, node);
 }
 
 /// The time, moved; none when it would not be one.
@@ -35,14 +35,31 @@ void Give(const std::optional<Value>& value, Value& field) {
     if (value) field = *value;
 }
 
-void Give(const CommonValues& values, TimeNode& node) {
+/// The node with these values. As in the editor of one node, a port without a peer has no peer
+/// port.
+TimeNode Given(const CommonValues& values, TimeNode node) {
+    const bool getsPort = values.port && *values.port != node.port;
     Give(values.player, node.player);
     Give(values.typeName, node.typeName);
     Give(values.videoName, node.videoName);
     Give(values.port, node.port);
     Give(values.ip, node.ip);
-    Give(values.peerPort, node.peerPort);
+    if (IsNetworkPort(node.port))
+        Give(values.peerPort, node.peerPort);
+    else if (getsPort)
+        node.peerPort = 0;
     if (values.command) node.command = NormalizedHexCommand(*values.command).value_or("");
+    return node;
+}
+
+/// What the editor of one node would have against these.
+std::optional<LocalText> EditorRefusal(std::int32_t port, const std::string& ip,
+                                       const std::string& command = "00") {
+    NodeEntry entry;
+    entry.port = port;
+    entry.ip = ip;
+    entry.command = command;
+    return RefusalOf(entry);
 }
 
 void GiveVideo(const VideoKey& video, TimeNode& node) {
@@ -51,12 +68,12 @@ void GiveVideo(const VideoKey& video, TimeNode& node) {
     node.videoName = video.videoName;
 }
 
-std::vector<TimeNode> NodesFor(const NodeGroup& group, const VideoKey& video) {
-    std::vector<TimeNode> nodes;
-    nodes.reserve(group.nodes.size());
-    for (const GroupNode& node : group.nodes)
-        GiveVideo(video, nodes.emplace_back(NodeOf(group, node)));
-    return nodes;
+/// Copies of all nodes of a group, for a video.
+void AddCopies(const NodeGroup& group, const VideoKey& video, TimelineChange& change) {
+    for (const GroupNode& node : group.nodes) {
+        change.copied.push_back({NodeOf(group, node), node.others});
+        GiveVideo(video, change.copied.back().node);
+    }
 }
 
 }  // namespace
@@ -67,8 +84,9 @@ void DeleteNodes(TimelineDocument& document, ChosenNodes chosen) {
 
 NodeIds DuplicateNodes(TimelineDocument& document, ChosenNodes chosen) {
     TimelineChange change;
-    VisitChosen(document, chosen,
-                [&](NodeId, TimeNode node) { change.inserted.push_back(std::move(node)); });
+    VisitChosen(document, chosen, [&](const NodeGroup& group, const GroupNode& node) {
+        change.copied.push_back({NodeOf(group, node), node.others});
+    });
     return document.Apply(change);
 }
 
@@ -76,30 +94,36 @@ bool ShiftNodes(TimelineDocument& document, ChosenNodes chosen, std::int64_t mil
                 TimelineDocument::Series series) {
     TimelineChange change;
     bool possible = true;
-    VisitChosen(document, chosen, [&](NodeId id, TimeNode node) {
+    VisitChosen(document, chosen, [&](const NodeGroup& group, const GroupNode& node) {
         const std::optional<std::int64_t> moved = Moved(node.time, milliseconds);
         possible = possible && moved;
-        node.time = moved.value_or(node.time);
-        change.replaced.push_back({id, std::move(node)});
+        change.replaced.push_back({node.id, NodeOf(group, node)});
+        change.replaced.back().node.time = moved.value_or(node.time);
     });
     if (possible && milliseconds != 0) document.Apply(change, series);
     return possible;
 }
 
-std::optional<LocalText> RefusalOf(const CommonValues& values) {
-    NodeEntry entry;
-    entry.port = values.ip && !values.ip->empty() ? kPortTcp : kPortSerial0;
-    entry.ip = values.ip.value_or("");
-    entry.command = values.command.value_or("00");
-    return RefusalOf(entry);
+std::optional<LocalText> RefusalOf(const CommonValues& values, const TimelineDocument& document,
+                                   ChosenNodes chosen) {
+    const bool hasAddress = values.ip && !values.ip->empty();
+    std::optional<LocalText> refusal =
+        EditorRefusal(hasAddress ? kPortTcp : kPortSerial0, values.ip.value_or(""),
+                      values.command.value_or("00"));
+    VisitChosen(document, chosen, [&](const NodeGroup& group, const GroupNode& node) {
+        const TimeNode after = Given(values, NodeOf(group, node));
+        const bool isNew = after.port != node.port || after.ip != node.ip;
+        if (!refusal && isNew) refusal = EditorRefusal(after.port, after.ip);
+    });
+    return refusal;
 }
 
 void ChangeNodes(TimelineDocument& document, ChosenNodes chosen, const CommonValues& values) {
     TimelineChange change;
-    VisitChosen(document, chosen, [&](NodeId id, TimeNode node) {
-        const TimeNode before = node;
-        Give(values, node);
-        if (node != before) change.replaced.push_back({id, std::move(node)});
+    VisitChosen(document, chosen, [&](const NodeGroup& group, const GroupNode& node) {
+        const TimeNode before = NodeOf(group, node);
+        TimeNode after = Given(values, before);
+        if (after != before) change.replaced.push_back({node.id, std::move(after)});
     });
     document.Apply(change);
 }
@@ -120,14 +144,14 @@ const NodeGroup* FindGroup(const GroupOrder& order, const VideoKey& video) {
 NodeIds CopyVideo(TimelineDocument& document, const VideoKey& source, const VideoKey& target) {
     const NodeGroup* group = FindGroup(document.Order(), source);
     if (group == nullptr) return {};
-    return document.Apply({{}, {}, NodesFor(*group, target)});
+    TimelineChange change;
+    AddCopies(*group, target, change);
+    return document.Apply(change);
 }
 
 NodeIds MergeGroups(TimelineDocument& document, const std::vector<MergedGroup>& groups) {
     TimelineChange change;
-    for (const MergedGroup& merged : groups)
-        std::ranges::move(NodesFor(*merged.group, merged.video),
-                          std::back_inserter(change.inserted));
+    for (const MergedGroup& merged : groups) AddCopies(*merged.group, merged.video, change);
     return document.Apply(change);
 }
 

@@ -33,10 +33,12 @@ struct CommonValues {
 };
 
 /// The first thing that is wrong with them, as the editor of one node has it; none when they can be
-/// given to nodes. An address may be empty.
-[[nodiscard]] std::optional<LocalText> RefusalOf(const CommonValues& values);
+/// given to those nodes. An address may be empty, unless a node's port needs it.
+[[nodiscard]] std::optional<LocalText> RefusalOf(const CommonValues& values,
+                                                 const TimelineDocument& document,
+                                                 ChosenNodes chosen);
 
-/// Gives the nodes these values, of which none is wrong.
+/// Gives the nodes these values, of which none is wrong. A port without a peer gets no peer port.
 void ChangeNodes(TimelineDocument& document, ChosenNodes chosen, const CommonValues& values);
 
 /// The video that a group belongs to.

@@ -9,6 +9,7 @@
 #include "base/path_text.h"
 #include "exchange/player_requests.h"
 #include "settings/settings_files.h"
+#include "timeline/timeline_texts.h"
 
 namespace sontaro {
 
@@ -30,15 +31,13 @@ constexpr LocalText kWhichHolds = {
     "播放器的时间轴已到，但之前已打开了文件。用播放器的时间轴替换列表吗？",
     "The player's timeline has come, but a file was opened before. Put the player's timeline in "
     "its place?"};
-constexpr LocalText kNoTimeline = {"无法读取“%s”，未作任何更改：%s",
-                                   "\"%s\" cannot be read, nothing has been changed: %s"};
 
 /// The nodes whose numbers are not below `first`.
-std::vector<TimeNode> NodesFrom(NodeId first, const GroupOrder& order) {
-    std::vector<TimeNode> nodes;
+std::vector<TimelineChange::Copy> NodesFrom(NodeId first, const GroupOrder& order) {
+    std::vector<TimelineChange::Copy> nodes;
     for (const SharedGroup& group : order)
         for (const GroupNode& node : group->nodes)
-            if (node.id >= first) nodes.push_back(NodeOf(*group, node));
+            if (node.id >= first) nodes.push_back({NodeOf(*group, node), node.others});
     return nodes;
 }
 
@@ -146,8 +145,8 @@ void TimelineRun::TakeTimeline(std::string_view text) {
 /// What was added is done again, and can be undone by itself.
 void TimelineRun::Replace(TimelineContent content) {
     TimelineChange added;
-    if (!opened_) added.inserted = NodesFrom(firstNew_, document_.Order());
-    const bool losesNothing = added.inserted.size() == document_.NodeCount();
+    if (!opened_) added.copied = NodesFrom(firstNew_, document_.Order());
+    const bool losesNothing = added.copied.size() == document_.NodeCount();
     document_.Replace(std::move(content));
     if (losesNothing) document_.ForgetSteps();
     confirmed_ = document_.CurrentState();

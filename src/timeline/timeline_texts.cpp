@@ -45,6 +45,10 @@ std::string PlayerName(std::int64_t player) {
     return fmt::sprintf(Localized(kPlayerName), hasNext ? player + 1 : player);
 }
 
+std::string VideoName(const VideoKey& video) {
+    return PlayerName(video.player) + " / " + video.typeName + " / " + video.videoName;
+}
+
 std::string CellText(const TimeNode& node, TimelineColumn column) {
     switch (column) {
         case TimelineColumn::kPlayer: return PlayerName(node.player);

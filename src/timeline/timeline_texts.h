@@ -50,12 +50,21 @@ inline constexpr std::array<LocalText, kTimelinePorts> kTimelinePortNames = {{
     {"DMAX512", "DMAX512"},
 }};
 
+/// With how many.
+inline constexpr LocalText kSomeHidden = {"其中 %d 条因筛选而未显示。",
+                                          "The filter hides %d of the ticked commands."};
+/// With the name of a file, and why.
+inline constexpr LocalText kNoTimeline = {"无法读取“%s”，未作任何更改：%s",
+                                          "\"%s\" cannot be read, nothing has been changed: %s"};
+
 /// What stands for a port; one that there is not is shown as the first one.
 [[nodiscard]] const LocalText& PortName(std::int32_t port);
 /// The kind of that port.
 [[nodiscard]] const LocalText& ModeName(std::int32_t port);
 /// "Player%d", counted from 1.
 [[nodiscard]] std::string PlayerName(std::int64_t player);
+/// A video with its player and category.
+[[nodiscard]] std::string VideoName(const VideoKey& video);
 
 /// What a cell shows.
 [[nodiscard]] std::string CellText(const TimeNode& node, TimelineColumn column);

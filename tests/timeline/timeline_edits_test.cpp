@@ -52,15 +52,44 @@ TEST_F(ManyNodesAtOnce, AreShiftedAllOrNone) {
 }
 
 TEST_F(ManyNodesAtOnce, AreGivenCommonValues) {
-    EXPECT_TRUE(RefusalOf({.ip = "1.2.3"}) && RefusalOf({.command = ""}) &&
-                RefusalOf({.command = "5"}));
-    EXPECT_FALSE(RefusalOf({.ip = ""}) || RefusalOf({}));
+    const auto isRefused = [&](const CommonValues& values) {
+        return RefusalOf(values, document, ids).has_value();
+    };
+    EXPECT_TRUE(isRefused({.ip = "1.2.3"}) && isRefused({.command = ""}) &&
+                isRefused({.command = "5"}) && isRefused({.port = kPortUdp}));
+    EXPECT_FALSE(isRefused({.ip = ""}) || isRefused({}) ||
+                 isRefused({.port = kPortUdp, .ip = "1.2.3.4"}));
+    ChangeNodes(document, ids, {.peerPort = 9});  // serial ports have no peers
+    EXPECT_EQ(document.Write(), before);
     ChangeNodes(document, std::array{ids[0], ids[2]},
                 {.videoName = "new", .port = kPortTcp, .ip = "10.0.0.9", .command = "5a 0b"});
     EXPECT_EQ(Told(), "0t/new@1 0t/new@3 0t/show@2 ");
     EXPECT_EQ(document.Find(ids[2]),
               (TimeNode{0, "t", "new", 3000, kPortTcp, "10.0.0.9", 0, "5A0B"}));
+    ChangeNodes(document, ids, {.port = kPortSerial0});
+    EXPECT_TRUE(document.Undo());
     ExpectOneStep();
+}
+
+TEST_F(ManyNodesAtOnce, KeepWhatNobodyKnowsInTheirCopies) {
+    const std::string text =
+        R"({"cmdInfos":[{"typeName":"t","videoName":"show","cmdList":[{"port":5,"zone":7}]}]})";
+    TimelineDocument other;
+    ASSERT_TRUE(other.Take(text, TimelineSource::kFile).ok());
+    const auto zones = [&] {
+        std::size_t count = 0;
+        const std::string written = other.Write();
+        for (std::size_t at = 0; (at = written.find("\"zone\" : 7", at)) != written.npos; ++at)
+            ++count;
+        return count;
+    };
+    DuplicateNodes(other, std::array{other.IdAt(0)});
+    CopyVideo(other, kShow, {1, "t", "show"});
+    EXPECT_EQ(zones(), 4U);
+    const auto merged = other.Read(text, TimelineSource::kFile);
+    MergeGroups(other, {{merged->order[0], {2, "b", "y"}}});
+    EXPECT_EQ(zones(), 5U);
+    EXPECT_EQ(other.TextBytes(), other.Write().size());
 }
 
 TEST_F(ManyNodesAtOnce, AreMergedFromChosenGroupsOfAnotherTimeline) {
