@@ -141,7 +141,7 @@ using enum Window;
 
 // clang-format off
 constexpr RoutingRow kRoutes[] = {
-    {kCommandSettings, kBlockControlProtocol, {{kSetParam, kBatchSend, kControlProtocol}}, kFirst, MessageId::kControlProtocol, ForwardControlProtocol},
+    {kCommandSettings, kBlockControlProtocol, {{kSetParam, kBatchSend, kControlProtocol, kPlayerTimeControl}}, kFirst, MessageId::kControlProtocol, ForwardControlProtocol},
     {kCommandSettings, kBlockOsd, {{kOsd}}, kFirst, MessageId::kOsd, ForwardWithArgument},
     {kCommandSettings, kBlockScreenSplitRead, {{kSetParam}}, kFirst, MessageId::kScreenSplit, ForwardWithBlock},
     {kCommandSettings, kBlockScreenSplitWrite, {{kSetParam}}, kFirst, MessageId::kScreenSplit, ForwardWithBlock},
@@ -228,7 +228,10 @@ void ReplyRouter::RouteByTable(const Reply& reply) {
 void ReplyRouter::AcknowledgeControlProtocol(const Reply& reply) {
     if (reply.header.qualifier == kRestartQualifier)
         actions_.SendPacket(reply.sender, DevicePacket::Request(kCommandCloseLinks, 0));
-    if (!directory_.Find(TitleOf(kBatchSend))) prompts_.Inform(Localized(kControlProtocolSaved));
+    // The timeline only reads it: an empty document is no confirmation there.
+    const bool isRead = directory_.Find(TitleOf(kPlayerTimeControl));
+    if (!isRead && !directory_.Find(TitleOf(kBatchSend)))
+        prompts_.Inform(Localized(kControlProtocolSaved));
 }
 
 /// Whoever asked hears of it first: its request has ended by the time that the box is open.

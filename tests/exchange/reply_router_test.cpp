@@ -119,7 +119,7 @@ TEST_P(EveryRow, LeadsToTheFirstOpenWindowInItsOwnMessage) {
 
 // clang-format off
 const Row kRows[] = {
-    {"ControlProtocol", 0x83, 1, 9, 0x617, 1, {kSetParam, kBatchSend, kUart}},
+    {"ControlProtocol", 0x83, 1, 9, 0x617, 1, {kSetParam, kBatchSend, kUart, kTimeline}},
     {"Osd", 0x83, 4, 9, 0x616, 0, {kOsd}}, {"SplitRead", 0x83, 12, 9, 0x61A, 12, {kSetParam}},
     {"SplitWritten", 0x83, 13, 0, 0x61A, 13, {kSetParam}}, {"SerialPortDocument", 0x83, 15, 9, 0x61F, 0, {kSerial}},
     {"SerialPortSaved", 0x83, 0x1000F, 0, 0x61F, 1, {kSerial}}, {"Subtitles", 0x83, 16, 9, 0x620, 0, {kSubtitles}},
@@ -208,6 +208,8 @@ TEST_F(Routing, RefusalsAndAcknowledgementsAreToldToWhoAskedThenInABox) {
     Open({kUart, kVideo});
     for (const auto& [command, selector, outcome] : outcomes)
         EXPECT_EQ(Route(command, selector), outcome);
+    Open({kTimeline});
+    EXPECT_EQ(Route(0x83, 1), "PlayerTimeControl 617 0; ") << "an empty document has been read";
     Open(kAllWindows);
     for (const unsigned unsupported : {0xC3U, 0x03U, 0x43U, 0x80U, 0xFBU})
         EXPECT_EQ(
