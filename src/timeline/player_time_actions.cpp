@@ -1,11 +1,14 @@
 // What the timeline's dialog does to nodes.
 #include <fmt/printf.h>
 
+#include "timeline/change_nodes_dialog.h"
 #include "timeline/checks_panel.h"
+#include "timeline/copy_video_dialog.h"
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
 #include "timeline/shift_dialog.h"
 #include "timeline/timeline_edits.h"
+#include "timeline/timeline_texts.h"
 #include "widgets/number_field.h"
 #include "widgets/table.h"
 
@@ -15,14 +18,14 @@ namespace {
 
 constexpr LocalText kTickToTest = {"请先勾选要测试的命令。",
                                    "Tick the commands to be tested first."};
+constexpr LocalText kTickToChange = {"请先勾选要更改的命令。",
+                                     "Tick the commands to be changed first."};
 constexpr LocalText kNotShifted = {
     "其中有命令会移到视频开始之前或超出范围，未作任何更改。",
     "One of the commands would come before the beginning of its video, or too late. Nothing has "
     "been moved."};
 constexpr LocalText kTickFirst = {"先勾选再删除！", "Check before deleting!"};
 constexpr LocalText kDeleteQuestion = {"【真的要删除吗?】", "Do you really want to delete it?"};
-constexpr LocalText kSomeHidden = {"其中 %d 条因筛选而未显示。",
-                                   "The filter hides %d of the ticked commands."};
 
 }  // namespace
 
@@ -43,11 +46,8 @@ void CPlayerTimeControl::EditNode(std::size_t row) {
 }
 
 std::optional<TimeNode> CPlayerTimeControl::AskForNode(const TimeNode* edited) {
-    CPlayerTimeAdd editor(this, Services().Messages(), videos_, edited);
-    editor_ = &editor;
-    const bool isTaken = editor.ShowModal() == wxID_OK;
-    editor_ = nullptr;
-    return isTaken ? std::optional(editor.Node()) : std::nullopt;
+    CPlayerTimeAdd editor(this, Services().Messages(), videoOffer_, commandNames_, edited);
+    return editor.ShowModal() == wxID_OK ? std::optional(editor.Node()) : std::nullopt;
 }
 
 void CPlayerTimeControl::TestNode(std::size_t row) { run_.Tests().TestOne(document_.IdAt(row)); }
@@ -98,6 +98,29 @@ void CPlayerTimeControl::ShiftChosen() {
     if (!ShiftNodes(document_, chosen, *shift))
         return Services().Messages().Warn(Localized(kNotShifted));
     Changed(std::nullopt);
+}
+
+void CPlayerTimeControl::ChangeTicked() {
+    const NodeIds ticked = rows_.Ticked();
+    if (ticked.empty()) return Services().Messages().Warn(Localized(kTickToChange));
+    if (AskAndChangeNodes(this, document_, ticked, HiddenOf(ticked), videoOffer_,
+                          Services().Messages()))
+        Changed(ticked.front());
+}
+
+/// The chosen row says whose commands, at first.
+void CPlayerTimeControl::CopyVideo() {
+    const std::size_t row = table_->ChosenRow().value_or(0);
+    if (row >= document_.NodeCount()) return;
+    const VideoKey source = VideoOf(*document_.Order()[document_.PlaceOf(row).group]);
+    Added(AskAndCopyVideo(this, document_, source, videoOffer_, Services().Messages()));
+}
+
+/// They are ticked in place of others, so that the next thing is done to them.
+void CPlayerTimeControl::Added(const NodeIds& nodes) {
+    if (nodes.empty()) return;
+    rows_.TickOnly(nodes);
+    Changed(nodes.front());
 }
 
 /// The ticked nodes, or those of the chosen rows where none is ticked.

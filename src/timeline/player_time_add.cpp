@@ -3,7 +3,6 @@
 #include <fmt/printf.h>
 #include <wx/button.h>
 #include <wx/choice.h>
-#include <wx/combobox.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -12,9 +11,11 @@
 
 #include "base/hex_command.h"
 #include "timeline/command_text.h"
+#include "timeline/named_command_dialog.h"
 #include "timeline/timeline_texts.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
+#include "widgets/form_rows.h"
 #include "widgets/ip_field.h"
 #include "widgets/number_field.h"
 #include "widgets/toolkit_quirks.h"
@@ -24,13 +25,13 @@ namespace sontaro {
 
 namespace {
 
-constexpr int kFieldCharacters = 46;
 constexpr int kMostOfTimePart = 9999;  // more than is allowed, so that it can be told
 
 constexpr LocalText kAddTitle = {"添加时间轴", "Add time node"};
 constexpr LocalText kEditTitle = {"编辑时间轴", "Edit time node"};
 constexpr LocalText kTime = {"时间", "Time"};
 constexpr LocalText kTextLabel = {"按文本输入", "As text"};
+constexpr LocalText kByName = {"按名称选择命令…", "Commands by name…"};
 constexpr LocalText kChecksumLabel = {"校验和", "Checksum"};
 constexpr LocalText kAppend = {"追加到命令", "Append"};
 constexpr LocalText kForNetwork = {"（仅用于 TCP 和 UDP）", "(for TCP and UDP)"};
@@ -50,40 +51,21 @@ LocalText Header(TimelineColumn column) {
     return kTimelineHeaders[static_cast<std::size_t>(column)];
 }
 
-template <class Named>
-wxArrayString NamesOf(const std::vector<Named>& listed) {
-    wxArrayString names;
-    for (const Named& one : listed) names.Add(ToWx(one.name));
-    return names;
-}
-
-/// Puts other names on offer; what is entered stays.
-void Offer(wxComboBox& box, const wxArrayString& names) {
-    const wxString entered = box.GetValue();
-    box.Set(names);
-    box.ChangeValue(entered);
-}
-
-/// Has one of the names on offer stand there, if there are any.
-void ChooseOffered(wxComboBox& box) {
-    if (!box.IsListEmpty() && box.FindString(box.GetValue(), true) == wxNOT_FOUND)
-        box.ChangeValue(box.GetString(0));
-}
-
 }  // namespace
 
-CPlayerTimeAdd::CPlayerTimeAdd(wxWindow* parent, Prompts& prompts,
-                               const std::optional<VideoList>& videos, const TimeNode* edited)
+CPlayerTimeAdd::CPlayerTimeAdd(wxWindow* parent, Prompts& prompts, VideoOffer& videos,
+                               CommandNames& names, const TimeNode* edited)
     : wxDialog(parent, wxID_ANY, ToWx(edited ? kEditTitle : kAddTitle), wxDefaultPosition,
                wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       prompts_(prompts),
-      videos_(videos),
+      names_(names),
       edited_(edited ? std::optional(*edited) : std::nullopt) {
     UseLanguageFont(*this);
     SetEscapeId(wxID_NONE);
+    video_.emplace(this, kNodePlayer, videos, VideoFields::Names::kReplaced);
     LayOut();
     ShowEntry(edited_ ? EntryOf(*edited_) : NodeEntry());
-    if (!edited_) ChooseOffered();
+    if (!edited_) video_->ChooseOffered();
     BindEvents();
     CentreOnParent();
     time_.front()->SetFocus();
@@ -93,39 +75,21 @@ CPlayerTimeAdd::CPlayerTimeAdd(wxWindow* parent, Prompts& prompts,
 void CPlayerTimeAdd::LayOut() {
     const int gap = FromDIP(10);
     auto* column = new wxBoxSizer(wxVERTICAL);
-    auto* rows = new wxFlexGridSizer(2, FromDIP(8), gap);
-    rows->AddGrowableCol(1, 1);
+    wxFlexGridSizer* rows = MakeForm(this);
     AddVideoRows(*rows);
     AddPortRows(*rows);
     AddCommandRows(*rows);
     column->Add(rows, wxSizerFlags(1).Expand().Border(wxALL, gap));
-    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
-    auto* ok = new wxButton(this, wxID_OK, ButtonLabel(kOkText, 'O'));
-    ok->SetDefault();
-    buttons->Add(ok, wxSizerFlags().Border(wxRIGHT, FromDIP(8)));
-    buttons->Add(new wxButton(this, wxID_CANCEL, ButtonLabel(kCancelText, 'C')));
-    column->Add(buttons, wxSizerFlags().Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, gap));
+    column->Add(MakeOkCancelRow(this),
+                wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, gap));
     SetSizerAndFit(column);
 }
 
-namespace {
-
-void AddRow(wxFlexGridSizer& rows, wxWindow* dialog, const LocalText& label, auto* field) {
-    rows.Add(new wxStaticText(dialog, wxID_ANY, ToWx(label)), wxSizerFlags().CentreVertical());
-    rows.Add(field, wxSizerFlags(1).Expand());
-}
-
-}  // namespace
-
 void CPlayerTimeAdd::AddVideoRows(wxFlexGridSizer& rows) {
-    player_ = new wxChoice(this, kNodePlayer);
-    AddRow(rows, this, Header(TimelineColumn::kPlayer), player_);
-    type_ = new wxComboBox(this, kNodeType);
-    type_->SetMinSize(wxSize(kFieldCharacters * LetterWidth(*this), wxDefaultCoord));
-    AddRow(rows, this, Header(TimelineColumn::kType), type_);
-    video_ = new wxComboBox(this, kNodeVideo);
-    AddRow(rows, this, Header(TimelineColumn::kVideo), video_);
-    AddRow(rows, this, kTime, MakeTimeRow());
+    AddFormRow(rows, this, Header(TimelineColumn::kPlayer), video_->Player());
+    AddFormRow(rows, this, Header(TimelineColumn::kType), video_->Type());
+    AddFormRow(rows, this, Header(TimelineColumn::kVideo), video_->Title());
+    AddFormRow(rows, this, kTime, MakeTimeRow());
 }
 
 wxSizer* CPlayerTimeAdd::MakeTimeRow() {
@@ -144,32 +108,40 @@ wxSizer* CPlayerTimeAdd::MakeTimeRow() {
 
 void CPlayerTimeAdd::AddPortRows(wxFlexGridSizer& rows) {
     port_ = new wxChoice(this, kNodePort);
-    AddRow(rows, this, Header(TimelineColumn::kPort), port_);
+    AddFormRow(rows, this, Header(TimelineColumn::kPort), port_);
     auto* address = new wxBoxSizer(wxHORIZONTAL);
     ip_ = new IpField(this, kNodeIp);
     address->Add(ip_, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(8)));
     address->Add(new wxStaticText(this, wxID_ANY, ToWx(kForNetwork)),
                  wxSizerFlags().CentreVertical());
-    AddRow(rows, this, Header(TimelineColumn::kIp), address);
+    AddFormRow(rows, this, Header(TimelineColumn::kIp), address);
     auto* peerPort = new wxBoxSizer(wxHORIZONTAL);
     peerPort_ = new NumberField(this, kNodePeerPort, kLastPeerPort, 8);
     peerPort->Add(peerPort_, wxSizerFlags().CentreVertical().Border(wxRIGHT, FromDIP(8)));
     peerPort->Add(new wxStaticText(this, wxID_ANY, ToWx(kForNetwork)),
                   wxSizerFlags().CentreVertical());
-    AddRow(rows, this, Header(TimelineColumn::kPeerPort), peerPort);
+    AddFormRow(rows, this, Header(TimelineColumn::kPeerPort), peerPort);
 }
 
 void CPlayerTimeAdd::AddCommandRows(wxFlexGridSizer& rows) {
-    command_ = new wxTextCtrl(this, kNodeCommand);
-    AddRow(rows, this, Header(TimelineColumn::kCommand), command_);
+    AddFormRow(rows, this, Header(TimelineColumn::kCommand), MakeCommandRow());
     text_ = new wxTextCtrl(this, kNodeText);
     text_->SetToolTip(ToWx(kEscapes));
-    AddRow(rows, this, kTextLabel, text_);
+    AddFormRow(rows, this, kTextLabel, text_);
     rows.AddSpacer(0);
     bytes_ = new wxStaticText(this, wxID_ANY, ToWx(kHowToType), wxDefaultPosition, wxDefaultSize,
                               wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
     rows.Add(bytes_, wxSizerFlags(1).Expand());
-    AddRow(rows, this, kChecksumLabel, MakeChecksumRow());
+    AddFormRow(rows, this, kChecksumLabel, MakeChecksumRow());
+}
+
+wxSizer* CPlayerTimeAdd::MakeCommandRow() {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    command_ = new wxTextCtrl(this, kNodeCommand);
+    row->Add(command_, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(8)));
+    row->Add(new wxButton(this, kCommandByName, ButtonLabel(kByName, 'n')),
+             wxSizerFlags().CentreVertical());
+    return row;
 }
 
 wxSizer* CPlayerTimeAdd::MakeChecksumRow() {
@@ -185,7 +157,7 @@ wxSizer* CPlayerTimeAdd::MakeChecksumRow() {
 }
 
 void CPlayerTimeAdd::BindEvents() {
-    const std::initializer_list<wxControl*> dropDowns = {player_, type_, video_, port_, checksum_};
+    const std::initializer_list<wxControl*> dropDowns = {port_, checksum_};
     for (wxControl* dropDown : dropDowns) IgnoreWheel(*dropDown);
     const auto onEvent = [this](const auto& event, int id, auto action) {
         Bind(
@@ -196,14 +168,13 @@ void CPlayerTimeAdd::BindEvents() {
             },
             id);
     };
-    onEvent(wxEVT_CHOICE, kNodePlayer, [this] { ChooseOffered(); });
-    onEvent(wxEVT_COMBOBOX, kNodeType, [this] { ChooseOfferedVideo(); });
-    onEvent(wxEVT_TEXT, kNodeType, [this] { OfferVideos(); });
     onEvent(wxEVT_TEXT, kNodeCommand, [this] { CommandTyped(); });
     onEvent(wxEVT_TEXT, kNodeText, [this] { TextTyped(); });
     onEvent(wxEVT_CHOICE, kNodeChecksum, [this] { ShowBytes(kNoBytes); });
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { AppendChecksum(); }, kAppendChecksum);
+    Bind(
+        wxEVT_BUTTON, [this](wxCommandEvent&) { TakeCommandByName(); }, kCommandByName);
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Take(); }, wxID_OK);
     // Without an escape button the toolkit does nothing of that by itself.
@@ -213,10 +184,7 @@ void CPlayerTimeAdd::BindEvents() {
 }
 
 void CPlayerTimeAdd::ShowEntry(const NodeEntry& entry) {
-    OfferPlayers(entry.player);
-    type_->ChangeValue(ToWx(entry.typeName));
-    video_->ChangeValue(ToWx(entry.videoName));
-    OfferCategories();
+    video_->Show({entry.player, entry.typeName, entry.videoName});
     const std::int64_t parts[] = {entry.time.hours, entry.time.minutes, entry.time.seconds,
                                   entry.time.milliseconds};
     for (std::size_t part = 0; part < time_.size(); ++part) time_[part]->ShowNumber(parts[part]);
@@ -242,15 +210,20 @@ void CPlayerTimeAdd::ShowPorts(std::int32_t port) {
         port_->SetToolTip(ToWx(CellCaution(odd, TimelineColumn::kPort).value_or("")));
     }
     port_->Set(names);
+    ChoosePort(port);
+}
+
+void CPlayerTimeAdd::ChoosePort(std::int32_t port) {
     port_->SetSelection(static_cast<int>(std::ranges::find(ports_, port) - ports_.begin()));
 }
 
 /// A field may have no room for all of a very long command.
 NodeEntry CPlayerTimeAdd::Entered() const {
     const wxString command = command_->GetValue();
-    return {players_[static_cast<std::size_t>(player_->GetSelection())],
-            FromWx(type_->GetValue()),
-            FromWx(video_->GetValue()),
+    const VideoKey video = video_->Video();
+    return {video.player,
+            video.typeName,
+            video.videoName,
             {time_[0]->Number(), time_[1]->Number(), time_[2]->Number(), time_[3]->Number()},
             ports_[static_cast<std::size_t>(port_->GetSelection())],
             ip_->Address(),
@@ -263,55 +236,6 @@ void CPlayerTimeAdd::Take() {
     if (const auto refusal = RefusalOf(entry)) return prompts_.Warn(Localized(*refusal));
     node_ = NodeOf(entry, edited_ ? &*edited_ : nullptr);
     EndModal(wxID_OK);
-}
-
-const std::vector<ListedCategory>& CPlayerTimeAdd::Categories() const {
-    static const std::vector<ListedCategory> none;
-    const auto player = players_[static_cast<std::size_t>(player_->GetSelection())];
-    const bool isListed = videos_ && player >= 0 && player < std::int64_t{kListedScreens};
-    return isListed ? videos_->screens[static_cast<std::size_t>(player)] : none;
-}
-
-/// Before the list has come nobody knows how many players there are.
-void CPlayerTimeAdd::OfferPlayers(std::int64_t chosen) {
-    const int count = videos_ ? videos_->players : kMostListedPlayers;
-    players_.clear();
-    for (int player = 0; player < count; ++player) players_.push_back(player);
-    for (const std::int64_t own : {edited_ ? edited_->player : 0, chosen})
-        if (std::ranges::find(players_, own) == players_.end()) players_.push_back(own);
-    wxArrayString names;
-    for (const std::int64_t player : players_) names.Add(ToWx(PlayerName(player)));
-    player_->Set(names);
-    player_->SetSelection(static_cast<int>(std::ranges::find(players_, chosen) - players_.begin()));
-}
-
-void CPlayerTimeAdd::OfferCategories() {
-    Offer(*type_, NamesOf(Categories()));
-    OfferVideos();
-}
-
-void CPlayerTimeAdd::OfferVideos() {
-    const std::vector<ListedCategory>& categories = Categories();
-    const auto category =
-        std::ranges::find(categories, FromWx(type_->GetValue()), &ListedCategory::name);
-    Offer(*video_, category == categories.end() ? wxArrayString() : NamesOf(category->videos));
-}
-
-void CPlayerTimeAdd::ChooseOffered() {
-    OfferCategories();
-    sontaro::ChooseOffered(*type_);
-    ChooseOfferedVideo();
-}
-
-void CPlayerTimeAdd::ChooseOfferedVideo() {
-    OfferVideos();
-    sontaro::ChooseOffered(*video_);
-}
-
-void CPlayerTimeAdd::VideosChanged() {
-    OfferPlayers(players_[static_cast<std::size_t>(player_->GetSelection())]);
-    OfferCategories();
-    if (!edited_ && type_->GetValue().empty()) ChooseOffered();
 }
 
 std::optional<Bytes> CPlayerTimeAdd::CommandBytes() const {
@@ -330,6 +254,18 @@ void CPlayerTimeAdd::TextTyped() {
     const auto bytes = BytesOfTypedText(FromWx(text_->GetValue()));
     command_->ChangeValue(bytes ? ToWx(HexCommandOf(*bytes)) : wxString());
     ShowBytes(bytes ? kNoBytes : kBadEscape);
+}
+
+/// A projector's command brings the projector's address.
+void CPlayerTimeAdd::TakeCommandByName() {
+    const auto named = AskForNamedCommand(this, names_, prompts_);
+    if (!named) return;
+    command_->ChangeValue(ToWx(named->command));
+    CommandTyped();
+    if (!named->peer) return;
+    ChoosePort(named->peer->port);
+    ip_->ShowAddress(named->peer->ip);
+    peerPort_->ShowNumber(named->peer->peerPort);
 }
 
 void CPlayerTimeAdd::AppendChecksum() {

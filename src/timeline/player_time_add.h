@@ -10,11 +10,9 @@
 #include "base/bytes.h"
 #include "base/prompts.h"
 #include "timeline/node_checks.h"
-#include "videolist/video_list.h"
+#include "timeline/video_fields.h"
 
 class wxButton;
-class wxChoice;
-class wxComboBox;
 class wxFlexGridSizer;
 class wxSizer;
 class wxStaticText;
@@ -22,6 +20,7 @@ class wxTextCtrl;
 
 namespace sontaro {
 
+class CommandNames;
 class IpField;
 class NumberField;
 
@@ -40,22 +39,18 @@ inline constexpr int kNodeCommand = 3015;
 inline constexpr int kNodeText = 3016;
 inline constexpr int kNodeChecksum = 3017;
 inline constexpr int kAppendChecksum = 3018;
+inline constexpr int kCommandByName = 3019;
 
-/// Modal; ends with OK once everything that was entered can be taken. Categories and videos are
-/// offered as the chosen player has them; any others can be typed, and what a node has is shown and
-/// kept. Enter is OK; Escape does nothing.
+/// Modal; ends with OK once everything that was entered can be taken. What a node has is shown and
+/// kept, offered or not. Enter is OK; Escape does nothing.
 class CPlayerTimeAdd : public wxDialog {
    public:
-    /// `edited` is absent when a node is added. `videos` have no value until their list has come;
-    /// all references outlive the editor.
-    CPlayerTimeAdd(wxWindow* parent, Prompts& prompts, const std::optional<VideoList>& videos,
+    /// `edited` is absent when a node is added. All references outlive the editor.
+    CPlayerTimeAdd(wxWindow* parent, Prompts& prompts, VideoOffer& videos, CommandNames& names,
                    const TimeNode* edited);
 
     /// What was entered, after OK.
     [[nodiscard]] const TimeNode& Node() const { return node_; }
-
-    /// The list of videos has come while the editor is open.
-    void VideosChanged();
 
    private:
     void LayOut();
@@ -63,6 +58,7 @@ class CPlayerTimeAdd : public wxDialog {
     void AddPortRows(wxFlexGridSizer& rows);
     void AddCommandRows(wxFlexGridSizer& rows);
     [[nodiscard]] wxSizer* MakeTimeRow();
+    [[nodiscard]] wxSizer* MakeCommandRow();
     [[nodiscard]] wxSizer* MakeChecksumRow();
     void BindEvents();
     void ShowEntry(const NodeEntry& entry);
@@ -70,13 +66,8 @@ class CPlayerTimeAdd : public wxDialog {
     [[nodiscard]] NodeEntry Entered() const;
     void Take();
 
-    [[nodiscard]] const std::vector<ListedCategory>& Categories() const;
-    void OfferPlayers(std::int64_t chosen);
-    void OfferCategories();
-    void OfferVideos();
-    void ChooseOffered();
-    void ChooseOfferedVideo();
-
+    void ChoosePort(std::int32_t port);
+    void TakeCommandByName();
     void CommandTyped();
     void TextTyped();
     void AppendChecksum();
@@ -84,14 +75,11 @@ class CPlayerTimeAdd : public wxDialog {
     [[nodiscard]] std::optional<Bytes> CommandBytes() const;
 
     Prompts& prompts_;
-    const std::optional<VideoList>& videos_;
+    CommandNames& names_;
     const std::optional<TimeNode> edited_;
     TimeNode node_;
-    std::vector<std::int64_t> players_;  // as they are offered
+    std::optional<VideoFields> video_;  // once the font is known
     std::vector<std::int32_t> ports_;
-    wxChoice* player_ = nullptr;
-    wxComboBox* type_ = nullptr;
-    wxComboBox* video_ = nullptr;
     std::array<NumberField*, 4> time_{};  // hours to milliseconds
     wxChoice* port_ = nullptr;
     IpField* ip_ = nullptr;

@@ -9,7 +9,7 @@
 
 #include "exchange/player_requests.h"
 #include "timeline/checks_panel.h"
-#include "timeline/player_time_add.h"
+#include "timeline/merge_dialog.h"
 #include "timeline/time_picture_view.h"
 #include "timeline/timeline_files.h"
 #include "timeline/timeline_state_text.h"
@@ -35,6 +35,9 @@ constexpr LocalText kAdd = {"添加", "Add"};
 constexpr LocalText kEdit = {"编辑", "Edit"};
 constexpr LocalText kDuplicate = {"创建副本", "Duplicate"};
 constexpr LocalText kShift = {"平移时间…", "Shift by…"};
+constexpr LocalText kChange = {"更改勾选项…", "Change in all ticked…"};
+constexpr LocalText kCopy = {"复制视频…", "Copy video…"};
+constexpr LocalText kMerge = {"从文件合并…", "Merge from file…"};
 constexpr LocalText kDelete = {"删除", "Delete"};
 constexpr LocalText kTest = {"测试", "Test"};
 constexpr LocalText kUndo = {"撤销", "Undo"};
@@ -52,6 +55,11 @@ constexpr LocalText kTestTickedTip = {"把勾选的命令按间隔依次发送�
                                       "Sends the ticked commands to the player one by one"};
 constexpr LocalText kChosenTip = {"勾选的命令；未勾选时为所选的命令",
                                   "The ticked commands, or the chosen ones where none is ticked"};
+constexpr LocalText kChangeTip = {"让所有勾选的命令具有相同的视频、端口、地址或命令",
+                                  "Gives all ticked commands the same video, port, address or "
+                                  "command"};
+constexpr LocalText kCopyTip = {"把一个视频的全部命令复制到另一个视频",
+                                "Copies all commands of one video to another"};
 constexpr LocalText kDeleteTip = {"勾选的命令（Delete）", "The ticked commands (Delete)"};
 constexpr LocalText kTestTip = {"把所选的命令单独发送到播放器（Ctrl+T）",
                                 "Sends the chosen command alone to the player (Ctrl+T)"};
@@ -80,7 +88,8 @@ CPlayerTimeControl::CPlayerTimeControl(wxWindow* parent, const UiServices& servi
     : FeatureDialog(parent, Window::kPlayerTimeControl, services),
       rows_(document_),
       run_(document_, *this, services.Messages(), Exchange(), {player.ip, player.tcpPort, 0},
-           SourceInto(videos_)) {
+           SourceInto(videos_)),
+      commandNames_(Exchange(), {player.ip, player.tcpPort, 0}) {
     LayOut(player);
     BindEvents();
     StateChanged();
@@ -115,7 +124,8 @@ void CPlayerTimeControl::LayOut(const DeviceRecord& player) {
     wxSizer* files = MakeFileButtonRow(kOpenTimeline, kSaveTimeline);
     std::size_t place = 3;  // behind Open, a space and Save
     for (const auto& [id, text, key] :
-         {std::tuple(kImportCsv, kImport, 'I'), std::tuple(kExportCsv, kExport, 'x')}) {
+         {std::tuple(kMergeTimeline, kMerge, 'M'), std::tuple(kImportCsv, kImport, 'I'),
+          std::tuple(kExportCsv, kExport, 'x')}) {
         auto* button = new wxButton(this, id, ButtonLabel(text, key));
         button->MoveBeforeInTabOrder(FindWindow(wxID_OK));
         files->InsertSpacer(place++, FromDIP(8));
@@ -191,6 +201,8 @@ wxSizer* CPlayerTimeControl::MakeNodeButtons() {
     add(kEditNode, kEdit, 'E', "Enter");
     add(kDuplicateNodes, kDuplicate, 'D', ToWx(kChosenTip));
     add(kShiftNodes, kShift, 'h', ToWx(kChosenTip));
+    add(kChangeNodes, kChange, 'C', ToWx(kChangeTip));
+    add(kCopyVideo, kCopy, 'v', ToWx(kCopyTip));
     add(kDeleteNodes, kDelete, 'l', ToWx(kDeleteTip));
     row->AddSpacer(FromDIP(8));
     add(kTestNode, kTest, 'T', ToWx(kTestTip));
@@ -237,6 +249,10 @@ void CPlayerTimeControl::BindEvents() {
     onPress(kExportCsv, [this] { ExportCsv(document_, Services().Messages()); });
     onPress(kDuplicateNodes, [this] { DuplicateChosen(); });
     onPress(kShiftNodes, [this] { ShiftChosen(); });
+    onPress(kChangeNodes, [this] { ChangeTicked(); });
+    onPress(kCopyVideo, [this] { CopyVideo(); });
+    onPress(kMergeTimeline,
+            [this] { Added(MergeFromFile(this, document_, videoOffer_, Services().Messages())); });
     onPress(kDeleteNodes, [this] { DeleteTicked(); });
     onPress(kUndoTimeline, [this] { UndoOrRedo(true); });
     onPress(kRedoTimeline, [this] { UndoOrRedo(false); });
@@ -270,7 +286,7 @@ void CPlayerTimeControl::ShowNodes() {
 }
 
 void CPlayerTimeControl::ShowVideoList() {
-    if (editor_) editor_->VideosChanged();
+    videoOffer_.Changed();
     checks_->CheckSoon();
 }
 
@@ -307,6 +323,8 @@ void CPlayerTimeControl::ShowButtons() {
     FindWindow(kTestNode)->Enable(hasChosen);
     FindWindow(kDuplicateNodes)->Enable(document_.NodeCount() > 0);
     FindWindow(kShiftNodes)->Enable(document_.NodeCount() > 0);
+    FindWindow(kChangeNodes)->Enable(document_.NodeCount() > 0);
+    FindWindow(kCopyVideo)->Enable(document_.NodeCount() > 0);
     FindWindow(kExportCsv)->Enable(document_.NodeCount() > 0);
     const bool isTesting = run_.Tests().IsRunning();
     const wxString testing = ButtonLabel(isTesting ? kStopTesting : kTestTickedText, 'k');

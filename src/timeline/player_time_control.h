@@ -3,16 +3,16 @@
 
 #include <optional>
 
+#include "timeline/command_names.h"
 #include "timeline/timeline_run.h"
 #include "timeline/timeline_table.h"
-#include "videolist/video_list.h"
+#include "timeline/video_fields.h"
 #include "widgets/feature_dialog.h"
 
 class wxGauge;
 
 namespace sontaro {
 
-class CPlayerTimeAdd;
 class ChecksPanel;
 class FilterBox;
 class NumberField;
@@ -37,11 +37,15 @@ inline constexpr int kTestGap = 2913;
 inline constexpr int kImportCsv = 2914;
 inline constexpr int kExportCsv = 2915;
 inline constexpr int kShiftNodes = 2916;
+inline constexpr int kChangeNodes = 2917;
+inline constexpr int kCopyVideo = 2918;
+inline constexpr int kMergeTimeline = 2919;
 inline constexpr int kTimePicture = 2931;
 inline constexpr int kChecks = 2932;  ///< and the two behind it
 
 /// Shows the commands of a timeline, one a row. Ticked ones are deleted, duplicated and moved; the
-/// chosen one is edited and tried, as is any by its button; ticked ones are tried in turn. Insert
+/// chosen one is edited and tried, as is any by its button; ticked ones are changed together, and
+/// tried in turn. The commands of a video are copied to another, those of a file merged. Insert
 /// adds, Delete deletes, Ctrl+T tries, Ctrl+Z and Ctrl+Y undo and do again. Below are the picture
 /// of the chosen one's video and what the checks of the show find. Closes only through Cancel or
 /// its close box.
@@ -60,7 +64,9 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     void BindEvents();
     [[nodiscard]] bool HandleShortcut(int key);
 
-    void HandleMessage(WindowMessage& message) override { run_.Handle(message); }
+    void HandleMessage(WindowMessage& message) override {
+        if (!commandNames_.Handle(message)) run_.Handle(message);
+    }
     void ReadAgain() override { run_.Read(); }
     [[nodiscard]] bool HasUnsentChanges() const override { return run_.HasUnsentChanges(); }
     void ShowNodes() override;
@@ -79,6 +85,9 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     void DeleteTicked();
     void DuplicateChosen();
     void ShiftChosen();
+    void ChangeTicked();
+    void CopyVideo();
+    void Added(const NodeIds& nodes);
     void UndoOrRedo(bool undo);
     void Changed(std::optional<NodeId> chosen);
     [[nodiscard]] std::optional<TimeNode> AskForNode(const TimeNode* edited);
@@ -89,7 +98,8 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     std::optional<VideoList> videos_;  // none before the list has come
     TimelineTable rows_;
     TimelineRun run_;
-    CPlayerTimeAdd* editor_ = nullptr;  // while it is open
+    VideoOffer videoOffer_{videos_};
+    CommandNames commandNames_;
     Table* table_ = nullptr;
     TimePictureView* picture_ = nullptr;
     ChecksPanel* checks_ = nullptr;

@@ -1,15 +1,12 @@
 #include "timeline/shift_dialog.h"
 
 #include <fmt/printf.h>
-#include <wx/button.h>
 #include <wx/dialog.h>
-#include <wx/sizer.h>
-#include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include "timeline/time_text.h"
-#include "widgets/common_texts.h"
 #include "widgets/fonts.h"
+#include "widgets/form_rows.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -36,12 +33,7 @@ std::optional<std::int64_t> AskForShift(wxWindow* parent, std::size_t count, Pro
     auto* text = new wxTextCtrl(&dialog, kShiftSeconds, "", wxDefaultPosition,
                                 wxSize(kCharacters * LetterWidth(dialog), wxDefaultCoord));
     column->Add(text, wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT, gap));
-    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
-    auto* ok = new wxButton(&dialog, wxID_OK, ButtonLabel(kOkText, 'O'));
-    ok->SetDefault();
-    buttons->Add(ok, wxSizerFlags().Border(wxRIGHT, gap));
-    buttons->Add(new wxButton(&dialog, wxID_CANCEL, ButtonLabel(kCancelText, 'C')));
-    column->Add(buttons, wxSizerFlags().Right().Border(wxALL, gap));
+    column->Add(MakeOkCancelRow(&dialog), wxSizerFlags().Expand().Border(wxALL, gap));
     std::optional<std::int64_t> shift;
     dialog.Bind(
         wxEVT_BUTTON,

@@ -2,54 +2,18 @@
 
 #include <wx/button.h>
 #include <wx/choice.h>
-#include <wx/grid.h>
-#include <wx/textctrl.h>
 
 #include "timeline/player_time_add.h"
-#include "timeline/player_time_control.h"
 #include "timeline/shift_dialog.h"
-#include "timeline/timeline_texts.h"
-#include "widgets/front_dialog.h"
+#include "tour/timeline_front.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
 
 namespace {
 
-constexpr int kNodes = 12;                              // that a player comes with
 constexpr const char* kTyped = R"(%1AVMT 31\r)";        // mutes a projector
 constexpr const char* kTaken = "253141564D542033310D";  // the bytes of that
-
-wxGrid* Grid() {
-    wxWindow* dialog = Tour::FrontTitled(TitleOf(Window::kPlayerTimeControl));
-    return dialog ? dynamic_cast<wxGrid*>(dialog->FindWindow(kTimelineGrid)) : nullptr;
-}
-
-bool HasNodes(int count) { return Grid() != nullptr && Grid()->GetNumberRows() == count; }
-
-std::function<bool()> HavingNodes(int count) {
-    return [count] { return HasNodes(count); };
-}
-
-wxString ChosenCommand() {
-    return Grid() ? Grid()->GetCellValue(Grid()->GetGridCursorRow(),
-                                         static_cast<int>(TimelineColumn::kCommand))
-                  : wxString();
-}
-
-/// Types into the editor's field.
-void Type(int id, const char* text) {
-    auto* field = dynamic_cast<wxTextCtrl*>(FrontDialog()->FindWindow(id));
-    field->SetValue(text);
-}
-
-/// Of two rows, which ticks them or takes their ticks away.
-void ClickLabels() {
-    for (const int row : {9, 10}) {
-        wxGridEvent click(kTimelineGrid, wxEVT_GRID_LABEL_LEFT_CLICK, Grid(), row, -1);
-        Grid()->GetEventHandler()->ProcessEvent(click);
-    }
-}
 
 void ChooseTcp() {
     auto* port = dynamic_cast<wxChoice*>(FrontDialog()->FindWindow(kNodePort));
@@ -57,14 +21,14 @@ void ChooseTcp() {
 }
 
 void TypeNode() {
-    Type(kNodeMinutes, "1");
-    Type(kNodeSeconds, "45");
-    Type(kNodeMilliseconds, "250");
+    TypeInFront(kNodeMinutes, "1");
+    TypeInFront(kNodeSeconds, "45");
+    TypeInFront(kNodeMilliseconds, "250");
     ChooseTcp();
     const char* address[] = {"192", "168", "84", "41"};
-    for (int part = 0; part < 4; ++part) Type(kNodeIp + part, address[part]);
-    Type(kNodePeerPort, "4352");
-    Type(kNodeText, kTyped);
+    for (int part = 0; part < 4; ++part) TypeInFront(kNodeIp + part, address[part]);
+    TypeInFront(kNodePeerPort, "4352");
+    TypeInFront(kNodeText, kTyped);
 }
 
 }  // namespace
@@ -78,6 +42,10 @@ void TourTimeline::Write() {
     DragInPicture();
     ReadChecks();
     DuplicateAndUndo();
+    AddByName();
+    ChangeTicked();
+    CopyVideo();
+    MergeFile();
     KeepInFile();
     Upload();
     LeaveFeature();
@@ -95,7 +63,9 @@ void TourTimeline::AddNode() {
          "timeline-refused");
     Step(Pressing(wxID_OK), inEditor, "dismissed the message");
     Step(TypeNode, isTaken, "typed a command as text: its bytes are shown", "timeline-add");
-    const auto isAdded = [] { return HasNodes(kNodes + 1) && ChosenCommand() == kTaken; };
+    const auto isAdded = [] {
+        return HavingNodes(kNodes + 1)() && ChosenCell(TimelineColumn::kCommand) == kTaken;
+    };
     Step(Pressing(wxID_OK), isAdded, "pressed OK: the command is in the timeline",
          "timeline-added");
 }
@@ -127,12 +97,8 @@ void TourTimeline::EditNode() {
     };
     Step(Pressing(kEditNode), isShown, "pressed Edit: the editor shows the command",
          "timeline-edit");
-    Step([] { Type(kNodeSeconds, "46"); }, isShown, "typed another time");
-    const auto isMoved = [] {
-        return Grid() != nullptr &&
-               Grid()->GetCellValue(Grid()->GetGridCursorRow(),
-                                    static_cast<int>(TimelineColumn::kTime)) == "106.250";
-    };
+    Step([] { TypeInFront(kNodeSeconds, "46"); }, isShown, "typed another time");
+    const auto isMoved = [] { return ChosenCell(TimelineColumn::kTime) == "106.250"; };
     Step(Pressing(wxID_OK), isMoved, "pressed OK: the command has another time");
 }
 
@@ -143,7 +109,7 @@ void TourTimeline::DuplicateAndUndo() {
         Pressing(kShiftNodes), [] { return Find<wxTextCtrl>(kShiftSeconds) != nullptr; },
         "pressed Shift by: asks for seconds", "timeline-shift");
     const auto shift = [] {
-        Type(kShiftSeconds, "1.5");
+        TypeInFront(kShiftSeconds, "1.5");
         Tour::Press(wxID_OK);
     };
     Step(shift, InFront(Window::kPlayerTimeControl), "moved a command by 1.5 s");

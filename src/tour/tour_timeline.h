@@ -6,8 +6,8 @@
 namespace sontaro {
 
 /// Reads the timeline of the first player, adds a command, tries and edits it, drags it in the
-/// picture of time, reads what the checks find, deletes and undoes, keeps the timeline in a file,
-/// and uploads it.
+/// picture of time, reads what the checks find, adds one by its name, changes, copies and merges
+/// many at once, undoes, keeps the timeline in a file, and uploads it.
 class TourTimeline : public TourSteps {
    public:
     using TourSteps::TourSteps;
@@ -15,6 +15,8 @@ class TourTimeline : public TourSteps {
     void Write();
 
    private:
+    static constexpr int kNodes = 12;  // that a player comes with
+
     void Read();
     void AddNode();
     void TestNode();
@@ -24,6 +26,12 @@ class TourTimeline : public TourSteps {
     void DuplicateAndUndo();
     void KeepInFile();
     void Upload();
+
+    // What stands in a file of its own.
+    void AddByName();
+    void ChangeTicked();
+    void CopyVideo();
+    void MergeFile();
 };
 
 }  // namespace sontaro

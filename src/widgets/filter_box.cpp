@@ -23,7 +23,7 @@ FilterBox::FilterBox(wxWindow* parent, int id) : wxSearchCtrl(parent, id) {
     SetMinSize(wxSize(kCharacters * LetterWidth(*this), wxDefaultCoord));
     Bind(wxEVT_SEARCH_CANCEL, [this](wxCommandEvent&) { Clear(); });
     Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
-        if (event.GetKeyCode() == WXK_ESCAPE)
+        if (event.GetKeyCode() == WXK_ESCAPE && !IsEmpty())
             Clear();
         else
             event.Skip();

@@ -9,6 +9,8 @@
 
 #include "base/file.h"
 #include "support/platform.h"
+#include "timeline/change_nodes_dialog.h"
+#include "timeline/merge_dialog.h"
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
 #include "timeline/shift_dialog.h"
@@ -57,9 +59,8 @@ struct PlayerTime : FeatureTest {
     wxWindow& Cells() { return *Grid().GetGridWindow(); }
     /// Puts what is typed in the place of what a field of the editor has.
     void Type(int id, const char* text) {
-        auto* field = Find<wxTextCtrl>(editor, id);
-        field->SetFocus();
-        field->SelectAll();
+        editor->FindWindow(id)->SetFocus();
+        dynamic_cast<wxTextEntry*>(editor->FindWindow(id))->SelectAll();
         Settle();
         wxUIActionSimulator().Text(text);
         Settle();
@@ -271,6 +272,63 @@ TEST_F(PlayerTime, AFindingLeadsToItsRowThoughTheFilterHidesIt) {
         EXPECT_TRUE(Cells().HasFocus());
         Key(WXK_UP);
         EXPECT_EQ(findings->GetFirstSelected(), -1);  // a click leads there again
+    });
+}
+
+TEST_F(PlayerTime, ChangesInAllTickedWhatIsEnteredOnceNothingIsWrongWithIt) {
+    const auto node = [](std::int32_t port) { return TimeNode{0, "t", "v", 0, port, "", 0, "01"}; };
+    Run({node(kPortSerial0), node(kPortRs485), node(kPortDmx512)}, [&] {
+        Press(dialog, kChangeNodes);
+        Key(WXK_SPACE);
+        Key(WXK_DOWN);
+        Key(WXK_SPACE);
+        InEditor([&] {
+            Key(WXK_RETURN);
+            auto* player = Find<wxChoice>(editor, kChangePlayer);
+            player->SetSelection(1);
+            Choose(*player, wxEVT_CHOICE);
+            auto* port = Find<wxChoice>(editor, kChangePort);
+            port->SetSelection(kPortTcp);
+            Choose(*port, wxEVT_CHOICE);
+            Press(editor, wxID_OK);
+            Type(kChangeIp, "10.0.0.9");
+            Key(WXK_RETURN);
+        });
+        Press(dialog, kChangeNodes);
+        EXPECT_THAT(Told(), ElementsAre(Warning("Tick the commands to be changed first."),
+                                        Warning("Tick what is to be changed."),
+                                        Warning("IP parameters are problematic!")));
+        Upload();
+        EXPECT_EQ(Held(0), node(kPortDmx512));
+        EXPECT_EQ(Held(2), (TimeNode{1, "t", "v", 0, kPortTcp, "10.0.0.9", 0, "01"}));
+    });
+}
+
+TEST_F(PlayerTime, MergesTickedVideosIntoThoseTheyAreMappedTo) {
+    const auto node = [](const char* type, const char* command) {
+        return TimeNode{0, type, "v", 0, 0, "", 0, command};
+    };
+    Run({node("a", "01"), node("b", "02")}, [&] {
+        prompts.file = folder / "kept.JSON";
+        Press(dialog, kSaveTimeline);
+        InEditor([&] {
+            auto* rows = Find<wxGrid>(editor, kMergeGrid);
+            EXPECT_TRUE(PumpUntil([&] { return rows->GetGridWindow()->HasFocus(); }));
+            Key(WXK_SPACE);
+            Key(WXK_DOWN);
+            auto* player = Find<wxChoice>(editor, kMergePlayer);
+            player->SetSelection(1);
+            Choose(*player, wxEVT_CHOICE);
+            Type(kMergePlayer + 2, "new");
+            Key(WXK_RETURN);
+        });
+        Press(dialog, kMergeTimeline);
+        Upload();
+        EXPECT_EQ(Held(2), (TimeNode{1, "b", "new", 0, 0, "", 0, "02"}));
+        EXPECT_THAT(Commands(), ElementsAre("01", "02", "02"));
+        EXPECT_TRUE(WriteFileAtomically(*prompts.file, R"({"cmdInfos": []})").ok());
+        Press(dialog, kMergeTimeline);
+        EXPECT_THAT(Told().back().text, HasSubstr("it has no commands."));
     });
 }
 
