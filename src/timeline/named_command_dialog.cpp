@@ -87,7 +87,7 @@ class CommandList : public wxListView {
    public:
     explicit CommandList(wxWindow* parent)
         : wxListView(parent, kNamedCommandList, wxDefaultPosition, wxDefaultSize,
-                     wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxLC_HRULES) {
+                     wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL) {
         int width = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
         for (const Column& column : kColumns) {
             const int own = column.characters * LetterWidth(*this);

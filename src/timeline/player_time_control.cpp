@@ -201,7 +201,7 @@ wxSizer* CPlayerTimeControl::MakeNodeButtons() {
     add(kEditNode, kEdit, 'E', "Enter");
     add(kDuplicateNodes, kDuplicate, 'D', ToWx(kChosenTip));
     add(kShiftNodes, kShift, 'h', ToWx(kChosenTip));
-    add(kChangeNodes, kChange, 'C', ToWx(kChangeTip));
+    add(kChangeNodes, kChange, 'n', ToWx(kChangeTip));
     add(kCopyVideo, kCopy, 'v', ToWx(kCopyTip));
     add(kDeleteNodes, kDelete, 'l', ToWx(kDeleteTip));
     row->AddSpacer(FromDIP(8));
@@ -217,7 +217,7 @@ wxSizer* CPlayerTimeControl::MakeNodeButtons() {
              wxSizerFlags(middle).Border(wxLEFT, FromDIP(6)));
     row->AddStretchSpacer();
     add(kUndoTimeline, kUndo, 'U', "Ctrl+Z");
-    add(kRedoTimeline, kRedo, 'd', "Ctrl+Y");
+    add(kRedoTimeline, kRedo, 'R', "Ctrl+Y");
     return row;
 }
 

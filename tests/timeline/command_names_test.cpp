@@ -9,6 +9,7 @@
 namespace sontaro::test {
 namespace {
 
+using State = CommandNamesState;
 using testing::ElementsAre;
 using testing::SizeIs;
 
@@ -17,9 +18,6 @@ struct NamedCommands : testing::Test, ExchangeBench {
         WindowMessage message =
             Message(MessageId::kControlProtocol, kCommandSettings, kBlockControlProtocol, text);
         EXPECT_TRUE(names.Handle(message));
-    }
-    void ExpectState(CommandNamesState state) {
-        EXPECT_EQ(static_cast<int>(names.State()), static_cast<int>(state));
     }
     RecordingPrompts prompts;
     TemporaryFolder folder;
@@ -48,15 +46,16 @@ TEST_F(NamedCommands, AreThoseOfADocumentThatCanBeSent) {
 TEST_F(NamedCommands, OfASilentPlayerAreAskedForAgainAndStayOnceTheyAreThere) {
     names.AskPlayer();
     Answer("");
-    ExpectState(CommandNamesState::kOfPlayer);
+    EXPECT_TRUE(names.State() == State::kOfPlayer);
     names.AskPlayer();
     timers.Advance(kAnswerLimit);
-    ExpectState(CommandNamesState::kNoAnswer);
+    EXPECT_TRUE(names.State() == State::kNoAnswer);
     EXPECT_EQ(channel.lastBoxes, Boxes::kMuted);
     names.AskPlayer();
-    ExpectState(CommandNamesState::kAsking);
+    EXPECT_TRUE(names.State() == State::kAsking);
+    EXPECT_EQ(channel.Log(), "3.1.0; 3.1.0; 3.1.0; ");
     Answer(R"({"Serial": {"Play": "A501"}})");
-    ExpectState(CommandNamesState::kOfPlayer);
+    EXPECT_TRUE(names.State() == State::kOfPlayer);
     names.TakeFile(folder.Write("a.JSON", "[]"), prompts);
     EXPECT_THAT(prompts.boxes, SizeIs(1));
     EXPECT_THAT(names.Commands(), SizeIs(1));
