@@ -46,6 +46,16 @@ struct SettingsGroup {
 
 using SettingsRows = std::vector<SettingsGroup>;
 
+/// Calls `visit` with every row.
+template <class Visit>
+// NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
+void VisitRows(const SettingsRows& groups, const Visit& visit) {
+    for (const SettingsGroup& group : groups) {
+        for (const SettingsRow& row : group.rows) visit(row);
+        VisitRows(group.groups, visit);
+    }
+}
+
 /// Values of a yes/no row.
 inline constexpr const char* kRowYes = "1";
 inline constexpr const char* kRowNo = "0";

@@ -91,8 +91,9 @@ void CControlProtocol::LayOut(const DeviceRecord& player) {
     column->Add(MakeStateRow(state_), line);
     state_->SetId(kProtocolState);
     column->Add(MakeLearningRow(), line);
-    column->Add(MakeFileButtonRow(kOpenProtocol, kSaveProtocol),
-                wxSizerFlags().Expand().Border(wxALL, gap));
+    wxSizer* foot = MakeFileButtonRow(kOpenProtocol, kSaveProtocol);
+    undo_.emplace(*this, *foot, run_.Settings(), [this] { return grids_->Commit(); });
+    column->Add(foot, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
 
@@ -164,6 +165,7 @@ void CControlProtocol::StateChanged() {
     FindWindow(wxID_OK)->Enable(settings.MaySend());
     FindWindow(kOpenProtocol)->Enable(settings.MayOpen());
     FindWindow(kSaveProtocol)->Enable(settings.MayKeep());
+    undo_->Enable();
 }
 
 void CControlProtocol::AskForFile(FileQuestion::Purpose purpose) {

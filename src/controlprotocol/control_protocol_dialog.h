@@ -9,6 +9,7 @@
 #include "controlprotocol/control_protocol_run.h"
 #include "widgets/feature_dialog.h"
 #include "widgets/tabbed_grids.h"
+#include "widgets/undo_buttons.h"
 
 namespace sontaro {
 
@@ -43,6 +44,7 @@ class CControlProtocol : public FeatureDialog, private ControlProtocolView {
         return run_.Settings().HasUnsentChanges();
     }
     void ShowRows() override { grids_->Fill(run_.Rows()); }
+    void ChooseRow(const std::string& key) override { grids_->ChooseKey(key); }
     void ShowConfirmed() override { grids_->ShowConfirmed(run_.Settings().Confirmed()); }
     void ShowChange(const SettingsEdit& change) override {
         grids_->Change(change.key, change.text);
@@ -60,6 +62,7 @@ class CControlProtocol : public FeatureDialog, private ControlProtocolView {
     wxStaticText* state_ = nullptr;
     wxStaticText* line_ = nullptr;
     wxCheckBox* learns_ = nullptr;
+    std::optional<UndoButtons> undo_;
     bool asked_ = false;  // the player; before, there is nothing to connect again
     bool leaving_ = false;
 };

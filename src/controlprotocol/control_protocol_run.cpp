@@ -33,6 +33,14 @@ SettingsSteps ControlProtocolRun::Steps() {
     return steps;
 }
 
+/// What was learned may have been undone, or be another document's.
+void ControlProtocolRun::ShowRows() {
+    if (line_.kind == SerialLineState::Kind::kLearned ||
+        line_.kind == SerialLineState::Kind::kReplaced)
+        line_ = {SerialLineState::Kind::kListening};
+    view_.ShowRows();
+}
+
 /// The link is kept alive from the player's first document on, until it restarts.
 void ControlProtocolRun::StateChanged() {
     const bool heard = settings_.IsAnswered() && settings_.State() > SettingsState::kRefused;

@@ -51,7 +51,8 @@ class ControlProtocolRun : private SettingsView {
     [[nodiscard]] const SerialLineState& SerialLine() const { return line_; }
 
    private:
-    void ShowRows() override { view_.ShowRows(); }
+    void ShowRows() override;
+    void ChooseRow(const std::string& key) override { view_.ChooseRow(key); }
     void ShowConfirmed() override { view_.ShowConfirmed(); }
     void StateChanged() override;
 

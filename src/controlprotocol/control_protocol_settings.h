@@ -21,6 +21,12 @@ class ControlProtocolSettings : public SettingsDocument {
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override {
         return EditControlProtocol(model_, edit);
     }
+    [[nodiscard]] std::shared_ptr<const SettingsDocument> Keep() const override {
+        return std::make_shared<ControlProtocolSettings>(*this);
+    }
+    void PutBack(const SettingsDocument& kept) override {
+        model_ = dynamic_cast<const ControlProtocolSettings&>(kept).model_;
+    }
 
     [[nodiscard]] ControlProtocolGrids Grids() const { return ControlProtocolRows(model_); }
 

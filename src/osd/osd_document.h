@@ -44,6 +44,12 @@ class OsdSettings : public SettingsDocument {
     [[nodiscard]] std::string Write() const override;
     [[nodiscard]] SettingsRows Rows() const override;
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override;
+    [[nodiscard]] std::shared_ptr<const SettingsDocument> Keep() const override {
+        return std::make_shared<OsdSettings>(*this);
+    }
+    void PutBack(const SettingsDocument& kept) override {
+        document_ = dynamic_cast<const OsdSettings&>(kept).document_;
+    }
     [[nodiscard]] bool HoldsDefaults() const override { return holdsDefaults_; }
     /// Too long a line must not be sent.
     [[nodiscard]] std::optional<LocalText> RefusalToSend() const override;

@@ -95,8 +95,9 @@ void CPlayerControl::LayOut(const DeviceRecord& player) {
     parts->Add(MakeVideos(), wxSizerFlags(2).Expand());
     column->Add(parts, wxSizerFlags(line).Proportion(1));
     column->Add(MakeStateRow(state_), line);
-    column->Add(MakeFileButtonRow(kOpenPlayerControl, kSavePlayerControl),
-                wxSizerFlags().Expand().Border(wxALL, gap));
+    wxSizer* foot = MakeFileButtonRow(kOpenPlayerControl, kSavePlayerControl);
+    undo_.emplace(*this, *foot, run_.Settings(), [this] { return grid_->Commit(); });
+    column->Add(foot, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
 
@@ -202,6 +203,14 @@ void CPlayerControl::ShowRows() {
     if (!std::exchange(shown_, true)) grid_->Properties().SetFocus();
 }
 
+void CPlayerControl::ChooseRow(const std::string& key) {
+    if (grid_->Has(key) && !grid_->ChooseKey(key)) {
+        filter_->Clear();
+        grid_->ChooseKey(key);
+    }
+    grid_->Properties().SetFocus();
+}
+
 void CPlayerControl::StateChanged() {
     const SettingsRun& settings = run_.Settings();
     const auto note = run_.Note();
@@ -211,6 +220,7 @@ void CPlayerControl::StateChanged() {
     FindWindow(kOpenPlayerControl)->Enable(settings.MayOpen());
     FindWindow(kSavePlayerControl)->Enable(settings.MayKeep());
     FindWindow(kAddAsType)->Enable(ChosenCategory().has_value());
+    undo_->Enable();
 }
 
 void CPlayerControl::ShowPlayers() {

@@ -6,6 +6,7 @@
 #include "playercontrol/player_control_run.h"
 #include "widgets/feature_dialog.h"
 #include "widgets/settings_grid.h"
+#include "widgets/undo_buttons.h"
 
 class wxListBox;
 class wxTreeCtrl;
@@ -49,6 +50,7 @@ class CPlayerControl : public FeatureDialog, private PlayerControlView {
         return run_.Settings().HasUnsentChanges();
     }
     void ShowRows() override;
+    void ChooseRow(const std::string& key) override;
     void ShowConfirmed() override { grid_->ShowConfirmed(run_.Settings().Confirmed()); }
     void StateChanged() override;
     void ShowPlayers() override;
@@ -67,6 +69,7 @@ class CPlayerControl : public FeatureDialog, private PlayerControlView {
     FilterBox* filter_ = nullptr;
     wxTreeCtrl* videos_ = nullptr;
     wxStaticText* state_ = nullptr;
+    std::optional<UndoButtons> undo_;
     bool asked_ = false;  // the player; before, there is nothing to connect again
     bool shown_ = false;  // rows have been
 };

@@ -163,6 +163,16 @@ void PlayerControlRun::ShowRows() {
     view_.ShowRows();
 }
 
+/// It may be another player's.
+void PlayerControlRun::ChooseRow(const std::string& key) {
+    const std::optional<ControlElement> element = ElementOf(key);
+    if (element && chosen_ != element->player) {
+        chosen_ = element->player;
+        ShowRows();
+    }
+    view_.ChooseRow(key);
+}
+
 void PlayerControlRun::ShowConfirmed() {
     document_.ShowHeld(settings_.Confirmed());
     view_.ShowConfirmed();

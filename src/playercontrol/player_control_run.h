@@ -66,6 +66,7 @@ class PlayerControlRun : private SettingsView {
     enum class Step { kVideos, kVideosUnreadable, kSettings, kSettingsGivenUp };
 
     void ShowRows() override;
+    void ChooseRow(const std::string& key) override;
     void ShowConfirmed() override;
     void StateChanged() override;
 

@@ -157,6 +157,23 @@ EditAnswer PlayerControlSettings::Delete(const ControlElement& element) {
     return {kAccepted};
 }
 
+std::vector<SettingsEdit> PlayerControlSettings::Reversal(const SettingsEdit& edit) const {
+    const std::optional<ControlElement> element = ElementOf(edit.key);
+    if (!element || edit.key != KeyOf(*element)) return SettingsDocument::Reversal(edit);
+    if (edit.text.starts_with(kAdded)) return {Without(*element)};
+    std::vector<SettingsEdit> edits = {{edit.key, {kAdded}}};
+    std::vector<SettingsEdit> texts;
+    VisitRows(RowsOf(element->player), [&](const SettingsRow& row) {
+        const ControlElement owner = *ElementOf(row.key);
+        if (element->type && owner.type != element->type) return;
+        if (owner.type && KeyOf(owner) != edits.back().key)
+            edits.push_back({KeyOf(owner), {kAdded}});
+        texts.push_back({row.key, row.value});
+    });
+    std::ranges::move(texts, std::back_inserter(edits));
+    return edits;
+}
+
 void PlayerControlSettings::ShowHeld(const std::map<std::string, std::string>& values) {
     held_.clear();
     for (const auto& [key, value] : values) {

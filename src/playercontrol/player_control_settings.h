@@ -39,6 +39,15 @@ class PlayerControlSettings : public SettingsDocument {
     [[nodiscard]] std::string Write() const override { return PlayerControlText(model_); }
     [[nodiscard]] SettingsRows Rows() const override;
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override;
+    [[nodiscard]] std::shared_ptr<const SettingsDocument> Keep() const override {
+        return std::make_shared<PlayerControlSettings>(*this);
+    }
+    /// Numbers that were given meanwhile are not given again.
+    void PutBack(const SettingsDocument& kept) override {
+        model_ = dynamic_cast<const PlayerControlSettings&>(kept).model_;
+    }
+    /// What is deleted is added again, with the texts of its rows.
+    [[nodiscard]] std::vector<SettingsEdit> Reversal(const SettingsEdit& edit) const override;
 
     [[nodiscard]] const PlayerControlModel& Model() const { return model_; }
     /// The rows of one player; without it those of an empty one, which cannot be edited.

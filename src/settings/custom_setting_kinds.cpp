@@ -283,6 +283,9 @@ constexpr CustomSettingKind Kind(std::string_view keyword) {
                 if (!Shape::Read(select, range, *record)) return nullptr;
                 return record;
             },
+            [](const Document::BASE& record) -> CustomSettingKind::Record {
+                return std::make_unique<Record>(dynamic_cast<const Record&>(record));
+            },
             [](const Item& item, const SettingsRow& row, Rows& rows) {
                 Shape::AddRows(dynamic_cast<const Record&>(*item.record), item.ticks, row, rows);
             },

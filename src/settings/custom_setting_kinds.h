@@ -21,6 +21,8 @@ struct CustomSettingKind {
     /// none when "select" is of another type.
     Record (*read)(const Json::Value& select, const Json::Value& range);
 
+    Record (*copy)(const CCustomSettingAnalysor::BASE& record);
+
     /// Adds the rows that show the item: copies of `row` with what belongs to the kind.
     void (*addRows)(const Item& item, const SettingsRow& row, std::vector<SettingsRow>& rows);
 

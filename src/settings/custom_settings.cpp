@@ -97,6 +97,20 @@ void CCustomSettingAnalysor::Clear() {
     groups_.clear();
 }
 
+CCustomSettingAnalysor CCustomSettingAnalysor::Copy() const {
+    CCustomSettingAnalysor copy;
+    copy.version_ = version_;
+    copy.groups_.reserve(groups_.size());
+    for (const Group& group : groups_) {
+        std::vector<Item>& items =
+            copy.groups_.emplace_back(Group{std::make_unique<GroupName>(*group.title), {}}).items;
+        items.reserve(group.items.size());
+        for (const Item& item : group.items)
+            items.push_back({item.kind, item.kind->copy(*item.record), item.ticks});
+    }
+    return copy;
+}
+
 bool CCustomSettingAnalysor::HasItems() const {
     return std::ranges::any_of(groups_, [](const Group& group) { return !group.items.empty(); });
 }

@@ -86,9 +86,8 @@ class CCustomSettingAnalysor {
         [[nodiscard]] Json::Value ToJson() const override;
     };
 
-    /// A record with what belongs to its kind.
     struct Item {
-        const CustomSettingKind* kind = nullptr;
+        const CustomSettingKind* kind = nullptr;  ///< of its record
         std::unique_ptr<BASE> record;
         std::vector<bool> ticks = {};  ///< of an edited multiple, one for each offered value
     };
@@ -109,6 +108,7 @@ class CCustomSettingAnalysor {
                               const std::string& rowName, const std::string& value,
                               int occurrence = 0);
     void Clear();
+    [[nodiscard]] CCustomSettingAnalysor Copy() const;
     [[nodiscard]] bool HasItems() const;
     [[nodiscard]] const std::vector<Group>& Groups() const { return groups_; }
 

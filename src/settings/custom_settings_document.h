@@ -14,6 +14,14 @@ class CustomSettings : public SettingsDocument {
     [[nodiscard]] std::string Write() const override { return settings_.Serialise(); }
     [[nodiscard]] SettingsRows Rows() const override { return settings_.BuildGrid(); }
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit) override;
+    [[nodiscard]] std::shared_ptr<const SettingsDocument> Keep() const override {
+        auto kept = std::make_shared<CustomSettings>();
+        kept->settings_ = settings_.Copy();
+        return kept;
+    }
+    void PutBack(const SettingsDocument& kept) override {
+        settings_ = dynamic_cast<const CustomSettings&>(kept).settings_.Copy();
+    }
     [[nodiscard]] std::vector<std::string> Keys() const override;
     [[nodiscard]] bool HasSettings() const override { return settings_.HasItems(); }
 

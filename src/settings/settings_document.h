@@ -1,6 +1,7 @@
 // A document of settings that a grid shows and a player keeps.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,20 @@ class SettingsDocument {
 
     /// Takes over an edit of one of those rows, or says why not.
     [[nodiscard]] virtual EditAnswer Edit(const SettingsEdit& edit) = 0;
+
+    /// A copy to be kept.
+    [[nodiscard]] virtual std::shared_ptr<const SettingsDocument> Keep() const = 0;
+    /// Holds again what it held when it was kept.
+    virtual void PutBack(const SettingsDocument& kept) = 0;
+    /// What undoes an edit that a document like this one is going to take; empty when it has no
+    /// such row.
+    [[nodiscard]] virtual std::vector<SettingsEdit> Reversal(const SettingsEdit& edit) const {
+        std::vector<SettingsEdit> edits;
+        VisitRows(Rows(), [&](const SettingsRow& row) {
+            if (row.key == edit.key) edits.push_back({row.key, row.value});
+        });
+        return edits;
+    }
 
     /// The keys by which the player knows its settings, sorted, where documents can differ in them:
     /// one that has others is not the player's.

@@ -26,14 +26,6 @@ constexpr LocalText kOtherKeys = {
     "file."};
 constexpr std::uint8_t kRestart = 1;
 
-// NOLINTNEXTLINE(misc-no-recursion): groups stand within groups
-void AddValues(const SettingsRows& groups, SettingsRun::Values& values) {
-    for (const SettingsGroup& group : groups) {
-        for (const SettingsRow& row : group.rows) values.emplace(row.key, row.value);
-        AddValues(group.groups, values);
-    }
-}
-
 /// How many of the first are not among the second; both are sorted.
 int CountOthers(const std::vector<std::string>& keys, const std::vector<std::string>& others) {
     std::vector<std::string> different;
@@ -53,7 +45,8 @@ SettingsRun::SettingsRun(SettingsBlock block, SettingsDocument& document, Settin
       steps_(std::move(steps)),
       talk_(exchange, std::move(player),
             {[this](WindowMessage& message) { TakeUnasked(message); },
-             [this] { view_.StateChanged(); }}) {
+             [this] { view_.StateChanged(); }}),
+      history_(document) {
     if (!steps_.read)
         steps_.read = [this](const AskCall& ask, Conversation::EndedCall ended) {
             ask(ReadSettings(facts_.block), std::move(ended));
@@ -76,7 +69,7 @@ void SettingsRun::Read() {
     if (reading_ && talk_.IsAsking()) return talk_.Repeat();
     if (HasUnsentChanges() && !prompts_.Confirm(Localized(kDiscardQuestion))) return;
     talk_.Cancel();
-    discarded_ = changes_.Now();
+    discarded_ = history_.Seal();
     reading_ = true;
     waited_ = {};
     Enter(SettingsState::kWaiting);
@@ -112,20 +105,18 @@ void SettingsRun::TakeDocument(std::string_view text) {
     const Values before = ValuesShown();
     if (!document_.TakeReply(text)) {
         playersKeys_.reset();
-        opened_ = opened_ && changes_.HasSince(discarded_);
+        opened_ = opened_ && history_.HasSince(discarded_);
         return Enter(opened_ ? SettingsState::kForeign : SettingsState::kUnreadable);
     }
     playersKeys_ = document_.Keys();
-    changes_.ForgetBefore(discarded_);
+    history_.ConfirmBefore(discarded_);
     confirmed_ = HeldNow(before, confirmed_);
-    opened_ = opened_ && !changes_.IsEmpty();
-    changes_.RepeatOn(document_);
+    opened_ = opened_ && !history_.IsConfirmed();
+    history_.Repeat();
     view_.ShowRows();
     view_.ShowConfirmed();
-    if (changes_.IsEmpty())
-        Enter(document_.HoldsDefaults() ? SettingsState::kNoneYet : SettingsState::kRead);
-    else
-        Enter(AfterChange());
+    untouched_ = document_.HoldsDefaults() ? SettingsState::kNoneYet : SettingsState::kRead;
+    Enter(history_.IsConfirmed() ? untouched_ : AfterChange());
     TellOtherKeys();
 }
 
@@ -139,11 +130,31 @@ void SettingsRun::TakeUnasked(WindowMessage& message) {
 }
 
 EditAnswer SettingsRun::Edit(const SettingsEdit& edit) {
-    EditAnswer answer = document_.Edit(edit);
-    if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
-    changes_.AddEdit(edit);
-    Enter(AfterChange());
+    EditAnswer answer = history_.Edit(edit);
+    if (answer.outcome == EditAnswer::Outcome::kAccepted) Enter(AfterChange());
     return answer;
+}
+
+void SettingsRun::Undo() {
+    if (MayUndo()) ShowWalked(history_.Undo());
+}
+
+void SettingsRun::Redo() {
+    if (MayRedo()) ShowWalked(history_.Redo());
+}
+
+void SettingsRun::ShowWalked(const std::string& row) {
+    opened_ = history_.HasFile();
+    view_.ShowRows();
+    view_.ChooseRow(row);
+    Enter(history_.IsConfirmed() ? Untouched() : AfterChange());
+}
+
+/// What remains to be said when everything has been undone that the player has not confirmed.
+SettingsState SettingsRun::Untouched() const {
+    if (awaited_ > 0) return SettingsState::kSent;
+    const bool isKnown = untouched_ > SettingsState::kForeign;
+    return isKnown && ValuesShown() != confirmed_ ? SettingsState::kChanged : untouched_;
 }
 
 /// Where something else is shown than what the player has, that remains to be said.
@@ -175,7 +186,7 @@ bool SettingsRun::Agrees() {
 void SettingsRun::Save() {
     if (!MaySend() || !Agrees() || !MaySend()) return;
     if (reading_) talk_.Cancel();  // its answer would take away what is being sent
-    Sent sent{changes_.Now(), ValuesShown(), document_.Keys(), false};
+    Sent sent{history_.Seal(), ValuesShown(), document_.Keys(), false};
     const std::optional<OutgoingSettings> outgoing = steps_.prepare(document_.Write());
     if (!outgoing || locked_) return;
     if (outgoing->text.size() > kLongestPayload) return prompts_.Warn(Localized(kSettingsTooLong));
@@ -219,15 +230,16 @@ void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
     const bool hasDocument = facts_.confirmation == Confirmation::kAnyDocument && !answer.empty();
     if (hasDocument && !document_.TakeReply(answer)) return Enter(SettingsState::kUnreadable);
     answered_ = true;
-    changes_.ForgetBefore(sent.mark);
+    history_.ConfirmBefore(sent.mark);
     playersKeys_ = sent.keys;
     confirmed_ = hasDocument ? HeldNow(before, sent.values) : sent.values;
     if (hasDocument) {
-        changes_.RepeatOn(document_);
+        history_.Repeat();
         view_.ShowRows();
     }
-    opened_ = opened_ && !changes_.IsEmpty();
+    opened_ = opened_ && !history_.IsConfirmed();
     view_.ShowConfirmed();
+    untouched_ = SettingsState::kSaved;
     if (sent.restarts)
         Enter(SettingsState::kRestarting);
     else if (awaited_ > 0)
@@ -239,13 +251,10 @@ void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
 
 void SettingsRun::OpenFile(const std::filesystem::path& path) {
     if (!MayOpen()) return;
-    std::string taken;
-    const auto take = [&](std::string_view text) {
-        taken = text;
-        return document_.TakeFile(text).ok();
+    const auto take = [this](std::string_view text) {
+        return history_.TakeFile(std::string(text)).ok();
     };
     if (!TakeSettingsFile(path, take, prompts_)) return;
-    changes_.AddFile(std::move(taken));
     opened_ = true;
     view_.ShowRows();
     view_.ShowConfirmed();
@@ -266,7 +275,7 @@ void SettingsRun::SaveFile(const std::filesystem::path& path) {
 
 SettingsRun::Values SettingsRun::ValuesShown() const {
     Values values;
-    AddValues(document_.Rows(), values);
+    VisitRows(document_.Rows(), [&](const auto& row) { values.emplace(row.key, row.value); });
     return values;
 }
 
@@ -274,7 +283,7 @@ SettingsRun::Values SettingsRun::ValuesShown() const {
 /// showing what the user has changed: of those, what was known before stays.
 SettingsRun::Values SettingsRun::HeldNow(const Values& before, const Values& known) const {
     Values held = ValuesShown();
-    if (changes_.IsEmpty()) return held;
+    if (history_.IsConfirmed()) return held;
     for (auto& [key, value] : held) {
         const auto shown = before.find(key);
         const auto last = known.find(key);
@@ -292,6 +301,7 @@ std::string SettingsRun::ValueOf(const std::string& key) const {
 
 void SettingsRun::Enter(SettingsState state) {
     state_ = state;
+    if (state < SettingsState::kForeign) untouched_ = state;
     view_.StateChanged();
 }
 

@@ -10,7 +10,7 @@
 #include "base/prompts.h"
 #include "exchange/conversation.h"
 #include "exchange/player_requests.h"
-#include "settings/change_log.h"
+#include "settings/settings_history.h"
 #include "settings/settings_view.h"
 
 namespace sontaro {
@@ -56,6 +56,11 @@ class SettingsRun {
 
     /// The user has edited a row.
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit);
+    /// The user undoes the latest edit or opened file that has not been undone, or does it again.
+    void Undo();
+    void Redo();
+    [[nodiscard]] bool MayUndo() const { return !locked_ && history_.CanUndo(); }
+    [[nodiscard]] bool MayRedo() const { return !locked_ && history_.CanRedo(); }
     /// The user has pressed OK; does nothing unless `MaySend`.
     void Save();
     /// Takes the settings of a file, to be sent later, or says why not and changes nothing.
@@ -82,7 +87,7 @@ class SettingsRun {
     /// Whether there is something to keep in a file.
     [[nodiscard]] bool MayKeep() const { return !locked_ && document_.HasSettings(); }
     /// Whether the user has changed something that the player has not confirmed.
-    [[nodiscard]] bool HasUnsentChanges() const { return !changes_.IsEmpty() && !locked_; }
+    [[nodiscard]] bool HasUnsentChanges() const { return !history_.IsConfirmed() && !locked_; }
     /// What the player has confirmed last, or sent.
     [[nodiscard]] const Values& Confirmed() const { return confirmed_; }
     /// The conversation, for what a procedure of one's own has to say.
@@ -91,7 +96,7 @@ class SettingsRun {
    private:
     /// What the player is to confirm.
     struct Sent {
-        ChangeLog::Mark mark;
+        SettingsHistory::Mark mark;
         Values values;
         std::vector<std::string> keys;
         bool restarts;
@@ -107,7 +112,9 @@ class SettingsRun {
     void Send(const OutgoingSettings& outgoing, Sent sent);
     void SendEnded(const Sent& sent, const Ended& ended);
     void Confirm(const Sent& sent, std::string_view answer);
+    void ShowWalked(const std::string& row);
     [[nodiscard]] SettingsState AfterChange() const;
+    [[nodiscard]] SettingsState Untouched() const;
     void Enter(SettingsState state);
     [[nodiscard]] Values ValuesShown() const;
     [[nodiscard]] Values HeldNow(const Values& before, const Values& known) const;
@@ -127,8 +134,9 @@ class SettingsRun {
     bool opened_ = false;    // a file
     bool locked_ = false;    // the player restarts
     int awaited_ = 0;        // answers to what was sent
-    ChangeLog changes_;
-    ChangeLog::Mark discarded_ = 0;  // what is older goes when the player's settings come
+    SettingsHistory history_;
+    SettingsState untouched_{};  // what is to be told of the player's settings without changes
+    SettingsHistory::Mark discarded_ = 0;  // what is older goes when the player's settings come
     std::optional<std::vector<std::string>> playersKeys_;  // none: its settings are not known
     Values confirmed_;
 };

@@ -1,6 +1,8 @@
 // What a procedure for settings tells its window.
 #pragma once
 
+#include <string>
+
 namespace sontaro {
 
 /// What is to be told of the settings.
@@ -28,6 +30,8 @@ class SettingsView {
     virtual ~SettingsView() = default;
     /// The document's rows have changed: shows them anew.
     virtual void ShowRows() = 0;
+    /// Shows and chooses the row with that key, if there is one: it has just been changed.
+    virtual void ChooseRow(const std::string& key) = 0;
     /// `SettingsRun::Confirmed` has changed.
     virtual void ShowConfirmed() = 0;
     /// What is to be told, or what may be pressed, has changed.

@@ -40,8 +40,6 @@ constexpr LocalText kCopy = {"复制视频…", "Copy video…"};
 constexpr LocalText kMerge = {"从文件合并…", "Merge from file…"};
 constexpr LocalText kDelete = {"删除", "Delete"};
 constexpr LocalText kTest = {"测试", "Test"};
-constexpr LocalText kUndo = {"撤销", "Undo"};
-constexpr LocalText kRedo = {"重做", "Redo"};
 
 constexpr LocalText kTestTickedText = {"依次测试", "Test ticked"};
 constexpr LocalText kGap = {"间隔", "Gap"};
@@ -216,8 +214,8 @@ wxSizer* CPlayerTimeControl::MakeNodeButtons() {
     row->Add(new wxStaticText(this, wxID_ANY, ToWx(kMilliseconds)),
              wxSizerFlags(middle).Border(wxLEFT, FromDIP(6)));
     row->AddStretchSpacer();
-    add(kUndoTimeline, kUndo, 'U', "Ctrl+Z");
-    add(kRedoTimeline, kRedo, 'R', "Ctrl+Y");
+    add(kUndoTimeline, kUndoText, 'U', "Ctrl+Z");
+    add(kRedoTimeline, kRedoText, 'R', "Ctrl+Y");
     return row;
 }
 

@@ -8,6 +8,8 @@ namespace sontaro {
 inline constexpr LocalText kOkText = {"确定", "OK"};
 inline constexpr LocalText kCancelText = {"取消", "Cancel"};
 inline constexpr LocalText kExitText = {"退出", "Exit"};
+inline constexpr LocalText kUndoText = {"撤销", "Undo"};
+inline constexpr LocalText kRedoText = {"重做", "Redo"};
 inline constexpr LocalText kYesText = {"是", "Yes"};
 inline constexpr LocalText kNoText = {"否", "No"};
 inline constexpr LocalText kExitQuestion = {"【真的要退出程序吗?】", "Do you really want to exit?"};

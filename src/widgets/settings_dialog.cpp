@@ -50,8 +50,9 @@ void SettingsDialog::LayOut(const DeviceRecord& player) {
     column->Add(grid_, wxSizerFlags(1).Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     column->Add(MakeStateRow(state_),
                 wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
-    column->Add(MakeFileButtonRow(kOpenSettings, kSaveSettings),
-                wxSizerFlags().Expand().Border(wxALL, gap));
+    wxSizer* foot = MakeFileButtonRow(kOpenSettings, kSaveSettings);
+    undo_.emplace(*this, *foot, run_, [this] { return grid_->Commit(); });
+    column->Add(foot, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
 
@@ -79,6 +80,11 @@ void SettingsDialog::ShowRows() {
     if (first) grid_->Properties().SetFocus();
 }
 
+void SettingsDialog::ChooseRow(const std::string& key) {
+    grid_->ChooseKey(key);
+    grid_->Properties().SetFocus();
+}
+
 void SettingsDialog::StateChanged() {
     const wxString text = ToWx(StateTextOf(run_));
     grid_->SetEmptyText(text);
@@ -87,6 +93,7 @@ void SettingsDialog::StateChanged() {
     FindWindow(wxID_OK)->Enable(run_.MaySend());
     FindWindow(kOpenSettings)->Enable(run_.MayOpen());
     FindWindow(kSaveSettings)->Enable(run_.MayKeep());
+    undo_->Enable();
 }
 
 FileQuestion SettingsDialog::Question(FileQuestion::Purpose purpose) const {

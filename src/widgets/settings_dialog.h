@@ -2,11 +2,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "settings/settings_run.h"
 #include "widgets/feature_dialog.h"
 #include "widgets/settings_grid.h"
+#include "widgets/undo_buttons.h"
 
 namespace sontaro {
 
@@ -39,6 +41,7 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
     void ReadAgain() override;
     [[nodiscard]] bool HasUnsentChanges() const override { return run_.HasUnsentChanges(); }
     void ShowRows() override;
+    void ChooseRow(const std::string& key) override;
     void ShowConfirmed() override { grid_->ShowConfirmed(run_.Confirmed()); }
     void StateChanged() override;
 
@@ -51,6 +54,7 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
     SettingsRun run_;
     SettingsGrid* grid_ = nullptr;
     wxStaticText* state_ = nullptr;
+    std::optional<UndoButtons> undo_;
     bool asked_ = false;  // the player; before, there is nothing to connect again
 };
 

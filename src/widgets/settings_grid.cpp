@@ -280,11 +280,16 @@ bool SettingsGrid::IsEditing() const {
     return grid_->IsEditorsValueModified() || (editor != nullptr && editor->HasFocus());
 }
 
-void SettingsGrid::ChooseKey(const std::string& key) {
-    wxPGProperty* property = PropertyNamed(ToWx(key));
-    if (!property || SettingsGridRows::IsHidden(*property)) return;
+bool SettingsGrid::Has(const std::string& key) const {
+    return !key.empty() && PropertyNamed(ToWx(key)) != nullptr;
+}
+
+bool SettingsGrid::ChooseKey(const std::string& key) {
+    wxPGProperty* property = Has(key) ? PropertyNamed(ToWx(key)) : nullptr;
+    if (!property || SettingsGridRows::IsHidden(*property)) return false;
     grid_->Choose(property);
     ShowHelp();
+    return true;
 }
 
 void SettingsGrid::ChooseNone() {

@@ -72,8 +72,11 @@ class SettingsGrid : public wxPanel {
 
     /// Whether the user has entered a cell, or changed the text in it.
     [[nodiscard]] bool IsEditing() const;
-    /// Chooses the row or heading with this key and scrolls to it; nothing without one.
-    void ChooseKey(const std::string& key);
+    /// Whether there is a row or heading with this key, hidden or not.
+    [[nodiscard]] bool Has(const std::string& key) const;
+    /// Chooses the row or heading with this key and scrolls to it. False, and nothing happens, when
+    /// there is none or a filter hides it.
+    bool ChooseKey(const std::string& key);
     /// Chooses no row any more.
     void ChooseNone();
 

@@ -88,6 +88,17 @@ bool TabbedGrids::Change(const std::string& key, const std::string& text) {
     return std::ranges::any_of(grids_, [&](SettingsGrid* grid) { return grid->Change(key, text); });
 }
 
+void TabbedGrids::ChooseKey(const std::string& key) {
+    const auto grid = std::ranges::find_if(grids_, [&](auto* each) { return each->Has(key); });
+    if (grid == grids_.end()) return;
+    tabs_->SetSelection(static_cast<std::size_t>(grid - grids_.begin()));
+    if (!(*grid)->ChooseKey(key)) {
+        filter_->Clear();
+        (*grid)->ChooseKey(key);
+    }
+    FocusRows();
+}
+
 bool TabbedGrids::Commit() {
     return std::ranges::all_of(grids_, [](SettingsGrid* grid) { return grid->Commit(); });
 }

@@ -43,6 +43,9 @@ class TabbedGrids : public wxPanel {
     /// As in `SettingsGrid`; the key is looked for in every grid.
     void ShowConfirmed(const std::map<std::string, std::string>& values);
     bool Change(const std::string& key, const std::string& text);
+    /// Turns to the page of the row with this key, chooses the row, without the filter if that
+    /// hides it, and gives it the keyboard. Nothing happens without such a row.
+    void ChooseKey(const std::string& key);
     /// Ends every edit that is open. False when one is not accepted.
     [[nodiscard]] bool Commit();
 

@@ -26,6 +26,7 @@ struct Editor : testing::Test, ExchangeBench, ControlProtocolView {
         run = std::make_unique<ControlProtocolRun>(*this, prompts, exchange, player, file, variant);
     }
     void ShowRows() override { log += "rows; "; }
+    void ChooseRow(const std::string& key) override { log += "choose " + key + "; "; }
     void ShowConfirmed() override {}
     void StateChanged() override {}
     void ShowChange(const SettingsEdit& change) override { log += "change " + change.text + "; "; }
@@ -266,6 +267,23 @@ TEST_F(Editor, LearnsIntoTheChosenCategoryAlone) {
     Upload();
     ExpectLine(Line::kTooLate);
     EXPECT_THAT(channel.payload, testing::HasSubstr("C1"));
+}
+
+TEST_F(Editor, UndoesALearnedCommandAsOneStep) {
+    ReadFrom(kDocument);
+    Edit("7");
+    chosen = 6;
+    Serial({0xa5}), Serial({0xc1});
+    Log();
+    run->Settings().Undo();
+    EXPECT_EQ(run->Rows()[kCategoryGrid][0].groups[6].rows[1].value, "A5");
+    EXPECT_EQ(Log(), "rows; choose VideoType/6/SendCmd; ");
+    ExpectLine(Line::kListening);
+    run->Settings().Undo(), run->Settings().Undo();
+    ExpectState(State::kRead);
+    for (int i = 0; i < 3; ++i) run->Settings().Redo();
+    EXPECT_EQ(Port() + run->Rows()[kCategoryGrid][0].groups[6].rows[1].value, "7C1");
+    ExpectState(State::kChanged);
 }
 
 TEST_F(Editor, LosesNoEditToADocumentThatComesLater) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 #include "support/fake_player_channel.h"
 #include "support/recording_prompts.h"
 
@@ -27,6 +29,7 @@ constexpr const char* kDocument =
 /// A run whose window writes down what it is asked for.
 struct PlayerControlEditor : testing::Test, ExchangeBench, PlayerControlView {
     void ShowRows() override { log += "rows; "; }
+    void ChooseRow(const std::string& key) override { log += "choose " + key + "; "; }
     void ShowConfirmed() override {}
     void StateChanged() override {}
     void ShowPlayers() override { log += "players; "; }
@@ -170,6 +173,58 @@ TEST_F(PlayerControlEditor, DeletesWhatIsChosenOnceTheUserAgrees) {
     EXPECT_EQ(Players(), "Player1* ");
     run.DeletePlayer();
     EXPECT_EQ(Players(), "");
+}
+
+TEST_F(PlayerControlEditor, ADeletedTypeComesBackAndIsDoneToADocumentThatComesLater) {
+    ReadFrom(
+        R"({"Players":[{"VideoType":[{"TypeName":"a"},{"TypeName":"b","SendCmd":"A5"}]},{}]})");
+    prompts.answers = {true};
+    run.DeleteType(ChosenInGrid{"Players/0/VideoType/1", true});
+    run.Save(), Confirm();
+    run.ChoosePlayer(1);
+    Log();
+    run.Settings().Undo();
+    EXPECT_THAT(Log(), testing::EndsWith("choose Players/0/VideoType/1/TypeName; "));
+    EXPECT_EQ(Players() + Types(), "Player1* Player1 a b ");
+    ExpectState(State::kChanged);
+    Document(R"({"Players":[{"Play":"01","VideoType":[{"TypeName":"A"}]}]})");
+    EXPECT_EQ(Types() + Play(), "A b 01");
+    EXPECT_EQ(run.Rows()[2].groups[1].rows[1].value, "a5");
+}
+
+TEST(PlayerControlHistory, LeadsBackToTheSameBytesOnAnyWay) {
+    PlayerControlSettings document;
+    ASSERT_TRUE(document.TakeReply(
+        R"({"x":1,"Players":[{"PlayerID":99999999999,"y":[2],"VideoType":[{"z":3},{},{}]}]})"));
+    SettingsHistory history(document);
+    std::vector<std::string> texts = {document.Write()};
+    std::size_t now = 0;
+    std::mt19937 random(20);
+    const auto any = [&](std::size_t count) { return random() % count; };
+    const auto change = [&]() -> SettingsEdit {
+        std::vector<std::string> keys;
+        VisitRows(document.Rows(), [&](const SettingsRow& row) { keys.push_back(row.key); });
+        if (keys.empty() || any(9) == 0) return document.NewPlayer();
+        const ControlElement element = *ElementOf(keys[any(keys.size())]);
+        if (any(4) == 0) return document.NewType(element.player, "new");
+        if (any(6) == 0) return document.Without(element);
+        return {keys[any(keys.size())], std::to_string(10 + any(90))};
+    };
+    for (int i = 0; i < 1000; ++i) {
+        if (any(3) == 0 && history.CanUndo()) {
+            history.Undo(), --now;
+        } else if (any(3) == 0 && history.CanRedo()) {
+            history.Redo(), ++now;
+        } else if (history.Edit(change()).outcome == EditAnswer::Outcome::kAccepted) {
+            texts.resize(++now);
+            texts.push_back(document.Write());
+            if (texts[now] == texts[now - 1]) texts.pop_back(), --now;  // no step that is seen
+        }
+        ASSERT_EQ(document.Write(), texts[now]) << i;
+    }
+    while (history.CanUndo()) history.Undo();
+    EXPECT_EQ(document.Write(), texts[0]);
+    EXPECT_TRUE(history.IsConfirmed());
 }
 
 }  // namespace

@@ -34,6 +34,12 @@ struct TextDocument : SettingsDocument {
         text += edit.text;
         return {EditAnswer::Outcome::kAccepted, edit.text};
     }
+    std::shared_ptr<const SettingsDocument> Keep() const override {
+        return std::make_shared<TextDocument>(*this);
+    }
+    void PutBack(const SettingsDocument& kept) override {
+        text = dynamic_cast<const TextDocument&>(kept).text;
+    }
     std::vector<std::string> Keys() const override {
         return text.find(':') == std::string::npos ? std::vector<std::string>()
                                                    : std::vector{text.substr(0, text.find(':'))};
@@ -56,6 +62,7 @@ struct Procedure : testing::Test, ExchangeBench, SettingsView {
         };
     }
     void ShowRows() override { log += "rows " + document.text + "; "; }
+    void ChooseRow(const std::string&) override {}
     void ShowConfirmed() override {}
     void StateChanged() override {}
 
@@ -257,6 +264,43 @@ TEST_F(Procedure, KeepsSettingsInFilesAndChangesNothingWhenOneIsOfNoUse) {
     const Box unusable = Warning("The file holds no such settings. Nothing has been changed!");
     EXPECT_THAT(prompts.boxes, ElementsAre(Notice("Save OK!"), unusable, unusable,
                                            Warning("The file cannot be written!")));
+}
+
+TEST_F(Procedure, WhatIsUndoneIsAChangeOnlyIfThePlayerHasItOrMayHaveIt) {
+    const auto expect = [this](const std::string& text, State state) {
+        EXPECT_EQ(document.text, text);
+        ExpectState(state);
+        EXPECT_EQ(run.HasUnsentChanges(), state == State::kChanged || state == State::kSent);
+    };
+    OpenWith("a");
+    Edit("no");
+    EXPECT_FALSE(run.MayUndo());
+    Edit("b"), run.Undo();
+    expect("a", State::kRead);
+    run.Redo(), run.Save(), Acknowledge(), run.Undo();
+    expect("a", State::kChanged);
+    EXPECT_EQ(Held(), "ab");
+    run.Redo();
+    expect("ab", State::kSaved);
+    Edit("c"), run.Save(), run.Undo(), Edit("d"), Acknowledge();
+    expect("abd", State::kChanged);
+    run.Undo(), run.Undo();
+    expect("a", State::kChanged);
+    run.Save(), Acknowledge();
+    expect("a", State::kSaved);
+    OpenFileWith("file"), run.Undo(), run.Undo();
+    expect("a", State::kSaved);
+}
+
+TEST_F(Overlay, KeepsItsStepsWhenThePlayerSendsWhatIsShownElseThoseNotConfirmed) {
+    OpenWith("a");
+    Edit("b"), run.Save(), Reply("ab"), run.Undo();
+    EXPECT_EQ(document.text + Held(), "aab");
+    run.Redo(), Edit("c"), Reply("x");
+    EXPECT_EQ(document.text, "xc");
+    run.Undo();
+    EXPECT_EQ(document.text + Held(), "xx");
+    EXPECT_FALSE(run.MayUndo() || run.HasUnsentChanges());
 }
 
 TEST_F(Overlay, IsConfirmedByTheDocumentAsItIsNowOrByAnEmptyOne) {

@@ -120,6 +120,33 @@ TEST_F(ProtocolDialog, TellsThatItsLinkHasEndedAndConnectsAgain) {
     });
 }
 
+TEST_F(ProtocolDialog, UndoesByKeysWhereverTheRowIsButNotWhileATextIsTyped) {
+    Run([&] {
+        auto* tabs = Find<wxNotebook>(dialog, kProtocolTabs);
+        const std::string held = Value(2, "Serial/NextType");
+        const auto press = [](char key) { wxUIActionSimulator().Char(key, wxMOD_CONTROL); };
+        Type(2, "Serial/NextType", "A501");
+        dialog->Raise();
+        Grid(2).GetEditorTextCtrl()->SetFocus();
+        ASSERT_TRUE(PumpUntil([&] { return dialog->IsActive(); }));
+        press('Z');
+        wxUIActionSimulator().Char(WXK_RETURN);
+        ASSERT_TRUE(PumpUntil([&] { return Value(2, "Serial/NextType") == "A501"; }));
+        tabs->SetSelection(0);
+        Find<wxSearchCtrl>(dialog, kProtocolFilter)->SetValue("KTV");
+        Grid(1).SetFocus();
+        press('Z');
+        EXPECT_TRUE(PumpUntil([&] { return Value(2, "Serial/NextType") == held; }));
+        EXPECT_EQ(tabs->GetSelection(), 1);
+        EXPECT_EQ(Grid(2).GetSelection(), Grid(2).GetPropertyByName("Serial/NextType"));
+        EXPECT_FALSE(Grid(2).IsPropertyModified("Serial/NextType") || Enabled(kUndoButton));
+        press('Y');
+        EXPECT_TRUE(PumpUntil([&] { return Grid(2).IsPropertyModified("Serial/NextType"); }));
+        Click(dialog->FindWindow(kUndoButton));
+        EXPECT_TRUE(PumpUntil([&] { return Value(2, "Serial/NextType") == held; }));
+    });
+}
+
 TEST_F(ProtocolDialog, IsDoneOnceThePlayerRestarts) {
     Run([&] {
         prompts.answers = {true};
