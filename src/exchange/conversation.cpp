@@ -55,7 +55,8 @@ void Conversation::Transmit() {
     const Request request = open_->request;
     const Target player = player_;  // not even the player may be there any more
     const bool isNested = std::exchange(transmitting_, true);
-    const Sending sending = services_.channel.Send(player, request.packet, boxes_);
+    const Sending sending =
+        services_.channel.Send(player, request.packet, request.boxes.value_or(boxes_));
     if (alive.expired()) return;
     transmitting_ = isNested;
     if (sending) Use(sending.Connection());
@@ -190,14 +191,16 @@ bool Conversation::PaysDebt(const std::function<bool(const Debt&)>& fits) {
 Boxes Conversation::Hear(const ExchangeNews& news) {
     const Origin& origin = news.origin;
     if (origin.sender.ip != player_.ip) return Boxes::kShown;
-    const Boxes boxes = boxes_;
+    Boxes boxes = boxes_;
     switch (news.kind) {
         case ExchangeNews::Kind::kLinkEnded: LinkEnded(origin.connection); break;
         case ExchangeNews::Kind::kLayoutLocked:
             if (HearRefusal(origin)) Finish({End::kRefused, origin.header.argument}, 1);
             break;
         case ExchangeNews::Kind::kNotSupported:
-            if (HearRefusal(origin)) Finish({End::kNotSupported}, 1);
+            if (!HearRefusal(origin)) break;
+            boxes = open_->request.boxes.value_or(boxes);
+            Finish({End::kNotSupported}, 1);
             break;
     }
     return boxes;

@@ -26,7 +26,7 @@ namespace sontaro {
 [[nodiscard]] Request AskOlderNames();
 
 /// Who asks for the list of videos; players may make a difference.
-enum class VideoListFor : std::uint16_t { kTimeline = 0, kPlayerControl = 1 };
+enum class VideoListFor : std::uint16_t { kTimeline = 0, kRemoteControl = 0, kPlayerControl = 1 };
 
 /// The videos that the player has (command 10), whatever it answers with.
 [[nodiscard]] Request AskVideoList(VideoListFor room);

@@ -151,7 +151,7 @@ constexpr RoutingRow kRoutes[] = {
     {kCommandSettings, kBlockCave, {{kCave}}, kFirst, MessageId::kCave, ForwardSettings},
     {kCommandSettings, kBlockPlayerControl, {{kPlayerControl}}, kFirst, MessageId::kPlayerControl, ForwardSettings},
     {kCommandSettings, kBlockPlayerTimeline, {{kPlayerTimeControl}}, kFirst, MessageId::kPlayerControl, ForwardTimeline},
-    {kCommandPlayerState, kAnyBlock, {{kPlayerControl, kPlayerTimeControl, kControlProtocol}}, kFirst, MessageId::kPlayerState, ForwardWithArgument},
+    {kCommandPlayerState, kAnyBlock, {{kPlayerControl, kPlayerTimeControl, kControlProtocol, kVideoControl}}, kFirst, MessageId::kPlayerState, ForwardWithArgument},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl, kBatchSend, kControlProtocol, kSetParam}}, kFirst, MessageId::kPlayerState, ForwardPlayerData},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl}}, kFirst, MessageId::kPlayerStatus, MakeStatus},
     {kCommandUpload, kAnyBlock, {{kBatchSend}}, kFirst, MessageId::kUploadAcknowledged, MakeUploadAcknowledgement},

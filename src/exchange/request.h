@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 #include "link/window_message.h"
 
@@ -35,6 +36,7 @@ struct Request {
     /// Asked at the limit with the time that it has been waited for; may cancel the request, or
     /// destroy its conversation.
     std::function<AtLimit(std::chrono::milliseconds)> atLimit = [](auto) { return AtLimit::kEnd; };
+    std::optional<Boxes> boxes = {};  ///< its own; else its conversation's
 };
 
 /// Every request ends in exactly one of these.

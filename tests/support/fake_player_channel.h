@@ -48,10 +48,10 @@ struct ExchangeBench {
                       channel.connection};
         return {id, origin.header.argument, ReplyRecord{ToBytes(payload)}, 0, origin};
     }
-    void Report(ExchangeNews::Kind kind, std::uint8_t command = 0) {
+    Boxes Report(ExchangeNews::Kind kind, std::uint8_t command = 0) {
         Origin origin{player, {}, channel.connection};
         origin.header.command = command;
-        hub.Report({kind, origin});
+        return hub.Report({kind, origin});
     }
     /// The connection ends; the next one has another number.
     void LoseLink() {
