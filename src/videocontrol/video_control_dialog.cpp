@@ -45,6 +45,9 @@ constexpr LocalText kStates[] = {
     {"已就绪", "Ready"},
 };
 
+constexpr LocalText kListUnreadable = {"已就绪，视频列表无法识别",
+                                       "Ready, list of videos unreadable"};
+
 struct ButtonIcon {
     int id;
     const char* name;
@@ -89,14 +92,6 @@ wxSize StateSize(const wxWindow& window) {
     return size;
 }
 
-void Offer(wxComboBox& choice, const std::vector<std::string>& names) {
-    const wxString shown = choice.GetValue();
-    wxArrayString items;
-    for (const std::string& name : names) items.Add(ToWx(name));
-    choice.Set(items);
-    choice.ChangeValue(shown);  // a refill must not wipe out what is being typed
-}
-
 }  // namespace
 
 CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Prompts& prompts,
@@ -119,6 +114,10 @@ CVideoControl::CVideoControl(wxWindow* parent, const DeviceRecord& player, Promp
                  left);
     choices->Add(MakeChoiceGroup(kLayout, kLayoutChoice, 'w', &VideoControlRun::ChooseLayout),
                  right);
+    choices_[kFolderChoice]->Bind(wxEVT_TEXT, [this](wxCommandEvent& event) {
+        event.Skip();
+        run_.NameFolder(FromWx(choices_[kFolderChoice]->GetValue()));
+    });
     column->Add(choices, row);
     column->Add(MakeButtonGroup(kMode, {2104, 2105, 2106, 2107, 2108}), row);
     column->Add(MakeVideoGroup(), row);
@@ -231,14 +230,13 @@ wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, char key
 /// A drop-down that sends what is chosen at once, and what is typed at the press of a button.
 wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, char key, Chooser chooser) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    auto* names = new wxComboBox(parent, id, "", wxDefaultPosition, NameSize(*this));
+    auto* names = new NameChoice(parent, id, NameSize(*this));
     auto* button = new wxButton(parent, wxID_ANY, ButtonLabel(kSwitchTo, key));
     row->Add(names, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(6)));
     row->Add(button, wxSizerFlags().CentreVertical());
     const auto send = [this, names, chooser](wxCommandEvent&) {
         (run_.*chooser)(FromWx(names->GetValue()));
     };
-    IgnoreWheel(*names);
     names->Bind(wxEVT_COMBOBOX, [send](wxCommandEvent& event) {
         // Passing a name with an arrow key is not choosing it.
         if (!wxGetKeyState(WXK_UP) && !wxGetKeyState(WXK_DOWN)) send(event);
@@ -364,13 +362,13 @@ void CVideoControl::ShowUsbVideos(const std::vector<std::string>& names) {
 }
 
 void CVideoControl::OfferFolders(const std::vector<std::string>& names) {
-    Offer(*choices_[kFolderChoice], names);
+    choices_[kFolderChoice]->Offer(names);
 }
 void CVideoControl::OfferLayouts(const std::vector<std::string>& names) {
-    Offer(*choices_[kLayoutChoice], names);
+    choices_[kLayoutChoice]->Offer(names);
 }
 void CVideoControl::OfferVideos(const std::vector<std::string>& names) {
-    Offer(*choices_[kVideoChoice], names);
+    choices_[kVideoChoice]->Offer(names);
 }
 
 void CVideoControl::StateChanged() {
@@ -387,6 +385,7 @@ wxString CVideoControl::StateText() const {
     if (trouble.kind == Kind::kRefused) return wxString::Format(ToWx(kRefused), trouble.code);
     if (const int seconds = run_.SecondsOfSilence())
         return wxString::Format(ToWx(kSilent), seconds);
+    if (run_.IsListUnreadable()) return ToWx(kListUnreadable);
     return ToWx(kStates[static_cast<std::size_t>(run_.CurrentState())]);
 }
 

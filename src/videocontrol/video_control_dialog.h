@@ -17,6 +17,7 @@
 
 #include "base/prompts.h"
 #include "devices/device_record.h"
+#include "videocontrol/name_choice.h"
 #include "videocontrol/video_control_ids.h"
 #include "videocontrol/video_control_run.h"
 
@@ -110,7 +111,7 @@ class CVideoControl : public wxPanel, private VideoControlView {
     wxStaticBox* usbBox_ = nullptr;
     wxString usbLabel_;  // as long as it is
     wxComboBox* usbVideo_ = nullptr;
-    std::map<int, wxComboBox*> choices_;
+    std::map<int, NameChoice*> choices_;
 };
 
 }  // namespace sontaro

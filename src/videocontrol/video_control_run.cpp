@@ -47,13 +47,14 @@ void VideoControlRun::TickEverySecond() {
 }
 
 void VideoControlRun::Tick() {
+    if (std::exchange(connectsAgain_, false) && !IsConnected()) return AskFromTheBeginning();
     if (movedVolume_) {
         Command(kVideoSound, TakeMovedVolume());
     } else if (++ticks_ == kTicksPerPoll) {
         ticks_ = 0;
         if (state_ != State::kReady) Poll();
     }
-    if (talk_.IsAsking()) ++silentTicks_;
+    if (talk_.IsAsking() && state_ != State::kReady) ++silentTicks_;
     if (SecondsOfSilence() > 0) view_.StateChanged();
 }
 
@@ -129,13 +130,57 @@ void VideoControlRun::Answered(const Ended& ended) {
 void VideoControlRun::Enter(State state) {
     state_ = state;
     ticks_ = 0;
-    if (state_ != State::kReady) Ask();
+    if (state_ == State::kReady)
+        AskVideos();
+    else
+        Ask();
     view_.StateChanged();
+}
+
+/// A player that does not know the question ends the link, which comes back without it.
+void VideoControlRun::AskVideos() {
+    listUnreadable_ = false;
+    if (listUnsupported_) return;
+    Request request = AskVideoList(VideoListFor::kRemoteControl);
+    request.limit = {};
+    request.boxes = Boxes::kMuted;
+    talk_.Ask(std::move(request), [this](const Ended& ended) { VideosEnded(ended); });
+}
+
+void VideoControlRun::VideosEnded(const Ended& ended) {
+    if (ended.how == End::kNotSupported) listUnsupported_ = connectsAgain_ = true;
+    if (ended.how != End::kReply) return;
+    const Result<VideoList> list = ReadVideoList(AsText(PayloadOf(*ended.reply)));
+    listUnreadable_ = !list;
+    if (list) {
+        offered_.Take(*list);
+        OfferNames();
+    }
+    view_.StateChanged();
+}
+
+void VideoControlRun::NameFolder(const std::string& name) {
+    namedFolder_ = name;
+    OfferNames();
+}
+
+void VideoControlRun::OfferNames() {
+    if (std::vector<std::string> folders = offered_.Folders(); folders != folders_) {
+        folders_ = std::move(folders);
+        view_.OfferFolders(folders_);
+    }
+    if (std::vector<std::string> videos = offered_.VideosIn(namedFolder_); videos != videos_) {
+        videos_ = std::move(videos);
+        view_.OfferVideos(videos_);
+    }
 }
 
 void VideoControlRun::Press(const std::string& caption) { Command(kVideoPlayMode, caption); }
 
-void VideoControlRun::ChooseFolder(const std::string& name) { ChooseName(kVideoFolder, name); }
+void VideoControlRun::ChooseFolder(const std::string& name) {
+    NameFolder(name);
+    ChooseName(kVideoFolder, name);
+}
 void VideoControlRun::ChooseLayout(const std::string& name) { ChooseName(kVideoLayout, name); }
 void VideoControlRun::ChooseVideo(const std::string& name) { ChooseName(kVideoPlayName, name); }
 void VideoControlRun::ChooseUsbVideo(const std::string& name) { ChooseName(kVideoUsbName, name); }
@@ -206,8 +251,7 @@ void VideoControlRun::TakeCaptions(const VideoReply& reply) {
 void VideoControlRun::TakePosition(const VideoPosition& position) {
     view_.ShowPosition(position.Percent(), position.Text());
     if (position.named) view_.ShowTitle(position.folder + "->" + position.video);
-    if (Remember(folders_, position.folder)) view_.OfferFolders(folders_);
-    if (Remember(videos_, position.video)) view_.OfferVideos(videos_);
+    if (offered_.Add(position.folder, position.video)) OfferNames();
 }
 
 void VideoControlRun::TakeUsbVideos(const VideoReply& reply) {

@@ -7,6 +7,7 @@
 
 #include "base/local_text.h"
 #include "exchange/conversation.h"
+#include "videocontrol/offered_videos.h"
 #include "videocontrol/video_control_document.h"
 #include "videocontrol/video_control_view.h"
 
@@ -17,7 +18,8 @@ extern const LocalText kUsbVideoLabel;
 /// Asks the player for its state, its layouts and its captions, one after the other, and turns
 /// presses into commands and replies into what is shown. A state never goes back but with the link:
 /// over a new one all of it is asked anew, since a player reports its position only to who has
-/// asked for its captions. User-interface thread.
+/// asked for its captions. What it can play is asked for last and once, and nothing waits for that:
+/// older players do not know the question. User-interface thread.
 class VideoControlRun {
    public:
     enum class State { kAskingState, kAskingLayouts, kAskingCaptions, kReady };
@@ -46,7 +48,10 @@ class VideoControlRun {
     void MoveVolume(int volume) { movedVolume_ = volume; }
     /// The user has pressed a button with this caption.
     void Press(const std::string& caption);
-    /// The user has chosen a name; an empty one is none.
+    /// The user has entered the name of a folder: while it is one that is offered, only its videos
+    /// are. Nothing is sent.
+    void NameFolder(const std::string& name);
+    /// The user has chosen a name; an empty one is none. A folder is named as well.
     void ChooseFolder(const std::string& name);
     void ChooseLayout(const std::string& name);
     void ChooseVideo(const std::string& name);
@@ -59,6 +64,10 @@ class VideoControlRun {
     /// Whether there is a link, as far as is known.
     [[nodiscard]] bool IsConnected() const { return talk_.Connection() != 0; }
     [[nodiscard]] const Trouble& LastTrouble() const { return trouble_; }
+    /// Whether the player has answered with a list of videos that cannot be read.
+    [[nodiscard]] bool IsListUnreadable() const {
+        return listUnreadable_ && state_ == State::kReady;
+    }
     /// Seconds for which a question has not been answered; 0 as long as that is nothing to worry
     /// about. A player that has nothing to say of its own accord is sound.
     [[nodiscard]] int SecondsOfSilence() const;
@@ -71,6 +80,9 @@ class VideoControlRun {
     void AskFromTheBeginning();
     void Ask();
     void Answered(const Ended& ended);
+    void AskVideos();
+    void VideosEnded(const Ended& ended);
+    void OfferNames();
     void Enter(State state);
     void Command(std::uint16_t commandId, const std::string& text);
     void ChooseName(std::uint16_t commandId, const std::string& name);
@@ -91,6 +103,11 @@ class VideoControlRun {
     int ticks_ = 0;
     int silentTicks_ = 0;
     std::optional<int> movedVolume_;
+    bool listUnsupported_ = false;  // the player has said so
+    bool listUnreadable_ = false;
+    bool connectsAgain_ = false;  // the question for the list has cost the link
+    OfferedVideos offered_;
+    std::string namedFolder_;
     std::vector<std::string> folders_;
     std::vector<std::string> layouts_;
     std::vector<std::string> videos_;

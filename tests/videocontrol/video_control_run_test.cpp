@@ -88,8 +88,9 @@ TEST_F(RemoteControl, AsksThreeQuestionsInTurnEachAtEveryEleventhTickUntilItsOwn
     EXPECT_EQ(Layouts("Night.lay?Day.lay?"), R"(layouts Night Day; send 59{"cmdId":3}; )");
     EXPECT_EQ(StateReply() + Layouts(), "");
     expectAsking(State::kAskingCaptions, R"(send 59{"cmdId":3}; )");
-    EXPECT_EQ(Captions() + StateReply() + Layouts(), "hide; buttons; ");
+    EXPECT_EQ(Captions() + StateReply() + Layouts(), "hide; buttons; send 10; ");
     expectAsking(State::kReady, "");
+    EXPECT_EQ(run.SecondsOfSilence(), 0);  // older players do not answer the last question
 }
 
 TEST_F(RemoteControl, SendsAMovedVolumeAtATickThatDoesNotCount) {
@@ -205,6 +206,36 @@ TEST_F(RemoteControl, OffersEachNameOnceAndRefillsUsbVideosOnlyWhenTheyDiffer) {
     EXPECT_EQ(usb(R"(["a","b"])", ""), "label USB Video; ");
     EXPECT_EQ(usb("{}", ""), "label USB Video; ");
     EXPECT_EQ(usb("[]", ""), "label USB Video; usb ; ");
+}
+
+TEST_F(RemoteControl, OffersWhatThePlayerListsNarrowedToTheFolderThatIsNamed) {
+    const auto list = [this](const std::string& text) {
+        return Reply(MessageId::kPlayerState, kCommandPlayerState, text);
+    };
+    const std::string screens = R"({"cloudNewVideoScreenDatas":[{"screenID":0,"cloudVideoTypes":[
+        {"type":"A","videoDatas":[{"videoName":"a"},{"videoName":"b"}]}]},{"screenID":2,
+        "cloudVideoTypes":[{"type":"B","videoDatas":[{"videoName":"b"},{"videoName":"c"}]}]}]})";
+    OpenReady();
+    EXPECT_EQ(list("a.mp4?"), "");
+    EXPECT_TRUE(run.IsListUnreadable());
+    run.ReadAgain(), StateReply(), Layouts(), Captions();
+    EXPECT_EQ(list(screens), "folders A B; videos a b c; ");
+    EXPECT_FALSE(run.IsListUnreadable());
+    run.NameFolder("B");
+    EXPECT_EQ(Log(), "videos b c; ");
+    run.NameFolder("B, half typed");
+    EXPECT_EQ(Log(), "videos a b c; ");
+    EXPECT_EQ(run.CurrentState(), State::kReady);
+}
+
+TEST_F(RemoteControl, ComesBackWithoutTheListFromAPlayerThatDoesNotKnowTheQuestion) {
+    OpenReady();
+    EXPECT_EQ(Report(ExchangeNews::Kind::kNotSupported, kCommandPlayerState), Boxes::kMuted);
+    LoseLink();
+    EXPECT_EQ(Advance(1), "send 19; ");
+    StateReply(), Layouts();
+    EXPECT_EQ(Captions(), "hide; buttons; ");
+    EXPECT_EQ(Report(ExchangeNews::Kind::kNotSupported, kCommandVideo), Boxes::kShown);
 }
 
 TEST_F(RemoteControl, ActsOnNoOtherReplies) {
