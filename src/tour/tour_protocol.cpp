@@ -135,6 +135,12 @@ void TourProtocol::Learn() {
         act, [] { return Shown(kLearned) == kLearned.value; },
         fmt::format("the serial port of player {} received A5 01 10: learned", Address()),
         "protocol-learned");
+    Step(
+        Pressing(kUndoButton), [] { return Shown(kLearned) != kLearned.value; },
+        "pressed Undo: what was learned is gone", "protocol-undone");
+    Step(
+        Pressing(kRedoButton), [] { return Shown(kLearned) == kLearned.value; },
+        "pressed Redo: it is back");
 }
 
 void TourProtocol::KeepInFile() {

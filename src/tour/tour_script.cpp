@@ -231,6 +231,13 @@ class TourScript : public TourSteps {
         const Chosen fromUsb = [](const PlayerState& state, const std::string& name) {
             return state.playingUsb && CurrentVideo(state)->name == name;
         };
+        const auto listed = [this] {
+            const wxArrayString folders = Find<wxComboBox>(kFolderChoice)->GetStrings();
+            return std::ranges::all_of(State().folders, [&](const auto& folder) {
+                return folders.Index(ToWx(folder.name)) != wxNOT_FOUND;
+            });
+        };
+        Step({}, listed, "every folder that the player lists can be chosen");
         Choose(kUsbVideo, "USB video", fromUsb);
         for (const PlaybackStep& step : kUsbPlayback) PressVideoButton(step);
         Choose(kFolderChoice, "folder", [](const PlayerState& state, const std::string& name) {

@@ -53,6 +53,7 @@ void TourSettings::Write() {
     for (const SettingsStation& station : kStations) {
         OpenFeature(station.window);
         Read(station);
+        Undo(station);
         Change(station);
         LeaveFeature();
     }
@@ -65,6 +66,27 @@ void TourSettings::Read(const SettingsStation& station) {
     };
     Step(Pressing(wxID_OK), shown, TitleOf(station.window) + " shows what the player has sent",
          station.picture);
+}
+
+void TourSettings::Undo(const SettingsStation& station) {
+    const auto shows = [&station](const std::string& value) {
+        return Find<wxPropertyGrid>(kSettingsGrid)->GetPropertyValueAsString(station.row) == value;
+    };
+    const auto type = [&station] {
+        auto* grid = Find<wxPropertyGrid>(kSettingsGrid);
+        grid->EnsureVisible(station.row);
+        grid->SelectProperty(station.row, true);
+        grid->GetEditorTextCtrl()->SetValue(station.value);
+        grid->CommitChangesFromEditor();
+    };
+    const SettingsRow row = RowIn(station, State().*station.document);
+    Step(
+        type, [=] { return shows(station.value); },
+        fmt::format("changed {} to {}", row.name, station.value));
+    Step(
+        Pressing(kUndoButton), [=] { return shows(row.value); },
+        fmt::format("pressed Undo: it is {} again", row.value),
+        std::string(station.picture) + "-undone");
 }
 
 /// Leaves the edit open in its cell: OK has to take it over.

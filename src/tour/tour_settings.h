@@ -17,6 +17,7 @@ class TourSettings : public TourSteps {
 
    private:
     void Read(const SettingsStation& station);
+    void Undo(const SettingsStation& station);
     void Change(const SettingsStation& station);
 };
 
