@@ -53,7 +53,7 @@ void TimePictureDrawing::Measure() {
         captionWidth_ = std::max(captionWidth_, window_.GetTextExtent(ToWx(port)).x);
     captionWidth_ += 2 * Space();
     axisHeight_ = LineHeight(window_) + Space();
-    markSize_ = window_.FromDIP(10);
+    markSize_ = LineHeight(window_) / 2;
     wxFont font = SmallFont();
     int width = 0;
     window_.GetTextExtent(kWidestNumber, &width, nullptr, nullptr, nullptr, &font);
