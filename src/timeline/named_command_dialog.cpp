@@ -98,7 +98,7 @@ class CommandList : public wxListView {
     }
 
     /// Chooses the first one of other commands than before.
-    void Show(std::vector<NamedCommand> commands) {
+    void ShowCommands(std::vector<NamedCommand> commands) {
         if (commands == commands_) return;
         commands_ = std::move(commands);
         SetItemCount(static_cast<long>(commands_.size()));
@@ -207,7 +207,7 @@ void NamedCommandDialog::ShowNames() {
     const std::string wanted = FilterForm(FromWx(filter_->GetValue()));
     std::vector<NamedCommand> shown = names_.Commands();
     std::erase_if(shown, [&](const NamedCommand& one) { return !Contains(one, wanted); });
-    list_->Show(std::move(shown));
+    list_->ShowCommands(std::move(shown));
     const wxString state = ToWx(StateText(names_));
     state_->SetLabelText(state);
     state_->SetToolTip(TooltipText(state));

@@ -18,7 +18,8 @@ inline wxGrid* TimelineGrid() {
 }
 
 inline std::function<bool()> HavingNodes(int count) {
-    return [count] { return TimelineGrid() && TimelineGrid()->GetNumberRows() == count; };
+    return
+        [count] { return TimelineGrid() != nullptr && TimelineGrid()->GetNumberRows() == count; };
 }
 
 /// A cell of the row with the cursor.

@@ -106,7 +106,7 @@ void TourTimeline::CopyVideo() {
     Step(Pressing(wxID_OK), inDialog, "dismissed the message");
     Step([] { Choose(kCopyPlayer, 1); }, inDialog, "chose the second player", "timeline-copy");
     const auto isCopied = [] {
-        return TimelineGrid() && TimelineGrid()->GetNumberRows() > kNodes + 1 &&
+        return TimelineGrid() != nullptr && TimelineGrid()->GetNumberRows() > kNodes + 1 &&
                ChosenCell(TimelineColumn::kPlayer) == ToWx(PlayerName(1));
     };
     Step(Pressing(wxID_OK), isCopied, "pressed OK: the second player has the commands, too",
@@ -133,7 +133,7 @@ void TourTimeline::MergeFile() {
     Step(map, isMapped, "ticked one video alone, and chose the last player for it",
          "timeline-merge");
     const auto isMerged = [] {
-        return TimelineGrid() && TimelineGrid()->GetNumberRows() > kNodes + 1 &&
+        return TimelineGrid() != nullptr && TimelineGrid()->GetNumberRows() > kNodes + 1 &&
                ChosenCell(TimelineColumn::kPlayer) != ToWx(PlayerName(0));
     };
     Step(Pressing(wxID_OK), isMerged, "pressed OK: its commands are that player's, too",
