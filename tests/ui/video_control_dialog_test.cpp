@@ -226,6 +226,27 @@ TEST_F(RemoteWindow, GivesEverySwitchAMnemonicOfItsOwn) {
     });
 }
 
+TEST_F(RemoteWindow, KeepsWhatIsTypedWhenAListComesAndTheNamesWhileTheyAreLookedAt) {
+    Run(factory, [&] {
+        auto& names = *Find<wxComboBox>(dialog, kFolderChoice);
+        const auto offers = [&](const char* name) { return names.FindString(name) >= 0; };
+        const auto readAgainWith = [&](const char* name) {
+            Player().ChangeState([&](auto& state) { state.folders.push_back({name, {}}); });
+            Press(dialog, kReadAgainButton);
+        };
+        names.SetValue("typed");
+        readAgainWith("new");
+        EXPECT_TRUE(PumpUntil([&] { return offers("new"); }));
+        EXPECT_EQ(names.GetValue(), "typed");
+        names.Popup();
+        readAgainWith("newer");
+        EXPECT_FALSE(PumpUntil([&] { return offers("newer"); }, 1500));
+        names.Dismiss();
+        EXPECT_TRUE(PumpUntil([&] { return offers("newer"); }));
+        EXPECT_EQ(names.GetValue(), "typed");
+    });
+}
+
 TEST_F(RemoteWindow, ChoosesNothingByTheMouseWheel) {
     if (kOnWindows) GTEST_SKIP() << "nothing turns a wheel there";
     Run(factory, [&] {
