@@ -124,7 +124,8 @@ class ShownTable {
     }
     ~ShownTable() { table_->Destroy(); }
 
-    [[nodiscard]] Table& operator*() const { return *table_; }
+    /// Reads its rows again; they are drawn by the loop.
+    void RowsChanged() const { table_->RowsChanged(); }
 
    private:
     NoPrompts prompts_;
@@ -133,6 +134,14 @@ class ShownTable {
 
 double TimeToOpen(wxDialog& dialog, RecordTable& model) {
     return TimeOf([&] { const ShownTable table(dialog, model); });
+}
+
+double TimeToInsert(const ShownTable& table, RecordTable& model) {
+    return TimeOf([&] {
+        model.Insert();
+        table.RowsChanged();
+        model.AwaitDrawing();
+    });
 }
 
 }  // namespace
@@ -147,7 +156,7 @@ std::vector<Figure> Tables() {
     const auto sort = [&] { return TimeOfSort(records); };
     RecordTable full(kRows);
     RecordTable filling(kFilling);
-    double least = 0;
+    double least = 0;  // what the window alone costs
     const Comparison open = CompareInTurn(
         kRepetitions,
         [&] {
@@ -157,29 +166,26 @@ std::vector<Figure> Tables() {
             return whole - least;
         },
         sort);
-    ShownTable table(dialog, full);
-    double redraw = 0;
+    const double leastToOpen = least;
+    const ShownTable shown(dialog, full);
+    wxDialog small(nullptr, wxID_ANY, "Table", wxDefaultPosition, wxSize(900, 600));
+    small.SetSizer(new wxBoxSizer(wxVERTICAL));
+    small.Show();
+    const ShownTable shownFilling(small, filling);
     const Comparison insert = CompareInTurn(
         kRepetitions,
         [&] {
-            redraw = TimeOf([&] {
-                (*table).Grid().ForceRefresh();
-                full.AwaitDrawing();
-            });
-            return TimeOf([&] {
-                       full.Insert();
-                       (*table).RowsChanged();
-                       full.AwaitDrawing();
-                   }) -
-                   redraw;
+            least = TimeToInsert(shownFilling, filling);
+            return TimeToInsert(shown, full) - least;
         },
         sort);
-    return {{"table_open", open.ratio, Goal::kAtMost, 1.0,
-             fmt::format("{:.2f} ms more than {:.1f} ms for {} rows, sort {:.1f} ms, {} rows",
-                         open.ours * 1e3, least * 1e3, kFilling, open.baseline * 1e3, kRows)},
-            {"table_insert", insert.ratio, Goal::kAtMost, 0.25,
-             fmt::format("{:.2f} ms more than the redraw of {:.1f} ms, sort {:.1f} ms",
-                         insert.ours * 1e3, redraw * 1e3, insert.baseline * 1e3)}};
+    return {
+        {"table_open", open.ratio, Goal::kAtMost, 1.0,
+         fmt::format("{:.2f} ms more than {:.1f} ms for {} rows, sort {:.1f} ms, {} rows",
+                     open.ours * 1e3, leastToOpen * 1e3, kFilling, open.baseline * 1e3, kRows)},
+        {"table_insert", insert.ratio, Goal::kAtMost, 0.25,
+         fmt::format("with the redraw {:.2f} ms more than {:.1f} ms for {} rows, sort {:.1f} ms",
+                     insert.ours * 1e3, least * 1e3, kFilling, insert.baseline * 1e3)}};
 }
 
 }  // namespace sontaro::bench
