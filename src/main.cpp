@@ -2,13 +2,13 @@
 #include "app/application.h"
 #include "tour/tour_walk.h"
 
-namespace {
+namespace sontaro {
 
-class Program : public sontaro::CSontaroApp {
+class Program : public CSontaroApp {
    public:
-    Program() : CSontaroApp(sontaro::MakeTourWalk) {}
+    Program() : CSontaroApp(MakeTourWalk) {}
 };
 
-}  // namespace
+}  // namespace sontaro
 
-wxIMPLEMENT_APP(Program);
+wxIMPLEMENT_APP(sontaro::Program);

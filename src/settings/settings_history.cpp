@@ -85,7 +85,7 @@ void SettingsHistory::Repeat() {
 }
 
 bool SettingsHistory::ShowsTheSame(const SettingsDocument& other) const {
-    return document_.Rows() == other.Rows() && document_.Write() == other.Write();
+    return ShownIn(document_) == ShownIn(other) && document_.Write() == other.Write();
 }
 
 std::string SettingsHistory::Walk(bool back) {
@@ -114,9 +114,10 @@ void SettingsHistory::Log(const Step& step, bool back) {
 SettingsHistory::Change SettingsHistory::Reversal(const Step& step) {
     if (std::holds_alternative<std::string>(step.change)) return step.before->Write();
     std::vector<SettingsEdit> edits;
-    const auto& done = std::get<std::vector<SettingsEdit>>(step.change);
-    for (auto edit = done.rbegin(); edit != done.rend(); ++edit)
-        std::ranges::move(step.before->Reversal(*edit), std::back_inserter(edits));
+    auto done = std::get<std::vector<SettingsEdit>>(step.change);
+    std::ranges::reverse(done);
+    for (const SettingsEdit& edit : done)
+        std::ranges::move(step.before->Reversal(edit), std::back_inserter(edits));
     return edits;
 }
 

@@ -18,7 +18,7 @@ class TourWalk : public Walk {
         WriteTourScript(tour_, players);
         tour_.Start();
     }
-    bool Succeeded() const override { return tour_.Succeeded(); }
+    [[nodiscard]] bool Succeeded() const override { return tour_.Succeeded(); }
 
    private:
     const std::filesystem::path folder_;
