@@ -210,8 +210,12 @@ Boxes Conversation::Hear(const ExchangeNews& news) {
 bool Conversation::HearRefusal(const Origin& origin) {
     const auto fits = [&](const Debt& debt) { return debt.command == origin.header.command; };
     if (origin.connection != connection_ || PaysDebt(fits)) return false;
-    return open_ && open_->connection == connection_ &&
-           DecodeHeader(*open_->request.packet).command == origin.header.command;
+    if (!open_ || open_->connection != connection_) return false;
+    const PacketHeader asked = DecodeHeader(*open_->request.packet);
+    const bool isOfAnotherBlock = asked.command == kCommandSettings &&
+                                  origin.header.subCommand != 0 &&
+                                  origin.header.subCommand != asked.subCommand;
+    return asked.command == origin.header.command && !isOfAnotherBlock;
 }
 
 /// What waits for its turn ends as well, unsent: nothing connects again by itself.

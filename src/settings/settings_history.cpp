@@ -37,7 +37,9 @@ EditAnswer SettingsHistory::Edit(const SettingsEdit& edit) {
 
 Status SettingsHistory::TakeFile(std::string text) {
     Status taken = document_.TakeFile(text);
-    if (taken) Add(std::move(text));
+    if (!taken) return taken;
+    textBytes_ = 0;  // of the steps from here on
+    Add(std::move(text));
     return taken;
 }
 

@@ -6,15 +6,16 @@
 
 namespace sontaro {
 
-/// What becomes of a question is told where the names are shown.
 CommandNames::CommandNames(const ExchangeServices& exchange, Target player)
-    : talk_(exchange, std::move(player), {}, Boxes::kMuted) {}
+    : talk_(exchange, std::move(player), {}) {}
 
-/// The player may take its time, but the user is told.
+/// What becomes of the question is told where the names are shown: it has no boxes of its own. The
+/// player may take its time.
 void CommandNames::AskPlayer() {
     Enter(CommandNamesState::kAsking);
     if (talk_.IsAsking()) return talk_.Repeat();
     Request request = ReadSettings(kBlockControlProtocol);
+    request.boxes = Boxes::kMuted;
     request.atLimit = [this](auto) {
         if (state_ == CommandNamesState::kAsking) Enter(CommandNamesState::kNoAnswer);
         return AtLimit::kWaitOn;

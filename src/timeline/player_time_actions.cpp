@@ -27,22 +27,29 @@ constexpr LocalText kNotShifted = {
 constexpr LocalText kTickFirst = {"先勾选再删除！", "Check before deleting!"};
 constexpr LocalText kDeleteQuestion = {"【真的要删除吗?】", "Do you really want to delete it?"};
 
+std::optional<NodeId> EqualNode(const TimelineDocument& document, const TimeNode& node) {
+    for (std::size_t row = 0; row < document.NodeCount(); ++row)
+        if (document.NodeAt(row) == node) return document.IdAt(row);
+    return std::nullopt;
+}
+
 }  // namespace
 
 void CPlayerTimeControl::AddNode() {
     if (const auto node = AskForNode(nullptr)) Changed(document_.Insert(*node));
 }
 
-/// The node may be gone when the editor is left, since the player may answer meanwhile: what was
-/// entered is not lost then.
+/// The player may answer meanwhile. A node that was added before is then another one that equals
+/// it; when it is gone, what was entered is not lost.
 void CPlayerTimeControl::EditNode(std::size_t row) {
     const NodeId id = document_.IdAt(row);
     const TimeNode before = document_.NodeAt(row);
     const auto node = AskForNode(&before);
     if (!node || *node == before) return;
-    if (!document_.Find(id)) return Changed(document_.Insert(*node));
-    document_.Apply({{}, {{id, *node}}, {}});
-    Changed(id);
+    const auto edited = document_.Find(id) ? std::optional(id) : EqualNode(document_, before);
+    if (!edited) return Changed(document_.Insert(*node));
+    document_.Apply({{}, {{*edited, *node}}, {}});
+    Changed(*edited);
 }
 
 std::optional<TimeNode> CPlayerTimeControl::AskForNode(const TimeNode* edited) {

@@ -97,18 +97,31 @@ class GroupCheck {
             return std::tuple_cat(LineOf(node), std::tuple(node.time));
         };
         std::ranges::stable_sort(places, {}, key);
-        for (std::size_t i = 1; i < places.size(); ++i) CheckNeighbours(places[i - 1], places[i]);
+        std::size_t latest = 0;  // of those so far on the line, whose bytes end last
+        for (std::size_t i = 1; i < places.size(); ++i) {
+            const bool isSameLine =
+                LineOf(group_.nodes[places[i - 1]]) == LineOf(group_.nodes[places[i]]);
+            if (isSameLine) CheckNeighbours(places[i - 1], places[latest], places[i]);
+            if (!isSameLine || EndOf(places[i]) >= EndOf(places[latest])) latest = i;
+        }
     }
 
-    void CheckNeighbours(std::size_t place, std::size_t nextPlace) {
+    void CheckNeighbours(std::size_t place, std::size_t latestPlace, std::size_t nextPlace) {
         const GroupNode& node = group_.nodes[place];
+        const GroupNode& latest = group_.nodes[latestPlace];
         const GroupNode& next = group_.nodes[nextPlace];
-        if (LineOf(node) != LineOf(next)) return;
         const bool isSerial = IsSerialPort(node.port) || node.port == kPortRs485;
         if (node.time == next.time)
             Add({Kind::kSameMoment, next.id, node.id}, nextPlace);
-        else if (isSerial && node.time >= 0 && next.time - node.time < DurationOf(node, baudRate_))
-            Add({Kind::kTooClose, node.id, next.id, next.time - node.time}, place);
+        else if (isSerial && latest.time >= 0 && next.time < EndOf(latestPlace))
+            Add({Kind::kTooClose, latest.id, next.id, next.time - latest.time}, latestPlace);
+    }
+
+    /// When a command's bytes have gone out, if its port is a serial one.
+    [[nodiscard]] std::int64_t EndOf(std::size_t place) const {
+        const GroupNode& node = group_.nodes[place];
+        const std::int64_t duration = DurationOf(node, baudRate_);
+        return node.time > INT64_MAX - duration ? INT64_MAX : node.time + duration;
     }
 
     void Add(const ShowFinding& finding, std::size_t place) { found_.push_back({place, finding}); }

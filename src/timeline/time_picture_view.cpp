@@ -67,6 +67,10 @@ TimePictureView::TimePictureView(wxWindow* parent, int id, TimelineDocument& doc
     BindMouse();
 }
 
+TimePictureView::~TimePictureView() {
+    if (HasCapture()) ReleaseMouse();
+}
+
 void TimePictureView::BindMouse() {
     const auto onMouse = [this](wxMouseEvent& event) { OnDown(event.GetPosition()); };
     Bind(wxEVT_LEFT_DOWN, onMouse);
@@ -272,6 +276,7 @@ bool TimePictureView::HandleKey(const wxKeyEvent& event) {
 }
 
 void TimePictureView::OnCharacter(wxKeyEvent& event) {
+    if (press_ || ground_) return;
     const auto place = picture_.Find(chosen_);
     const double x =
         place ? window_.PixelOf(static_cast<double>(TimeOf(*place))) : window_.width / 2.0;

@@ -27,6 +27,7 @@ class TimePictureView : public wxControl {
     /// `document` outlives the view.
     TimePictureView(wxWindow* parent, int id, TimelineDocument& document,
                     TimePictureActions actions);
+    ~TimePictureView() override;
 
     /// Shows the video of a row and marks the row's node; a sentence in place of it without a row.
     /// Called when another row is chosen or the document has changed, which ends a drag.

@@ -15,6 +15,7 @@ using Node = TimelinePicture::Node;
 constexpr double kRoomBehind = 1.05;
 constexpr double kShortestTime = 1000;     // that a picture shows at most zoom
 constexpr double kShortestWhole = 10'000;  // that is shown of a video without nodes
+constexpr double kBlock = 64;              // pieces of time that marks are joined in
 constexpr double kLongestTime = 9.2e18;    // there are no later milliseconds
 
 /// Milliseconds between two ticks that people count in.
@@ -93,9 +94,11 @@ std::vector<AxisTick> AxisTicks(const TimeWindow& window, double distance) {
     const std::int64_t step = StepOfAtLeast(distance * window.perPixel);
     const double end = std::min(window.TimeAt(window.width), kLongestTime);
     std::vector<AxisTick> ticks;
-    const auto first = static_cast<std::int64_t>(
-        std::ceil(std::max(window.begin, 0.0) / static_cast<double>(step)));
-    for (std::int64_t time = first * step; static_cast<double>(time) <= end; time += step) {
+    const auto wide = static_cast<double>(step);
+    const double begin = std::ceil(std::max(window.begin, 0.0) / wide) * wide;
+    if (begin > end) return ticks;  // behind the last millisecond
+    for (auto time = static_cast<std::int64_t>(begin); static_cast<double>(time) <= end;
+         time += step) {
         ticks.push_back({time, window.PixelOf(static_cast<double>(time)), AxisText(time)});
         if (time > INT64_MAX - step) break;
     }
@@ -128,18 +131,20 @@ std::vector<PictureMark> TimelinePicture::Marks(const TimeWindow& window, double
     return marks;
 }
 
-/// Time is cut into pieces of `distance` pixels that stay where they are when the window moves, so
-/// that marks do not regroup then. From piece to piece by binary search.
+/// Time is cut into pieces of `distance` pixels that stay where they are when the window moves, and
+/// joined from the beginning of a block of them on, so that marks hardly regroup then. From piece
+/// to piece by binary search.
 void TimelinePicture::AddMarks(std::size_t lane, const TimeWindow& window, double distance,
                                std::vector<PictureMark>& marks) const {
     const std::vector<Node>& nodes = lanes_[lane].nodes;
     const double piece = distance * window.perPixel;
     const double end = window.TimeAt(window.width + distance);
-    const double begin = (std::floor(window.begin / piece) - 1) * piece;
+    const double begin = (std::floor(window.begin / piece / kBlock) * kBlock - 1) * piece;
     const std::size_t firstMark = marks.size();
+    std::size_t hidden = 0;  // up to there, left of the window
     for (std::size_t at = FirstFrom(nodes, begin); at < nodes.size();) {
         const auto time = static_cast<double>(nodes[at].time);
-        if (time > end) return;
+        if (time > end) break;
         const std::size_t next = FirstFrom(nodes, (std::floor(time / piece) + 1) * piece, at);
         const std::size_t count = std::max(next, at + 1) - at;
         const double x = window.PixelOf(time);
@@ -148,7 +153,10 @@ void TimelinePicture::AddMarks(std::size_t lane, const TimeWindow& window, doubl
         else
             marks.push_back({lane, x, at, count});
         at += count;
+        if (marks.back().x < -distance) hidden = marks.size();
     }
+    marks.erase(marks.begin() + static_cast<std::ptrdiff_t>(firstMark),
+                marks.begin() + static_cast<std::ptrdiff_t>(std::max(firstMark, hidden)));
 }
 
 std::span<const Node> TimelinePicture::NodesOf(const PictureMark& mark) const {

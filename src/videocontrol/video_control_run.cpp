@@ -47,7 +47,7 @@ void VideoControlRun::TickEverySecond() {
 }
 
 void VideoControlRun::Tick() {
-    if (std::exchange(connectsAgain_, false) && !IsConnected()) return AskFromTheBeginning();
+    if (connectsAgain_ && !IsConnected()) return AskFromTheBeginning();
     if (movedVolume_) {
         Command(kVideoSound, TakeMovedVolume());
     } else if (++ticks_ == kTicksPerPoll) {
@@ -90,6 +90,7 @@ void VideoControlRun::Poll() {
 }
 
 void VideoControlRun::AskFromTheBeginning() {
+    connectsAgain_ = false;
     state_ = State::kAskingState;
     ticks_ = 0;
     Ask();

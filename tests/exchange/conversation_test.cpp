@@ -79,7 +79,8 @@ TEST_F(Talk, EndsInEveryOtherWayExactlyOnce) {
     Read();
     channel.refusal.reset();
     Read();
-    Report(ExchangeNews::Kind::kNotSupported, 59);  // another command's
+    Report(ExchangeNews::Kind::kNotSupported, 59);     // another command's
+    Report(ExchangeNews::Kind::kNotSupported, 3, 99);  // another block's
     Report(ExchangeNews::Kind::kNotSupported, 3);
     Ask("layouts ", AskLayoutState());
     Report(ExchangeNews::Kind::kLayoutLocked, 52);

@@ -48,9 +48,10 @@ struct ExchangeBench {
                       channel.connection};
         return {id, origin.header.argument, ReplyRecord{ToBytes(payload)}, 0, origin};
     }
-    Boxes Report(ExchangeNews::Kind kind, std::uint8_t command = 0) {
+    Boxes Report(ExchangeNews::Kind kind, std::uint8_t command = 0, std::uint16_t block = 0) {
         Origin origin{player, {}, channel.connection};
         origin.header.command = command;
+        origin.header.subCommand = block;
         return hub.Report({kind, origin});
     }
     /// The connection ends; the next one has another number.

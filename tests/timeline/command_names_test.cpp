@@ -51,6 +51,7 @@ TEST_F(NamedCommands, OfASilentPlayerAreAskedForAgainAndStayOnceTheyAreThere) {
     timers.Advance(kAnswerLimit);
     EXPECT_TRUE(names.State() == State::kNoAnswer);
     EXPECT_EQ(channel.lastBoxes, Boxes::kMuted);
+    EXPECT_EQ(Report(ExchangeNews::Kind::kNotSupported, kCommandPlayerState), Boxes::kShown);
     names.AskPlayer();
     EXPECT_TRUE(names.State() == State::kAsking);
     EXPECT_EQ(channel.Log(), "3.1.0; 3.1.0; 3.1.0; ");

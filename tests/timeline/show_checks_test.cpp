@@ -7,6 +7,7 @@
 namespace sontaro::test {
 namespace {
 
+using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::Field;
@@ -51,6 +52,9 @@ TEST_F(Show, TellsSerialCommandsThatComeBeforeTheOneBeforeHasGone) {
     EXPECT_THAT(Check(), ElementsAre(ShowFinding{Kind::kTooClose, first, first + 1, 10}));
     EXPECT_THAT(Check(19'200), IsEmpty());
     EXPECT_EQ(Check(1200).size(), 2U);
+    Add(1000, kPortSerial3);
+    Add(1005, kPortSerial3);
+    EXPECT_THAT(Check(), Contains(ShowFinding{Kind::kTooClose, first, first + 5, 5}));
     const auto gone = Check().front();
     document.Apply({{first}, {}, {}});
     EXPECT_EQ(Told(gone, document), "");

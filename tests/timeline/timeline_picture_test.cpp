@@ -2,10 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
 namespace sontaro::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 constexpr double kApart = 8;
 
@@ -34,6 +37,25 @@ TEST_F(Picture, HasALaneForEachUsedPortAndJoinsNodesThatAreTooClose) {
     EXPECT_EQ(picture.NodesOf(marks[2]).front().id, 2U);
     EXPECT_EQ(MarkOf(marks, *picture.Find(4)), &marks[1]);
     EXPECT_FALSE(picture.Find(9));
+}
+
+TEST_F(Picture, MarksStayJoinedAsTheyAreWhileItMoves) {
+    for (std::int64_t time = 0; time < 20'000; time += 70) Add(time);
+    const TimelinePicture picture = Drawn();
+    const auto counts = [&](int pixels) {
+        std::map<std::size_t, std::size_t> joined;
+        for (const PictureMark& mark : picture.Marks(Moved(window, -pixels, 19'990), kApart))
+            if (mark.x > 0 && mark.x < 500) joined[mark.first] = mark.count;
+        return joined;
+    };
+    const auto before = counts(300);
+    for (const auto& [first, count] : counts(309))
+        EXPECT_TRUE(!before.contains(first) || before.at(first) == count) << first;
+}
+
+TEST_F(Picture, HasNoTicksBehindTheLastMillisecond) {
+    EXPECT_THAT(AxisTicks({9.22e18, 1e9, 1000}, 100), IsEmpty());
+    EXPECT_LT(AxisTicks({9.1e18, 1e15, 1000}, 100).size(), 12U);
 }
 
 TEST_F(Picture, FindsTheNearestMarkOfALane) {

@@ -231,6 +231,7 @@ TEST_F(RemoteControl, OffersWhatThePlayerListsNarrowedToTheFolderThatIsNamed) {
 TEST_F(RemoteControl, ComesBackWithoutTheListFromAPlayerThatDoesNotKnowTheQuestion) {
     OpenReady();
     EXPECT_EQ(Report(ExchangeNews::Kind::kNotSupported, kCommandPlayerState), Boxes::kMuted);
+    EXPECT_EQ(Advance(1), "");
     LoseLink();
     EXPECT_EQ(Advance(1), "send 19; ");
     StateReply(), Layouts();
