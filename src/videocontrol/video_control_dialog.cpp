@@ -81,8 +81,7 @@ wxStaticBoxSizer* MakeGroup(wxWindow* parent, int id, const LocalText& label) {
     return new wxStaticBoxSizer(new GroupBox(parent, id, ToWx(label)), wxHORIZONTAL);
 }
 
-/// Of a drop-down, whatever names it will offer.
-wxSize NameSize(const wxWindow& window) { return {20 * LetterWidth(window), wxDefaultCoord}; }
+constexpr int kNameLetters = 20;
 
 /// Of the state, whatever it will be.
 wxSize StateSize(const wxWindow& window) {
@@ -205,8 +204,9 @@ wxSizer* CVideoControl::MakeUsbGroup() {
     usbBox_ = group->GetStaticBox();
     auto* icon = new wxStaticBitmap(usbBox_, wxID_ANY, LineIcon("usb", 20));
     group->Add(icon, wxSizerFlags().CentreVertical().Border(wxALL, FromDIP(8)));
-    usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, NameSize(*this), 0,
-                               nullptr, wxCB_READONLY);
+    const wxSize nameSize(kNameLetters * LetterWidth(*this), wxDefaultCoord);
+    usbVideo_ = new wxComboBox(usbBox_, kUsbVideo, "", wxDefaultPosition, nameSize, 0, nullptr,
+                               wxCB_READONLY);
     IgnoreWheel(*usbVideo_);
     usbVideo_->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent&) {
         run_.ChooseUsbVideo(FromWx(usbVideo_->GetStringSelection()));
@@ -230,7 +230,7 @@ wxSizer* CVideoControl::MakeChoiceGroup(const LocalText& label, int id, char key
 /// A drop-down that sends what is chosen at once, and what is typed at the press of a button.
 wxSizer* CVideoControl::MakeChoice(wxWindow* parent, int id, char key, Chooser chooser) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    auto* names = new NameChoice(parent, id, NameSize(*this));
+    auto* names = new NameChoice(parent, id, kNameLetters);
     auto* button = new wxButton(parent, wxID_ANY, ButtonLabel(kSwitchTo, key));
     row->Add(names, wxSizerFlags(1).CentreVertical().Border(wxRIGHT, FromDIP(6)));
     row->Add(button, wxSizerFlags().CentreVertical());

@@ -17,9 +17,9 @@
 
 #include "base/prompts.h"
 #include "devices/device_record.h"
-#include "videocontrol/name_choice.h"
 #include "videocontrol/video_control_ids.h"
 #include "videocontrol/video_control_run.h"
+#include "widgets/name_choice.h"
 
 class wxStaticBoxSizer;
 

@@ -234,7 +234,15 @@ TEST_F(RemoteWindow, KeepsWhatIsTypedWhenAListComesAndTheNamesWhileTheyAreLooked
             Player().ChangeState([&](auto& state) { state.folders.push_back({name, {}}); });
             Press(dialog, kReadAgainButton);
         };
+        const auto& videos = *Find<wxComboBox>(dialog, kVideoChoice);
+        EXPECT_TRUE(PumpUntil([&] { return names.GetCount() > 1; }));
+        names.SetValue(names.GetString(0));
+        const wxArrayString ofFolder = videos.GetStrings();
+        readAgainWith("newest");
+        EXPECT_TRUE(PumpUntil([&] { return offers("newest"); }));
+        EXPECT_EQ(videos.GetStrings(), ofFolder);
         names.SetValue("typed");
+        EXPECT_GT(videos.GetCount(), ofFolder.size());
         readAgainWith("new");
         EXPECT_TRUE(PumpUntil([&] { return offers("new"); }));
         EXPECT_EQ(names.GetValue(), "typed");
