@@ -3,7 +3,6 @@
 #include <fmt/printf.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
-#include <wx/combobox.h>
 #include <wx/dialog.h>
 #include <wx/textctrl.h>
 

@@ -1,12 +1,10 @@
 #include "timeline/video_fields.h"
 
 #include <wx/choice.h>
-#include <wx/combobox.h>
 
 #include <algorithm>
 
 #include "timeline/timeline_texts.h"
-#include "widgets/fonts.h"
 #include "widgets/toolkit_quirks.h"
 #include "widgets/wx_text.h"
 
@@ -14,12 +12,13 @@ namespace sontaro {
 
 namespace {
 
-constexpr int kFieldCharacters = 46;
+constexpr int kFieldLetters = 46;
 
-/// Has one of the names on offer stand there, if there are any.
-void ChooseFrom(wxComboBox& box) {
-    if (!box.IsListEmpty() && box.FindString(box.GetValue(), true) == wxNOT_FOUND)
-        box.ChangeValue(box.GetString(0));
+template <class Named>
+std::vector<std::string> NamesOf(const std::vector<Named>& listed) {
+    std::vector<std::string> names;
+    for (const Named& one : listed) names.push_back(one.name);
+    return names;
 }
 
 }  // namespace
@@ -31,9 +30,8 @@ void VideoOffer::Changed() {
 VideoFields::VideoFields(wxWindow* parent, int firstId, VideoOffer& offer, Names names)
     : offer_(offer), names_(names) {
     player_ = new wxChoice(parent, firstId);
-    type_ = new wxComboBox(parent, firstId + 1);
-    type_->SetMinSize(wxSize(kFieldCharacters * LetterWidth(*parent), wxDefaultCoord));
-    video_ = new wxComboBox(parent, firstId + 2);
+    type_ = new NameChoice(parent, firstId + 1, kFieldLetters);
+    video_ = new NameChoice(parent, firstId + 2, kFieldLetters);
     OfferPlayers(0);
     BindEvents();
     offer_.fields_.push_back(this);
@@ -42,13 +40,12 @@ VideoFields::VideoFields(wxWindow* parent, int firstId, VideoOffer& offer, Names
 VideoFields::~VideoFields() { std::erase(offer_.fields_, this); }
 
 void VideoFields::BindEvents() {
-    const std::initializer_list<wxControl*> dropDowns = {player_, type_, video_};
-    for (wxControl* dropDown : dropDowns) IgnoreWheel(*dropDown);
+    IgnoreWheel(*player_);
     const auto onEvent = [this](wxControl& control, const auto& event, VideoPart part,
                                 bool isChosen) {
         control.Bind(event, [this, part, isChosen](wxCommandEvent& happened) {
             happened.Skip();
-            if (!isOffering_) Entered(part, isChosen);
+            Entered(part, isChosen);
         });
     };
     onEvent(*player_, wxEVT_CHOICE, VideoPart::kPlayer, true);
@@ -108,20 +105,8 @@ void VideoFields::OfferPlayers(std::int64_t chosen) {
     player_->SetSelection(static_cast<int>(std::ranges::find(players_, chosen) - players_.begin()));
 }
 
-/// What is entered stays.
-template <class Named>
-void VideoFields::Offer(wxComboBox& box, const std::vector<Named>& listed) {
-    wxArrayString names;
-    for (const Named& one : listed) names.Add(ToWx(one.name));
-    const wxString entered = box.GetValue();
-    isOffering_ = true;
-    box.Set(names);
-    box.ChangeValue(entered);
-    isOffering_ = false;
-}
-
 void VideoFields::OfferCategories() {
-    Offer(*type_, Categories());
+    type_->Offer(NamesOf(Categories()));
     OfferVideos();
 }
 
@@ -129,19 +114,20 @@ void VideoFields::OfferVideos() {
     const std::vector<ListedCategory>& categories = Categories();
     const auto category =
         std::ranges::find(categories, FromWx(type_->GetValue()), &ListedCategory::name);
-    Offer(*video_, category == categories.end() ? std::vector<ListedVideo>() : category->videos);
+    video_->Offer(category == categories.end() ? std::vector<std::string>()
+                                               : NamesOf(category->videos));
 }
 
 void VideoFields::ChooseOffered() {
     chooses_ = true;
     OfferCategories();
-    ChooseFrom(*type_);
+    type_->ChooseOffered();
     ChooseOfferedVideo();
 }
 
 void VideoFields::ChooseOfferedVideo() {
     OfferVideos();
-    ChooseFrom(*video_);
+    video_->ChooseOffered();
 }
 
 }  // namespace sontaro

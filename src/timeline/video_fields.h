@@ -7,9 +7,9 @@
 
 #include "timeline/time_node.h"
 #include "videolist/video_list.h"
+#include "widgets/name_choice.h"
 
 class wxChoice;
-class wxComboBox;
 class wxWindow;
 
 namespace sontaro {
@@ -58,8 +58,8 @@ class VideoFields {
     void ChooseOffered();
 
     [[nodiscard]] wxChoice* Player() const { return player_; }
-    [[nodiscard]] wxComboBox* Type() const { return type_; }
-    [[nodiscard]] wxComboBox* Title() const { return video_; }
+    [[nodiscard]] NameChoice* Type() const { return type_; }
+    [[nodiscard]] NameChoice* Title() const { return video_; }
 
    private:
     friend class VideoOffer;
@@ -67,8 +67,6 @@ class VideoFields {
     void BindEvents();
     void Entered(VideoPart part, bool isChosen);
     void ListChanged();
-    template <class Named>
-    void Offer(wxComboBox& box, const std::vector<Named>& listed);
     [[nodiscard]] std::int64_t ChosenPlayer() const;
     [[nodiscard]] const std::vector<ListedCategory>& Categories() const;
     void OfferPlayers(std::int64_t chosen);
@@ -79,13 +77,12 @@ class VideoFields {
     VideoOffer& offer_;
     const Names names_;
     std::function<void(VideoPart)> entered_ = [](VideoPart) {};
-    bool isOffering_ = false;  // what the fields tell meanwhile is not the user's doing
     std::int64_t shownPlayer_ = 0;
     bool chooses_ = false;               // names on offer, as soon as there are any
     std::vector<std::int64_t> players_;  // as they are offered
     wxChoice* player_ = nullptr;
-    wxComboBox* type_ = nullptr;
-    wxComboBox* video_ = nullptr;
+    NameChoice* type_ = nullptr;
+    NameChoice* video_ = nullptr;
 };
 
 }  // namespace sontaro
