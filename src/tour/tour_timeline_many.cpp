@@ -100,7 +100,7 @@ void TourTimeline::ChangeTicked() {
 }
 
 void TourTimeline::CopyVideo() {
-    const auto inDialog = [] { return Find<wxChoice>(kCopySource) != nullptr; };
+    const auto inDialog = [] { return Find<wxWindow>(kCopySource) != nullptr; };
     Step(Pressing(kCopyVideo), inDialog, "pressed Copy video: asks for the other video");
     Step(Pressing(wxID_OK), NoticeInFront, "pressed OK: it has to be another one");
     Step(Pressing(wxID_OK), inDialog, "dismissed the message");
