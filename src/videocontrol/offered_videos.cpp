@@ -1,6 +1,7 @@
 #include "videocontrol/offered_videos.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace sontaro {
@@ -29,9 +30,12 @@ OfferedVideos::Folder& OfferedVideos::FolderNamed(const std::string& name) {
 
 void OfferedVideos::Take(const VideoList& list) {
     folders_.clear();
+    std::unordered_map<std::string, std::size_t> places;  // there may be very many
     for (const auto& screen : list.screens)
         for (const ListedCategory& category : screen) {
-            std::vector<std::string>& videos = FolderNamed(category.name).videos;
+            const auto [place, isNew] = places.try_emplace(category.name, folders_.size());
+            if (isNew) folders_.push_back({category.name, {}});
+            std::vector<std::string>& videos = folders_[place->second].videos;
             for (const ListedVideo& video : category.videos) videos.push_back(video.name);
         }
 }
