@@ -2,7 +2,6 @@
 
 #include <fmt/printf.h>
 #include <wx/choice.h>
-#include <wx/combobox.h>
 #include <wx/dialog.h>
 
 #include "base/file.h"
@@ -133,7 +132,7 @@ NodeIds MergeFromFile(wxWindow* parent, TimelineDocument& document, VideoOffer& 
         return NodeIds();
     };
     const Result<std::string> text = ReadFile(*path);
-    if (!text) return refuse(text.reason());
+    if (!text) return refuse(Localized(kFileUnreadable));
     const Result<TimelineContent> content = document.Read(*text, TimelineSource::kFile);
     if (!content) return refuse(content.reason());
     if (content->order.empty()) return refuse(Localized(kNothingThere));

@@ -6,6 +6,7 @@
 #include "base/path_text.h"
 #include "settings/settings_files.h"
 #include "timeline/timeline_csv.h"
+#include "timeline/timeline_texts.h"
 #include "widgets/json_file_texts.h"
 
 namespace sontaro {
@@ -48,7 +49,7 @@ NodeIds ImportCsv(TimelineDocument& document, Prompts& prompts) {
         return NodeIds();
     };
     const Result<std::string> text = ReadFile(*path);
-    if (!text) return refuse(text.reason());
+    if (!text) return refuse(Localized(kFileUnreadable));
     auto read = ReadTimelineCsv(*text);
     if (const auto* trouble = std::get_if<CsvTrouble>(&read)) return refuse(trouble->Told());
     auto& nodes = std::get<std::vector<TimeNode>>(read);

@@ -10,6 +10,7 @@
 
 #include "base/hex_command.h"
 #include "base/json.h"
+#include "base/local_text.h"
 
 namespace sontaro {
 
@@ -21,6 +22,11 @@ const Json::StaticString kType("typeName");
 const Json::StaticString kVideo("videoName");
 const Json::StaticString kNodes("cmdList");
 const Json::StaticString kTestPlayer("playerNum");
+
+/// What the parser says follows; it has the place.
+constexpr LocalText kNoJson = {"不是有效的JSON文本。", "not a valid JSON text."};
+constexpr LocalText kNoObject = {"不是JSON对象", "not a JSON object"};
+constexpr LocalText kNoGroups = {"缺少“cmdInfos”列表", "no \"cmdInfos\""};
 
 // A table of its own: nodes share the names of their group, have numbers, and there are so many
 // that the general machine of the settings would be too slow for them, and keep too much.
@@ -257,10 +263,10 @@ constexpr std::size_t kQuotes = 2;
 Result<TimelineContent> ReadTimeline(std::string_view text, TimelineSource source,
                                      NameTable& names) {
     const Result<Json::Value> root = ParseJson(text);
-    if (!root) return Error{root.reason()};
-    if (!root->isObject()) return Error{"not a JSON object"};
+    if (!root) return Error{Localized(kNoJson) + '\n' + root.reason()};
+    if (!root->isObject()) return Error{Localized(kNoObject)};
     const Json::Value& groups = (*root)[kGroups];
-    if (source == TimelineSource::kFile && !groups.isArray()) return Error{"no \"cmdInfos\""};
+    if (source == TimelineSource::kFile && !groups.isArray()) return Error{Localized(kNoGroups)};
     TimelineContent content;
     TakeMembers(*root, content.others,
                 [](std::string_view key, const auto&) { return key == kGroups.c_str(); });

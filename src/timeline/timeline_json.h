@@ -23,7 +23,8 @@ enum class TimelineSource { kPlayer, kFile };
 /// Reads a document. A key that is missing or of another type gives 0 or an empty text; what is no
 /// object in a list is passed over; keys that nobody here knows, and whole numbers beyond their
 /// fields, are kept. Commands are normalised, invalid ones left as they are. The nodes have no
-/// numbers yet. Fails on what is no JSON object, and on a file without a list of groups.
+/// numbers yet. Fails on what is no JSON object, and on a file without a list of groups; the
+/// reason is one for the user.
 [[nodiscard]] Result<TimelineContent> ReadTimeline(std::string_view text, TimelineSource source,
                                                    NameTable& names);
 

@@ -228,7 +228,7 @@ void TimelineRun::Compare(const std::string& sent, const Ended& ended) {
 void TimelineRun::OpenFile(const std::filesystem::path& path) {
     const Result<std::string> text = ReadFile(path);
     const Status taken =
-        text ? document_.Take(*text, TimelineSource::kFile) : Status(Error{text.reason()});
+        text ? document_.Take(*text, TimelineSource::kFile) : Error{Localized(kFileUnreadable)};
     if (!taken)
         return prompts_.Warn(
             fmt::sprintf(Localized(kNoTimeline), TextOfPath(path.filename()), taken.reason()));

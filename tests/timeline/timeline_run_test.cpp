@@ -243,11 +243,15 @@ TEST_F(TimelineProcedure, ATimelineThatComesByItselfIsTakenUnlessThereAreChanges
 TEST_F(TimelineProcedure, NamesAFileThatCannotBeReadAndKeepsTheNodes) {
     OpenWith(TimelineOf({1}));
     OpenFileWith("{\"cmdInfos\":5}");
+    SetLanguage(Language::kChinese);
+    OpenFileWith("7");
+    SetLanguage(Language::kEnglish);
     ExpectTimes({1});
     ExpectState(State::kRead);
     run.SaveFile(folder / "kept.JSON");
     EXPECT_THAT(prompts.boxes, ElementsAre(Warning("\"时.JSON\" cannot be read, nothing has been "
                                                    "changed: no \"cmdInfos\""),
+                                           Warning("无法读取“时.JSON”，未作任何更改：不是JSON对象"),
                                            Notice("Save OK!")));
     EXPECT_EQ(folder.Read("kept.JSON"), TimelineOf({1}));
 }
