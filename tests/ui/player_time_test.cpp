@@ -10,6 +10,7 @@
 #include "base/file.h"
 #include "support/platform.h"
 #include "timeline/change_nodes_dialog.h"
+#include "timeline/copy_video_dialog.h"
 #include "timeline/merge_dialog.h"
 #include "timeline/player_time_add.h"
 #include "timeline/player_time_control.h"
@@ -36,8 +37,10 @@ struct PlayerTime : FeatureTest {
         StartPlayers(1);
         TimelineDocument document;
         document.Apply({{}, {}, nodes});
-        Player().ChangeState(
-            [&](simulator::PlayerState& state) { state.timeline = document.Write(); });
+        Player().ChangeState([&](simulator::PlayerState& state) {
+            state.timeline = document.Write();
+            state.folders.insert(state.folders.end(), folders.begin(), folders.end());
+        });
         RunDialog<CPlayerTimeControl>([&] {
             EXPECT_TRUE(PumpUntil([&] { return dialog->FindWindow(wxID_OK)->IsEnabled(); }));
             dialog->Raise();
@@ -99,6 +102,7 @@ struct PlayerTime : FeatureTest {
             [&] { return Says(dialog, "Confirmed and equal: the player holds this timeline."); }));
     }
     wxDialog* editor = nullptr;
+    std::vector<simulator::VideoFolder> folders;  // that the player has besides
 };
 
 TEST_F(PlayerTime, AddsWhatIsTypedOnceNothingIsWrongWithIt) {
@@ -301,6 +305,26 @@ TEST_F(PlayerTime, ChangesInAllTickedWhatIsEnteredOnceNothingIsWrongWithIt) {
         Upload();
         EXPECT_EQ(Held(0), node(kPortDmx512));
         EXPECT_EQ(Held(2), (TimeNode{1, "t", "v", 0, kPortTcp, "10.0.0.9", 0, "01"}));
+    });
+}
+
+TEST_F(PlayerTime, KeepsItsDialogsNarrowForLongNames) {
+    const std::string longName(255, 'w');
+    folders = {{longName, {{longName}}}};
+    Run({{0, longName, longName, 1000, 0, "", 0, "01"}}, [&] {
+        ClickCell(0, TimelineColumn::kCommand);
+        Key(WXK_SPACE);
+        const std::pair<int, int> dialogs[] = {
+            {kEditNode, kNodePlayer}, {kChangeNodes, kChangePlayer}, {kCopyVideo, kCopyPlayer}};
+        for (const auto& [id, firstField] : dialogs) {
+            InEditor([&, firstField = firstField, id = id] {
+                auto* videos = Find<wxComboBox>(editor, firstField + 2);
+                EXPECT_TRUE(PumpUntil([&] { return videos->FindString(longName) >= 0; }));
+                EXPECT_LT(editor->GetSize().x, 1000) << id;
+                Press(editor, wxID_CANCEL);
+            });
+            Press(dialog, id);
+        }
     });
 }
 
