@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/settings_rows.h"
+#include "settings/custom_settings.h"
 
 namespace sontaro {
 
@@ -25,7 +25,12 @@ class CustomEntries {
     void AddRows(const std::string& path, std::vector<SettingsRow>& rows) const;
     /// Takes over an edit of the row with that key behind the same `path`, or ignores it.
     [[nodiscard]] EditAnswer Edit(const std::string& path, std::string_view key,
-                                  const std::string& text);
+                                  const std::string& text, bool mayBeNegative = false);
+    /// The entry that has the row with that key; without a record when there is none.
+    [[nodiscard]] CCustomSettingAnalysor::Item ItemOf(const std::string& path,
+                                                      std::string_view key) const;
+    /// Gives every entry the value of the next one in `others` with the same key, type and limits.
+    void TakeValues(const CustomEntries& others);
 
     bool operator==(const CustomEntries&) const = default;
 

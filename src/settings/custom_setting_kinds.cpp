@@ -112,7 +112,9 @@ template <class T>
 Shown TakeOver(const Document::BASE& record, const ItemEdit& edit, T& value,
                const std::vector<T>& allowed = {}) {
     const bool isItsRow = edit.rowName == record.label && edit.occurrence == 0;
-    if (!isItsRow || !FittingRowText(Plain<T>::kRow, edit.text, {})) return std::nullopt;
+    const bool hasSign = edit.mayBeNegative && edit.text.starts_with('-');
+    if (!isItsRow || !FittingRowText(Plain<T>::kRow, edit.text.substr(hasSign ? 1 : 0), {}))
+        return std::nullopt;
     const auto meant = std::ranges::find(allowed, edit.text, Plain<T>::Text);
     value = meant != allowed.end() ? *meant : Plain<T>::Typed(edit.text);
     return Plain<T>::Text(value);

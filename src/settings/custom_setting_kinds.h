@@ -31,6 +31,7 @@ struct CustomSettingKind {
         const std::string& rowName;
         int occurrence;  ///< among the rows with that name
         const std::string& text;
+        bool mayBeNegative = false;  ///< a number in it
     };
     /// Takes over an edit. Returns what the row shows then; none when there is no such row or the
     /// text does not fit, and the item is as it was.
