@@ -1,0 +1,259 @@
+#include "screensplit/split_document.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/json.h"
+#include "screensplit/advanced_params.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr LocalText kResolutions = {"设备分辨率必须相同", "Device resolution must be the same"};
+constexpr LocalText kReused = {"分幕不能重复使用", "The screen cannot be reused"};
+constexpr LocalText kNoChain = {
+    "播放器中的大屏不是由这些分幕组成的单行或单列，无法采用。",
+    "The players' wall is no single row or column of these screens, and cannot be taken over."};
+
+std::size_t BytesOf(const SplitState& state) {
+    const SplitWall& wall = state.wall;
+    return sizeof state + wall.seams.size() * sizeof(SplitSeam) +
+           wall.zooms.size() * sizeof(SplitZoom) + state.shown.slots.size() * 2 * sizeof(SplitSlot);
+}
+
+bool HasSameScreens(const std::vector<SplitDevice>& devices,
+                    const std::vector<SplitDevice>& others) {
+    return std::ranges::equal(devices, others, [](const SplitDevice& a, const SplitDevice& b) {
+        return a.record.ip == b.record.ip && a.record.id == b.record.id &&
+               a.params.Outputs() == b.params.Outputs() && a.params.Width() == b.params.Width() &&
+               a.params.Height() == b.params.Height();
+    });
+}
+
+}  // namespace
+
+bool SplitState::operator==(const SplitState& other) const {
+    return shown == other.shown && wall == other.wall && isLaidOut == other.isLaidOut &&
+           isAsFetched == other.isAsFetched &&
+           (advanced == other.advanced || *advanced == *other.advanced);
+}
+
+/// Advanced settings are held by many steps; whoever changes them counts them.
+std::size_t SplitStep::Bytes() const {
+    constexpr std::size_t kTreeOfText = 4;  // what jsoncpp takes for a byte of text
+    std::size_t bytes = BytesOf(before) + BytesOf(after);
+    if (before.advanced != after.advanced)
+        bytes += kTreeOfText * WriteJson(after.advanced->ToJson()).size();
+    return bytes;
+}
+
+void SplitDocument::SetDevices(std::vector<SplitDevice> devices) {
+    const bool isSame = HasSameScreens(devices_, devices);
+    devices_ = std::move(devices);
+    names_ = ScreenNames(devices_);
+    if (isSame) return;
+    configuration_.reset();
+    history_.Clear();
+    SplitState state;
+    state.wall = PlainWall(names_.size());
+    state.shown = state.wall.arrangement;
+    Enter(std::move(state));
+}
+
+void SplitDocument::SetConfiguration(SplitConfiguration configuration) {
+    configuration_ = std::move(configuration);
+    SplitState state = Editable();
+    state.advanced = std::make_shared<const CustomEntries>(configuration_->Advanced());
+    history_.Clear();
+    Enter(std::move(state));
+}
+
+void SplitDocument::ForgetConfiguration() {
+    configuration_.reset();
+    history_.Clear();
+    SplitState state = Editable();
+    state.advanced = std::make_shared<const CustomEntries>();
+    Enter(std::move(state));
+}
+
+std::optional<SplitSize> SplitDocument::Size() const {
+    if (devices_.empty()) return std::nullopt;
+    const SplitDeviceParams& first = devices_[0].params;
+    const bool isCommon = std::ranges::all_of(devices_, [&](const SplitDevice& device) {
+        return device.params.Width() == first.Width() && device.params.Height() == first.Height();
+    });
+    if (!isCommon || first.Width() == 0 || first.Height() == 0) return std::nullopt;
+    return SplitSize{first.Width(), first.Height()};
+}
+
+bool SplitDocument::IsAsFetched() const {
+    return configuration_ &&
+           (state_.isAsFetched || (IsApplied() && ToJson() == configuration_->Whole()));
+}
+
+std::size_t SplitDocument::WallLength() const {
+    return static_cast<std::size_t>(std::ranges::count_if(screens_, &SplitScreen::enabled));
+}
+
+Json::Value SplitDocument::ToJson() const {
+    if (state_.isAsFetched) return configuration_->Whole();
+    return configuration_->With(screens_, Size().value_or(SplitSize()), *state_.advanced);
+}
+
+std::string SplitDocument::Write() const { return WriteJson(ToJson()); }
+
+void SplitDocument::SetSlot(std::size_t slot, SplitSlot screen) {
+    SplitState state = Editable();
+    state.shown.slots.at(slot) = screen;
+    Do(std::move(state));
+}
+
+void SplitDocument::SetDirection(SplitDirection direction) {
+    SplitState state = Editable();
+    state.shown.direction = direction;
+    Do(std::move(state));
+}
+
+SplitDocument::Refusal SplitDocument::ApplyOrder() {
+    if (!Size()) return kResolutions;
+    if (state_.shown.ReusesScreen()) return kReused;
+    SplitState state = Editable();
+    state.wall.arrangement = state.shown;
+    state.isLaidOut = true;
+    Do(std::move(state));
+    return std::nullopt;
+}
+
+/// What the slots say and has not been applied is lost: the picture shows another order.
+void SplitDocument::Arrange(std::vector<SplitSlot> slots) {
+    SplitState state = Editable();
+    state.wall.arrangement.slots = std::move(slots);
+    state.shown = state.wall.arrangement;
+    Do(std::move(state));
+}
+
+void SplitDocument::PlaceScreen(std::size_t screen, std::size_t place) {
+    if (!state_.isLaidOut || screen >= names_.size()) return;
+    std::vector<std::size_t> order = state_.wall.arrangement.Order();
+    place = std::min(place, order.size());
+    const auto old = std::ranges::find(order, screen);
+    if (old != order.end()) {
+        if (static_cast<std::size_t>(old - order.begin()) < place) --place;
+        order.erase(old);
+    }
+    order.insert(order.begin() + static_cast<std::ptrdiff_t>(place), screen);
+    Arrange(WithOrder(state_.wall.arrangement.slots, order));
+}
+
+void SplitDocument::DismissScreen(std::size_t screen) {
+    if (!state_.isLaidOut) return;
+    std::vector<SplitSlot> slots = state_.wall.arrangement.slots;
+    std::ranges::replace(slots, SplitSlot(screen), SplitSlot());
+    Arrange(std::move(slots));
+}
+
+void SplitDocument::SetOverlap(std::size_t seam, std::int32_t pixels, Series series) {
+    if (!state_.isLaidOut || seam >= state_.wall.seams.size()) return;
+    SplitState state = Editable();
+    SplitSeam& changed = state.wall.seams[seam];
+    (Direction() == SplitDirection::kHorizontal ? changed.x : changed.y) = pixels;
+    state.wall = WithinLimits(std::move(state.wall), *Size());
+    Do(std::move(state), series);
+}
+
+void SplitDocument::SetAllOverlaps(std::int32_t pixels) {
+    const Series series = NewSeries();
+    for (std::size_t seam = 0; seam + 1 < WallLength(); ++seam) SetOverlap(seam, pixels, series);
+}
+
+void SplitDocument::SetZoom(std::size_t screen, const SplitZoom& zoom) {
+    if (!state_.isLaidOut || screen >= state_.wall.zooms.size()) return;
+    SplitState state = Editable();
+    state.wall.zooms[screen] = zoom;
+    state.wall = WithinLimits(std::move(state.wall), *Size());
+    Do(std::move(state));
+}
+
+EditAnswer SplitDocument::EditAdvanced(const SettingsEdit& edit) {
+    CustomEntries entries = *state_.advanced;
+    const EditAnswer answer = EditAdvancedParam(entries, edit);
+    if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
+    SplitState state = Editable();
+    state.advanced = std::make_shared<const CustomEntries>(std::move(entries));
+    Do(std::move(state));
+    return answer;
+}
+
+SplitDocument::Refusal SplitDocument::UseWall(const SplitWall& wall, const CustomEntries* values) {
+    const std::optional<SplitSize> size = Size();
+    if (!size) return kResolutions;
+    SplitState state = Editable();
+    state.wall = WithinLimits(wall, *size);
+    state.shown = state.wall.arrangement;
+    state.isLaidOut = true;
+    if (values) {
+        CustomEntries entries = *state.advanced;
+        entries.TakeValues(*values);
+        state.advanced = std::make_shared<const CustomEntries>(std::move(entries));
+    }
+    Do(std::move(state));
+    return std::nullopt;
+}
+
+SplitDocument::Refusal SplitDocument::TakeOverWall() {
+    if (!configuration_) return kNoChain;
+    const auto wall = WallOf(configuration_->Screens(), names_.size(), state_.shown.direction);
+    return wall ? UseWall(*wall) : Refusal(kNoChain);
+}
+
+/// A wall that the grids cannot tell leaves them empty; the picture shows it all the same.
+void SplitDocument::PutBackFetched() {
+    SplitState state = state_;
+    const auto wall = WallOf(configuration_->Screens(), names_.size(), state.shown.direction);
+    state.isLaidOut = wall && Size();
+    if (state.isLaidOut) {
+        state.wall = WithinLimits(*wall, *Size());
+        state.shown = state.wall.arrangement;
+    }
+    state.advanced = std::make_shared<const CustomEntries>(configuration_->Advanced());
+    state.isAsFetched = true;
+    Do(std::move(state));
+}
+
+/// Whatever is changed is not as it was fetched.
+SplitState SplitDocument::Editable() const {
+    SplitState state = state_;
+    state.isAsFetched = false;
+    return state;
+}
+
+void SplitDocument::Do(SplitState state, Series series) {
+    if (state == state_) return;
+    history_.Add({state_, state}, series);
+    Enter(std::move(state));
+}
+
+void SplitDocument::Enter(SplitState state) {
+    state_ = std::move(state);
+    if (state_.isAsFetched)
+        screens_ = configuration_->Screens();
+    else if (const auto size = Size(); state_.isLaidOut && size)
+        screens_ = state_.wall.Screens(*size);
+    else
+        screens_.clear();
+}
+
+bool SplitDocument::Undo() {
+    SplitStep* const step = history_.Undo();
+    if (step) Enter(step->before);
+    return step != nullptr;
+}
+
+bool SplitDocument::Redo() {
+    SplitStep* const step = history_.Redo();
+    if (step) Enter(step->after);
+    return step != nullptr;
+}
+
+}  // namespace sontaro

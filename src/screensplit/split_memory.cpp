@@ -1,0 +1,229 @@
+#include "screensplit/split_memory.h"
+
+#include <fmt/printf.h>
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "base/file.h"
+#include "base/json.h"
+#include "base/path_text.h"
+#include "settings/settings_files.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr LocalText kNoFile = {"无法读取“%s”，未作任何更改：%s",
+                               "\"%s\" cannot be read, nothing has been changed: %s"};
+constexpr LocalText kNoWallFile = {"它不是屏幕分割文件。", "it is no screen split file."};
+constexpr LocalText kNewer = {"它来自更新的版本。", "it comes from a later version."};
+constexpr LocalText kOtherScreens = {"它属于另一组播放器，或者内容不完整。",
+                                     "it is about another set of players, or not whole."};
+constexpr LocalText kUnnamed = {
+    "有播放器没有ID，或者ID相同，无法保存。",
+    "Players without an ID, or with the same one, cannot be kept in a file."};
+
+constexpr const char* kFormat = "format";
+constexpr const char* kFormatName = "sontaro-screen-split";
+constexpr const char* kVersion = "version";
+constexpr int kThisVersion = 1;
+constexpr const char* kWall = "wall";
+constexpr const char* kAdvanced = "advanced";
+constexpr const char* kRemembered = "screenSplitWalls";
+constexpr Json::ArrayIndex kMostRemembered = 32;
+
+constexpr const char* kVertical = "vertical";
+constexpr const char* kScreens = "screens";
+constexpr const char* kSlots = "slots";
+constexpr const char* kSeams = "overlaps";
+
+/// A screen whatever its address: the ID of its player and its output.
+using ScreenKey = std::pair<std::string, int>;
+
+ScreenKey KeyOf(const SplitDocument& document, const ScreenName& name) {
+    return {document.Devices()[name.device].record.id, name.output};
+}
+
+/// In the order of the names.
+std::vector<ScreenKey> KeysOf(const SplitDocument& document) {
+    std::vector<ScreenKey> keys;
+    for (const ScreenName& name : document.Names()) keys.push_back(KeyOf(document, name));
+    return keys;
+}
+
+/// Empty when they cannot be told apart.
+std::set<ScreenKey> SetOf(const std::vector<ScreenKey>& keys) {
+    std::set<ScreenKey> set(keys.begin(), keys.end());
+    const bool hasUnnamed = std::ranges::any_of(keys, [](auto& key) { return key.first.empty(); });
+    return hasUnnamed || set.size() != keys.size() ? std::set<ScreenKey>() : set;
+}
+
+bool IsNumbers(const Json::Value& json, Json::ArrayIndex count) {
+    return json.isArray() && json.size() == count &&
+           std::ranges::all_of(json, [](const Json::Value& number) { return number.isInt(); });
+}
+
+/// What is to be known of a screen: [ID, output, left, top, right, bottom].
+Json::Value ScreenToJson(const ScreenKey& key, const SplitZoom& zoom) {
+    Json::Value json(Json::arrayValue);
+    json.append(key.first);
+    json.append(key.second);
+    for (const std::int32_t pixels : {zoom.left, zoom.top, zoom.right, zoom.bottom})
+        json.append(pixels);
+    return json;
+}
+
+bool IsScreen(const Json::Value& json) {
+    if (!json.isArray() || json.size() != 6 || !json[0U].isString()) return false;
+    return std::all_of(std::next(json.begin()), json.end(),
+                       [](const Json::Value& number) { return number.isInt(); });
+}
+
+/// The keys of the screens that `json` has; empty when it is no wall.
+std::vector<ScreenKey> KeysIn(const Json::Value& json) {
+    std::vector<ScreenKey> keys;
+    if (!json.isObject() || !json[kScreens].isArray()) return keys;
+    for (const Json::Value& screen : json[kScreens]) {
+        if (!IsScreen(screen)) return {};
+        keys.emplace_back(screen[0U].asString(), screen[1U].asInt());
+    }
+    return keys;
+}
+
+/// A slot is the place of its screen in "screens", or -1. None when one is not.
+std::optional<std::vector<SplitSlot>> SlotsIn(const Json::Value& json,
+                                              const std::vector<std::size_t>& places) {
+    if (!IsNumbers(json, static_cast<Json::ArrayIndex>(places.size()))) return std::nullopt;
+    std::vector<SplitSlot> slots;
+    for (const Json::Value& slot : json) {
+        const auto place = static_cast<std::size_t>(slot.asInt());
+        if (slot.asInt() >= 0 && place >= places.size()) return std::nullopt;
+        slots.push_back(slot.asInt() < 0 ? SplitSlot() : SplitSlot(places[place]));
+    }
+    return slots;
+}
+
+bool IsSeams(const Json::Value& json, std::size_t count) {
+    return json.isArray() && json.size() == count &&
+           std::ranges::all_of(json, [](const Json::Value& seam) { return IsNumbers(seam, 2); });
+}
+
+/// What is wrong with the root of a file; none when it may be a wall's.
+std::optional<LocalText> TroubleOf(const Result<Json::Value>& root) {
+    if (!root || !root->isObject() || (*root)[kFormat] != kFormatName || !(*root)[kVersion].isInt())
+        return kNoWallFile;
+    if ((*root)[kVersion].asInt() > kThisVersion) return kNewer;
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Json::Value> WallToJson(const SplitDocument& document) {
+    const std::vector<ScreenKey> keys = KeysOf(document);
+    if (SetOf(keys).empty()) return std::nullopt;
+    const SplitWall& wall = document.Wall();
+    const SplitArrangement& arrangement =
+        document.Shown().ReusesScreen() ? wall.arrangement : document.Shown();
+    Json::Value json(Json::objectValue);
+    json[kVertical] = arrangement.direction == SplitDirection::kVertical;
+    json[kScreens] = json[kSlots] = json[kSeams] = Json::Value(Json::arrayValue);
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        json[kScreens].append(ScreenToJson(keys[i], wall.zooms[i]));
+    for (const SplitSlot& slot : arrangement.slots)
+        json[kSlots].append(slot ? static_cast<int>(*slot) : -1);
+    for (const SplitSeam& seam : wall.seams) {
+        Json::Value& pixels = json[kSeams].append(Json::Value(Json::arrayValue));
+        pixels.append(seam.x);
+        pixels.append(seam.y);
+    }
+    return json;
+}
+
+std::optional<SplitWall> WallFromJson(const Json::Value& json, const SplitDocument& document) {
+    const std::vector<ScreenKey> ours = KeysOf(document);
+    const std::vector<ScreenKey> theirs = KeysIn(json);
+    if (theirs.size() != ours.size() || SetOf(ours).empty() || SetOf(ours) != SetOf(theirs))
+        return std::nullopt;
+    SplitWall wall = PlainWall(ours.size());
+    std::vector<std::size_t> places;  // here, of their screens
+    for (std::size_t i = 0; i < theirs.size(); ++i) {
+        places.push_back(
+            static_cast<std::size_t>(std::ranges::find(ours, theirs[i]) - ours.begin()));
+        const Json::Value& screen = json[kScreens][static_cast<Json::ArrayIndex>(i)];
+        wall.zooms[places[i]] = {screen[2U].asInt(), screen[3U].asInt(), screen[4U].asInt(),
+                                 screen[5U].asInt()};
+    }
+    auto slots = SlotsIn(json[kSlots], places);
+    if (!slots || !IsSeams(json[kSeams], wall.seams.size())) return std::nullopt;
+    wall.arrangement.slots = std::move(*slots);
+    const bool isVertical = json[kVertical].isBool() && json[kVertical].asBool();
+    wall.arrangement.direction =
+        isVertical ? SplitDirection::kVertical : SplitDirection::kHorizontal;
+    for (std::size_t i = 0; i < wall.seams.size(); ++i) {
+        const Json::Value& seam = json[kSeams][static_cast<Json::ArrayIndex>(i)];
+        wall.seams[i] = {seam[0U].asInt(), seam[1U].asInt()};
+    }
+    return wall.arrangement.ReusesScreen() ? std::nullopt : std::optional(wall);
+}
+
+/// The latest comes first; those of sets that have not been used for long go.
+void RememberWall(const SplitDocument& document, JsonFile& preferences) {
+    const std::optional<Json::Value> wall = WallToJson(document);
+    if (!wall || !document.IsLaidOut()) return;
+    const std::set<ScreenKey> set = SetOf(KeysOf(document));
+    // Only a convenience is lost when it cannot be written.
+    static_cast<void>(preferences.Update([&](Json::Value& root) {
+        Json::Value walls(Json::arrayValue);
+        walls.append(*wall);
+        if (root[kRemembered].isArray())
+            for (const Json::Value& other : root[kRemembered])
+                if (walls.size() < kMostRemembered && SetOf(KeysIn(other)) != set)
+                    walls.append(other);
+        root[kRemembered] = std::move(walls);
+    }));
+}
+
+std::optional<SplitWall> RememberedWall(const SplitDocument& document,
+                                        const JsonFile& preferences) {
+    const Json::Value& walls = preferences.Root()[kRemembered];
+    if (!walls.isArray()) return std::nullopt;
+    for (const Json::Value& json : walls)
+        if (const auto wall = WallFromJson(json, document)) return wall;
+    return std::nullopt;
+}
+
+void SaveWallFile(const SplitDocument& document, const std::filesystem::path& path,
+                  Prompts& prompts) {
+    const std::optional<Json::Value> wall = WallToJson(document);
+    if (!wall) return prompts.Warn(Localized(kUnnamed));
+    Json::Value root(Json::objectValue);
+    root[kFormat] = kFormatName;
+    root[kVersion] = kThisVersion;
+    root[kWall] = *wall;
+    root[kAdvanced] = document.Advanced().ToJson();
+    KeepSettingsFile(path, WriteJson(root), prompts);
+}
+
+bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Prompts& prompts) {
+    const auto refuse = [&](const std::string& why) {
+        prompts.Warn(fmt::sprintf(Localized(kNoFile), TextOfPath(path.filename()), why));
+        return false;
+    };
+    const Result<std::string> text = ReadFile(path);
+    if (!text) return refuse(text.reason());
+    const Result<Json::Value> root = ParseJson(*text);
+    if (const auto trouble = TroubleOf(root)) return refuse(Localized(*trouble));
+    const auto wall = WallFromJson((*root)[kWall], document);
+    if (!wall) return refuse(Localized(kOtherScreens));
+    CustomEntries advanced;
+    advanced.Read((*root)[kAdvanced]);
+    if (const auto refusal = document.UseWall(*wall, &advanced)) {
+        prompts.Warn(Localized(*refusal));
+        return false;
+    }
+    return true;
+}
+
+}  // namespace sontaro

@@ -1,0 +1,343 @@
+#include "screensplit/split_document.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+#include "screensplit/split_memory.h"
+#include "screensplit/split_rows.h"
+#include "screensplit/split_samples.h"
+#include "support/literals.h"
+#include "support/recording_prompts.h"
+#include "support/temporary_folder.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr SplitSlot kUnused;
+
+/// Three screens of two players, whose order is applied.
+struct Wall : testing::Test {
+    Wall() {
+        document.SetDevices(ThreeScreens());
+        Fetch(document, Configuration());
+        Apply();
+    }
+    void Apply() { EXPECT_FALSE(document.ApplyOrder()); }
+    void SetSlots(const std::vector<SplitSlot>& slots) {
+        for (std::size_t i = 0; i < slots.size(); ++i) document.SetSlot(i, slots[i]);
+    }
+    void ExpectRefusal(const char* english) {
+        const auto refusal = document.ApplyOrder();
+        EXPECT_STREQ(refusal ? refusal->english : "", english);
+    }
+    /// What a row answers: "=" and what it shows, or the refusal.
+    std::string Edit(const std::string& key, const std::string& text) {
+        const EditAnswer answer = EditSplitRow(document, {key, text});
+        return (answer.outcome == EditAnswer::Outcome::kAccepted ? "=" : "") + answer.text;
+    }
+    [[nodiscard]] std::string Areas() const { return AreasOf(DataOf(document)); }
+
+    SplitDocument document;
+};
+
+TEST_F(Wall, NamesEveryOutputAndFillsTheSlotsWithThem) {
+    const SettingsRows sort = SortRows(document);
+    ASSERT_EQ(sort[0].rows.size(), 3U);
+    EXPECT_EQ(sort[0].rows[1].name, "2Screen");
+    EXPECT_EQ(sort[0].rows[1].value, "192.168.1.21-2Screen");
+    EXPECT_THAT(sort[0].rows[2].choices,
+                ElementsAre("Invalid", "192.168.1.21-1Screen", "192.168.1.21-2Screen",
+                            "192.168.1.22-1Screen"));
+    const InLanguage chinese(Language::kChinese);
+    document.SetDevices({DeviceAt(22, 3)});
+    EXPECT_EQ(SortRows(document)[0].rows[0].value, "192.168.1.22-1幕");
+    EXPECT_EQ(Edit("Sort/1", "Invalid"), "=无效");
+    document.SetDevices({});
+    EXPECT_THAT(SortRows(document)[0].rows, IsEmpty());
+}
+
+TEST_F(Wall, LaysScreensOutEdgeToEdgeInTheOrderOfTheSlots) {
+    EXPECT_EQ(Areas(), "0:0,0-1919,1079 1:1920,0-3839,1079 2:3840,0-5759,1079 ");
+    EXPECT_EQ(Edit("Split/2/Overlap", "1"), "=1");
+    EXPECT_EQ(Areas(), "0:0,0-1919,1079 1:1919,0-3838,1079 2:3839,0-5758,1079 ");
+    SetSlots({2, kUnused, 1});
+    EXPECT_FALSE(document.IsApplied());
+    EXPECT_EQ(Areas(), "0:0,0-1919,1079 1:1919,0-3838,1079 2:3839,0-5758,1079 ");
+    Apply();
+    EXPECT_EQ(Areas(), "2:0,0-1919,1079 1:1919,0-3838,1079 (0:0,0-0,0) ");
+    document.SetDirection(SplitDirection::kVertical);
+    Apply();
+    EXPECT_EQ(Edit("Split/2/Overlap", "80"), "=80");
+    EXPECT_EQ(Areas(), "2:0,0-1919,1079 1:0,1000-1919,2079 (0:0,0-0,0) ");
+    EXPECT_EQ(SplitRows(document)[1].rows[3].name, "1/2");
+    EXPECT_EQ(SplitRows(document)[0].rows[3].kind, RowKind::kReadOnly);
+}
+
+TEST_F(Wall, RefusesReuseAndDifferentResolutions) {
+    SetSlots({2, kUnused, 2});
+    ExpectRefusal("The screen cannot be reused");
+    SetSlots({kUnused, kUnused, 2});
+    Apply();
+    document.SetDevices({DeviceAt(21, 2), DeviceAt(22, 1, 1920, 1200)});
+    ExpectRefusal("Device resolution must be the same");
+    document.SetDevices({DeviceAt(21, 2, 0, 0)});
+    ExpectRefusal("Device resolution must be the same");
+}
+
+TEST_F(Wall, AnOverlapStaysWithItsSeamAndZoomGoesWithItsScreen) {
+    Edit("Split/2/Overlap", "100");
+    Edit("Zoom/0/Left", "12");
+    SetSlots({2, 1, 0});
+    Apply();
+    EXPECT_EQ(Areas(), "2:0,0-1919,1079 1:1820,0-3739,1079 0:3740,0-5659,1079 ");
+    EXPECT_EQ(DataOf(document)["VScreenSize"][2]["leftZoom"].asInt(), 12);
+    document.DismissScreen(0);
+    EXPECT_EQ(DataOf(document)["VScreenSize"][2]["leftZoom"].asInt(), 0);
+    document.PlaceScreen(0, 0);
+    EXPECT_EQ(DataOf(document)["VScreenSize"][0]["leftZoom"].asInt(), 12);
+}
+
+TEST_F(Wall, OverlapAndZoomHaveTheLimitsOfThePicture) {
+    EXPECT_EQ(Edit("Split/2/Overlap", "1920"), "Input out of range");
+    EXPECT_EQ(Edit("Split/2/Overlap", "-1"), "Input out of range");
+    EXPECT_EQ(Edit("Split/2/Overlap", ""), "No data entered");
+    EXPECT_EQ(Edit("Split/2/Overlap", "1.5"), "input error!");
+    EXPECT_EQ(Edit("Split/2/Overlap", "1919"), "=1919");
+    EXPECT_EQ(Edit("Split/1/Overlap", "5"), "");
+    EXPECT_EQ(Edit("Zoom/1/Right", "959"), "=959");
+    EXPECT_EQ(Edit("Zoom/1/Right", "960"), "Input out of range");
+    EXPECT_EQ(Edit("Zoom/1/Bottom", "540"), "Input out of range");
+}
+
+TEST_F(Wall, ADropKeepsUnusedSlotsInTheirPlaces) {
+    SetSlots({0, kUnused, 2});
+    Apply();
+    document.PlaceScreen(2, 0);
+    EXPECT_THAT(document.Shown().slots, ElementsAre(2, kUnused, 0));
+    document.PlaceScreen(1, 1);
+    EXPECT_THAT(document.Shown().slots, ElementsAre(2, 1, 0));
+    document.PlaceScreen(2, 3);
+    EXPECT_THAT(document.Shown().slots, ElementsAre(1, 0, 2));
+    document.DismissScreen(0);
+    EXPECT_THAT(document.Shown().slots, ElementsAre(1, kUnused, 2));
+    EXPECT_TRUE(document.IsApplied());
+}
+
+TEST_F(Wall, CarriesWhatItDoesNotKnowAndTheVersion) {
+    const Json::Value root = *ParseJson(document.Write());
+    EXPECT_EQ(root["ver"].asInt(), 7);
+    EXPECT_EQ(root["other"][0].asDouble(), 1.25);
+    EXPECT_EQ(root["configData"]["fixedParam"],
+              (*ParseJson(Configuration()))["configData"]["fixedParam"]);
+    Fetch(document, "{}");
+    EXPECT_EQ((*ParseJson(document.Write()))["ver"].asInt(), 0);
+    EXPECT_TRUE(DataOf(document)["fixedParam"].isArray() && DataOf(document)["varParam"].isArray());
+    EXPECT_THAT(AdvancedRows(document), IsEmpty());
+    EXPECT_FALSE(SplitConfiguration::Read("[]").ok());
+    EXPECT_FALSE(SplitConfiguration::Read("").ok());
+}
+
+constexpr const char* kKinds = R"([
+    {"keyVal":"title","inputType":0,"lableName":"T","remarks":"","valueRange":[],"select":"T"},
+    {"keyVal":"int","inputType":1,"lableName":"I","remarks":"r","valueRange":[3],"select":3},
+    {"keyVal":"double","inputType":2,"lableName":"D","valueRange":[0.5],"select":0.5},
+    {"keyVal":"string","inputType":3,"lableName":"S","valueRange":[],"select":"s"},
+    {"keyVal":"ints","inputType":4,"lableName":"IA","valueRange":[-1,2],"select":2},
+    {"keyVal":"doubles","inputType":5,"lableName":"DA","valueRange":[0.25,0.12345678],"select":0.25},
+    {"keyVal":"strings","inputType":"StringArry","lableName":"SA","valueRange":["a","b"],"select":"a"},
+    {"keyVal":"range","inputType":7,"lableName":"IR","valueRange":[10,-5],"select":4},
+    {"keyVal":"real","inputType":"DoubleRange","lableName":"DR","valueRange":[0,1],"select":0.1},
+    {"keyVal":"im","inputType":9,"lableName":"IM","valueRange":[1,2],"select":[1]},
+    {"keyVal":"dm","inputType":10,"lableName":"DM","valueRange":[0.5],"select":[]},
+    {"keyVal":"sm","inputType":11,"lableName":"SM","valueRange":["x"],"select":["x"]},
+    {"keyVal":"it","inputType":12,"lableName":"IT","valueRange":["1","9"],"select":"5"},
+    {"keyVal":"dt","inputType":13,"lableName":"DT","valueRange":["0","9"],"select":"0.1"},
+    {"keyVal":"odd","inputType":14,"select":1}, 5])";
+
+/// The wall with an advanced setting of every kind, and one that cannot be read.
+struct AdvancedSettings : Wall {
+    AdvancedSettings() { Fetch(document, Configuration(kKinds)); }
+    [[nodiscard]] Json::Value Entry(Json::ArrayIndex index) const {
+        return DataOf(document)["varParam"][index];
+    }
+};
+
+TEST_F(AdvancedSettings, AreShownByTheirTypesAndGoBackAsTheyCame) {
+    std::string shown;
+    for (const SettingsRow& row : AdvancedRows(document)[0].rows)
+        shown += row.name + '=' + row.value + ' ';
+    EXPECT_EQ(shown,
+              "I=3 D=0.5000 S=s IA=2 DA=0.2500 SA=a IR=4 DR=0.1000 IM[1]=1 IM[2]=0 DM[0.5000]=0 "
+              "SM[x]=1 IT=5 DT=0.1000 ");
+    EXPECT_EQ(Edit("varParam/range", "-5"), "=-5");
+    Json::Value expected = *ParseJson(kKinds);
+    expected[7]["select"] = -5;
+    expected[7]["valueRange"] = (*ParseJson("[-5,10]"));
+    EXPECT_EQ(DataOf(document)["varParam"], expected);
+}
+
+TEST_F(AdvancedSettings, RefuseWhatIsEmptyOutOfRangeOrNoNumber) {
+    EXPECT_EQ(Edit("varParam/int", ""), "No data entered");
+    EXPECT_EQ(Edit("varParam/string", ""), "No data entered");
+    EXPECT_EQ(Edit("varParam/range", "11"), "Input out of range");
+    EXPECT_EQ(Edit("varParam/range", "-6"), "Input out of range");
+    EXPECT_EQ(Edit("varParam/range", "four"), "input error!");
+    EXPECT_EQ(Edit("varParam/int", "-1"), "input error!");
+    EXPECT_EQ(Edit("varParam/int", "2147483648"), "Input out of range");
+    EXPECT_EQ(Edit("varParam/real", "0.1.2"), "input error!");
+    EXPECT_EQ(Edit("varParam/real", "-0.5"), "input error!");
+    EXPECT_EQ(Edit("varParam/it", "10"), "Input out of range");
+    EXPECT_EQ(Edit("varParam/dt", "9.5"), "Input out of range");
+    EXPECT_EQ(Edit("varParam/ints", "3"), "Input out of range");
+    EXPECT_EQ(Edit("varParam/ints", "x"), "input error!");
+    EXPECT_EQ(Edit("varParam/ints", "-1"), "=-1");
+    EXPECT_EQ(Edit("varParam/odd", "2"), "");
+}
+
+TEST_F(AdvancedSettings, AnEditedDecimalHasSixDigits) {
+    EXPECT_EQ(Edit("varParam/real", "0.12345678"), "=0.1235");
+    EXPECT_EQ(Entry(8)["select"].asDouble(), 0.123457);
+    EXPECT_EQ(Edit("varParam/doubles", "0.1235"), "=0.1235");
+    EXPECT_EQ(Entry(5)["select"].asDouble(), 0.12345678);
+    EXPECT_EQ(Edit("varParam/dm/0.5000", kRowYes), "=1");
+    EXPECT_EQ(Entry(10)["select"], *ParseJson("[0.5]"));
+    EXPECT_EQ(Entry(8)["inputType"], "DoubleRange");
+}
+
+TEST_F(Wall, IsTakenOverFromTheFetchedArrays) {
+    document.SetDirection(SplitDirection::kVertical);
+    SetSlots({2, 0, kUnused});
+    Apply();
+    document.SetOverlap(0, 64);
+    document.SetZoom(2, {1, 2, 3, 4});
+    const std::string held = document.Write();
+    const SplitWall wall = document.Wall();
+    SplitDocument another;
+    another.SetDevices(ThreeScreens());
+    Fetch(another, held);
+    EXPECT_FALSE(another.TakeOverWall());
+    EXPECT_EQ(another.Wall(), wall);
+    EXPECT_EQ(another.Write(), held);
+    EXPECT_TRUE(another.IsAsFetched());
+    another.SetOverlap(0, 65);
+    EXPECT_FALSE(another.IsAsFetched());
+    another.PutBackFetched();
+    EXPECT_EQ(another.Write(), held);
+}
+
+TEST_F(Wall, ThatIsNoChainCannotBeTakenOverButGoesBackWhole) {
+    document.SetDirection(SplitDirection::kVertical);
+    Apply();
+    Json::Value root = *ParseJson(document.Write());
+    Json::Value& third = root["configData"]["channelShowArea"][2];
+    third["leftTopX"] = third["leftBottomX"] = 1920;
+    Fetch(document, WriteJson(root));
+    const std::string before = document.Write();
+    EXPECT_TRUE(document.TakeOverWall());
+    EXPECT_EQ(document.Write(), before);
+    document.PutBackFetched();
+    EXPECT_EQ(*ParseJson(document.Write()), root);
+    EXPECT_TRUE(document.IsAsFetched() && document.Screens().size() == 3);
+    EXPECT_THAT(SplitRows(document), IsEmpty());
+    EXPECT_TRUE(document.Undo());
+    EXPECT_EQ(document.Write(), before);
+}
+
+TEST_F(AdvancedSettings, ARandomWalkIsUndoneToItsStartAndDoneAgain) {
+    std::mt19937 random(14);
+    const auto below = [&](int count) {
+        return static_cast<int>(std::uniform_int_distribution(0, count - 1)(random));
+    };
+    const std::string before = document.Write();
+    std::vector<std::string> after = {before};
+    for (int i = 0; i < 300; ++i) {
+        const auto screen = static_cast<std::size_t>(below(3));
+        switch (below(8)) {
+            case 0: document.SetSlot(screen, static_cast<std::size_t>(below(3))); break;
+            case 1: static_cast<void>(document.ApplyOrder()); break;
+            case 2: document.PlaceScreen(screen, static_cast<std::size_t>(below(4))); break;
+            case 3: document.DismissScreen(screen); break;
+            case 4: document.SetAllOverlaps(below(3000)); break;
+            case 5: Edit(fmt::format("Zoom/{}/Top", screen), std::to_string(below(500))); break;
+            case 6: Edit("varParam/int", std::to_string(below(100))); break;
+            default: document.SetDirection(static_cast<SplitDirection>(below(2))); break;
+        }
+        after.push_back(document.Write());
+    }
+    while (document.Undo()) {
+    }
+    EXPECT_EQ(document.Write(), before);
+    EXPECT_TRUE(document.IsApplied());
+    while (document.Redo()) {
+    }
+    EXPECT_EQ(document.Write(), after.back());
+}
+
+TEST_F(Wall, TheSameOverlapForAllSeamsIsOneStep) {
+    document.SetAllOverlaps(10);
+    EXPECT_EQ(Areas(), "0:0,0-1919,1079 1:1910,0-3829,1079 2:3820,0-5739,1079 ");
+    document.Undo();
+    EXPECT_EQ(Areas(), "0:0,0-1919,1079 1:1920,0-3839,1079 2:3840,0-5759,1079 ");
+}
+
+TEST_F(AdvancedSettings, WallAndValuesAreKeptInAFileOfTheSameScreens) {
+    const TemporaryFolder folder;
+    RecordingPrompts prompts;
+    SetSlots({2, kUnused, 0});
+    Apply();
+    Edit("Split/2/Overlap", "33");
+    Edit("varParam/real", "0.123457");
+    const std::string held = document.Write();
+    SaveWallFile(document, folder / "wall.JSON", prompts);
+    SplitDocument moved;  // the same players at other addresses, found in another order
+    moved.SetDevices({DeviceAt(22, 1), DeviceAt(21, 2)});
+    Fetch(moved, Configuration(kKinds));
+    EXPECT_TRUE(OpenWallFile(moved, folder / "wall.JSON", prompts));
+    EXPECT_EQ(AreasOf(DataOf(moved)), "0:0,0-1919,1079 1:1887,0-3806,1079 (2:0,0-0,0) ");
+    EXPECT_EQ(DataOf(moved)["varParam"], DataOf(document)["varParam"]);
+    const std::string text = folder.Read("wall.JSON");
+    EXPECT_THAT(text, testing::HasSubstr("\"format\" : \"sontaro-screen-split\""));
+    moved.SetDevices({DeviceAt(23, 1), DeviceAt(21, 2)});
+    EXPECT_FALSE(OpenWallFile(moved, folder / "wall.JSON", prompts));
+    EXPECT_FALSE(OpenWallFile(document, folder.Write("other.JSON", "{}"), prompts));
+    EXPECT_FALSE(OpenWallFile(
+        document, folder.Write("new.JSON", R"({"format":"sontaro-screen-split","version":2})"),
+        prompts));
+    EXPECT_EQ(document.Write(), held);
+    EXPECT_THAT(prompts.boxes,
+                ElementsAre(Notice("Save OK!"),
+                            Warning("\"wall.JSON\" cannot be read, nothing has been changed: it is "
+                                    "about another set of players, or not whole."),
+                            Warning("\"other.JSON\" cannot be read, nothing has been changed: it "
+                                    "is no screen split file."),
+                            Warning("\"new.JSON\" cannot be read, nothing has been changed: it "
+                                    "comes from a later version.")));
+}
+
+TEST_F(Wall, TheLastOneOfASetOfPlayersIsRememberedWhateverTheirAddresses) {
+    const TemporaryFolder folder;
+    JsonFile preferences(folder / "preferences.json");
+    document.DismissScreen(0);
+    RememberWall(document, preferences);
+    document.SetOverlap(0, 40);
+    RememberWall(document, preferences);
+    EXPECT_EQ(preferences.Root()["screenSplitWalls"].size(), 1U);
+    std::vector<SplitDevice> devices = {DeviceAt(22, 1), DeviceAt(21, 2)};
+    devices[0].record.ip = "10.0.0.5";
+    SplitDocument moved;
+    moved.SetDevices(devices);
+    const auto wall = RememberedWall(moved, JsonFile(folder / "preferences.json"));
+    ASSERT_TRUE(wall);
+    EXPECT_THAT(wall->arrangement.slots, ElementsAre(kUnused, 2, 0));
+    EXPECT_EQ(wall->seams[0].x, 40);
+    devices[0].record.id = devices[1].record.id;
+    moved.SetDevices(devices);
+    EXPECT_FALSE(RememberedWall(moved, preferences));
+}
+
+}  // namespace
+}  // namespace sontaro::test
