@@ -8,7 +8,7 @@ namespace {
 
 using Kind = Verdict::Kind;
 
-constexpr std::uint16_t kLastGoodResult = 1;  // of the control protocol
+constexpr std::uint16_t kLastGoodResult = 1;  // of the control protocol and the screen split
 constexpr std::uint8_t kRestart = 1;
 
 Verdict ReplyIf(bool holds) { return {holds ? Kind::kReply : Kind::kNotMine}; }
@@ -42,6 +42,13 @@ Verdict JudgeSettings(const WindowMessage& message, const SettingsBlockFacts& fa
             return ReplyIf(!isWrite || restarts || PayloadOf(message).empty());
     }
     return {};
+}
+
+Verdict JudgeScreenSplit(const WindowMessage& message, SettingsBlock block) {
+    if (!IsOfBlock(message, block)) return {};
+    const std::uint16_t argument = message.origin.header.argument;
+    if (argument > kLastGoodResult) return {Kind::kRefused, argument};
+    return {Kind::kReply};
 }
 
 }  // namespace
@@ -102,6 +109,27 @@ Request WriteSettings(SettingsBlock block, std::string_view document, std::uint8
                         block | std::uint32_t{facts.writeArgument} << 16, document),
             [&facts, restarts = qualifier == kRestart](const WindowMessage& message) {
                 return JudgeSettings(message, facts, true, restarts);
+            }};
+}
+
+Request AskParameterBlock() {
+    constexpr std::uint32_t kQualifier = 1;
+    return {ReadyPacket(kCommandParameterBlock | kQualifier << 8, 0),
+            [](const WindowMessage& message) {
+                return ReplyIf(message.id == MessageId::kParameterBlock);
+            }};
+}
+
+Request ReadScreenSplit() {
+    return {ReadyPacket(kCommandSettings, kBlockScreenSplitRead), [](const WindowMessage& message) {
+                return JudgeScreenSplit(message, kBlockScreenSplitRead);
+            }};
+}
+
+Request WriteScreenSplit(std::string_view document) {
+    return {ReadyPacket(kCommandSettings, kBlockScreenSplitWrite, document),
+            [](const WindowMessage& message) {
+                return JudgeScreenSplit(message, kBlockScreenSplitWrite);
             }};
 }
 

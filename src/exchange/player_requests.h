@@ -43,6 +43,13 @@ enum class VideoListFor : std::uint16_t { kTimeline = 0, kRemoteControl = 0, kPl
 [[nodiscard]] Request WriteSettings(SettingsBlock block, std::string_view document,
                                     std::uint8_t qualifier = 0);
 
+/// The geometric correction and fusion of a player's outputs (command 54).
+[[nodiscard]] Request AskParameterBlock();
+/// The configuration of the video wall that the player belongs to. An argument above 1 refuses.
+[[nodiscard]] Request ReadScreenSplit();
+/// Gives the player such a configuration. An argument above 1 refuses it.
+[[nodiscard]] Request WriteScreenSplit(std::string_view document);
+
 /// The low 16 bits of the "code" of an answer to command 59; 1 where it is missing or no integer.
 [[nodiscard]] std::uint16_t VideoReplyCode(const Json::Value& answer);
 

@@ -11,13 +11,18 @@
 
 namespace sontaro::test {
 
-/// Writes down what is sent as "command.sub-command.argument; ", with "q" and the qualifier.
+/// Writes down what is sent as "command.sub-command.argument; ", with "q" and the qualifier; a
+/// request to close all links as "close; ".
 class FakePlayerChannel final : public PlayerChannel {
    public:
     Sending Send(const Target& player, const SharedPacket& packet, Boxes boxes) override {
         lastBoxes = boxes;
         whileSending();
         if (refusal) return *refusal;
+        if (packet->empty()) {
+            log += "close; ";
+            return NotSent::kNobodyThere;
+        }
         const PacketHeader header = DecodeHeader(*packet);
         payload = std::string(AsText(ByteView(*packet).subspan(kHeaderSize)));
         to = player;
