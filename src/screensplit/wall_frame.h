@@ -1,0 +1,86 @@
+// A picture of a video wall in a window: where everything is, and what is dragged. Without a
+// window.
+#pragma once
+
+#include "screensplit/wall_picture.h"
+
+namespace sontaro {
+
+/// The room for a picture, and its measures; all in pixels of the window.
+struct WallSpace {
+    double width = 0, height = 0;
+    double margin = 8;   ///< around the wall and between the screens in the tray
+    double tray = 40;    ///< height of the tray, at the bottom
+    double chip = 160;   ///< most width of a screen in the tray
+    double handle = 10;  ///< least width of a seam to be gripped
+};
+
+/// A picture, fitted into its room. `picture` outlives it.
+class WallFrame {
+   public:
+    WallFrame(const WallPicture& picture, const WallSpace& space);
+
+    /// Pixels of the window for one of the wall.
+    [[nodiscard]] double Scale() const { return scale_; }
+    /// Something of the wall in the window.
+    [[nodiscard]] WallRect Placed(const WallRect& area) const;
+    [[nodiscard]] WallRect Tray() const;
+    /// A screen in the tray.
+    [[nodiscard]] WallRect Unused(std::size_t index) const;
+    /// Where a seam is gripped.
+    [[nodiscard]] WallRect Handle(std::size_t seam) const;
+    /// The line ahead of the tile at `place`, or behind the last one: what is dropped goes there.
+    [[nodiscard]] WallRect DropMark(std::size_t place) const;
+
+    /// What is at a point: a seam before the tiles that it joins, of two tiles the later one.
+    [[nodiscard]] WallSpot SpotAt(double x, double y) const;
+    /// Where a tile goes that is dropped at a point.
+    [[nodiscard]] WallDrop DropAt(double x, double y) const;
+
+   private:
+    const WallPicture& picture_;
+    WallSpace space_;
+    double scale_ = 1;
+    double left_ = 0;  // of the wall's origin
+    double top_ = 0;
+};
+
+/// A tile that is dragged.
+class TileDrag {
+   public:
+    /// Pressed at a point on a tile. It moves once the pointer has gone `threshold` pixels.
+    TileDrag(std::size_t screen, double x, double y, double threshold)
+        : screen_(screen), x_(x), y_(y), threshold_(threshold) {}
+
+    [[nodiscard]] std::size_t Screen() const { return screen_; }
+    /// Where the tile would go; none while the pointer has not gone far enough.
+    [[nodiscard]] std::optional<WallDrop> MovedTo(double x, double y, const WallFrame& frame);
+    /// Does to the document what the drop means.
+    void Drop(const WallDrop& drop, SplitDocument& document) const;
+
+   private:
+    const std::size_t screen_;
+    const double x_, y_;
+    const double threshold_;
+    bool moves_ = false;
+};
+
+/// A seam that is dragged: its overlap grows as the later picture is drawn over the earlier one.
+/// The scale of the press counts until the end, since the picture becomes another one meanwhile.
+class SeamDrag {
+   public:
+    SeamDrag(SplitDocument& document, std::size_t seam, double x, double y, double scale);
+
+    /// Gives the seam the overlap that the pointer stands for, all in one step to be undone.
+    void MoveTo(double x, double y, SplitDocument& document) const;
+
+   private:
+    const std::size_t seam_;
+    const SplitDirection direction_;
+    const double x_, y_;
+    const double scale_;
+    const std::int32_t pixels_;
+    const SplitDocument::Series series_;
+};
+
+}  // namespace sontaro

@@ -1,0 +1,113 @@
+#include <gmock/gmock.h>
+
+#include "screensplit/split_samples.h"
+#include "screensplit/wall_frame.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+using Kind = WallSpot::Kind;
+
+/// Three screens side by side in a window that shows ten pixels of the wall as one.
+struct PictureOfAWall : testing::Test {
+    PictureOfAWall() {
+        document.SetDevices({DeviceAt(21, 2, 1000, 500), DeviceAt(22, 1, 1000, 500)});
+        EXPECT_FALSE(document.ApplyOrder());
+    }
+    [[nodiscard]] WallPicture Picture() const { return WallPicture(document); }
+    /// What is at a point of the window, and where a drop there leads.
+    void With(const std::function<void(const WallFrame&)>& look) const {
+        const WallPicture picture = Picture();
+        look(WallFrame(picture, {320, 110, 10, 40, 160, 10}));
+    }
+    [[nodiscard]] std::vector<std::size_t> Order() const {
+        return document.Wall().arrangement.Order();
+    }
+
+    SplitDocument document;
+};
+
+TEST_F(PictureOfAWall, ShowsWhatIsSentWithOverlapsZoomAndClashes) {
+    document.SetOverlap(0, 700);
+    document.SetOverlap(1, 300);
+    document.SetZoom(1, {10, 20, 30, 40});
+    EXPECT_EQ(Picture().SizeText(), "2000 x 500");
+    EXPECT_FALSE(Picture().Tiles()[2].clashes);
+    document.SetOverlap(1, 301);
+    const WallPicture picture = Picture();
+    EXPECT_TRUE(picture.Tiles()[2].clashes && !picture.Tiles()[1].clashes);
+    EXPECT_EQ(picture.Tiles()[1].corners, "(300, 0) - (1299, 499)");
+    EXPECT_EQ(picture.Tiles()[1].shown, (WallRect{310, 20, 960, 440}));
+    EXPECT_THAT(picture.Tiles()[1].player, ElementsAre("192.168.1.21", "ID21"));
+    EXPECT_THAT(picture.Overlaps(), ElementsAre(WallOverlap{700, {300, 0, 700, 500}},
+                                                WallOverlap{301, {999, 0, 301, 500}}));
+}
+
+TEST_F(PictureOfAWall, FindsSeamsTilesAndTheTray) {
+    document.DismissScreen(1);
+    document.SetOverlap(0, 100);
+    With([](const WallFrame& frame) {
+        EXPECT_NEAR(frame.Scale(), 0.1, 1e-9);
+        EXPECT_EQ(frame.SpotAt(100, 30), (WallSpot{Kind::kTile, 0}));
+        EXPECT_EQ(frame.SpotAt(160, 30), (WallSpot{Kind::kSeam, 0}));
+        EXPECT_EQ(frame.SpotAt(200, 30), (WallSpot{Kind::kTile, 1}));
+        EXPECT_EQ(frame.SpotAt(50, 90), (WallSpot{Kind::kUnused, 0}));
+        EXPECT_EQ(frame.SpotAt(300, 90), (WallSpot{Kind::kTray, 0}));
+        EXPECT_EQ(frame.SpotAt(2, 2), WallSpot{});
+    });
+}
+
+TEST_F(PictureOfAWall, ADraggedTileGoesBetweenOthersOrToTheTrayAndBack) {
+    With([&](const WallFrame& frame) {
+        TileDrag drag(0, 50, 30, 4);
+        EXPECT_FALSE(drag.MovedTo(53, 30, frame));
+        EXPECT_EQ(drag.MovedTo(170, 30, frame), (WallDrop{false, 2}));
+        EXPECT_EQ(drag.MovedTo(51, 30, frame), (WallDrop{false, 0}));
+        EXPECT_EQ(drag.MovedTo(170, 90, frame), (WallDrop{true, 0}));
+        drag.Drop({false, 2}, document);
+        EXPECT_THAT(Order(), ElementsAre(1, 0, 2));
+        drag.Drop({true, 0}, document);
+        EXPECT_THAT(Order(), ElementsAre(1, 2));
+        drag.Drop({false, 1}, document);
+    });
+    EXPECT_THAT(Order(), ElementsAre(1, 0, 2));
+}
+
+TEST_F(PictureOfAWall, ADraggedSeamIsOneStepAndStaysWithinItsLimits) {
+    const SeamDrag drag(document, 0, 110, 30, 0.1);
+    drag.MoveTo(105, 30, document);
+    EXPECT_EQ(Picture().Overlaps()[0].pixels, 50);
+    drag.MoveTo(-500, 30, document);
+    EXPECT_EQ(Picture().Overlaps()[0].pixels, 999);
+    drag.MoveTo(200, 30, document);
+    EXPECT_EQ(Picture().Overlaps()[0].pixels, 0);
+    drag.MoveTo(107, 30, document);
+    EXPECT_EQ(Picture().Overlaps()[0].pixels, 30);
+    document.Undo();
+    EXPECT_EQ(Picture().Overlaps()[0].pixels, 0);
+}
+
+TEST_F(PictureOfAWall, ArrowsGoAlongTheWallToItsSeamsAndIntoTheTray) {
+    document.DismissScreen(1);
+    const WallPicture picture = Picture();
+    const WallSpot second{Kind::kTile, 1};
+    EXPECT_EQ(picture.Neighbour({}, WallArrow::kRight), (WallSpot{Kind::kTile, 0}));
+    EXPECT_EQ(picture.Neighbour(second, WallArrow::kLeft), (WallSpot{Kind::kTile, 0}));
+    EXPECT_EQ(picture.Neighbour(second, WallArrow::kRight), second);
+    EXPECT_EQ(picture.Neighbour(second, WallArrow::kUp), (WallSpot{Kind::kSeam, 0}));
+    EXPECT_EQ(picture.Neighbour({Kind::kSeam, 0}, WallArrow::kDown), second);
+    EXPECT_EQ(picture.Neighbour(second, WallArrow::kDown), (WallSpot{Kind::kUnused, 0}));
+    EXPECT_EQ(picture.MovedBy(second, WallArrow::kLeft), (WallDrop{false, 0}));
+    EXPECT_EQ(picture.MovedBy(second, WallArrow::kDown), (WallDrop{true, 0}));
+    EXPECT_EQ(picture.MovedBy({Kind::kUnused, 0}, WallArrow::kUp), (WallDrop{false, 2}));
+    EXPECT_EQ(picture.SpotOf(1), (WallSpot{Kind::kUnused, 0}));
+    document.SetDirection(SplitDirection::kVertical);
+    EXPECT_FALSE(document.ApplyOrder());
+    EXPECT_EQ(Picture().SizeText(), "1000 x 1000");
+    EXPECT_EQ(Picture().Neighbour(second, WallArrow::kUp), (WallSpot{Kind::kTile, 0}));
+    EXPECT_EQ(Picture().Neighbour(second, WallArrow::kLeft), (WallSpot{Kind::kSeam, 0}));
+}
+
+}  // namespace
+}  // namespace sontaro::test
