@@ -21,6 +21,10 @@ namespace sontaro::bench {
 /// as many records.
 [[nodiscard]] std::vector<Figure> Timelines();
 
+/// A video wall of 16 screens: laid out and written against jsoncpp writing the same tree, and a
+/// frame of its picture, while a seam is dragged, against one of 4 screens.
+[[nodiscard]] std::vector<Figure> ScreenSplits();
+
 /// A message from a link thread to the user-interface thread and back, against a bare round trip
 /// between two threads. Needs the toolkit.
 [[nodiscard]] Figure MessageRoundTrip();

@@ -1,5 +1,7 @@
 #include "screensplit/split_wall.h"
 
+#include <fmt/printf.h>
+
 #include <algorithm>
 
 namespace sontaro {
@@ -9,18 +11,26 @@ namespace {
 constexpr LocalText kFirstOutput = {"-1幕", "-1Screen"};
 constexpr LocalText kSecondOutput = {"-2幕", "-2Screen"};
 
+constexpr LocalText kOutput = {"输出 %d", "Output %d"};
+
+ScreenName NameOf(const DeviceRecord& record, std::size_t device, int output) {
+    ScreenName name{record.ip + Localized(output == 1 ? kFirstOutput : kSecondOutput), device,
+                    output};
+    for (const std::string& text : {record.ip, record.id, record.remarks})
+        if (!text.empty()) name.label.push_back(text);
+    name.label.push_back(fmt::sprintf(Localized(kOutput), output));
+    return name;
+}
+
 std::int32_t Limited(std::int32_t value, std::int32_t most) { return std::clamp(value, 0, most); }
 
 }  // namespace
 
 std::vector<ScreenName> ScreenNames(const std::vector<SplitDevice>& devices) {
     std::vector<ScreenName> names;
-    for (std::size_t i = 0; i < devices.size(); ++i) {
-        const std::string& ip = devices[i].record.ip;
-        names.push_back({ip + Localized(kFirstOutput), i, 1});
-        if (devices[i].params.Outputs() == 2)
-            names.push_back({ip + Localized(kSecondOutput), i, 2});
-    }
+    for (std::size_t i = 0; i < devices.size(); ++i)
+        for (int output = 1; output <= devices[i].params.Outputs(); ++output)
+            names.push_back(NameOf(devices[i].record, i, output));
     return names;
 }
 

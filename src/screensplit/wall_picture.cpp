@@ -1,6 +1,6 @@
 #include "screensplit/wall_picture.h"
 
-#include <fmt/printf.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 
@@ -9,8 +9,6 @@ namespace sontaro {
 namespace {
 
 using Kind = WallSpot::Kind;
-
-constexpr LocalText kOutput = {"输出 %d", "output %d"};
 
 WallRect AreaOf(const SplitChannel& channel) {
     return {static_cast<double>(channel.leftTopX), static_cast<double>(channel.leftTopY),
@@ -44,16 +42,8 @@ bool Meet(const WallRect& a, const WallRect& b) {
 
 /// A tile without its place. A player may hold a wall with screens that are not here.
 WallTile TileOf(const SplitDocument& document, std::size_t screen, std::size_t number) {
-    WallTile tile{screen, number, {}, {}};
-    if (number > 0) tile.name = std::to_string(number);
-    if (screen >= document.Names().size()) return tile;
-    const ScreenName& name = document.Names()[screen];
-    const DeviceRecord& record = document.Devices()[name.device].record;
-    if (!tile.name.empty()) tile.name += "  ";
-    tile.name += fmt::sprintf(Localized(kOutput), name.output);
-    for (const std::string& text : {record.ip, record.id, record.remarks})
-        if (!text.empty()) tile.player.push_back(text);
-    return tile;
+    const auto& names = document.Names();
+    return {screen, number, screen < names.size() ? &names[screen] : nullptr};
 }
 
 WallSpot At(Kind kind, std::size_t index) { return {kind, index}; }
@@ -74,7 +64,14 @@ Way WayOf(WallArrow arrow, SplitDirection direction) {
 
 }  // namespace
 
+std::string WallTile::CornersText() const {
+    return fmt::format("({:.0f}, {:.0f}) - ({:.0f}, {:.0f})", area.left, area.top, area.Right() - 1,
+                       area.Bottom() - 1);
+}
+
 WallPicture::WallPicture(const SplitDocument& document) : direction_(document.Direction()) {
+    tiles_.reserve(document.Screens().size());
+    overlaps_.reserve(document.Screens().size());
     for (const SplitScreen& screen : document.Screens()) {
         if (!screen.enabled || screen.channels.empty()) {
             unused_.push_back(TileOf(document, screen.screen, 0));
@@ -84,8 +81,6 @@ WallPicture::WallPicture(const SplitDocument& document) : direction_(document.Di
         WallTile& tile = tiles_.emplace_back(TileOf(document, screen.screen, tiles_.size() + 1));
         tile.area = AreaOf(channel);
         tile.shown = Within(tile.area, screen.zoom);
-        tile.corners = fmt::sprintf("(%d, %d) - (%d, %d)", channel.leftTopX, channel.leftTopY,
-                                    channel.rightBottomX, channel.rightBottomY);
     }
     if (tiles_.empty()) return;
     if (!document.IsLaidOut() && tiles_.size() > 1 && tiles_[0].area.left == tiles_[1].area.left)
@@ -101,13 +96,14 @@ WallPicture::WallPicture(const SplitDocument& document) : direction_(document.Di
 void WallPicture::AddOverlap(const WallRect& previous, const WallRect& next) {
     WallRect common = Common(previous, next);
     double& across = direction_ == SplitDirection::kHorizontal ? common.width : common.height;
-    across = std::max(across, 0.0);
+    constexpr double kMost = 1 << 30;  // a player may hold anything
+    across = std::clamp(across, 0.0, kMost);
     overlaps_.push_back({static_cast<std::int32_t>(across), common});
 }
 
 std::string WallPicture::SizeText() const {
     if (tiles_.empty()) return {};
-    return fmt::sprintf("%.0f x %.0f", whole_.width, whole_.height);
+    return fmt::format("{:.0f} x {:.0f}", whole_.width, whole_.height);
 }
 
 WallSpot WallPicture::Neighbour(const WallSpot& spot, WallArrow arrow) const {

@@ -23,14 +23,16 @@ struct WallRect {
 
 /// What is written on a tile, and what it is.
 struct WallTile {
-    std::size_t screen = 0;           ///< its place among the names
-    std::size_t number = 0;           ///< in the wall, from 1; 0: not used
-    std::string name;                 ///< number and output
-    std::vector<std::string> player;  ///< address, ID, the user's remark
-    std::string corners = {};         ///< "(1920, 0) - (3839, 1079)"
-    WallRect area = {};               ///< in the wall
-    WallRect shown = {};              ///< what zoom leaves of it
-    bool clashes = false;             ///< reaches into the one before the previous one
+    std::size_t screen = 0;  ///< its place among the names
+    std::size_t number = 0;  ///< in the wall, from 1; 0: not used
+    /// Of the document; absent for a screen that is none of its own.
+    const ScreenName* name = nullptr;
+    WallRect area = {};    ///< in the wall
+    WallRect shown = {};   ///< what zoom leaves of it
+    bool clashes = false;  ///< reaches into the one before the previous one
+
+    /// "(1920, 0) - (3839, 1079)"
+    [[nodiscard]] std::string CornersText() const;
 
     bool operator==(const WallTile&) const = default;
 };
@@ -70,7 +72,8 @@ enum class WallArrow { kLeft, kUp, kRight, kDown };
 
 inline constexpr LocalText kTrayTitle = {"未使用", "not used"};
 
-/// What there is to be seen of a document, made of the screens that would be sent.
+/// What there is to be seen of a document, made of the screens that would be sent. Lasts until the
+/// document takes other devices.
 class WallPicture {
    public:
     explicit WallPicture(const SplitDocument& document);

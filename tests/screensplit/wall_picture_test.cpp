@@ -37,9 +37,9 @@ TEST_F(PictureOfAWall, ShowsWhatIsSentWithOverlapsZoomAndClashes) {
     document.SetOverlap(1, 301);
     const WallPicture picture = Picture();
     EXPECT_TRUE(picture.Tiles()[2].clashes && !picture.Tiles()[1].clashes);
-    EXPECT_EQ(picture.Tiles()[1].corners, "(300, 0) - (1299, 499)");
+    EXPECT_EQ(picture.Tiles()[1].CornersText(), "(300, 0) - (1299, 499)");
     EXPECT_EQ(picture.Tiles()[1].shown, (WallRect{310, 20, 960, 440}));
-    EXPECT_THAT(picture.Tiles()[1].player, ElementsAre("192.168.1.21", "ID21"));
+    EXPECT_THAT(picture.Tiles()[1].name->label, ElementsAre("192.168.1.21", "ID21", "Output 2"));
     EXPECT_THAT(picture.Overlaps(), ElementsAre(WallOverlap{700, {300, 0, 700, 500}},
                                                 WallOverlap{301, {999, 0, 301, 500}}));
 }
