@@ -126,12 +126,12 @@ bool HasCornersOf(const SplitChannel& channel, const SplitChannel& other) {
 }  // namespace
 
 Result<SplitConfiguration> SplitConfiguration::Read(std::string_view text) {
-    Result<Json::Value> root = ParseJson(text);
+    const Result<Json::Value> root = ParseJson(text);
     if (!root) return Error{root.reason()};
     if (!root->isObject()) return Error{"no object"};
     SplitConfiguration read;
-    read.whole_ = *root;
-    read.others_ = std::move(*root);
+    read.whole_ = WithValidTexts(*root);
+    read.others_ = read.whole_;
     if (!read.others_[kVersion].isNumeric()) read.others_[kVersion] = 0U;
     Json::Value& data = read.others_[kData];
     if (!data.isObject()) data = Json::Value(Json::objectValue);

@@ -16,12 +16,6 @@ constexpr LocalText kNoChain = {
     "播放器中的大屏不是由这些分幕组成的单行或单列，无法采用。",
     "The players' wall is no single row or column of these screens, and cannot be taken over."};
 
-std::size_t BytesOf(const SplitState& state) {
-    const SplitWall& wall = state.wall;
-    return sizeof state + wall.seams.size() * sizeof(SplitSeam) +
-           wall.zooms.size() * sizeof(SplitZoom) + state.shown.slots.size() * 2 * sizeof(SplitSlot);
-}
-
 bool HasSameScreens(const std::vector<SplitDevice>& devices,
                     const std::vector<SplitDevice>& others) {
     return std::ranges::equal(devices, others, [](const SplitDevice& a, const SplitDevice& b) {
@@ -32,21 +26,6 @@ bool HasSameScreens(const std::vector<SplitDevice>& devices,
 }
 
 }  // namespace
-
-bool SplitState::operator==(const SplitState& other) const {
-    return shown == other.shown && wall == other.wall && isLaidOut == other.isLaidOut &&
-           isAsFetched == other.isAsFetched &&
-           (advanced == other.advanced || *advanced == *other.advanced);
-}
-
-/// Advanced settings are held by many steps; whoever changes them counts them.
-std::size_t SplitStep::Bytes() const {
-    constexpr std::size_t kTreeOfText = 4;  // what jsoncpp takes for a byte of text
-    std::size_t bytes = BytesOf(before) + BytesOf(after);
-    if (before.advanced != after.advanced)
-        bytes += kTreeOfText * WriteJson(after.advanced->ToJson()).size();
-    return bytes;
-}
 
 void SplitDocument::SetDevices(std::vector<SplitDevice> devices) {
     const bool isSame = HasSameScreens(devices_, devices);

@@ -1,36 +1,14 @@
 // A video wall on its way from the players to the players: shown, edited, undone.
 #pragma once
 
-#include <memory>
 #include <optional>
 
 #include "base/settings_rows.h"
 #include "base/undo_history.h"
 #include "screensplit/split_configuration.h"
+#include "screensplit/split_state.h"
 
 namespace sontaro {
-
-/// What can be undone.
-struct SplitState {
-    SplitArrangement shown;  ///< by the slots and the choice of a direction
-    SplitWall wall;          ///< as it is laid out: with the arrangement applied last
-    bool isLaidOut = false;
-    bool isAsFetched = false;  ///< the fetched document is to go back whole
-    std::shared_ptr<const CustomEntries> advanced = std::make_shared<const CustomEntries>();
-
-    bool operator==(const SplitState& other) const;
-};
-
-/// A change of the state.
-struct SplitStep {
-    SplitState before, after;
-
-    [[nodiscard]] std::size_t Bytes() const;
-    [[nodiscard]] bool Absorb(const SplitStep& next) {
-        after = next.after;
-        return true;
-    }
-};
 
 /// The players of a wall, what the user makes of their screens, and the document that goes to all
 /// of them. User-interface thread.

@@ -1,59 +1,15 @@
 // The way of a video wall from its players into the wizard and back, without the wizard.
 #pragma once
 
+#include <algorithm>
+
 #include "base/json_file.h"
 #include "base/prompts.h"
 #include "exchange/conversation.h"
 #include "screensplit/split_document.h"
+#include "screensplit/split_status.h"
 
 namespace sontaro {
-
-/// What the procedure is about.
-enum class SplitTask : std::uint8_t {
-    kNone,
-    kFetchBlocks,    ///< the players' parameter blocks, one after another
-    kFetchDocument,  ///< the configuration, from the last of them
-    kSend,           ///< the new configuration, to one after another
-};
-
-/// How far a step is; the numbers are those of the players' tools.
-enum class SplitStepState : std::uint8_t {
-    kRunning = 0,
-    kQueued = 1,  ///< what was asked last is on its way
-    kEnded = 2,
-};
-
-/// Why a task has stopped.
-struct SplitFailure {
-    enum class Why : std::uint8_t {
-        kNotAnswered,   ///< as `ended` says
-        kNotCorrected,  ///< correction and fusion have not been set up
-        kUnreadable,    ///< the configuration that has come is none
-    };
-    SplitTask task{};
-    std::size_t device = 0;  ///< which player it is about
-    Why why{};
-    Ended ended = {};  ///< without its reply
-};
-
-struct SplitProgress {
-    std::size_t position = 0;
-    std::size_t range = 0;
-};
-
-/// What is to be told of the document that is shown.
-struct SplitStatus {
-    enum class Kind : std::uint8_t {
-        kNone,        ///< nothing has been fetched
-        kNotApplied,  ///< the order has not been applied yet
-        kAsFetched,
-        kEdited,
-        kSent,  ///< just this; `unconfirmed` have not confirmed it
-    };
-    Kind kind{};
-    std::size_t players = 0;
-    std::vector<std::string> unconfirmed = {};  ///< addresses
-};
 
 /// What the procedure asks of its window.
 class SplitView {
@@ -101,6 +57,8 @@ class SplitRun {
     [[nodiscard]] bool MayRetry() const { return failure_.has_value(); }
     [[nodiscard]] bool MayFinish() const { return !IsBusy() && document_.HasConfiguration(); }
     [[nodiscard]] SplitStatus Status() const;
+    /// Which player was asked last; only while it is busy.
+    [[nodiscard]] std::size_t AskedDevice() const { return std::min(index_, devices_.size() - 1); }
     /// The address of a player of the task.
     [[nodiscard]] const std::string& AddressOf(std::size_t device) const {
         return devices_[device].record.ip;
