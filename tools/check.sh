@@ -50,6 +50,7 @@ step "fuzz_control_protocol, one minute" fuzz fuzz_control_protocol
 step "fuzz_video_list, one minute" fuzz fuzz_video_list
 step "fuzz_player_control, one minute" fuzz fuzz_player_control
 step "fuzz_timeline, one minute" fuzz fuzz_timeline
+step "fuzz_screen_split, one minute" fuzz fuzz_screen_split
 
 echo
 printf '%s\n' "${steps[@]}"
