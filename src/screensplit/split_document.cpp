@@ -156,7 +156,7 @@ void SplitDocument::SetZoom(std::size_t screen, const SplitZoom& zoom) {
 
 EditAnswer SplitDocument::EditAdvanced(const SettingsEdit& edit) {
     CustomEntries entries = *state_.advanced;
-    const EditAnswer answer = EditAdvancedParam(entries, edit);
+    EditAnswer answer = EditAdvancedParam(entries, edit);
     if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
     SplitState state = Editable();
     state.advanced = std::make_shared<const CustomEntries>(std::move(entries));

@@ -190,7 +190,7 @@ std::optional<SplitWall> RememberedWall(const SplitDocument& document,
     const Json::Value& walls = preferences.Root()[kRemembered];
     if (!walls.isArray()) return std::nullopt;
     for (const Json::Value& json : walls)
-        if (const auto wall = WallFromJson(json, document)) return wall;
+        if (auto wall = WallFromJson(json, document)) return wall;
     return std::nullopt;
 }
 

@@ -102,6 +102,12 @@ EditAnswer EditZoom(SplitDocument& document, const RowPath& path, const std::str
     });
 }
 
+SettingsRows Alone(SettingsGroup group) {
+    SettingsRows rows;
+    rows.push_back(std::move(group));
+    return rows;
+}
+
 }  // namespace
 
 SettingsRows SortRows(const SplitDocument& document) {
@@ -116,7 +122,7 @@ SettingsRows SortRows(const SplitDocument& document) {
         row.choices = choices;
         group.rows.push_back(std::move(row));
     }
-    return {group};
+    return Alone(std::move(group));
 }
 
 SettingsRows SplitRows(const SplitDocument& document) {
@@ -164,8 +170,7 @@ SettingsRows ZoomRows(const SplitDocument& document) {
 SettingsRows AdvancedRows(const SplitDocument& document) {
     SettingsGroup group{kAdvancedPath, Localized(kAdvancedTitle), {}};
     document.Advanced().AddRows(kAdvancedPath, group.rows);
-    if (group.rows.empty()) return {};
-    return {group};
+    return group.rows.empty() ? SettingsRows() : Alone(std::move(group));
 }
 
 EditAnswer EditSplitRow(SplitDocument& document, const SettingsEdit& edit) {

@@ -31,6 +31,15 @@ bool IsSameSet(const std::vector<SplitDevice>& devices, const std::vector<Device
     });
 }
 
+/// Reading may be repeated without a word.
+Request WithRepeats(Request request) {
+    request.limit = kLimit;
+    request.atLimit = [left = std::make_shared<int>(kMostRepeats)](auto) {
+        return (*left)-- > 0 ? AtLimit::kRepeat : AtLimit::kEnd;
+    };
+    return request;
+}
+
 }  // namespace
 
 SplitRun::SplitRun(SplitDocument& document, SplitView& view, Prompts& prompts,
@@ -122,14 +131,6 @@ void SplitRun::Ask(Request request, void (SplitRun::*take)(const Ended&)) {
         if (ended.how != End::kReply) return Fail(SplitFailure::Why::kNotAnswered, ended);
         (this->*take)(ended);
     });
-}
-
-Request SplitRun::WithRepeats(Request request) const {
-    request.limit = kLimit;
-    request.atLimit = [left = std::make_shared<int>(kMostRepeats)](auto) {
-        return (*left)-- > 0 ? AtLimit::kRepeat : AtLimit::kEnd;
-    };
-    return request;
 }
 
 /// A configuration is not sent twice without the user's knowing.

@@ -81,7 +81,6 @@ class SplitRun {
     void Fail(SplitFailure::Why why, Ended ended = {});
     void ConnectAnew();
     void Ask(Request request, void (SplitRun::*take)(const Ended&));
-    [[nodiscard]] Request WithRepeats(Request request) const;
     [[nodiscard]] Request WithQuestion(Request request);
 
     SplitDocument& document_;

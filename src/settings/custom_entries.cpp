@@ -30,8 +30,9 @@ bool HasSameShape(const Json::Value& entry, const Json::Value& other) {
     const Item item = ReadEntry(entry);
     const Item another = ReadEntry(other);
     if (!item.record || !another.record) return false;
-    const bool isSingle = dynamic_cast<const CCustomSettingAnalysor::Int*>(item.record.get()) ||
-                          dynamic_cast<const CCustomSettingAnalysor::Double*>(item.record.get());
+    const CCustomSettingAnalysor::BASE* record = item.record.get();
+    const bool isSingle = dynamic_cast<const CCustomSettingAnalysor::Int*>(record) != nullptr ||
+                          dynamic_cast<const CCustomSettingAnalysor::Double*>(record) != nullptr;
     return isSingle || item.record->ToJson()[kValueRange] == another.record->ToJson()[kValueRange];
 }
 

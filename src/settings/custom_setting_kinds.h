@@ -29,7 +29,7 @@ struct CustomSettingKind {
     /// A text for one of those rows.
     struct Edit {
         const std::string& rowName;
-        int occurrence;  ///< among the rows with that name
+        int occurrence = 0;  ///< among the rows with that name
         const std::string& text;
         bool mayBeNegative = false;  ///< a number in it
     };

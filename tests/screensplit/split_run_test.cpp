@@ -16,7 +16,6 @@ using testing::IsEmpty;
 using Why = SplitFailure::Why;
 using Kind = SplitStatus::Kind;
 
-constexpr ExchangeNews::Kind kNotSupportedNews = ExchangeNews::Kind::kNotSupported;
 const Box kCompleted = Notice("Screen split param setup completed");
 const Box kAgain21 = Question("192.168.1.21 has not confirmed. Send again?");
 const Box kSameForAll = Question(
@@ -123,7 +122,7 @@ TEST_F(SplitPage, SendsTheSameDocumentToOneAfterAnother) {
     EXPECT_FALSE(run.IsBusy());
 }
 
-TEST_F(SplitPage, APlayerWithoutCorrectionEndsTheFetch) {
+TEST_F(SplitPage, APlayerWithoutCorrectionOrWithoutADocumentEndsTheFetch) {
     Block(21, BlockOf(2));
     Block(22, ParameterBlock{});
     ExpectStopped(SplitTask::kFetchBlocks, 1, Why::kNotCorrected);
@@ -136,10 +135,6 @@ TEST_F(SplitPage, APlayerWithoutCorrectionEndsTheFetch) {
     Block(22, corrected);
     EXPECT_EQ(Log(), "22:3.12; ");
     EXPECT_EQ(document.Names().size(), 3U);
-}
-
-TEST_F(SplitPage, ADocumentThatCannotBeReadStopsIt) {
-    Blocks();
     Document(22, "no JSON");
     ExpectStopped(SplitTask::kFetchDocument, 1, Why::kUnreadable);
     EXPECT_FALSE(run.MayFinish());
@@ -149,59 +144,36 @@ TEST_F(SplitPage, ADocumentThatCannotBeReadStopsIt) {
     EXPECT_TRUE(run.MayFinish());
 }
 
-/// How a request ends; a refusal of 54 is not known.
-struct Ending : NamedCase {
-    End how;
-    void (*happen)(SplitPage& page, SplitTask task);
-};
-
-constexpr std::uint8_t CommandOf(SplitTask task) {
-    return task == SplitTask::kFetchBlocks ? kCommandParameterBlock : kCommandSettings;
-}
-
-const Ending kEndings[] = {
-    {{"Refused"},
-     End::kRefused,
-     [](SplitPage& page, SplitTask task) {
-         const bool sends = task == SplitTask::kSend;
-         page.Settings(21, sends ? kBlockScreenSplitWrite : kBlockScreenSplitRead, "", 2);
-     }},
-    {{"NotSupported"},
-     End::kNotSupported,
-     [](SplitPage& page, SplitTask task) { page.Report(kNotSupportedNews, CommandOf(task)); }},
-    {{"LinkEnded"}, End::kLinkEnded, [](SplitPage& page, SplitTask) { page.LoseLink(); }},
-    {{"TimedOut"}, End::kTimedOut, [](SplitPage& page, SplitTask) { page.timers.Advance(12s); }},
-};
-
-/// One player, at each step.
-struct SplitEnding : SplitPage, testing::WithParamInterface<Ending> {
-    void Reach(SplitTask task) {
+TEST_F(SplitPage, EveryEndButAnAnswerStopsTheStepWhichIsTakenUpAgainThere) {
+    using enum SplitTask;
+    const auto reach = [&](SplitTask task) {
         run.Enter({PlayerAt(21)});
         From(21);
-        if (task == SplitTask::kFetchBlocks) return;
-        Block(21, BlockOf(2));
-        if (task == SplitTask::kFetchDocument) return;
-        Document(21);
-        run.Finish();
-    }
-};
-
-TEST_P(SplitEnding, StopsTheStepAndIsTakenUpAgainThere) {
-    using enum SplitTask;
-    for (const SplitTask task : {kFetchBlocks, kFetchDocument, kSend}) {
-        if (task == kFetchBlocks && GetParam().how == End::kRefused) continue;
-        Reach(task);
-        GetParam().happen(*this, task);
-        ExpectStopped(task, 0, Why::kNotAnswered, GetParam().how);
-        Log(), run.Retry();
-        EXPECT_EQ(Log(), task == kFetchBlocks     ? "close; 21:54.0; "
-                         : task == kFetchDocument ? "close; 21:3.12; "
-                                                  : "close; 21:3.13; ");
-        EXPECT_FALSE(run.Failure());
-    }
+        if (task != kFetchBlocks) Block(21, BlockOf(2));
+        if (task == kSend) Document(21), run.Finish();
+    };
+    const auto happens = [&](End how, SplitTask task) {
+        if (how == End::kRefused)
+            Settings(21, task == kSend ? kBlockScreenSplitWrite : kBlockScreenSplitRead, "", 2);
+        if (how == End::kNotSupported)
+            Report(ExchangeNews::Kind::kNotSupported,
+                   task == kFetchBlocks ? kCommandParameterBlock : kCommandSettings);
+        if (how == End::kLinkEnded) LoseLink();
+        if (how == End::kTimedOut) timers.Advance(12s);
+    };
+    for (const End how : {End::kNotSupported, End::kLinkEnded, End::kTimedOut, End::kRefused})
+        for (const SplitTask task : {kFetchBlocks, kFetchDocument, kSend}) {
+            if (how == End::kRefused && task == kFetchBlocks) continue;  // no refusal is known
+            reach(task);
+            happens(how, task);
+            ExpectStopped(task, 0, Why::kNotAnswered, how);
+            Log(), run.Retry();
+            EXPECT_EQ(Log(), std::string("close; 21:") + (task == kFetchBlocks     ? "54.0; "
+                                                          : task == kFetchDocument ? "3.12; "
+                                                                                   : "3.13; "));
+            EXPECT_FALSE(run.Failure());
+        }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, SplitEnding, testing::ValuesIn(kEndings), kCaseName);
 
 TEST_F(SplitPage, WhatIsNotSentStopsItToo) {
     channel.refusal = NotSent::kConnectFailed;
