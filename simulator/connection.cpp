@@ -145,6 +145,7 @@ bool Connection::Deliver(const Outgoing& outgoing) {
     }
     if (!SendPacket(packet.Serialize(), faults)) return false;
     if (outgoing.isReply) owner_.Answered(packet);
+    if (outgoing.isReply && faults.hangUp) End();
     return true;
 }
 

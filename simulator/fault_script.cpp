@@ -40,6 +40,15 @@ constexpr FaultRow kFaults[] = {
     {"changed-timeline", 0, kNoNumber,
      [](FaultScript& faults, std::size_t) { faults.changedTimeline = true; }},
     {"no-return", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.noReturn = true; }},
+    {"bad-checksum", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.badChecksum = true; }},
+    {"empty-block", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.emptyBlock = true; }},
+    {"no-correction", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.noCorrection = true; }},
+    {"other-resolution", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.otherResolution = true; }},
+    {"hang-up", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.hangUp = true; }},
     {"result", 0, UINT16_MAX,
      [](FaultScript& faults, std::size_t number) {
          faults.result = static_cast<std::uint16_t>(number);
@@ -51,6 +60,14 @@ constexpr FaultRow kFaults[] = {
     {"unread", 1, UINT16_MAX,
      [](FaultScript& faults, std::size_t number) {
          faults.unread = static_cast<std::uint16_t>(number);
+     }},
+    {"unsupported", 1, UINT16_MAX,
+     [](FaultScript& faults, std::size_t number) {
+         faults.unsupported = static_cast<std::uint16_t>(number);
+     }},
+    {"refused", 1, UINT16_MAX,
+     [](FaultScript& faults, std::size_t number) {
+         faults.refused = static_cast<std::uint16_t>(number);
      }},
     {"cut", 1, kLargestNumber,
      [](FaultScript& faults, std::size_t number) { faults.cut = number; }},

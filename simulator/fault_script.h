@@ -27,11 +27,19 @@ struct FaultScript {
     bool badList = false;        ///< the list of videos is no JSON
     bool refuseSaves = false;    ///< saves are answered as not supported, and nothing is kept
     bool emptyTimeline = false;  ///< the timeline is read as nothing
-    bool changedTimeline = false;  ///< the timeline is read without its last node
-    bool noReturn = false;         ///< a restart never ends
-    std::uint16_t result = 0;      ///< argument with which the control protocol is read
-    std::uint16_t unread = 0;      ///< the settings block whose reading is not answered; 0: none
-    std::size_t cut = 0;           ///< bytes per piece in which packets go out; 0: in one
+    bool changedTimeline = false;   ///< the timeline is read without its last node
+    bool noReturn = false;          ///< a restart never ends
+    bool badChecksum = false;       ///< the parameter block of the screen split has a wrong one
+    bool emptyBlock = false;        ///< it has no bytes
+    bool noCorrection = false;      ///< it tells that no geometry is corrected
+    bool otherResolution = false;   ///< it tells half the width and height
+    bool hangUp = false;            ///< every reply ends its connection
+    std::uint16_t result = 0;       ///< argument with which the control protocol is read
+    std::uint16_t unread = 0;       ///< the settings block whose reading is not answered; 0: none
+    std::uint16_t unsupported = 0;  ///< the settings block that is answered as not supported
+    std::uint16_t refused =
+        0;                ///< the settings block that is refused, and of which nothing is kept
+    std::size_t cut = 0;  ///< bytes per piece in which packets go out; 0: in one
     std::optional<std::size_t> closeAfter;  ///< a connection ends after so many bytes to the tool
     std::chrono::milliseconds delay{0};     ///< before every reply
     /// Read in place of the settings that describe themselves; absent: those are.
@@ -42,9 +50,10 @@ struct FaultScript {
 
 /// The faults that `script` names, separated by commas: refuse, silent, drop, not-supported,
 /// garbage, oversize, bad-json, no-ack, no-second-part, bad-list, refuse-saves, empty-timeline,
-/// changed-timeline, no-return, result=N, items=N (settings that describe themselves have N items),
-/// unread=BLOCK, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty script
-/// has none. Fails, with a reason for the user, on anything else.
+/// changed-timeline, no-return, bad-checksum, empty-block, no-correction, other-resolution,
+/// hang-up, result=N, items=N (settings that describe themselves have N items), unread=BLOCK,
+/// unsupported=BLOCK, refused=BLOCK, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also
+/// "500ms"). An empty script has none. Fails, with a reason for the user, on anything else.
 [[nodiscard]] Result<FaultScript> ParseFaultScript(std::string_view script);
 
 }  // namespace sontaro::simulator

@@ -74,9 +74,41 @@ bool SetLog(PlayerArguments& arguments, std::string_view value) {
 }
 
 bool SetFaults(PlayerArguments& arguments, std::string_view value) {
-    const Result<FaultScript> faults = ParseFaultScript(value);
-    if (faults) arguments.lineUp.faults = *faults;
-    return faults.ok();
+    constexpr std::size_t kMostPlayers = 255;
+    const std::size_t colon = value.find(':');
+    const bool isForOne = colon != std::string_view::npos;
+    const auto player = ParseNumber<std::size_t>(value.substr(0, colon), 1, kMostPlayers);
+    if (isForOne && !player) return false;
+    const auto faults = ParseFaultScript(isForOne ? value.substr(colon + 1) : value);
+    if (!faults) return false;
+    (isForOne ? arguments.lineUp.ownFaults[*player - 1] : arguments.lineUp.faults) = *faults;
+    return true;
+}
+
+/// "2,1": the first player has two outputs, all others have one.
+bool SetOutputs(PlayerArguments& arguments, std::string_view value) {
+    std::vector<int> outputs;
+    for (bool isLast = false; !isLast;) {
+        const std::size_t comma = std::min(value.find(','), value.size());
+        const auto count = ParseNumber<int>(value.substr(0, comma), 1, 2);
+        if (!count) return false;
+        outputs.push_back(*count);
+        isLast = comma == value.size();
+        value.remove_prefix(std::min(comma + 1, value.size()));
+    }
+    arguments.lineUp.outputs = std::move(outputs);
+    return true;
+}
+
+bool SetResolution(PlayerArguments& arguments, std::string_view value) {
+    const std::size_t times = std::min(value.find('x'), value.size());
+    const auto width = ParseNumber<int>(value.substr(0, times), 0, UINT16_MAX);
+    const auto height =
+        ParseNumber<int>(value.substr(std::min(times + 1, value.size())), 0, UINT16_MAX);
+    if (!width || !height) return false;
+    arguments.lineUp.width = *width;
+    arguments.lineUp.height = *height;
+    return true;
 }
 
 bool SetOlderNames(PlayerArguments& arguments, std::string_view) {
@@ -103,6 +135,11 @@ constexpr OptionRow kOptions[] = {
     {"--restart-time", "SECONDS", "how long a player is away that restarts (3)", SetRestartTime},
     {"--older-names", "", "answer command 10 in its form 1 with the layouts instead of the videos",
      SetOlderNames},
+    {"--outputs", "LIST",
+     "outputs of each player in a video wall, 1 or 2: 2,1 is two of the first\n"
+     "player and one of all others (as its model has)",
+     SetOutputs},
+    {"--resolution", "WxH", "pixels of every output (1920x1080)", SetResolution},
     {"--log", "FILE", "write a line per event to FILE", SetLog},
     {"--fault", "SCRIPT",
      "faults of every player, separated by commas: refuse, silent, drop,\n"
@@ -110,9 +147,13 @@ constexpr OptionRow kOptions[] = {
      "no-ack (saves are not answered), no-second-part (of the player's\n"
      "data), bad-list (of videos), refuse-saves (as not supported),\n"
      "empty-timeline, changed-timeline (read without its last node),\n"
-     "no-return (from a restart), result=N (of reading the control\n"
+     "no-return (from a restart), bad-checksum, empty-block, no-correction,\n"
+     "other-resolution (half of it, in the block of the screen split),\n"
+     "hang-up (after every reply), result=N (of reading the control\n"
      "protocol), items=N (in schemas), unread=BLOCK (settings whose\n"
-     "reading is not answered), cut=BYTES, close-after=BYTES, delay=500ms",
+     "reading is not answered), unsupported=BLOCK, refused=BLOCK,\n"
+     "cut=BYTES, close-after=BYTES, delay=500ms;\n"
+     "2:SCRIPT is for the second player alone, instead of those of all",
      SetFaults},
     {"--help", "", "show this text", SetHelp},
 };

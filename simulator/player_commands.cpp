@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "simulator/screen_split_commands.h"
 #include "simulator/settings_commands.h"
 #include "simulator/timeline_commands.h"
 #include "simulator/video_commands.h"
@@ -71,6 +72,8 @@ void HandleNamesOrVideos(PlayerState& state, const DevicePacket& request, Answer
 constexpr CommandRow kCommands[] = {
     {kCommandSettings, kBlockControlProtocol, HandleControlProtocol},
     {kCommandSettings, kBlockOsd, HandleOsd},
+    {kCommandSettings, kBlockScreenSplitRead, HandleWall},
+    {kCommandSettings, kBlockScreenSplitWrite, HandleNewWall},
     {kCommandSettings, kBlockExtendedSerialPort, HandleSchema<&PlayerState::serialPort>},
     {kCommandSettings, kBlockSubtitles, HandleSchema<&PlayerState::subtitles>},
     {kCommandSettings, kBlockTouchAction, HandleSchema<&PlayerState::touchAction>},
@@ -83,6 +86,7 @@ constexpr CommandRow kCommands[] = {
     {kCommandCloseLinks, std::nullopt, HandleCloseLinks},
     {kCommandSerialData, std::nullopt, HandleSerialData},
     {kCommandLayoutState, std::nullopt, HandleLayoutState},
+    {kCommandParameterBlock, std::nullopt, HandleParameterBlock},
     {kCommandVideo, std::nullopt, HandleVideoCommand},
 };
 
@@ -109,6 +113,15 @@ Answer NotSupported(const DevicePacket& request) {
     answer.reply.header.command = request.header.command | kReplyBit | kNotSupportedBit;
     answer.reply.header.subCommand = request.header.subCommand;
     answer.reply.header.argument = request.header.argument;
+    return answer;
+}
+
+Answer Refused(const DevicePacket& request) {
+    constexpr std::uint16_t kRefusal = 255;
+    Answer answer;
+    answer.reply.header.command = request.header.command | kReplyBit;
+    answer.reply.header.subCommand = request.header.subCommand;
+    answer.reply.header.argument = kRefusal;
     return answer;
 }
 

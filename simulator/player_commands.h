@@ -12,6 +12,7 @@ enum class Content {
     kDocument,
     kControlProtocol,
     kSchema,
+    kParameterBlock,
     kVideoList,
     kSaved,
     kSecondPart
@@ -31,5 +32,8 @@ struct Answer {
 
 /// The answer to a request that the player does not support: a header alone.
 [[nodiscard]] Answer NotSupported(const DevicePacket& request);
+
+/// The answer to a request that the player refuses: a header alone, with an argument of its own.
+[[nodiscard]] Answer Refused(const DevicePacket& request);
 
 }  // namespace sontaro::simulator

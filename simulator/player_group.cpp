@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/file.h"
 #include "link/discovery.h"
 
@@ -38,6 +40,23 @@ std::string IdAt(const LineUpOptions& options, std::size_t index) {
     return prefix + std::to_string(index + 1);
 }
 
+/// The wall's part of a player. The older models tell it in the shorter form.
+Screens ScreensAt(const LineUpOptions& options, std::size_t index) {
+    constexpr std::uint16_t kFirstLongBlock = 0x2000;
+    const PlayerIdentity identity = IdentityAt(index, "");
+    const int outputs =
+        identity.channelCode < 10 ? identity.channelCode : identity.channelCode / 10;
+    Screens screens;
+    screens.outputs = std::min(outputs, 2);
+    if (!options.outputs.empty())
+        screens.outputs = options.outputs[std::min(index, options.outputs.size() - 1)];
+    screens.corrections = screens.outputs;
+    screens.width = options.width;
+    screens.height = options.height;
+    screens.shortBlock = identity.versionWord < kFirstLongBlock;
+    return screens;
+}
+
 PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
     PlayerOptions player;
     player.address = options.baseAddress;
@@ -48,7 +67,9 @@ PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
         player.file = options.store / (FormatIpv4(player.address) + ".json");
     player.olderNames = options.olderNames;
     player.player = static_cast<std::int64_t>(index);
-    player.faults = options.faults;
+    const auto own = options.ownFaults.find(index);
+    player.faults = own == options.ownFaults.end() ? options.faults : own->second;
+    player.screens = ScreensAt(options, index);
     player.restartTime = options.restartTime;
     player.log = options.log;
     return player;
@@ -68,6 +89,8 @@ Status Check(const LineUpOptions& options) {
     const std::string longest = IdAt(options, options.count - 1);
     if (longest.size() > kLongestId)
         return Error{fmt::format("the ID {} is longer than {} bytes", longest, kLongestId)};
+    if (!options.ownFaults.empty() && options.ownFaults.rbegin()->first >= options.count)
+        return Error{fmt::format("there is no player {}", options.ownFaults.rbegin()->first + 1)};
     return Done{};
 }
 

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,15 +24,19 @@ struct LineUpOptions {
     std::filesystem::path schema;  ///< file with the settings that all describe; empty: the sample
     std::filesystem::path serialScript;  ///< file of what all serial ports receive; empty: nothing
     std::chrono::milliseconds restartTime = kRestartTime;
-    bool olderNames = false;  ///< see `PlayerOptions`
+    bool olderNames = false;   ///< see `PlayerOptions`
+    std::vector<int> outputs;  ///< of each, 1 or 2, the last for all after it; empty: as its model
+    int width = Screens().width;    ///< of every output, in pixels
+    int height = Screens().height;  ///< of every output, in pixels
     FaultScript faults;
-    EventLog* log = nullptr;  ///< outlives the players
+    std::map<std::size_t, FaultScript> ownFaults;  ///< of single players, by their place from 0
+    EventLog* log = nullptr;                       ///< outlives the players
 };
 
 /// Players on consecutive addresses with versions and outputs that differ as in a real list.
 /// Without a name they are SIMPLAYER1, SIMPLAYER2 and so on. Fails, with a reason for the user,
-/// when an address leaves the /24 network or 127.0.0.0/8, an ID would be too long, or a file
-/// cannot be used.
+/// when an address leaves the /24 network or 127.0.0.0/8, an ID would be too long, faults are for a
+/// player that there is not, or a file cannot be used.
 [[nodiscard]] Result<std::vector<PlayerOptions>> LineUp(const LineUpOptions& options);
 
 /// Owns its players, and hears broadcast discovery requests for them. One thread.

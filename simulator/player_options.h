@@ -26,6 +26,7 @@ struct PlayerOptions {
     PlayerState state = FactoryState();
     /// Takes the place of the settings that describe themselves, at every start.
     std::optional<std::string> schema = {};
+    Screens screens;  ///< what the player drives, from every start on
     bool olderNames =
         false;  ///< command 10 has the layouts in one of its forms, from every start on
     FaultScript faults;

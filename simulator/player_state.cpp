@@ -8,6 +8,7 @@
 #include "simulator/sample_player_control.h"
 #include "simulator/sample_schema.h"
 #include "simulator/sample_timeline.h"
+#include "simulator/sample_wall.h"
 
 namespace sontaro::simulator {
 
@@ -67,6 +68,7 @@ void VisitFields(Record& record, Visitor&& visit) {
     visit("touchAction", record.touchAction);
     visit("cave", record.cave);
     visit("timeline", record.timeline);
+    visit("wall", record.wall);
 }
 
 struct Writer {
@@ -160,6 +162,7 @@ PlayerState FactoryState() {
     state.playerControl = SamplePlayerControl();
     SetSchemas(state, SampleSchema());
     state.timeline = SampleTimeline();
+    state.wall = SampleWall();
     return state;
 }
 

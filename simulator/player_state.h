@@ -53,6 +53,17 @@ struct Caption {
     bool operator==(const Caption&) const = default;
 };
 
+/// What a player drives, as one of those that make up a video wall.
+struct Screens {
+    int outputs = 1;          ///< 1 or 2
+    int width = 1920;         ///< of each, in pixels
+    int height = 1080;        ///< of each, in pixels
+    int corrections = 1;      ///< whose geometry is corrected; 0: it is not set up
+    bool shortBlock = false;  ///< it tells so in the shorter of both forms
+
+    bool operator==(const Screens&) const = default;
+};
+
 /// Most bytes that a player passes on at once from its serial port.
 inline constexpr std::size_t kMostSerialBytes = 1023;
 
@@ -81,6 +92,8 @@ struct PlayerState {
     std::string touchAction;
     std::string cave;
     std::string timeline;
+    std::string wall;                       ///< the configuration of the screen split
+    Screens screens;                        ///< not kept in the file
     std::deque<Bytes> serialBytes;          ///< not yet passed on; not kept in the file
     std::chrono::microseconds position{0};  ///< in the current video; not kept in the file
 
@@ -89,7 +102,7 @@ struct PlayerState {
 
 /// A player as it comes: two folders of videos, three layouts, three USB videos, Chinese captions,
 /// an on-screen display of four lines, the samples of a control protocol, of a player control
-/// protocol and of settings that describe themselves.
+/// protocol, of a wall and of settings that describe themselves.
 [[nodiscard]] PlayerState FactoryState();
 
 /// Gives all settings that describe themselves the same description.

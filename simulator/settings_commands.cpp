@@ -1,6 +1,7 @@
 #include "simulator/settings_commands.h"
 
 #include "base/json.h"
+#include "simulator/screen_split_commands.h"
 #include "simulator/timeline_commands.h"
 
 namespace sontaro::simulator {
@@ -75,8 +76,16 @@ void HandlePlayerControl(PlayerState& state, const DevicePacket& request, Answer
     HandleKept(state.playerControl, Content::kDocument, request, answer);
 }
 
-bool IsSave(const DevicePacket& request) {
-    return request.header.command == kCommandSettings && !request.payload.empty();
+std::optional<Answer> FaultyAnswer(const DevicePacket& request, const FaultScript& faults) {
+    const bool isSettings = request.header.command == kCommandSettings;
+    const bool isSave = isSettings && !request.payload.empty();
+    const auto isOfBlock = [&](std::uint16_t block) {
+        return isSettings && block != 0 && request.header.subCommand == block;
+    };
+    if (faults.notSupported || (faults.refuseSaves && isSave) || isOfBlock(faults.unsupported))
+        return NotSupported(request);
+    if (isOfBlock(faults.refused)) return Refused(request);
+    return std::nullopt;
 }
 
 void Spoil(Answer& answer, const FaultScript& faults) {
@@ -91,6 +100,7 @@ void Spoil(Answer& answer, const FaultScript& faults) {
     if (answer.content == Content::kSaved && faults.noAck) answer.silent = true;
     if (answer.content == Content::kSecondPart && faults.noSecondPart) answer.silent = true;
     SpoilTimeline(answer, faults);
+    SpoilParameterBlock(answer, faults);
     answer.reply.header.payloadLength = static_cast<std::uint32_t>(answer.reply.payload.size());
 }
 

@@ -1,6 +1,8 @@
 // The settings documents of a simulated player: blocks of command 3.
 #pragma once
 
+#include <optional>
+
 #include "link/packet.h"
 #include "simulator/fault_script.h"
 #include "simulator/player_commands.h"
@@ -28,8 +30,10 @@ void HandleSchema(PlayerState& state, Document document, const DevicePacket& req
 /// The player control protocol: saved with argument 1, and answered so.
 void HandlePlayerControl(PlayerState& state, const DevicePacket& request, Answer& answer);
 
-/// Whether a request is to change settings.
-[[nodiscard]] bool IsSave(const DevicePacket& request);
+/// The answer that the faults have in place of a player's own, whose state stays; none: there is no
+/// such fault.
+[[nodiscard]] std::optional<Answer> FaultyAnswer(const DevicePacket& request,
+                                                 const FaultScript& faults);
 
 /// Makes of an answer what the faults make of what it is about.
 void Spoil(Answer& answer, const FaultScript& faults);

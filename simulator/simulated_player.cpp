@@ -65,6 +65,7 @@ Status SimulatedPlayer::Start() {
     Status started = Load();
     if (started && options_.schema)
         ChangeState([&](PlayerState& state) { SetSchemas(state, *options_.schema); });
+    if (started) ChangeState([&](PlayerState& state) { state.screens = options_.screens; });
     if (started && options_.olderNames)
         ChangeState([](PlayerState& state) { state.olderNames = true; });
     if (started) started = Open();
@@ -236,11 +237,9 @@ bool SimulatedPlayer::AddSerialBytes(Bytes bytes) {
 
 std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
     Note("received " + Describe(request));
-    std::optional<Answer> answer;
     const FaultScript faults = Faults();
-    if (faults.notSupported || (faults.refuseSaves && IsSave(request)))
-        answer = NotSupported(request);
-    else if (!faults.silent && !faults.drop)
+    std::optional<Answer> answer = FaultyAnswer(request, faults);
+    if (!answer && !faults.silent && !faults.drop)
         ChangeState([&](PlayerState& state) { answer = HandleRequest(state, request); });
     if (answer) Spoil(*answer, faults);
     if (answer && !answer->note.empty()) Print(answer->note);
