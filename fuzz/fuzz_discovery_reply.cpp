@@ -18,7 +18,7 @@ class NoActions : public ScanActions {
 void Run(ByteView input) {
     NoActions actions;
     const DeviceRemarks remarks("no-such-file.json");
-    ScanRun run(actions, remarks);
+    ScanRun run(actions, remarks, {});
     while (!input.empty()) {
         const std::uint8_t first = input[0];
         const std::size_t length = std::min<std::size_t>(first % 64U, input.size() - 1);

@@ -57,13 +57,13 @@ SystemVersion ReadSystemVersion() {
     const HMODULE library = GetModuleHandleW(L"ntdll.dll");
     const auto function = reinterpret_cast<Function>(
         reinterpret_cast<void*>(GetProcAddress(library, "RtlGetNtVersionNumbers")));
-    if (!function) return {};
+    if (!function) return {0, 0, 0, true};
     DWORD major = 0;
     DWORD minor = 0;
     DWORD build = 0;
     function(&major, &minor, &build);
     constexpr DWORD kKindOfBuild = 0xF0000000;
-    return {major, minor, build & ~kKindOfBuild};
+    return {major, minor, build & ~kKindOfBuild, true};
 }
 
 std::vector<std::string> ProgramArguments() {

@@ -11,9 +11,10 @@ struct SystemVersion {
     std::uint32_t major = 0;
     std::uint32_t minor = 0;
     std::uint32_t build = 0;
+    bool isWindows = false;
 };
 
-/// All 0 when the system does not tell.
+/// The numbers are 0 when the system does not tell them.
 [[nodiscard]] SystemVersion ReadSystemVersion();
 
 }  // namespace sontaro

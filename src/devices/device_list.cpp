@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
+#include "devices/remarks_dialog.h"
 #include "widgets/clipboard.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
+#include "widgets/wx_text.h"
 
 namespace sontaro {
 
@@ -25,17 +27,24 @@ constexpr ColumnHead kColumns[] = {
     {{"备注", "Remarks"}, 20},
 };
 constexpr int kVersionColumn = static_cast<int>(DeviceColumn::kVersion);
+constexpr int kRemarksColumn = static_cast<int>(DeviceColumn::kRemarks);
 constexpr int kNarrowestVersion = 16;  // in characters: the player's own version at least
+
+constexpr LocalText kIdCopied = {"ID号已经拷贝到剪切板",
+                                 "ID number has been copied to the Clipboard"};
+constexpr LocalText kRemarksNotSaved = {"备注没有保存！", "The remarks could not be saved!"};
 
 }  // namespace
 
-DeviceList::DeviceList(wxWindow* parent, int id, ChoiceMode mode, ScanRun& run, Prompts& prompts)
+DeviceList::DeviceList(wxWindow* parent, int id, const DeviceListStyle& style, ScanRun& run,
+                       DeviceRemarks& remarks, Prompts& prompts)
     : wxListView(parent, id, wxDefaultPosition, wxDefaultSize,
                  wxLC_REPORT | wxLC_VIRTUAL | wxLC_SINGLE_SEL | wxLC_HRULES),
-      mode_(mode),
+      style_(style),
       run_(run),
+      remarks_(remarks),
       prompts_(prompts) {
-    if (mode_ == ChoiceMode::kMultiple) EnableCheckBoxes();
+    if (IsMultiple()) EnableCheckBoxes();
     AppendColumns();
     BindEvents();
 }
@@ -47,7 +56,12 @@ void DeviceList::AppendColumns() {
     ShowSortIndicator(static_cast<int>(DeviceColumn::kNumber), true);
 }
 
+void DeviceList::ShowTicks(bool shown) {
+    if (IsMultiple() && HasCheckBoxes() != shown) EnableCheckBoxes(shown);
+}
+
 void DeviceList::FitColumns() {
+    if (style_.fitsContents) return FitContents();
     int others = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
     for (int column = 0; column < GetColumnCount(); ++column)
         if (column != kVersionColumn) others += GetColumnWidth(column);
@@ -55,6 +69,17 @@ void DeviceList::FitColumns() {
     const int width = std::clamp(GetClientSize().x - others, kNarrowestVersion * letter,
                                  kColumns[kVersionColumn].characters * letter);
     if (width != GetColumnWidth(kVersionColumn)) SetColumnWidth(kVersionColumn, width);
+}
+
+/// The remarks come last.
+void DeviceList::FitContents() {
+    int others = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
+    for (int column = 0; column < kRemarksColumn; ++column) {
+        SetColumnWidth(column, wxLIST_AUTOSIZE_USEHEADER);
+        others += GetColumnWidth(column);
+    }
+    const int least = kColumns[kRemarksColumn].characters * LetterWidth(*this);
+    SetColumnWidth(kRemarksColumn, std::max(GetClientSize().x - others, least));
 }
 
 void DeviceList::BindEvents() {
@@ -78,6 +103,8 @@ void DeviceList::BindEvents() {
         event.Skip();
         FitColumns();
     });
+    Bind(wxEVT_LIST_ITEM_ACTIVATED, [this](wxListEvent& event) { EditRemarks(event.GetIndex()); });
+    Bind(wxEVT_LIST_ITEM_RIGHT_CLICK, [this](wxListEvent& event) { CopyId(event.GetIndex()); });
     Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
         if (!HandleKey(event)) event.Skip();
     });
@@ -87,8 +114,7 @@ void DeviceList::BindEvents() {
 /// control itself would take Space and Enter for a double click.
 bool DeviceList::HandleKey(const wxKeyEvent& event) {
     const int key = event.GetKeyCode();
-    const bool isFirstDown =
-        key == WXK_DOWN && mode_ == ChoiceMode::kSingle && GetFirstSelected() < 0;
+    const bool isFirstDown = key == WXK_DOWN && !IsMultiple() && GetFirstSelected() < 0;
     if (key == 'C' && event.GetModifiers() == wxMOD_CONTROL) {
         CopyRow();
     } else if ((key == WXK_SPACE || isFirstDown) && PlayerAt(GetFocusedItem())) {
@@ -101,7 +127,8 @@ bool DeviceList::HandleKey(const wxKeyEvent& event) {
 
 void DeviceList::ActOnFocusedRow() {
     const long row = GetFocusedItem();
-    if (mode_ == ChoiceMode::kSingle) return Select(row);
+    if (!IsMultiple()) return Select(row);
+    if (!HasCheckBoxes()) return;
     run_.SetTicked(static_cast<std::size_t>(row), !PlayerAt(row)->ticked);
     RefreshItem(row);
 }
@@ -109,8 +136,9 @@ void DeviceList::ActOnFocusedRow() {
 void DeviceList::ShowDevices() {
     const auto& devices = run_.Devices();
     updating_ = true;
+    const long before = GetItemCount();
     SetItemCount(static_cast<long>(devices.size()));
-    for (long row = 0; mode_ == ChoiceMode::kSingle && row < GetItemCount(); ++row) {
+    for (long row = 0; !IsMultiple() && row < GetItemCount(); ++row) {
         const bool chosen = PlayerAt(row)->ticked;
         if (IsSelected(row) == chosen) continue;
         Select(row, chosen);
@@ -118,6 +146,7 @@ void DeviceList::ShowDevices() {
     }
     if (GetFocusedItem() < 0 && !devices.empty()) Focus(0);  // where the keyboard starts from
     updating_ = false;
+    if (style_.fitsContents && GetItemCount() > before) FitContents();
     Refresh();
 }
 
@@ -130,8 +159,8 @@ const DeviceRecord* DeviceList::PlayerAt(long row) const {
 wxString DeviceList::OnGetItemText(long row, long column) const {
     const DeviceRecord* player = PlayerAt(row);
     if (!player) return "";
-    return ToWx(
-        DeviceCell(*player, static_cast<std::size_t>(row), static_cast<DeviceColumn>(column)));
+    return ToWx(DeviceCell(*player, static_cast<std::size_t>(row),
+                           static_cast<DeviceColumn>(column), style_.numberWidths));
 }
 
 bool DeviceList::OnGetItemIsChecked(long row) const {
@@ -140,7 +169,7 @@ bool DeviceList::OnGetItemIsChecked(long row) const {
 }
 
 void DeviceList::ChooseHighlighted() {
-    if (updating_ || mode_ == ChoiceMode::kMultiple) return;
+    if (updating_ || IsMultiple()) return;
     const long row = GetFirstSelected();
     if (PlayerAt(row)) {
         run_.ChooseOnly(static_cast<std::size_t>(row));
@@ -156,6 +185,40 @@ void DeviceList::SortByColumn(int column) {
     run_.SortBy(static_cast<DeviceColumn>(column), ascending);
 }
 
+void DeviceList::EditHighlightedRemarks() {
+    const long row = GetFirstSelected();
+    if (PlayerAt(row))
+        EditRemarks(row);
+    else
+        prompts_.Warn(Localized(*RefusalOfChoice(ChoiceMode::kSingle, 0)));
+}
+
+void DeviceList::EditRemarks(long row) {
+    const DeviceRecord* player = PlayerAt(row);
+    if (!player) return;
+    DeviceRecord device = *player;
+    remarks_.Reload();
+    remarks_.ApplyTo(device);  // another program may have changed them meanwhile
+    const auto keep = [&](const std::string& remarks) {
+        const Status kept = remarks_.SetRemarks(device.mac, remarks);
+        static_cast<void>(kept);  // there is no one left to tell
+    };
+    while (const auto remarks = AskForRemarks(wxGetTopLevelParent(this), device, keep)) {
+        if (remarks_.SetRemarks(device.mac, *remarks)) {
+            run_.RemarksChanged();
+            return;
+        }
+        prompts_.Warn(Localized(kRemarksNotSaved));
+        device.remarks = *remarks;  // what was typed is not lost with the attempt
+    }
+}
+
+void DeviceList::CopyId(long row) {
+    const DeviceRecord* player = PlayerAt(row);
+    if (player != nullptr && Copy(ToWx(player->id))) prompts_.Inform(Localized(kIdCopied));
+}
+
+/// False when the clipboard is not to be had: the user has been told.
 bool DeviceList::Copy(const wxString& text) {
     const bool copied = CopyToClipboard(text);
     if (!copied) prompts_.Warn(Localized(kNotCopied));
@@ -164,10 +227,12 @@ bool DeviceList::Copy(const wxString& text) {
 
 void DeviceList::CopyRow() {
     const long row = GetFocusedItem();
-    if (!PlayerAt(row)) return;
+    const DeviceRecord* player = PlayerAt(row);
+    if (!player) return;
     wxString line;
     for (int column = 0; column < GetColumnCount(); ++column)
-        line += (column > 0 ? "\t" : "") + OnGetItemText(row, column);
+        line += (column > 0 ? "\t" : "") + ToWx(DeviceCell(*player, static_cast<std::size_t>(row),
+                                                           static_cast<DeviceColumn>(column)));
     static_cast<void>(Copy(line));
 }
 

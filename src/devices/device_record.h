@@ -24,6 +24,7 @@ struct DeviceRecord {
     int authorisedOutputs = 0;
     bool ticked = false;
     bool sharesAddress = false;  ///< another player answers at the same IP address
+    bool silent = false;         ///< is as it was heard last: it has not answered of late
 
     /// Whether both are the same player at the same address.
     [[nodiscard]] bool IsSameDevice(const DeviceRecord& other) const {

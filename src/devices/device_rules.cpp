@@ -1,5 +1,7 @@
 #include "devices/device_rules.h"
 
+#include <fmt/printf.h>
+
 #include <algorithm>
 #include <tuple>
 
@@ -13,6 +15,7 @@ constexpr LocalText kTickFirst = {"没有选择IP吧！", "Please tick the devic
 constexpr LocalText kTooMany = {"选择的设备太多了！", "Too many devices selected!"};
 constexpr LocalText kChooseFirst = {"先选择一台设备，再连接！", "Please choose a device first!"};
 constexpr LocalText kSharedAddress = {"【IP冲突】", "[IP conflict] "};
+constexpr LocalText kSilent = {"【未应答】", "[no answer] "};
 
 /// What systems have their own names stand for. No player is found from there, and earlier versions
 /// remembered it where there was no network.
@@ -55,6 +58,15 @@ std::optional<LocalText> RefusalOfChoice(ChoiceMode mode, std::size_t chosen) {
     return std::nullopt;
 }
 
+std::optional<LocalText> RefusalOfWall(const std::vector<DeviceRecord>& chosen) {
+    constexpr std::uint16_t kLeastPort = 1025;
+    const auto cannotBeSentTo = [](const DeviceRecord& device) {
+        return device.ip.empty() || device.tcpPort < kLeastPort;
+    };
+    if (std::ranges::any_of(chosen, cannotBeSentTo)) return kTickFirst;
+    return RefusalOfChoice(ChoiceMode::kMultiple, chosen.size());
+}
+
 bool IsSameNetwork(const std::string& localIp, const std::string& deviceIp) {
     const auto local = ParseIpv4(localIp);
     const auto device = ParseIpv4(deviceIp);
@@ -69,16 +81,23 @@ void SortDevices(std::vector<DeviceRecord>& devices, DeviceColumn column, bool a
     });
 }
 
-std::string DeviceCell(const DeviceRecord& device, std::size_t row, DeviceColumn column) {
+NumberWidths SortableWidths(const SystemVersion& system) {
+    const bool isNarrow = system.isWindows && system.major == 6 && system.minor == 1;
+    return isNarrow ? NumberWidths{5, 10} : NumberWidths{10, 20};
+}
+
+std::string DeviceCell(const DeviceRecord& device, std::size_t row, DeviceColumn column,
+                       const NumberWidths& widths) {
     switch (column) {
-        case DeviceColumn::kNumber: return std::to_string(row + 1);
+        case DeviceColumn::kNumber: return fmt::sprintf("%*d", widths.number, row + 1);
         case DeviceColumn::kIp: return device.ip;
         case DeviceColumn::kMac: return device.mac;
-        case DeviceColumn::kTcpPort: return std::to_string(device.tcpPort);
+        case DeviceColumn::kTcpPort: return fmt::sprintf("%*d", widths.tcpPort, device.tcpPort);
         case DeviceColumn::kId: return device.id;
         case DeviceColumn::kVersion: return device.versionText;
         case DeviceColumn::kRemarks:
-            return (device.sharesAddress ? Localized(kSharedAddress) : "") + device.remarks;
+            return (device.sharesAddress ? Localized(kSharedAddress) : "") +
+                   (device.silent ? Localized(kSilent) : "") + device.remarks;
     }
     return "";
 }

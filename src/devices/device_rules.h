@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/local_text.h"
+#include "base/system_version.h"
 #include "devices/device_record.h"
 #include "link/local_adapters.h"
 
@@ -18,6 +19,11 @@ enum class ChoiceMode { kSingle, kMultiple };
 
 /// Why this number of chosen players cannot be confirmed; none when it can.
 [[nodiscard]] std::optional<LocalText> RefusalOfChoice(ChoiceMode mode, std::size_t chosen);
+
+/// Why these players cannot be chosen together as those of a wall: there have to be 1 to
+/// `kMostDevices` of them, each with an address and a port beyond those of the system. None when
+/// they can.
+[[nodiscard]] std::optional<LocalText> RefusalOfWall(const std::vector<DeviceRecord>& chosen);
 
 /// The question to ask when a player is in another network than the local address.
 extern const LocalText kOtherNetworkQuestion;
@@ -34,9 +40,21 @@ enum class DeviceColumn { kNumber, kIp, kMac, kTcpPort, kId, kVersion, kRemarks 
 /// Sorts by a column, numbers and addresses by value; rows that are alike keep their order.
 void SortDevices(std::vector<DeviceRecord>& devices, DeviceColumn column, bool ascending);
 
+/// Characters to which the numbers of a device list are filled up with blanks at their left.
+struct NumberWidths {
+    int number = 0;
+    int tcpPort = 0;
+
+    bool operator==(const NumberWidths&) const = default;
+};
+
+/// The widths that have numbers in their order when they are sorted as texts. On one system,
+/// Windows 6.1, they have always been half as wide as on all others.
+[[nodiscard]] NumberWidths SortableWidths(const SystemVersion& system);
+
 /// What stands in a column of a device list; `row` counts from 0.
 [[nodiscard]] std::string DeviceCell(const DeviceRecord& device, std::size_t row,
-                                     DeviceColumn column);
+                                     DeviceColumn column, const NumberWidths& widths = {});
 
 /// A player as headings name it: its address, its ID and the user's note about it.
 [[nodiscard]] std::string PlayerText(const DeviceRecord& device);

@@ -10,10 +10,6 @@ namespace {
 
 constexpr int kLastRound = 5;
 
-constexpr LocalText kScan = {"查找设备", "Scan"};
-constexpr LocalText kStop = {"停止查找", "Stop"};
-constexpr LocalText kStopIn = {"停止查找(%d)", "Stop(%d)"};
-
 }  // namespace
 
 void ScanRun::Opened(const std::optional<DeviceRecord>& chosenBefore) {
@@ -27,7 +23,7 @@ void ScanRun::PressScan() {
         Stop();
         return;
     }
-    Clear();
+    if (!style_.clearsEveryRound) Clear();
     opening_ = false;
     scanning_ = true;
     round_ = 0;
@@ -43,15 +39,18 @@ void ScanRun::Tick() {
         static_cast<void>(Ask());
     } else if (!scanning_) {
         actions_.StopTimer();  // whoever answers from now on has not been asked just now
-    } else if (++round_ >= kLastRound || !Ask()) {
+    } else if (++round_ >= kLastRound) {
         Stop();
+    } else {
+        if (style_.clearsEveryRound) Clear();
+        if (!Ask()) Stop();
     }
     actions_.DevicesChanged();
 }
 
 bool ScanRun::Ask() {
     asked_ = actions_.SendRequest();
-    return asked_;
+    return *asked_;
 }
 
 void ScanRun::RequestFailed() {
@@ -64,6 +63,10 @@ void ScanRun::ChooseOnly(std::size_t row) {
     for (std::size_t i = 0; i < devices_.size(); ++i) devices_[i].ticked = i == row;
 }
 
+void ScanRun::ChooseAll() {
+    for (DeviceRecord& device : devices_) device.ticked = true;
+}
+
 void ScanRun::ChooseNone() {
     tickedBefore_.clear();
     for (DeviceRecord& device : devices_) device.ticked = false;
@@ -72,7 +75,18 @@ void ScanRun::ChooseNone() {
 void ScanRun::Stop() {
     scanning_ = false;
     actions_.StopTimer();
+    if (style_.clearsEveryRound) ListSilentOnes();
     actions_.DevicesChanged();
+}
+
+/// A tick that cannot be seen could not be taken away either.
+void ScanRun::ListSilentOnes() {
+    for (DeviceRecord& device : tickedBefore_) {
+        device.silent = true;
+        devices_.push_back(std::move(device));
+    }
+    tickedBefore_.clear();
+    SortDevices(devices_, sortColumn_, sortAscending_);
 }
 
 void ScanRun::Clear() {
@@ -93,13 +107,22 @@ bool ScanRun::Receive(ByteView datagram) {
 void ScanRun::Enter(DeviceRecord device) {
     DeviceRecord* row = RowFor(device);
     if (!row) return;
-    const auto isSame = [&](const DeviceRecord& other) { return other.IsSameDevice(device); };
     if (row->ticked) tickedBefore_.push_back(*row);  // the choice is that player's, not the row's
     remarks_.ApplyTo(device);
-    device.ticked = std::erase_if(tickedBefore_, isSame) > 0;
+    device.ticked = TakeTick(device);
     answered_.insert({device.mac, device.ip});
     *row = std::move(device);
     MarkSharedAddress(row->ip);
+}
+
+/// Whether the player, or else its address, is one that was ticked; it need not be again.
+bool ScanRun::TakeTick(const DeviceRecord& device) {
+    const auto isSame = [&](const DeviceRecord& other) { return other.IsSameDevice(device); };
+    if (std::erase_if(tickedBefore_, isSame) > 0) return true;
+    const auto there = std::ranges::find(tickedBefore_, device.ip, &DeviceRecord::ip);
+    if (!style_.clearsEveryRound || there == tickedBefore_.end()) return false;
+    tickedBefore_.erase(there);
+    return true;
 }
 
 /// The player's own row; else that of a player at its address that has not answered since; else
@@ -134,8 +157,17 @@ void ScanRun::RemarksChanged() {
 }
 
 std::string ScanRun::ButtonText() const {
-    if (!scanning_) return Localized(kScan);
-    return round_ == 0 ? Localized(kStop) : fmt::sprintf(Localized(kStopIn), kLastRound - round_);
+    if (!scanning_) return Localized(style_.scan);
+    if (round_ == 0) return Localized(style_.stop);
+    return fmt::sprintf(Localized(style_.stopIn), kLastRound - round_);
+}
+
+std::vector<DeviceRecord> ScanRun::Chosen() const {
+    std::vector<DeviceRecord> chosen;
+    std::ranges::copy_if(devices_, std::back_inserter(chosen), &DeviceRecord::ticked);
+    if (style_.clearsEveryRound) std::ranges::copy(tickedBefore_, std::back_inserter(chosen));
+    SortDevices(chosen, DeviceColumn::kIp, true);
+    return chosen;
 }
 
 }  // namespace sontaro

@@ -17,12 +17,17 @@ Bytes DiscoveryRequest(const Ipv4Address& destination) {
     return request.Serialize();
 }
 
-bool SendDiscovery(CUDPServer& socket, const Ipv4Address& destination) {
+Bytes ShortDiscoveryRequest() {
+    Bytes request = DiscoveryRequest(kBroadcastAddress);
+    request.resize(kHeaderSize);
+    return request;
+}
+
+bool SendDiscovery(CUDPServer& socket, const Ipv4Address& destination, const Bytes& request) {
     constexpr std::chrono::milliseconds kBetweenPorts{20};
-    const bool first =
-        socket.Send({destination, kDiscoveryPorts[0]}, DiscoveryRequest(destination));
+    const bool first = socket.Send({destination, kDiscoveryPorts[0]}, request);
     std::this_thread::sleep_for(kBetweenPorts);
-    return socket.Send({destination, kDiscoveryPorts[1]}, DiscoveryRequest(destination)) && first;
+    return socket.Send({destination, kDiscoveryPorts[1]}, request) && first;
 }
 
 }  // namespace sontaro

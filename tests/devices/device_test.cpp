@@ -125,7 +125,40 @@ TEST(DeviceNetwork, IsJudgedByTheClassOfTheLocalAddress) {
     for (const auto& [own, other, same] : cases) EXPECT_EQ(IsSameNetwork(own, other), same) << own;
 }
 
+TEST(DeviceWall, TakesOneToEightPlayersThatCanBeSentTo) {
+    DeviceRecord player;
+    player.ip = "10.0.0.5", player.tcpPort = 1025;
+    const auto refusal = [&](std::size_t count) {
+        const auto text = RefusalOfWall(std::vector<DeviceRecord>(count, player));
+        return std::string(text ? text->english : "");
+    };
+    EXPECT_EQ(refusal(1) + refusal(8), "");
+    EXPECT_EQ(refusal(9), "Too many devices selected!");
+    EXPECT_EQ(refusal(0), "Please tick the devices!");
+    player.tcpPort = 1024;
+    EXPECT_EQ(refusal(1), "Please tick the devices!");
+    player.tcpPort = 9000, player.ip = "";
+    EXPECT_EQ(refusal(2), "Please tick the devices!");
+}
+
+TEST(DeviceNumbers, AreFilledUpByTheSystemsVersion) {
+    constexpr NumberWidths kWide{10, 20};
+    EXPECT_EQ(SortableWidths({6, 1, 7601, true}), (NumberWidths{5, 10}));
+    for (const SystemVersion& other :
+         {SystemVersion{6, 1, 0, false}, {6, 2, 0, true}, {10, 1, 0, true}, {0, 0, 0, true}})
+        EXPECT_EQ(SortableWidths(other), kWide) << other.major << other.minor;
+    DeviceRecord player;
+    player.tcpPort = 9000;
+    EXPECT_EQ(DeviceCell(player, 9, DeviceColumn::kNumber, kWide), "        10");
+    EXPECT_EQ(DeviceCell(player, 9, DeviceColumn::kTcpPort, kWide), "                9000");
+    EXPECT_EQ(DeviceCell(player, 9, DeviceColumn::kTcpPort), "9000");
+}
+
 struct Scan : testing::Test, ScanActions {
+    explicit Scan(bool clearsEveryRound = false)
+        : scan(*this, remarks,
+               {InBoth("Scan"), InBoth("Stop"), InBoth("Stop(%d)"), clearsEveryRound}) {}
+
     bool SendRequest() override { return ++requests, sendable; }
     void StartTimer() override { timer = true; }
     void StopTimer() override { timer = false; }
@@ -154,7 +187,7 @@ struct Scan : testing::Test, ScanActions {
 
     TemporaryFolder folder;
     DeviceRemarks remarks{folder / "remarks.json"};
-    ScanRun scan{*this, remarks};
+    ScanRun scan;
     int requests = 0;
     bool timer = false;
     bool sendable = true;
@@ -244,6 +277,67 @@ TEST_F(Scan, KeepsTicksOfPlayersThatAnswerAgain) {
     EXPECT_EQ(ScanAnew(), "");
     Reply(2, "b");
     EXPECT_EQ(Reply(1, "a"), "a b* ");
+}
+
+/// A scan whose every round begins with an empty list.
+struct WallScan : Scan {
+    WallScan() : Scan(true) {}
+    std::string Tick() {
+        scan.Tick();
+        return Ids();
+    }
+    std::string Chosen() const {
+        std::string ids;
+        for (const DeviceRecord& device : scan.Chosen()) ids += device.id + " ";
+        return ids;
+    }
+};
+
+TEST_F(WallScan, KeepsTheListUntilItsFirstRequestAndClearsItWithEach) {
+    Reply(1, "a");
+    scan.PressScan();
+    EXPECT_EQ(Ids(), "a ");
+    for (int round = 1; round < 5; ++round) {
+        EXPECT_EQ(Tick(), "");
+        EXPECT_TRUE(requests == round && timer);
+        Reply(1, "a");
+    }
+    EXPECT_EQ(Tick(), "a ");
+    EXPECT_TRUE(requests == 4 && !timer);
+}
+
+TEST_F(WallScan, TicksStayWithTheirAddressAndListTheSilentAtTheEnd) {
+    Reply(10, "ten", 10);
+    Reply(9, "nine", 9);
+    Reply(8, "eight", 8);
+    scan.ChooseAll();
+    scan.SetTicked(0, false);
+    scan.PressScan();
+    Tick();
+    EXPECT_EQ(Chosen(), "nine ten ") << "nobody has answered again";
+    Reply(9, "NINE", 7);
+    EXPECT_EQ(Reply(8, "eight", 8), "eight NINE* ");
+    EXPECT_EQ(Chosen(), "NINE ten ") << "as heard last";
+    scan.PressScan();
+    EXPECT_EQ(Ids(), "eight NINE* ten* ");
+    EXPECT_EQ(DeviceCell(scan.Devices()[2], 2, DeviceColumn::kRemarks), "[no answer] ");
+    scan.SetTicked(2, false);
+    scan.PressScan();
+    Tick();
+    EXPECT_EQ(Reply(10, "ten", 10), "ten ");
+    EXPECT_EQ(DeviceCell(scan.Devices()[0], 0, DeviceColumn::kRemarks), "");
+    scan.ChooseNone();
+    EXPECT_EQ(Chosen(), "");
+}
+
+TEST_F(WallScan, TwoPlayersAtOneAddressKeepTheirOwnTicks) {
+    Reply(5, "one", 1);
+    Reply(5, "two", 2);
+    scan.ChooseAll();
+    scan.PressScan();
+    Tick();
+    Reply(5, "two", 2);
+    EXPECT_EQ(Reply(5, "one", 1), "two*! one*! ");
 }
 
 }  // namespace

@@ -56,7 +56,8 @@ struct Program {
                 if (!found) found = ParseDiscoveryReply(event->bytes);
         });
         CUDPServer socket(kScan, {directory, threads, prompts});
-        if (socket.Open(local)) SendDiscovery(socket, kBroadcastAddress);
+        if (socket.Open(local))
+            SendDiscovery(socket, kBroadcastAddress, DiscoveryRequest(kBroadcastAddress));
         static_cast<void>(loop.RunUntil([&] { return found.has_value(); }, 5s));
         return found ? Target{found->ip, found->tcpPort, 0} : Target{};
     }

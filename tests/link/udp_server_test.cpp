@@ -101,7 +101,7 @@ TEST_F(UdpServer, DiscoveryAsksBothPortsOfAPlayer) {
     const Ipv4Address address = network.Player(0);
     ASSERT_TRUE(ports[0].Bind({address, 6000}) && ports[1].Bind({address, 7656}));
     Open();
-    EXPECT_TRUE(SendDiscovery(*server, address));
+    EXPECT_TRUE(SendDiscovery(*server, address, DiscoveryRequest(address)));
     for (Socket& port : ports) EXPECT_EQ(ReceiveDatagram(port), expected);
     expected[12] = 0;  // no payload is announced to all
     EXPECT_EQ(DiscoveryRequest({{255, 255, 255, 255}}), expected);
