@@ -16,6 +16,7 @@ LocalText CaptionOf(Window window) {
         case Window::kMain: return {"", ""};
         case Window::kScan: return {"查找播放器", "Scan for devices"};
         case Window::kVideoControl: return {"视频控制", "Video Control"};
+        case Window::kSelectDevices: return {"选择设备", "Select devices"};
         case Window::kSetParam: return {"设置参数", "Set Param"};
         case Window::kBatchSend: return {"批量发送", "Batch Send"};
         case Window::kControlProtocol: return {"控制协议配置", "Setup UART"};

@@ -10,6 +10,7 @@ enum class Window {
     kMain,
     kScan,
     kVideoControl,
+    kSelectDevices,
     kSetParam,
     kBatchSend,
     kControlProtocol,

@@ -30,9 +30,8 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
     : wxDialog(parent, wxID_ANY, ToWx(TitleOf(window)), wxDefaultPosition, wxDefaultSize,
                wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
       services_(services),
-      channel_(services_.Directory(), TitleOf(Window::kMain), addressing),
-      registration_(services_.Directory().Register(
-          TitleOf(window), [this](WindowMessage& message) { HandleMessage(message); })) {
+      channel_(services_.Directory(), TitleOf(Window::kMain), addressing) {
+    RegisterAs(window);
     UseLanguageFont(*this);
     // Without an escape button Escape does nothing, and without a default button neither does
     // Enter: that swallows both where an open cell editor still gets them. A button in focus
@@ -49,6 +48,16 @@ FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& 
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Close(); }, wxID_CANCEL);
     Bind(kKeepEvent, [this](wxCommandEvent&) { RememberPlace(); });
+}
+
+void FeatureDialog::RegisterAs(Window window) {
+    registration_ = services_.Directory().Register(
+        TitleOf(window), [this](WindowMessage& message) { HandleMessage(message); });
+}
+
+void FeatureDialog::Rename(Window window) {
+    SetTitle(ToWx(TitleOf(window)));
+    RegisterAs(window);
 }
 
 void FeatureDialog::RestorePlace(const char* name, wxListCtrl* list) {

@@ -63,6 +63,9 @@ class FeatureDialog : public wxDialog {
     [[nodiscard]] static wxButton* MakeReadAgainButton(wxWindow* parent);
     void ShowReadAgain(bool connected);
 
+    /// Gives the dialog another title, by which it is found from now on.
+    void Rename(Window window);
+
     /// Puts the dialog, and the columns of `list` (may be absent), where they were when it last
     /// closed or was ended. `name` is its key in the preferences.
     void RestorePlace(const char* name, wxListCtrl* list = nullptr);
@@ -93,6 +96,7 @@ class FeatureDialog : public wxDialog {
         Sending Send(const Target& player, const SharedPacket& packet, Boxes boxes) override;
     };
 
+    void RegisterAs(Window window);
     void OnKey(wxKeyEvent& event);
     void RememberPlace();
 

@@ -1,0 +1,234 @@
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "screensplit/screen_split_set_wizard.h"
+#include "ui/ui_support.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+/// A page that notes what happens to it.
+struct NotingPage : WizardPage {
+    NotingPage(WizardDialog& wizard, Window window, std::vector<std::string>& notes)
+        : WizardPage(wizard, window), sheet(wizard), log(notes) {}
+    void Note(const std::string& event) {
+        log.push_back(event + " of " + TitleOf(Caption()) + " in " + FromWx(sheet.GetTitle()));
+    }
+    void Entered() override { Note("entered"); }
+    void Left() override { Note("left"); }
+    bool GoOn() override { return goesOn; }
+    bool GoBack() override { return goesBack; }
+    bool MayGoOn() const override { return isReady; }
+    void HandleMessage(WindowMessage& message) override {
+        Note(std::to_string(static_cast<unsigned>(message.id) - 0x400));
+    }
+
+    WizardDialog& sheet;
+    std::vector<std::string>& log;
+    bool goesOn = true, goesBack = true, isReady = true;
+};
+
+constexpr PageRoute kRoutes[] = {{MessageId::kUdpEvent, 0},
+                                 {MessageId::kScreenSplit, 1},
+                                 {MessageId::kLinkEnded, 1, true},
+                                 {MessageId::kSerialData, 2}};
+
+struct TwoPages : WizardDialog {
+    TwoPages(const UiServices& services, std::vector<std::string>& notes)
+        : WizardDialog(nullptr, Window::kSelectDevices, services, kRoutes),
+          first(new NotingPage(*this, Window::kSelectDevices, notes)),
+          second(new NotingPage(*this, Window::kSetParam, notes)) {
+        AddPage(first);
+        AddPage(second);
+        Begin("test");
+    }
+    NotingPage* first;
+    NotingPage* second;
+};
+
+struct Wizard : UiTest {
+    int Run(const std::function<void(wxDialog*)>& step) {
+        const ModalScript script{step};
+        return wizard.ShowModal();
+    }
+    std::vector<std::string> Noted() { return std::exchange(notes, {}); }
+    std::string NextLabel() {
+        return FromWx(Find<wxButton>(&wizard, wxID_FORWARD)->GetLabelText());
+    }
+    bool IsEnabled(int id) { return wizard.FindWindow(id)->IsEnabled(); }
+
+    std::vector<std::string> notes;
+    TwoPages wizard{services, notes};
+};
+
+TEST_F(Wizard, IsFoundByTheCaptionOfItsPageWhichIsLeftBeforeTheTitleChanges) {
+    EXPECT_EQ(wxID_OK, Run([&](wxDialog* dialog) {
+                  EXPECT_THAT(Noted(), ElementsAre("entered of Select devices in Select devices"));
+                  EXPECT_FALSE(IsEnabled(wxID_BACKWARD));
+                  EXPECT_EQ(NextLabel(), "Next");
+                  wizard.first->goesOn = false;
+                  Press(dialog, wxID_FORWARD);
+                  EXPECT_THAT(Noted(), ElementsAre());
+                  wizard.first->goesOn = true;
+                  Press(dialog, wxID_FORWARD);
+                  EXPECT_THAT(Noted(), ElementsAre("left of Select devices in Select devices",
+                                                   "entered of Set Param in Set Param"));
+                  EXPECT_TRUE(directory.Find("Set Param") && !directory.Find("Select devices"));
+                  EXPECT_TRUE(wizard.second->IsShown() && !wizard.first->IsShown());
+                  EXPECT_EQ(NextLabel(), "Finish");
+                  wizard.second->goesBack = false;
+                  Press(dialog, wxID_BACKWARD);
+                  EXPECT_THAT(Noted(), ElementsAre());
+                  wizard.second->goesBack = true;
+                  Press(dialog, wxID_BACKWARD);
+                  EXPECT_TRUE(directory.Find("Select devices") && !directory.Find("Set Param"));
+                  wizard.first->isReady = false;
+                  wizard.ButtonsChanged();
+                  EXPECT_FALSE(IsEnabled(wxID_FORWARD));
+                  wizard.first->isReady = true;
+                  wizard.ButtonsChanged();
+                  Press(dialog, wxID_FORWARD);
+                  Noted();
+                  Press(dialog, wxID_FORWARD);
+              }));
+    EXPECT_THAT(Noted(), ElementsAre("left of Set Param in Set Param"));
+}
+
+TEST_F(Wizard, PassesMessagesOnAsItsTableHasThem) {
+    prompts.answers = {false, true};
+    EXPECT_EQ(wxID_CANCEL, Run([&](wxDialog* dialog) {
+                  const auto sendAll = [&](const std::string& title) {
+                      Noted();
+                      for (const PageRoute& route : kRoutes)
+                          directory.Send(title, {route.message, 0, {}, 0});
+                      directory.Send(title, {MessageId::kOsd, 0, {}, 0});
+                  };
+                  sendAll("Select devices");
+                  EXPECT_THAT(Noted(), ElementsAre("200 of Select devices in Select devices",
+                                                   "538 of Set Param in Select devices"));
+                  Press(dialog, wxID_FORWARD);
+                  sendAll("Set Param");
+                  EXPECT_THAT(Noted(), ElementsAre("200 of Select devices in Set Param",
+                                                   "538 of Set Param in Set Param",
+                                                   "407 of Set Param in Set Param"));
+                  Press(dialog, wxID_CANCEL);
+                  EXPECT_THAT(Noted(), ElementsAre()) << "the answer was no";
+                  Press(dialog, wxID_CANCEL);
+              }));
+    EXPECT_THAT(Noted(), ElementsAre("left of Set Param in Set Param"));
+    EXPECT_EQ(prompts.boxes.size(), 2U);
+}
+
+struct SplitWizard : UiTest {
+    ~SplitWizard() override { players.reset(); }  // before its log
+    /// Opens the wizard on players of 127.x and waits for what it does.
+    int Run(const std::function<void()>& step) {
+        CScreenSplitSetWizard opened(nullptr, services, Scan(), [this](CScreenSplitSetWizard& w) {
+            return new NotingPage(w, Window::kSetParam, notes);
+        });
+        wizard = &opened;
+        const ModalScript script{[&](wxDialog*) { step(); }};
+        const int result = opened.ShowModal();
+        EXPECT_TRUE(PumpUntil([&] { return !HasSocket(); })) << "though the wizard is still there";
+        chosen = opened.Players();
+        return result;
+    }
+    void StartLoggedPlayers(std::size_t count) {
+        simulator::LineUpOptions options;
+        options.count = count;
+        options.baseAddress = {network.Player(7)};
+        options.log = &log;
+        players = std::make_unique<simulator::PlayerGroup>(*simulator::LineUp(options));
+        ASSERT_TRUE(players->Start());
+    }
+    [[nodiscard]] DeviceList& List() const { return *Find<DeviceList>(wizard, kSplitList); }
+    void ScanFor(int count) {
+        Press(wizard, kSplitScan);
+        ASSERT_TRUE(PumpUntil([&] { return List().GetItemCount() == count; }));
+    }
+    [[nodiscard]] bool AreEnabled(bool enabled) const {
+        constexpr int kIds[] = {kSplitAddress, kSplitSelectAll, kSplitSelectNone, kSplitRemarks};
+        return std::ranges::all_of(
+            kIds, [&](int id) { return wizard->FindWindow(id)->IsEnabled() == enabled; });
+    }
+    [[nodiscard]] std::string ScanLabel() const {
+        return FromWx(Find<wxButton>(wizard, kSplitScan)->GetLabelText());
+    }
+    /// Whether a datagram socket is bound to the test's own address, as far as the system tells.
+    [[nodiscard]] bool HasSocket() const {
+        const auto& o = network.Local().octets;
+        std::ifstream file("/proc/net/udp");
+        const std::string table{std::istreambuf_iterator<char>(file), {}};
+        return table.find(fmt::format("{:02X}{:02X}{:02X}{:02X}:", o[3], o[2], o[1], o[0])) !=
+               std::string::npos;
+    }
+
+    std::ostringstream events;
+    simulator::EventLog log{events};
+    std::vector<std::string> notes;
+    CScreenSplitSetWizard* wizard = nullptr;
+    std::vector<DeviceRecord> chosen;
+};
+
+TEST_F(SplitWizard, HandsOnTheTickedPlayersByNumericAddress) {
+    StartLoggedPlayers(4);  // from .9 to .12
+    prompts.answers = {true};
+    Run([&] {
+        EXPECT_FALSE(HasSocket());
+        Press(wizard, wxID_FORWARD);
+        EXPECT_EQ(std::exchange(prompts.boxes, {}),
+                  std::vector{Warning("Please tick the devices!")});
+        ScanFor(4);
+        EXPECT_TRUE(AreEnabled(false) && !List().HasCheckBoxes());
+        EXPECT_EQ(ScanLabel().substr(0, 5), "Stop(");
+        Press(wizard, kSplitScan);
+        EXPECT_TRUE(AreEnabled(true) && List().HasCheckBoxes());
+        EXPECT_EQ(ScanLabel(), "Scan");
+        EXPECT_TRUE(kOnWindows || List().GetItemText(1) == "         2");
+        Press(wizard, kSplitRemarks);  // nothing is highlighted
+        EXPECT_EQ(std::exchange(prompts.boxes, {}),
+                  std::vector{Warning("Please choose a device first!")});
+        Press(wizard, kSplitSelectAll);
+        EXPECT_TRUE(List().IsItemChecked(3));
+        Press(wizard, kSplitScan);  // goes on under the next page
+        Press(wizard, wxID_FORWARD);
+        EXPECT_TRUE(directory.Find("Set Param"));
+        EXPECT_EQ(wizard->Players().size(), 4U);
+        Press(wizard, wxID_BACKWARD);
+        EXPECT_EQ(ScanLabel(), "Scan");
+        EXPECT_TRUE(List().IsItemChecked(0));
+        Press(wizard, kSplitSelectNone);
+        Press(wizard, wxID_FORWARD);
+        EXPECT_TRUE(directory.Find("Select devices"));
+        Press(wizard, wxID_CANCEL);
+    });
+    ASSERT_EQ(chosen.size(), 4U);
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(chosen[i].ip, FormatIpv4(network.Player(7 + i)));
+        EXPECT_EQ(chosen[i].tcpPort, players->Player(i).Address().port);
+    }
+    EXPECT_THAT(events.str(), HasSubstr(", 16 bytes"));
+    EXPECT_THAT(events.str(), Not(HasSubstr(", 46 bytes")));
+}
+
+TEST_F(SplitWizard, CancelDuringAScanClosesTheSocketAndANoGoesOn) {
+    StartLoggedPlayers(1);
+    prompts.answers = {false, true};
+    EXPECT_EQ(wxID_CANCEL, Run([&] {
+                  ScanFor(1);
+                  EXPECT_TRUE(HasSocket() || kOnWindows);
+                  Press(wizard, wxID_CANCEL);
+                  EXPECT_EQ(ScanLabel().substr(0, 5), "Stop(");
+                  Press(wizard, wxID_CANCEL);
+              }));
+}
+
+}  // namespace
+}  // namespace sontaro::test
