@@ -1,5 +1,6 @@
 #include "devices/device_list.h"
 
+#include <wx/renderer.h>
 #include <wx/settings.h>
 
 #include <algorithm>
@@ -71,15 +72,29 @@ void DeviceList::FitColumns() {
     if (width != GetColumnWidth(kVersionColumn)) SetColumnWidth(kVersionColumn, width);
 }
 
-/// The remarks come last.
+/// The remarks come last. The toolkit does not measure what a list tells only when it is asked.
 void DeviceList::FitContents() {
     int others = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
     for (int column = 0; column < kRemarksColumn; ++column) {
-        SetColumnWidth(column, wxLIST_AUTOSIZE_USEHEADER);
+        SetColumnWidth(column, FittingWidth(column));
         others += GetColumnWidth(column);
     }
     const int least = kColumns[kRemarksColumn].characters * LetterWidth(*this);
     SetColumnWidth(kRemarksColumn, std::max(GetClientSize().x - others, least));
+}
+
+/// The tick boxes have their room, shown or hidden. Of a long list the first rows count.
+int DeviceList::FittingWidth(int column) {
+    constexpr int kMostMeasured = 100;
+    constexpr int kMargins = 2;  // in letters, as those below
+    constexpr int kSortIndicator = 3;
+    const int letter = LetterWidth(*this);
+    int width = GetTextExtent(ToWx(kColumns[column].caption)).x + kSortIndicator * letter;
+    for (int row = 0; row < std::min(GetItemCount(), kMostMeasured); ++row)
+        width = std::max(width, GetTextExtent(OnGetItemText(row, column)).x);
+    if (column == 0 && IsMultiple())
+        width += wxRendererNative::Get().GetCheckBoxSize(this).x + letter;
+    return width + kMargins * letter;
 }
 
 void DeviceList::BindEvents() {

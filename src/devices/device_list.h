@@ -47,6 +47,7 @@ class DeviceList : public wxListView {
     void AppendColumns();
     void BindEvents();
     void FitContents();
+    [[nodiscard]] int FittingWidth(int column);
     [[nodiscard]] bool HandleKey(const wxKeyEvent& event);
     void ActOnFocusedRow();
     void ChooseHighlighted();

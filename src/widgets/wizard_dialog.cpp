@@ -108,7 +108,6 @@ void WizardDialog::Show(std::size_t page) {
 
 void WizardDialog::Enter() {
     ButtonsChanged();
-    Active().SetFocus();
     Active().Entered();
 }
 

@@ -20,8 +20,9 @@ class WizardPage : public wxPanel {
     /// Whose title the wizard has while the page is active.
     [[nodiscard]] Window Caption() const { return window_; }
 
-    /// The page has become the active one: from the page before it, or from the one behind.
-    virtual void Entered() {}
+    /// The page has become the active one, whether from the page before it or from the one behind;
+    /// takes the focus.
+    virtual void Entered() { SetFocus(); }
 
     /// The page ceases to be the active one, or the wizard closes. What reports to the wizard by
     /// the page's title ends here, before the wizard takes another.
