@@ -45,9 +45,10 @@ constexpr LocalText kOpening = {"正在寻找播放器…", "Looking for players
 constexpr LocalText kScanning = {"正在查找，已找到 %d 台播放器",
                                  "Scanning, %d player(s) found so far"};
 constexpr LocalText kFound = {"找到 %d 台播放器", "%d player(s) found"};
-constexpr LocalText kConflict = {"。有多台播放器使用同一IP地址，请更改其中的地址。",
-                                 ". Several answer at one IP address: give each its own."};
-constexpr LocalText kSilent = {"。有打勾的播放器没有应答。", ". A ticked one has not answered."};
+constexpr LocalText kFullStop = {"。", "."};
+constexpr LocalText kConflict = {"有多台播放器使用同一IP地址，请更改其中的地址。",
+                                 " Several answer at one IP address: give each its own."};
+constexpr LocalText kSilent = {"有打勾的播放器没有应答。", " A ticked one has not answered."};
 
 }  // namespace
 
@@ -227,8 +228,9 @@ std::string ScanPanel::ListState() const {
     if (!run_.HasAsked()) return Localized(kNotAsked);
     if (devices.empty()) return fmt::sprintf(Localized(kNobodyAnswered), scan);
     const bool conflict = std::ranges::any_of(devices, &DeviceRecord::sharesAddress);
-    return fmt::sprintf(Localized(kFound), count) + (conflict ? Localized(kConflict) : "") +
-           (silent > 0 ? Localized(kSilent) : "");
+    return fmt::sprintf(Localized(kFound), count) +
+           (conflict || silent > 0 ? Localized(kFullStop) : "") +
+           (conflict ? Localized(kConflict) : "") + (silent > 0 ? Localized(kSilent) : "");
 }
 
 void ScanPanel::Take(const WindowMessage& message) {
