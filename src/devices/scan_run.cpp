@@ -152,7 +152,8 @@ void ScanRun::SortBy(DeviceColumn column, bool ascending) {
 }
 
 void ScanRun::RemarksChanged() {
-    for (DeviceRecord& device : devices_) remarks_.ApplyTo(device);
+    for (auto* devices : {&devices_, &tickedBefore_})
+        for (DeviceRecord& device : *devices) remarks_.ApplyTo(device);
     SortBy(sortColumn_, sortAscending_);
 }
 

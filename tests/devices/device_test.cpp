@@ -340,5 +340,15 @@ TEST_F(WallScan, TwoPlayersAtOneAddressKeepTheirOwnTicks) {
     EXPECT_EQ(Reply(5, "one", 1), "two*! one*! ");
 }
 
+TEST_F(WallScan, RemarksOfTickedPlayersThatHaveNotAnsweredAgainAreTheNewOnes) {
+    Reply(5, "a", 1);
+    scan.ChooseAll();
+    scan.PressScan();
+    Tick();
+    EXPECT_TRUE(remarks.SetRemarks("02:00:00:00:00:01", "left"));
+    scan.RemarksChanged();
+    EXPECT_EQ(scan.Chosen().at(0).remarks, "left");
+}
+
 }  // namespace
 }  // namespace sontaro::test
