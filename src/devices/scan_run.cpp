@@ -83,7 +83,7 @@ void ScanRun::Stop() {
 void ScanRun::ListSilentOnes() {
     for (DeviceRecord& device : tickedBefore_) {
         device.silent = true;
-        devices_.push_back(std::move(device));
+        MarkSharedAddress(devices_.emplace_back(std::move(device)).ip);
     }
     tickedBefore_.clear();
     SortDevices(devices_, sortColumn_, sortAscending_);

@@ -338,6 +338,10 @@ TEST_F(WallScan, TwoPlayersAtOneAddressKeepTheirOwnTicks) {
     Tick();
     Reply(5, "two", 2);
     EXPECT_EQ(Reply(5, "one", 1), "two*! one*! ");
+    scan.SetTicked(0, false);
+    Tick();
+    scan.PressScan();
+    EXPECT_EQ(Ids(), "one* ") << "silent, and alone there";
 }
 
 TEST_F(WallScan, RemarksOfTickedPlayersThatHaveNotAnsweredAgainAreTheNewOnes) {
