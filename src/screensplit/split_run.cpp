@@ -185,8 +185,8 @@ void SplitRun::TakeDocument(const Ended& ended) {
     CompareNext(0);
 }
 
-/// Only the last player is asked for what is shown. What the others hold is asked in passing: it is
-/// going to be replaced. One that does not say it may have anything.
+/// Only the last player is asked for what is shown. What the others hold is asked in passing, and
+/// no box is shown for it: it is going to be replaced. One that does not say it may have anything.
 void SplitRun::CompareNext(std::size_t device) {
     if (device + 1 >= devices_.size()) {
         settingsAgree_ = true;
@@ -194,6 +194,7 @@ void SplitRun::CompareNext(std::size_t device) {
     }
     Request request = ReadScreenSplit();
     request.limit = kLimit;
+    request.boxes = Boxes::kMuted;
     talks_[device]->Ask(std::move(request), [this, device](const Ended& ended) {
         if (ended.how != End::kReply || !document_.HasConfiguration()) return;
         const auto theirs = SplitConfiguration::Read(AsText(PayloadOf(*ended.reply)));

@@ -268,7 +268,10 @@ TEST_F(SplitPage, AppliesSlotsBeforeItSendsAndRefusesAnEmptyWall) {
 }
 
 TEST_F(SplitPage, AsksBeforeOtherPlayersSettingsAreReplaced) {
-    Blocks(), Document(22), Log();
+    Blocks();
+    EXPECT_EQ(channel.lastBoxes, sontaro::Boxes::kShown);
+    Document(22), Log();
+    EXPECT_EQ(channel.lastBoxes, sontaro::Boxes::kMuted) << "nobody waits for what is compared";
     Document(21, Configuration(R"([{"keyVal":"a"}])"));
     run.Finish();
     EXPECT_THAT(Boxes(), ElementsAre(kSameForAll));
