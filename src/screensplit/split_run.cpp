@@ -60,8 +60,9 @@ void SplitRun::Enter(std::vector<DeviceRecord> players) {
     sent_.clear();
     confirmed_.clear();
     settingsAgree_ = false;
+    failure_.reset();
+    view_.ShowWall();  // at once: what a picture shows of the names is no longer there
     ConnectAnew();
-    view_.ShowWall();
     BeginFetching();
 }
 

@@ -31,8 +31,8 @@ struct SplitPage : testing::Test, ExchangeBench, SplitView {
         };
         run.Enter({PlayerAt(21), PlayerAt(22)});
     }
-    void ShowWall() override {}
-    void StateChanged() override {}
+    void ShowWall() override { shown = document.Names(); }
+    void StateChanged() override { EXPECT_EQ(shown, document.Names()); }
 
     void From(int lastOctet) { player.ip = PlayerAt(lastOctet).ip; }
     void Block(int lastOctet, const ParameterBlock& block) {
@@ -78,6 +78,7 @@ struct SplitPage : testing::Test, ExchangeBench, SplitView {
     RecordingPrompts prompts;
     JsonFile preferences{folder / "preferences.json"};
     SplitDocument document;
+    std::vector<ScreenName> shown;
     SplitRun run{document, *this, prompts, preferences, exchange};
 };
 
