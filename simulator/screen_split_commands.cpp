@@ -116,14 +116,14 @@ std::string WallText(std::string_view configuration) {
     const Result<Json::Value> json = ParseJson(configuration);
     if (!json) return "no wall";
     const Json::Value& channels = Member(Member(*json, "configData"), "channelShowArea");
-    int width = 0;
-    int height = 0;
+    std::int64_t width = 0;  // of whatever numbers there are
+    std::int64_t height = 0;
     std::string places;
     for (const Json::Value& channel : channels) {
         places += (places.empty() ? ": " : "; ") + ChannelText(channel);
         if (NumberOf(channel, "enable") == 0) continue;
-        width = std::max(width, NumberOf(channel, "rightBottomX") + 1);
-        height = std::max(height, NumberOf(channel, "rightBottomY") + 1);
+        width = std::max(width, std::int64_t{NumberOf(channel, "rightBottomX")} + 1);
+        height = std::max(height, std::int64_t{NumberOf(channel, "rightBottomY")} + 1);
     }
     return fmt::format("wall of {} x {}", width, height) + places;
 }
