@@ -83,8 +83,9 @@ WallPicture::WallPicture(const SplitDocument& document) : direction_(document.Di
         tile.shown = Within(tile.area, screen.zoom);
     }
     if (tiles_.empty()) return;
-    if (!document.IsLaidOut() && tiles_.size() > 1 && tiles_[0].area.left == tiles_[1].area.left)
-        direction_ = SplitDirection::kVertical;
+    if (!document.IsLaidOut() && tiles_.size() > 1)
+        direction_ = tiles_[0].area.left == tiles_[1].area.left ? SplitDirection::kVertical
+                                                                : SplitDirection::kHorizontal;
     whole_ = tiles_.front().area;
     for (std::size_t i = 1; i < tiles_.size(); ++i) {
         AddOverlap(tiles_[i - 1].area, tiles_[i].area);

@@ -21,6 +21,14 @@ struct PictureOfAWall : testing::Test {
         const WallPicture picture = Picture();
         look(WallFrame(picture, {320, 110, 10, 40, 160, 10}));
     }
+    /// Puts the wall back that players hold when it is this one but for a change.
+    void PutBack(const std::function<void(Json::Value&)>& change) {
+        Fetch(document, Configuration());
+        Json::Value root = *ParseJson(document.Write());
+        change(root["configData"]);
+        Fetch(document, WriteJson(root));
+        document.PutBackFetched();
+    }
     [[nodiscard]] std::vector<std::size_t> Order() const {
         return document.Wall().arrangement.Order();
     }
@@ -42,6 +50,16 @@ TEST_F(PictureOfAWall, ShowsWhatIsSentWithOverlapsZoomAndClashes) {
     EXPECT_THAT(picture.Tiles()[1].name->label, ElementsAre("192.168.1.21", "ID21", "Output 2"));
     EXPECT_THAT(picture.Overlaps(), ElementsAre(WallOverlap{700, {300, 0, 700, 500}},
                                                 WallOverlap{301, {999, 0, 301, 500}}));
+}
+
+TEST_F(PictureOfAWall, IsThatOfARowThatWasFetchedWhateverWasLaidOutBefore) {
+    PutBack([](Json::Value& data) { data["channelShowArea"][2]["leftTopX"] = 2100; });
+    document.SetDirection(SplitDirection::kVertical);
+    EXPECT_FALSE(document.ApplyOrder());
+    document.PutBackFetched();
+    EXPECT_FALSE(document.IsLaidOut());
+    EXPECT_EQ(Picture().Direction(), SplitDirection::kHorizontal);
+    EXPECT_EQ(Picture().Overlaps()[0].pixels, 0);
 }
 
 TEST_F(PictureOfAWall, FindsSeamsTilesAndTheTray) {
