@@ -35,8 +35,8 @@ WallFrame::WallFrame(const WallPicture& picture, const WallSpace& space)
     const WallRect& whole = picture.Whole();
     const double width = std::max(space.width - 2 * space.margin, 1.0);
     const double height = std::max(space.height - space.tray - 2 * space.margin, 1.0);
-    if (whole.width > 0 && whole.height > 0)
-        scale_ = std::min(width / whole.width, height / whole.height);
+    if (!picture.Tiles().empty())
+        scale_ = std::min(width / std::max(whole.width, 1.0), height / std::max(whole.height, 1.0));
     left_ = space.margin + (width - whole.width * scale_) / 2 - whole.left * scale_;
     top_ = space.margin + (height - whole.height * scale_) / 2 - whole.top * scale_;
 }

@@ -10,15 +10,20 @@ namespace {
 
 using Kind = WallSpot::Kind;
 
+// Players may hold corners in any order, and zoom that cuts off more than there is.
+
 WallRect AreaOf(const SplitChannel& channel) {
     return {static_cast<double>(channel.leftTopX), static_cast<double>(channel.leftTopY),
-            static_cast<double>(channel.rightTopX) - channel.leftTopX + 1,
-            static_cast<double>(channel.leftBottomY) - channel.leftTopY + 1};
+            std::max(static_cast<double>(channel.rightTopX) - channel.leftTopX + 1, 0.0),
+            std::max(static_cast<double>(channel.leftBottomY) - channel.leftTopY + 1, 0.0)};
 }
 
 WallRect Within(const WallRect& area, const SplitZoom& zoom) {
-    return {area.left + zoom.left, area.top + zoom.top, area.width - zoom.left - zoom.right,
-            area.height - zoom.top - zoom.bottom};
+    const double left = std::clamp<double>(zoom.left, 0, area.width);
+    const double top = std::clamp<double>(zoom.top, 0, area.height);
+    return {area.left + left, area.top + top,
+            std::clamp(area.width - left - zoom.right, 0.0, area.width - left),
+            std::clamp(area.height - top - zoom.bottom, 0.0, area.height - top)};
 }
 
 WallRect Common(const WallRect& a, const WallRect& b) {

@@ -62,6 +62,22 @@ TEST_F(PictureOfAWall, IsThatOfARowThatWasFetchedWhateverWasLaidOutBefore) {
     EXPECT_EQ(Picture().Overlaps()[0].pixels, 0);
 }
 
+TEST_F(PictureOfAWall, StaysInItsWindowWhateverAPlayerHolds) {
+    PutBack([](Json::Value& data) {
+        data["VScreenSize"][0]["leftZoom"] = data["VScreenSize"][1]["topZoom"] = INT32_MAX;
+        data["VScreenSize"][1]["rightZoom"] = INT32_MIN;
+        data["channelShowArea"][0]["rightTopX"] = INT32_MIN;
+        for (Json::Value& area : data["channelShowArea"]) area["leftBottomY"] = INT32_MIN;
+    });
+    With([&](const WallFrame& frame) {
+        for (const WallTile& tile : Picture().Tiles())
+            for (const WallRect& rect : {frame.Placed(tile.area), frame.Placed(tile.shown)}) {
+                EXPECT_TRUE(rect.width >= 0 && rect.height >= 0);
+                EXPECT_TRUE(rect.left > 9.999 && rect.Right() < 310.001);
+            }
+    });
+}
+
 TEST_F(PictureOfAWall, FindsSeamsTilesAndTheTray) {
     document.DismissScreen(1);
     document.SetOverlap(0, 100);
