@@ -29,8 +29,8 @@ WallRect Within(const WallRect& area, const SplitZoom& zoom) {
 WallRect Common(const WallRect& a, const WallRect& b) {
     const double left = std::max(a.left, b.left);
     const double top = std::max(a.top, b.top);
-    return {left, top, std::min(a.Right(), b.Right()) - left,
-            std::min(a.Bottom(), b.Bottom()) - top};
+    return {left, top, std::max(std::min(a.Right(), b.Right()) - left, 0.0),
+            std::max(std::min(a.Bottom(), b.Bottom()) - top, 0.0)};
 }
 
 WallRect Around(const WallRect& a, const WallRect& b) {
@@ -103,7 +103,7 @@ void WallPicture::AddOverlap(const WallRect& previous, const WallRect& next) {
     WallRect common = Common(previous, next);
     double& across = direction_ == SplitDirection::kHorizontal ? common.width : common.height;
     constexpr double kMost = 1 << 30;  // a player may hold anything
-    across = std::clamp(across, 0.0, kMost);
+    across = std::min(across, kMost);
     overlaps_.push_back({static_cast<std::int32_t>(across), common});
 }
 

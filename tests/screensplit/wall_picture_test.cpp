@@ -68,7 +68,10 @@ TEST_F(PictureOfAWall, StaysInItsWindowWhateverAPlayerHolds) {
         data["VScreenSize"][1]["rightZoom"] = INT32_MIN;
         data["channelShowArea"][0]["rightTopX"] = INT32_MIN;
         for (Json::Value& area : data["channelShowArea"]) area["leftBottomY"] = INT32_MIN;
+        data["channelShowArea"][2]["leftTopY"] = 500;
     });
+    for (const WallOverlap& overlap : Picture().Overlaps())
+        EXPECT_TRUE(overlap.area.width >= 0 && overlap.area.height >= 0);
     With([&](const WallFrame& frame) {
         for (const WallTile& tile : Picture().Tiles())
             for (const WallRect& rect : {frame.Placed(tile.area), frame.Placed(tile.shown)}) {
