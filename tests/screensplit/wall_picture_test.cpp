@@ -70,10 +70,11 @@ TEST_F(PictureOfAWall, StaysInItsWindowWhateverAPlayerHolds) {
         for (Json::Value& area : data["channelShowArea"]) area["leftBottomY"] = INT32_MIN;
         data["channelShowArea"][2]["leftTopY"] = 500;
     });
-    for (const WallOverlap& overlap : Picture().Overlaps())
+    const WallPicture picture = Picture();
+    for (const WallOverlap& overlap : picture.Overlaps())
         EXPECT_TRUE(overlap.area.width >= 0 && overlap.area.height >= 0);
     With([&](const WallFrame& frame) {
-        for (const WallTile& tile : Picture().Tiles())
+        for (const WallTile& tile : picture.Tiles())
             for (const WallRect& rect : {frame.Placed(tile.area), frame.Placed(tile.shown)}) {
                 EXPECT_TRUE(rect.width >= 0 && rect.height >= 0);
                 EXPECT_TRUE(rect.left > 9.999 && rect.Right() < 310.001);
