@@ -10,14 +10,27 @@
 namespace sontaro {
 namespace {
 
+constexpr ConnectionNumber kConnection = 1;
+
 class NoActions : public RouterActions {
     void CloseLinks() override {}
     void SendPacket(const Target&, const DevicePacket&) override {}
 };
 
+/// Whatever is asked is sent over the one connection, and has its answer there.
+class OneConnection : public PlayerChannel {
+    Sending Send(const Target&, const SharedPacket&, Boxes) override {
+        return Sending::Over(kConnection);
+    }
+};
+
+class NoTimers : public Timers {
+    Id After(std::chrono::milliseconds, std::function<void()>) override { return 0; }
+    void Cancel(Id) override {}
+};
+
 class NoView : public VideoControlView {
-    void Send(const DevicePacket&) override {}
-    void StartTimer() override {}
+    [[nodiscard]] bool IsInFront() const override { return true; }
     void HideButtons() override {}
     void ShowButton(int, const std::string&) override {}
     void ButtonsChanged() override {}
@@ -45,16 +58,20 @@ void Run(ByteView input) {
     NoActions actions;
     NoView view;
     WindowDirectory directory(ui);
-    VideoControlRun control(view, "127.0.0.2");
+    ExchangeHub hub;
+    OneConnection channel;
+    NoTimers timers;
+    VideoControlRun control(view, {channel, hub, timers}, {"127.0.0.2", 9000, 0});
+    control.Opened();
     std::vector<WindowDirectory::Registration> windows;
     windows.push_back(directory.Register(TitleOf(Window::kVideoControl),
                                          [&](WindowMessage& m) { control.Handle(m); }));
     for (const Window window : kOpenWindows)
         windows.push_back(directory.Register(TitleOf(window), [](WindowMessage&) {}));
-    ReplyRouter router(directory, prompts, actions);
+    ReplyRouter router(directory, prompts, hub, actions);
     Reassembly reassembly([&](const Reply& reply) { router.Route(reply); });
     while (input.size() >= 3) {
-        LinkEvent event{"127.0.0.2", 9000, 0, LinkCode(input[0] % 16), 0, {}};
+        LinkEvent event{"127.0.0.2", 9000, 0, LinkCode(input[0] % 16), 0, {}, kConnection};
         const std::size_t length =
             std::min(input[1] | std::size_t{input[2]} << 8, input.size() - 3);
         event.bytes = input.subspan(3, length);
