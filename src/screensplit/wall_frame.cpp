@@ -108,6 +108,7 @@ void TileDrag::Drop(const WallDrop& drop, SplitDocument& document) const {
         document.PlaceScreen(screen_, drop.place);
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters)
 SeamDrag::SeamDrag(SplitDocument& document, std::size_t seam, double x, double y, double scale)
     : seam_(seam),
       direction_(document.Direction()),

@@ -49,6 +49,7 @@ class WallFrame {
 class TileDrag {
    public:
     /// Pressed at a point on a tile. It moves once the pointer has gone `threshold` pixels.
+    // NOLINTNEXTLINE(bugprone-easily-swappable-parameters)
     TileDrag(std::size_t screen, double x, double y, double threshold)
         : screen_(screen), x_(x), y_(y), threshold_(threshold) {}
 

@@ -112,28 +112,29 @@ std::string WallPicture::SizeText() const {
     return fmt::format("{:.0f} x {:.0f}", whole_.width, whole_.height);
 }
 
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): a table of ways
 WallSpot WallPicture::Neighbour(const WallSpot& spot, WallArrow arrow) const {
     const Way way = WayOf(arrow, direction_);
-    const std::size_t i = spot.index;
+    const std::size_t index = spot.index;
     switch (spot.kind) {
         case Kind::kTile:
-            if (way == Way::kBack && i > 0) return At(Kind::kTile, i - 1);
-            if (way == Way::kOn && i + 1 < tiles_.size()) return At(Kind::kTile, i + 1);
-            if (way == Way::kAway && i > 0) return At(Kind::kSeam, i - 1);
+            if (way == Way::kBack && index > 0) return At(Kind::kTile, index - 1);
+            if (way == Way::kOn && index + 1 < tiles_.size()) return At(Kind::kTile, index + 1);
+            if (way == Way::kAway && index > 0) return At(Kind::kSeam, index - 1);
             if (way == Way::kToTray && !unused_.empty())
-                return At(Kind::kUnused, std::min(i, unused_.size() - 1));
+                return At(Kind::kUnused, std::min(index, unused_.size() - 1));
             break;
         case Kind::kSeam:
-            if (way == Way::kBack && i > 0) return At(Kind::kSeam, i - 1);
-            if (way == Way::kOn && i + 1 < overlaps_.size()) return At(Kind::kSeam, i + 1);
-            if (way == Way::kToTray) return At(Kind::kTile, i + 1);
+            if (way == Way::kBack && index > 0) return At(Kind::kSeam, index - 1);
+            if (way == Way::kOn && index + 1 < overlaps_.size()) return At(Kind::kSeam, index + 1);
+            if (way == Way::kToTray) return At(Kind::kTile, index + 1);
             break;
         case Kind::kUnused:
-            if (arrow == WallArrow::kLeft && i > 0) return At(Kind::kUnused, i - 1);
-            if (arrow == WallArrow::kRight && i + 1 < unused_.size())
-                return At(Kind::kUnused, i + 1);
+            if (arrow == WallArrow::kLeft && index > 0) return At(Kind::kUnused, index - 1);
+            if (arrow == WallArrow::kRight && index + 1 < unused_.size())
+                return At(Kind::kUnused, index + 1);
             if (arrow == WallArrow::kUp && !tiles_.empty())
-                return At(Kind::kTile, std::min(i, tiles_.size() - 1));
+                return At(Kind::kTile, std::min(index, tiles_.size() - 1));
             break;
         case Kind::kNothing:
         case Kind::kTray:

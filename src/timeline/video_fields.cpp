@@ -17,6 +17,7 @@ constexpr int kFieldLetters = 46;
 template <class Named>
 std::vector<std::string> NamesOf(const std::vector<Named>& listed) {
     std::vector<std::string> names;
+    names.reserve(listed.size());
     for (const Named& one : listed) names.push_back(one.name);
     return names;
 }

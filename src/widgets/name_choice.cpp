@@ -64,18 +64,18 @@ wxArrayString NameChoice::NamesToShow() const {
 void NameChoice::ShowNames() {
     isLate_ = isOpen_;
     if (isOpen_) return;
-    wxArrayString names = NamesToShow();
+    const wxArrayString names = NamesToShow();
     if (names == shown_) return;
-    shown_ = std::move(names);
+    shown_ = names;
     const wxString text = GetValue();
-    long from = 0;
-    long to = 0;
-    GetSelection(&from, &to);
+    long begin = 0;
+    long end = 0;
+    GetSelection(&begin, &end);
     const wxEventBlocker quiet(this, wxEVT_TEXT);
     Set(shown_);
     if (GetValue() == text) return;  // some systems clear the text along with the names
     ChangeValue(text);
-    SetSelection(from, to);
+    SetSelection(begin, end);
 }
 
 }  // namespace sontaro

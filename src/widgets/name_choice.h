@@ -23,6 +23,7 @@ class NameChoice : public wxComboBox {
     void ChooseOffered();
 
     /// Only the names: what becomes of them is nothing that the user has entered.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the parent would clear the text as well
     void Clear() override { wxChoice::Clear(); }
 
    private:

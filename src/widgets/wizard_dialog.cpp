@@ -91,14 +91,14 @@ void WizardDialog::GoOn() {
     if (IsLast())
         End(wxID_OK);
     else
-        Show(active_ + 1);
+        TurnTo(active_ + 1);
 }
 
 void WizardDialog::GoBack() {
-    if (active_ > 0 && Active().GoBack()) Show(active_ - 1);
+    if (active_ > 0 && Active().GoBack()) TurnTo(active_ - 1);
 }
 
-void WizardDialog::Show(std::size_t page) {
+void WizardDialog::TurnTo(std::size_t page) {
     Active().Left();
     active_ = page;
     Rename(Active().Caption());

@@ -55,7 +55,7 @@ class WizardDialog : public FeatureDialog {
     [[nodiscard]] bool IsLast() const { return active_ + 1 == pages_.size(); }
     void GoOn();
     void GoBack();
-    void Show(std::size_t page);
+    void TurnTo(std::size_t page);
     void Enter();
     void End(int result);
 
