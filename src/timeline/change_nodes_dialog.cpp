@@ -3,7 +3,6 @@
 #include <fmt/printf.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
-#include <wx/dialog.h>
 #include <wx/textctrl.h>
 
 #include "timeline/timeline_edits.h"
@@ -36,7 +35,7 @@ constexpr FieldCaption kCaptions[kCommonFields] = {
     {TimelineColumn::kPort, 'r'},   {TimelineColumn::kIp, 'I'},   {TimelineColumn::kPeerPort, 'e'},
     {TimelineColumn::kCommand, 'm'}};
 
-class ChangeNodesDialog : public wxDialog {
+class ChangeNodesDialog : public KeyedDialog {
    public:
     ChangeNodesDialog(wxWindow* parent, const TimelineDocument& document, const NodeIds& ids,
                       VideoOffer& videos, Prompts& prompts);
@@ -73,8 +72,8 @@ wxWindow* WithFont(wxWindow& window) {
 
 ChangeNodesDialog::ChangeNodesDialog(wxWindow* parent, const TimelineDocument& document,
                                      const NodeIds& ids, VideoOffer& videos, Prompts& prompts)
-    : wxDialog(parent, wxID_ANY, ToWx(kTitle), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+    : KeyedDialog(parent, wxID_ANY, ToWx(kTitle), wxDefaultPosition, wxDefaultSize,
+                  wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       document_(document),
       ids_(ids),
       prompts_(prompts),

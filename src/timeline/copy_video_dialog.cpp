@@ -2,7 +2,6 @@
 
 #include <fmt/printf.h>
 #include <wx/choice.h>
-#include <wx/dialog.h>
 #include <wx/odcombo.h>
 
 #include "timeline/timeline_edits.h"
@@ -10,6 +9,7 @@
 #include "widgets/caption_button.h"
 #include "widgets/fonts.h"
 #include "widgets/form_rows.h"
+#include "widgets/toolkit_quirks.h"
 
 namespace sontaro {
 
@@ -45,7 +45,7 @@ class SourceChoice : public wxOwnerDrawnComboBox {
     [[nodiscard]] wxCoord OnMeasureItemWidth(std::size_t) const override { return FromDIP(100); }
 };
 
-class CopyVideoDialog : public wxDialog {
+class CopyVideoDialog : public KeyedDialog {
    public:
     CopyVideoDialog(wxWindow* parent, TimelineDocument& document, const VideoKey& source,
                     VideoOffer& videos, Prompts& prompts);
@@ -75,8 +75,8 @@ class CopyVideoDialog : public wxDialog {
 
 CopyVideoDialog::CopyVideoDialog(wxWindow* parent, TimelineDocument& document,
                                  const VideoKey& source, VideoOffer& videos, Prompts& prompts)
-    : wxDialog(parent, wxID_ANY, ToWx(kTitle), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+    : KeyedDialog(parent, wxID_ANY, ToWx(kTitle), wxDefaultPosition, wxDefaultSize,
+                  wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       document_(document),
       prompts_(prompts),
       shownSource_(source) {

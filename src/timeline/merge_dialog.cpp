@@ -2,7 +2,6 @@
 
 #include <fmt/printf.h>
 #include <wx/choice.h>
-#include <wx/dialog.h>
 
 #include "base/file.h"
 #include "base/path_text.h"
@@ -12,6 +11,7 @@
 #include "widgets/fonts.h"
 #include "widgets/form_rows.h"
 #include "widgets/table.h"
+#include "widgets/toolkit_quirks.h"
 
 namespace sontaro {
 
@@ -26,7 +26,7 @@ constexpr LocalText kNothingThere = {"其中没有命令。", "it has no command
 constexpr int kTableCharacters = 112;
 constexpr int kLines = 14;
 
-class MergeDialog : public wxDialog {
+class MergeDialog : public KeyedDialog {
    public:
     MergeDialog(wxWindow* parent, const std::string& fileName, MergeTable& rows, VideoOffer& videos,
                 Prompts& prompts);
@@ -48,8 +48,8 @@ class MergeDialog : public wxDialog {
 
 MergeDialog::MergeDialog(wxWindow* parent, const std::string& fileName, MergeTable& rows,
                          VideoOffer& videos, Prompts& prompts)
-    : wxDialog(parent, wxID_ANY, ToWx(fmt::sprintf(Localized(kTitle), fileName)), wxDefaultPosition,
-               wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+    : KeyedDialog(parent, wxID_ANY, ToWx(fmt::sprintf(Localized(kTitle), fileName)),
+                  wxDefaultPosition, wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       rows_(rows),
       prompts_(prompts) {
     UseLanguageFont(*this);

@@ -2,7 +2,6 @@
 
 #include <fmt/printf.h>
 #include <wx/button.h>
-#include <wx/dialog.h>
 #include <wx/listctrl.h>
 #include <wx/settings.h>
 
@@ -17,6 +16,7 @@
 #include "widgets/fonts.h"
 #include "widgets/form_rows.h"
 #include "widgets/json_file_texts.h"
+#include "widgets/toolkit_quirks.h"
 
 namespace sontaro {
 
@@ -124,7 +124,7 @@ class CommandList : public wxListView {
     std::vector<NamedCommand> commands_;
 };
 
-class NamedCommandDialog : public wxDialog {
+class NamedCommandDialog : public KeyedDialog {
    public:
     NamedCommandDialog(wxWindow* parent, CommandNames& names, Prompts& prompts);
     ~NamedCommandDialog() override { names_.Listen({}); }
@@ -146,8 +146,8 @@ class NamedCommandDialog : public wxDialog {
 };
 
 NamedCommandDialog::NamedCommandDialog(wxWindow* parent, CommandNames& names, Prompts& prompts)
-    : wxDialog(parent, wxID_ANY, ToWx(kTitle), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+    : KeyedDialog(parent, wxID_ANY, ToWx(kTitle), wxDefaultPosition, wxDefaultSize,
+                  wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       names_(names),
       prompts_(prompts) {
     UseLanguageFont(*this);

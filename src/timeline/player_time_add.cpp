@@ -55,8 +55,8 @@ LocalText Header(TimelineColumn column) {
 
 CPlayerTimeAdd::CPlayerTimeAdd(wxWindow* parent, Prompts& prompts, VideoOffer& videos,
                                CommandNames& names, const TimeNode* edited)
-    : wxDialog(parent, wxID_ANY, ToWx(edited ? kEditTitle : kAddTitle), wxDefaultPosition,
-               wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+    : KeyedDialog(parent, wxID_ANY, ToWx(edited ? kEditTitle : kAddTitle), wxDefaultPosition,
+                  wxDefaultSize, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
       prompts_(prompts),
       names_(names),
       edited_(edited ? std::optional(*edited) : std::nullopt) {

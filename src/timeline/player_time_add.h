@@ -1,8 +1,6 @@
 // The editor of one command of a timeline.
 #pragma once
 
-#include <wx/dialog.h>
-
 #include <array>
 #include <optional>
 #include <vector>
@@ -11,6 +9,7 @@
 #include "base/prompts.h"
 #include "timeline/node_checks.h"
 #include "timeline/video_fields.h"
+#include "widgets/toolkit_quirks.h"
 
 class wxButton;
 class wxFlexGridSizer;
@@ -43,7 +42,7 @@ inline constexpr int kCommandByName = 3019;
 
 /// Modal; ends with OK once everything that was entered can be taken. What a node has is shown and
 /// kept, offered or not. Enter is OK; Escape does nothing.
-class CPlayerTimeAdd : public wxDialog {
+class CPlayerTimeAdd : public KeyedDialog {
    public:
     /// `edited` is absent when a node is added. All references outlive the editor.
     CPlayerTimeAdd(wxWindow* parent, Prompts& prompts, VideoOffer& videos, CommandNames& names,

@@ -27,8 +27,8 @@ constexpr int kHeadingCharacters = 40;
 
 FeatureDialog::FeatureDialog(wxWindow* parent, Window window, const UiServices& services,
                              Addressing addressing)
-    : wxDialog(parent, wxID_ANY, ToWx(TitleOf(window)), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
+    : KeyedDialog(parent, wxID_ANY, ToWx(TitleOf(window)), wxDefaultPosition, wxDefaultSize,
+                  wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX),
       services_(services),
       channel_(services_.Directory(), TitleOf(Window::kMain), addressing) {
     RegisterAs(window);

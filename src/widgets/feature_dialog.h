@@ -1,7 +1,6 @@
 // What every dialog shares.
 #pragma once
 
-#include <wx/dialog.h>
 #include <wx/listctrl.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
@@ -15,6 +14,7 @@
 #include "exchange/conversation.h"
 #include "link/packet.h"
 #include "link/window_message.h"
+#include "widgets/toolkit_quirks.h"
 #include "widgets/ui_services.h"
 
 class wxButton;
@@ -27,7 +27,7 @@ inline constexpr int kReadAgainButton = 2820;
 /// A dialog that is found by its title, swallows Enter and Escape, speaks to players through the
 /// main window, and is left by Cancel or its close box after "Do you really want to exit?". It
 /// finds its place again.
-class FeatureDialog : public wxDialog {
+class FeatureDialog : public KeyedDialog {
    public:
     using Addressing = MainWindowChannel::Addressing;
 

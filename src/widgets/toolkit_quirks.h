@@ -2,6 +2,7 @@
 #pragma once
 
 #include <wx/combobox.h>
+#include <wx/dialog.h>
 #include <wx/notebook.h>
 
 #include <functional>
@@ -18,6 +19,18 @@ class TabBook : public wxNotebook {
    public:
     using wxNotebook::wxNotebook;
     ~TabBook() override;
+};
+
+/// A dialog whose controls hear their keys (Alt and a letter) wherever in it the keyboard is.
+class KeyedDialog : public wxDialog {
+   public:
+    using wxDialog::wxDialog;
+
+#ifdef __WXMSW__
+   protected:
+    /// A panel within would look for the key in itself alone, and nobody else after it.
+    bool MSWTranslateMessage(WXMSG* message) override;
+#endif
 };
 
 /// Calls `scroll`, which moves the children of `window`, without a complaint of the toolkit about

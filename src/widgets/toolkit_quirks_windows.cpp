@@ -1,5 +1,7 @@
 #include "widgets/toolkit_quirks.h"
 
+#include <wx/msw/wrapwin.h>
+
 namespace sontaro {
 
 void IgnoreWheel(wxControl& dropDown) {
@@ -7,6 +9,11 @@ void IgnoreWheel(wxControl& dropDown) {
 }
 
 TabBook::~TabBook() = default;
+
+bool KeyedDialog::MSWTranslateMessage(WXMSG* message) {
+    if (message->message == WM_SYSCHAR) return ::IsDialogMessage(GetHWND(), message) != 0;
+    return wxDialog::MSWTranslateMessage(message);
+}
 
 void ScrollWithHidden(wxWindow&, const std::function<void()>& scroll) { scroll(); }
 
