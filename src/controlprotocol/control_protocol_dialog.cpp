@@ -149,8 +149,9 @@ void CControlProtocol::ReadAgain() {
 }
 
 std::optional<int> CControlProtocol::ChosenCategory() const {
-    if (grids_->Page() != kCategoryGrid) return std::nullopt;
-    const SettingsGroup* group = grids_->Grid(kCategoryGrid).ChosenGroup();
+    const SettingsGrid& grid = grids_->Grid(kCategoryGrid);
+    if (grids_->Page() != kCategoryGrid || grid.IsOffered()) return std::nullopt;
+    const SettingsGroup* group = grid.ChosenGroup();
     return group ? VideoCategoryIn(*group) : std::nullopt;
 }
 

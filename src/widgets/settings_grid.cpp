@@ -87,7 +87,14 @@ void SettingsGrid::LayOut() {
 void SettingsGrid::BindEvents() {
     grid_->Bind(wxEVT_PG_CHANGING, &SettingsGrid::OnChanging, this);
     grid_->Bind(wxEVT_PG_CHANGED, &SettingsGrid::OnChanged, this);
-    grid_->Bind(wxEVT_PG_SELECTED, [this](wxPropertyGridEvent&) { ShowHelp(); });
+    grid_->Bind(wxEVT_PG_SELECTED, [this](wxPropertyGridEvent&) {
+        isOffered_ = false;
+        ShowHelp();
+    });
+    grid_->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
+        event.Skip();
+        isOffered_ = false;
+    });
     grid_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
         event.Skip();
         CallAfter([this] {
@@ -120,6 +127,7 @@ void SettingsGrid::OnKey(wxKeyEvent& event) {
     wxPGProperty* row = grid_->HasFocus() ? grid_->RowAt(key) : nullptr;
     if (key == WXK_TAB) return MoveOn(event.ShiftDown());
     if (!row) return event.Skip();
+    isOffered_ = false;
     grid_->Choose(row);
     ShowHelp();
 }
@@ -211,6 +219,7 @@ void SettingsGrid::Restore(const View& view) {
 /// Only when the user comes to the grid, or had chosen another row: an editor takes its time.
 void SettingsGrid::ChooseFirst() {
     if (wxPGProperty* first = grid_->FirstRow()) grid_->Choose(first);
+    isOffered_ = true;
 }
 
 void SettingsGrid::SetEmptyText(const wxString& text) {
@@ -287,6 +296,7 @@ bool SettingsGrid::Has(const std::string& key) const {
 bool SettingsGrid::ChooseKey(const std::string& key) {
     wxPGProperty* property = Has(key) ? PropertyNamed(ToWx(key)) : nullptr;
     if (!property || SettingsGridRows::IsHidden(*property)) return false;
+    isOffered_ = false;
     grid_->Choose(property);
     ShowHelp();
     return true;

@@ -65,6 +65,9 @@ class SettingsGrid : public wxPanel {
     [[nodiscard]] const SettingsRow* ChosenRow() const;
     /// The group of the chosen row or heading; absent when none is chosen. Both last until `Fill`.
     [[nodiscard]] const SettingsGroup* ChosenGroup() const;
+    /// Whether the chosen row is only the first one, chosen when the keyboard came here; the user
+    /// has not chosen it yet.
+    [[nodiscard]] bool IsOffered() const { return isOffered_; }
 
     /// What the player holds, by the keys of the rows: a row that differs from it is bold, whoever
     /// changed it. As long as that is not known, what the user changes is.
@@ -137,6 +140,7 @@ class SettingsGrid : public wxPanel {
     bool committing_ = false;     // because something is to be done with the edit
     wxString telling_;            // the row about whose refusal the user is told, or is to be
     bool columnsChosen_ = false;  // by the user
+    bool isOffered_ = false;
 };
 
 }  // namespace sontaro

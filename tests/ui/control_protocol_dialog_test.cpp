@@ -87,8 +87,12 @@ TEST_F(ProtocolDialog, LearnsOnlyWhatTheUserWantsAndSees) {
         Grid(3).GetEditorTextCtrl()->SetValue(held);
         tabs->SetSelection(0);
         tabs->SetSelection(kCategoryGrid);
-        EXPECT_FALSE(Grid(3).GetSelection());
         hears(0x03, "Received 03. To learn it, choose a row of a video type.");
+        tabs->SetFocus();
+        for (std::size_t i = 0; i < tabs->GetPageCount(); ++i)
+            wxUIActionSimulator().Char(WXK_TAB, wxMOD_CONTROL);
+        EXPECT_TRUE(PumpUntil([&] { return Grid(3).GetSelection() != nullptr; }));
+        hears(0x04, "Received 04. To learn it, choose a row of a video type.");
         EXPECT_EQ(Value(3, "VideoType/4/SendCmd"), held);
     });
 }
