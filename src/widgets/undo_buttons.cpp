@@ -24,39 +24,44 @@ bool IsTyping() {
 
 }  // namespace
 
-UndoButtons::UndoButtons(wxWindow& dialog, wxSizer& foot, SettingsRun& run,
+UndoButtons::UndoButtons(wxWindow& owner, wxSizer& foot, UndoActions actions,
                          std::function<bool()> commit)
-    : dialog_(dialog), run_(run), commit_(std::move(commit)) {
+    : owner_(owner), actions_(std::move(actions)), commit_(std::move(commit)) {
+    wxWindow* const ok = owner.FindWindow(wxID_OK);
     const auto add = [&](int id, const LocalText& text, char key, const char* tip, bool back) {
-        auto* button = new wxButton(&dialog, id, ButtonLabel(text, key));
+        auto* button = new wxButton(&owner, id, ButtonLabel(text, key));
         button->SetToolTip(tip);
-        button->MoveBeforeInTabOrder(dialog.FindWindow(wxID_OK));
+        if (ok != nullptr) button->MoveBeforeInTabOrder(ok);
         button->Bind(wxEVT_BUTTON, [this, back](wxCommandEvent&) { Walk(back); });
         return button;
     };
-    const int gap = dialog.FromDIP(8);
+    const int gap = owner.FromDIP(8);
     foot.Insert(kPlace, add(kUndoButton, kUndoText, 'U', "Ctrl+Z", true),
                 wxSizerFlags().Border(wxLEFT, 2 * gap));
     foot.Insert(kPlace + 1, add(kRedoButton, kRedoText, 'R', "Ctrl+Y", false),
                 wxSizerFlags().Border(wxLEFT, gap));
-    dialog.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+    wxGetTopLevelParent(&owner)->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
         const int key = event.GetModifiers() == wxMOD_CONTROL ? event.GetKeyCode() : WXK_NONE;
-        if ((key != 'Z' && key != 'Y') || IsTyping()) return event.Skip();
+        if ((key != 'Z' && key != 'Y') || !owner_.IsShown() || IsTyping()) return event.Skip();
         Walk(key == 'Z');
     });
 }
 
+UndoButtons::UndoButtons(wxWindow& owner, wxSizer& foot, SettingsRun& run,
+                         std::function<bool()> commit)
+    : UndoButtons(owner, foot,
+                  {[&run] { return run.MayUndo(); }, [&run] { return run.MayRedo(); },
+                   [&run] { run.Undo(); }, [&run] { run.Redo(); }},
+                  std::move(commit)) {}
+
 void UndoButtons::Enable() {
-    dialog_.FindWindow(kUndoButton)->Enable(run_.MayUndo());
-    dialog_.FindWindow(kRedoButton)->Enable(run_.MayRedo());
+    owner_.FindWindow(kUndoButton)->Enable(actions_.mayUndo());
+    owner_.FindWindow(kRedoButton)->Enable(actions_.mayRedo());
 }
 
 void UndoButtons::Walk(bool back) {
     if (!commit_()) return;
-    if (back)
-        run_.Undo();
-    else
-        run_.Redo();
+    if (back ? actions_.mayUndo() : actions_.mayRedo()) (back ? actions_.undo : actions_.redo)();
 }
 
 }  // namespace sontaro
