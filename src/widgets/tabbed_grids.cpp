@@ -20,31 +20,45 @@ constexpr int kGridLines = 25;
 
 TabbedGrids::TabbedGrids(wxWindow* parent, const TabbedGridsIds& ids,
                          std::span<const LocalText> tabs, Prompts& prompts,
-                         const SettingsGrid::EditHandler& onEdit)
-    : wxPanel(parent), titles_(tabs) {
+                         SettingsGrid::EditHandler onEdit)
+    : wxPanel(parent),
+      firstGrid_(ids.firstGrid),
+      titles_(tabs),
+      prompts_(prompts),
+      onEdit_(std::move(onEdit)) {
     auto* column = new wxBoxSizer(wxVERTICAL);
     head_ = new wxBoxSizer(wxHORIZONTAL);
     filter_ = new FilterBox(this, ids.filter);
     head_->Add(filter_->WithCaption(), wxSizerFlags().CentreVertical());
     column->Add(head_, wxSizerFlags().Expand().Border(wxBOTTOM, FromDIP(10)));
     tabs_ = new TabBook(this, ids.tabs);
-    for (std::size_t i = 0; i < tabs.size(); ++i)
-        AddGrid(ids.firstGrid + static_cast<int>(i), tabs[i], prompts, onEdit);
+    while (grids_.size() < tabs.size()) AddGrid();
     column->Add(tabs_, wxSizerFlags(1).Expand());
     SetSizer(column);
     BindEvents();
 }
 
-void TabbedGrids::AddGrid(int id, const LocalText& tab, Prompts& prompts,
-                          const SettingsGrid::EditHandler& onEdit) {
+void TabbedGrids::AddGrid() {
+    const int id = firstGrid_ + static_cast<int>(grids_.size());
     auto* page = new wxPanel(tabs_);
-    auto* grid = new SettingsGrid(page, id, true, prompts, onEdit);
+    auto* grid = new SettingsGrid(page, id, true, prompts_, onEdit_);
     grid->SetMinSize(wxSize(kGridCharacters * LetterWidth(*this), kGridLines * GetCharHeight()));
     auto* column = new wxBoxSizer(wxVERTICAL);
     column->Add(grid, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(8)));
     page->SetSizer(column);
-    tabs_->AddPage(page, ToWx(tab));
+    tabs_->AddPage(page, ToWx(titles_[grids_.size()]));
     grids_.push_back(grid);
+}
+
+/// A page that is only taken out of the book would not come to life again on some systems.
+void TabbedGrids::ShowTabs(std::size_t count) {
+    while (grids_.size() > count) {
+        grids_.pop_back();
+        tabs_->DeletePage(grids_.size());
+    }
+    if (grids_.size() == count) return;
+    while (grids_.size() < count) AddGrid();
+    tabs_->SetSelection(count - 1);
 }
 
 void TabbedGrids::BindEvents() {

@@ -29,7 +29,7 @@ struct TabbedGridsIds {
 class TabbedGrids : public wxPanel {
    public:
     TabbedGrids(wxWindow* parent, const TabbedGridsIds& ids, std::span<const LocalText> tabs,
-                Prompts& prompts, const SettingsGrid::EditHandler& onEdit);
+                Prompts& prompts, SettingsGrid::EditHandler onEdit);
 
     /// The line above the tabs: something may be put ahead of the filter.
     [[nodiscard]] wxSizer& Head() { return *head_; }
@@ -38,6 +38,11 @@ class TabbedGrids : public wxPanel {
     template <class Grids>
     void Fill(Grids&& rows) {
         for (std::size_t i = 0; i < grids_.size(); ++i) grids_[i]->Fill(std::move(rows[i]));
+        Filter();
+    }
+    /// The same for one grid.
+    void Fill(std::size_t grid, SettingsRows rows) {
+        grids_[grid]->Fill(std::move(rows));
         Filter();
     }
     /// As in `SettingsGrid`; the key is looked for in every grid.
@@ -49,6 +54,11 @@ class TabbedGrids : public wxPanel {
     /// Ends every edit that is open. False when one is not accepted.
     [[nodiscard]] bool Commit();
 
+    /// Shows the first `count` tabs, where there were all at first: the grids of the others cease
+    /// to be. One that is new has no rows yet, and is turned to.
+    void ShowTabs(std::size_t count);
+    [[nodiscard]] std::size_t Count() const { return grids_.size(); }
+
     /// Gives the keyboard to the rows of the page, or to the tabs where a filter has found none.
     void FocusRows();
 
@@ -56,14 +66,16 @@ class TabbedGrids : public wxPanel {
     [[nodiscard]] SettingsGrid& Grid(std::size_t index) { return *grids_[index]; }
 
    private:
-    void AddGrid(int id, const LocalText& tab, Prompts& prompts,
-                 const SettingsGrid::EditHandler& onEdit);
+    void AddGrid();
     void BindEvents();
     void OnKey(wxKeyEvent& event);
     void LeavePage(wxBookCtrlEvent& event);
     void Filter();
 
+    const int firstGrid_;  // control number
     const std::span<const LocalText> titles_;
+    Prompts& prompts_;
+    const SettingsGrid::EditHandler onEdit_;
     wxSizer* head_ = nullptr;
     FilterBox* filter_ = nullptr;
     wxNotebook* tabs_ = nullptr;
