@@ -54,7 +54,7 @@ wxSizer* WizardDialog::MakeButtons() {
     constexpr int kBetween = 20;
     if (LeadsOnLast()) make(wxID_CANCEL, kCancelText, 'C', 0);
     back_ = make(wxID_BACKWARD, kBack, 'B', kBetween);
-    next_ = make(wxID_FORWARD, kFinish, 'F', kWithin);
+    next_ = make(wxID_FORWARD, kFinish, 'i', kWithin);
     if (!LeadsOnLast()) make(wxID_CANCEL, kCancelText, 'C', kBetween);
     wxSize size = next_->GetBestSize();
     next_->SetLabel(ButtonLabel(kNext, 'N'));
@@ -82,7 +82,7 @@ void WizardDialog::Begin(const char* name) {
 void WizardDialog::ButtonsChanged() {
     back_->Enable(active_ > 0 && Active().MayGoBack());
     next_->Enable(Active().MayGoOn());
-    const wxString label = IsLast() ? ButtonLabel(kFinish, 'F') : ButtonLabel(kNext, 'N');
+    const wxString label = IsLast() ? ButtonLabel(kFinish, 'i') : ButtonLabel(kNext, 'N');
     if (next_->GetLabel() != label) next_->SetLabel(label);
 }
 
