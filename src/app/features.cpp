@@ -5,6 +5,7 @@
 #include "controlprotocol/control_protocol_dialog.h"
 #include "osd/osd_dialog.h"
 #include "playercontrol/player_control_dialog.h"
+#include "screensplit/screen_split_wizard_set_param.h"
 #include "settings/custom_settings_dialogs.h"
 #include "timeline/player_time_control.h"
 #include "videocontrol/video_control_tab.h"
@@ -24,7 +25,7 @@ constexpr Feature kFeatures[] = {
     {1002, {"视频控制", "Video Control"},        FeatureGroup::kPlayback, "video-control",  'V', Window::kVideoControl,       Run<CVideoControlTab>},
     {1011, {"播放器时间轴控制", nullptr},        FeatureGroup::kPlayback, "timeline",       ' ', Window::kPlayerTimeControl,  Run<CPlayerTimeControl>},
     {1003, {"OSD", "OSD"},                       FeatureGroup::kPicture,  "osd",            'D', Window::kOsd,                Run<COSD>},
-    {1005, {"画面分割配置", nullptr},            FeatureGroup::kPicture,  "screen-split",   ' ', std::nullopt},
+    {1005, {"画面分割配置", nullptr},            FeatureGroup::kPicture,  "screen-split",   ' ', Window::kSelectDevices,      nullptr, OpenScreenSplit},
     {1007, {"字幕配置", nullptr},                FeatureGroup::kPicture,  "subtitles",      ' ', Window::kSubtitles,          Run<CVODSubtitles>},
     {1009, {"Cave配置", nullptr},                FeatureGroup::kPicture,  "cave",           'C', Window::kCave,               Run<CCave>},
     {1004, {"控制协议配置", "Setup UART"},       FeatureGroup::kControl,  "setup-uart",     'U', Window::kControlProtocol,    Run<CControlProtocol>},

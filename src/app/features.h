@@ -6,7 +6,7 @@
 
 #include "base/local_text.h"
 #include "base/window_titles.h"
-#include "devices/device_record.h"
+#include "devices/scan_panel.h"
 #include "widgets/ui_services.h"
 
 class wxWindow;
@@ -19,6 +19,9 @@ enum class FeatureGroup { kPlayback, kPicture, kControl };
 using FeatureOpener = void (*)(wxWindow* parent, const UiServices& services,
                                const DeviceRecord& player);
 
+/// Runs a wizard that finds its players itself, modally.
+using WizardOpener = void (*)(wxWindow* parent, const UiServices& services, const ScanSetup& setup);
+
 struct Feature {
     int button = 0;             ///< control number
     LocalText text = {"", ""};  ///< of the button; without an English form: not in that layout
@@ -26,7 +29,8 @@ struct Feature {
     const char* icon = "";
     char key = ' ';                ///< mnemonic of the English text
     std::optional<Window> window;  ///< what it opens, where others find that by its title
-    FeatureOpener open = nullptr;  ///< absent as long as the feature is not built
+    FeatureOpener open = nullptr;
+    WizardOpener openWizard = nullptr;  ///< in place of it; without both the feature is not built
 
     [[nodiscard]] bool IsInLayout() const {
         return CurrentLanguage() == Language::kChinese || text.english != nullptr;

@@ -153,8 +153,14 @@ void CSontaroDlg::BindEvents() {
 
 void CSontaroDlg::OpenFeature(const Feature& feature) {
     switchboard_.Links().ForgetShownFailure();
-    if (!feature.open) return services_.Messages().Inform(Localized(kNotBuilt));
-    if (ChooseDevice()) feature.open(this, services_, *current_);
+    if (feature.openWizard) {
+        feature.openWizard(this, services_, setup_.scan);
+        ShowCurrentDevice();
+    } else if (!feature.open) {
+        services_.Messages().Inform(Localized(kNotBuilt));
+    } else if (ChooseDevice()) {
+        feature.open(this, services_, *current_);
+    }
 }
 
 /// Lets the user choose one player, which becomes the current device.
@@ -171,7 +177,7 @@ bool CSontaroDlg::ChooseDevice() {
     return chosen;
 }
 
-/// Remarks can be edited in a scan that ends without a choice.
+/// Remarks can be edited wherever players are found, without one being chosen.
 void CSontaroDlg::ShowCurrentDevice() {
     if (!current_) return;
     setup_.scan.remarks.ApplyTo(*current_);
