@@ -20,6 +20,7 @@ class SettingsGridTitles : public wxHeaderCtrl {
     void SetWidths(int first, int second) {
         columns_[0].SetWidth(first);
         columns_[1].SetWidth(second);
+        if (GetClientSize().x <= first) return;  // there would be less than nothing to be drawn
         UpdateColumn(0);
         UpdateColumn(1);
     }
