@@ -17,6 +17,7 @@
 #include "simulator/playback.h"
 #include "tour/tour_player_control.h"
 #include "tour/tour_protocol.h"
+#include "tour/tour_screen_split.h"
 #include "tour/tour_settings.h"
 #include "tour/tour_timeline.h"
 #include "videocontrol/video_control_buttons.h"
@@ -272,11 +273,12 @@ class TourExit : public TourSteps {
 void WriteTourScript(Tour& tour, simulator::PlayerGroup& players) {
     // The steps refer to the stations for as long as the tour walks.
     using Stations = std::tuple<TourScript, TourSettings, TourPlayerControl, TourTimeline,
-                                TourProtocol, TourExit>;
+                                TourScreenSplit, TourProtocol, TourExit>;
     static std::unique_ptr<Stations> stations;
     stations = std::make_unique<Stations>(
         TourScript(tour, players), TourSettings(tour, players), TourPlayerControl(tour, players),
-        TourTimeline(tour, players), TourProtocol(tour, players), TourExit(tour, players));
+        TourTimeline(tour, players), TourScreenSplit(tour, players), TourProtocol(tour, players),
+        TourExit(tour, players));
     std::apply([](auto&... station) { (station.Write(), ...); }, *stations);
 }
 
