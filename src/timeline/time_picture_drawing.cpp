@@ -6,6 +6,7 @@
 #include "timeline/timeline_texts.h"
 #include "widgets/colours.h"
 #include "widgets/fonts.h"
+#include "widgets/picture_control.h"
 #include "widgets/table_drawing.h"
 #include "widgets/wx_text.h"
 
@@ -36,13 +37,6 @@ wxColour MarkColour(MarkLook look) {
         case MarkLook::kLeft: break;
     }
     return Mix(ink, ground, kLeftShare);
-}
-
-void DrawCentred(wxGraphicsContext& canvas, const wxString& text, double x, double y) {
-    double width = 0;
-    double height = 0;
-    canvas.GetTextExtent(text, &width, &height);
-    canvas.DrawText(text, x - width / 2, y - height / 2);
 }
 
 }  // namespace
@@ -171,20 +165,6 @@ void TimePictureDrawing::Moment(wxGraphicsContext& canvas, double x, std::int64_
                                    std::max(captionWidth_ * 1.0, plot.GetRight() - width));
     canvas.DrawRoundedRectangle(left, 0, width, axisHeight_, window_.FromDIP(3));
     DrawCentred(canvas, text, left + width / 2, axisHeight_ / 2.0);
-}
-
-void TimePictureDrawing::Frame(wxDC& canvas) const {
-    const bool isFocused = window_.HasFocus();
-    const wxColour colour =
-        isFocused ? SystemColour(wxSYS_COLOUR_HIGHLIGHT) : TableDrawing::LineColour();
-    const int width = isFocused ? window_.FromDIP(2) : 1;
-    canvas.SetPen(*wxTRANSPARENT_PEN);
-    canvas.SetBrush(colour);
-    const wxRect area = window_.GetClientSize();
-    canvas.DrawRectangle(0, 0, area.width, width);
-    canvas.DrawRectangle(0, area.height - width, area.width, width);
-    canvas.DrawRectangle(0, 0, width, area.height);
-    canvas.DrawRectangle(area.width - width, 0, width, area.height);
 }
 
 }  // namespace sontaro

@@ -53,8 +53,6 @@ class TimePictureDrawing {
               MarkLook look) const;
     /// A line down the plot with its time above, for what is being dragged.
     void Moment(wxGraphicsContext& canvas, double x, std::int64_t time) const;
-    /// Around it all; another one where the keyboard is.
-    void Frame(wxDC& canvas) const;
 
    private:
     [[nodiscard]] int Space() const { return window_.FromDIP(6); }

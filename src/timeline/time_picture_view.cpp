@@ -1,7 +1,6 @@
 #include "timeline/time_picture_view.h"
 
 #include <wx/dcbuffer.h>
-#include <wx/settings.h>
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +11,7 @@
 #include "timeline/timeline_edits.h"
 #include "timeline/timeline_texts.h"
 #include "widgets/caption_button.h"
+#include "widgets/picture_control.h"
 #include "widgets/table_drawing.h"
 #include "widgets/wx_text.h"
 
@@ -26,16 +26,9 @@ constexpr LocalText kName = {"时间图", "Picture of time"};
 constexpr LocalText kMore = {"…共 %zu 条", "… %zu in all"};
 constexpr double kZoomStep = 1.25;
 constexpr int kScrollStep = 80;  // pixels of a turn of the wheel
-constexpr int kLeastThreshold = 4;
 constexpr std::size_t kMostTooltipLines = 8;
 constexpr std::int64_t kSmallNudge = 1;
 constexpr std::int64_t kLargeNudge = 1000;
-
-/// Pixels that a pointer goes before it drags.
-int DragThreshold(const wxWindow& window) {
-    return std::max(window.FromDIP(kLeastThreshold),
-                    wxSystemSettings::GetMetric(wxSYS_DRAG_X, &window));
-}
 
 }  // namespace
 
@@ -143,7 +136,7 @@ void TimePictureView::Paint() {
         drawing_.Axis(*graphics, AxisTicks(window_, drawing_.TickDistance()));
         PaintMarks(*graphics);
     }
-    drawing_.Frame(canvas);
+    DrawFocusFrame(canvas, *this);
 }
 
 /// What is chosen or dragged comes last, above the others.
