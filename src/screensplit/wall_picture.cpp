@@ -26,13 +26,6 @@ WallRect Within(const WallRect& area, const SplitZoom& zoom) {
             std::clamp(area.height - top - zoom.bottom, 0.0, area.height - top)};
 }
 
-WallRect Common(const WallRect& a, const WallRect& b) {
-    const double left = std::max(a.left, b.left);
-    const double top = std::max(a.top, b.top);
-    return {left, top, std::max(std::min(a.Right(), b.Right()) - left, 0.0),
-            std::max(std::min(a.Bottom(), b.Bottom()) - top, 0.0)};
-}
-
 WallRect Around(const WallRect& a, const WallRect& b) {
     const double left = std::min(a.left, b.left);
     const double top = std::min(a.top, b.top);
@@ -51,23 +44,34 @@ WallTile TileOf(const SplitDocument& document, std::size_t screen, std::size_t n
     return {screen, number, screen < names.size() ? &names[screen] : nullptr};
 }
 
-WallSpot At(Kind kind, std::size_t index) { return {kind, index}; }
+/// `index`, or the last of `count` where there are fewer.
+std::size_t LastOr(std::size_t index, std::size_t count) { return std::min(index, count - 1); }
 
-/// Arrows as they lie to the wall.
-enum class Way { kBack, kOn, kAway, kToTray };
+/// One farther on or back among `count`; stays at either end.
+std::size_t Stepped(std::size_t index, bool isOn, std::size_t count) {
+    if (isOn) return LastOr(index + 1, count);
+    return index > 0 ? index - 1 : 0;
+}
 
-Way WayOf(WallArrow arrow, SplitDirection direction) {
+WallWay WayOf(WallArrow arrow, SplitDirection direction) {
     const bool isHorizontal = direction == SplitDirection::kHorizontal;
     switch (arrow) {
-        case WallArrow::kLeft: return isHorizontal ? Way::kBack : Way::kAway;
-        case WallArrow::kUp: return isHorizontal ? Way::kAway : Way::kBack;
-        case WallArrow::kRight: return isHorizontal ? Way::kOn : Way::kToTray;
+        case WallArrow::kLeft: return isHorizontal ? WallWay::kBack : WallWay::kAway;
+        case WallArrow::kUp: return isHorizontal ? WallWay::kAway : WallWay::kBack;
+        case WallArrow::kRight: return isHorizontal ? WallWay::kOn : WallWay::kToTray;
         case WallArrow::kDown: break;
     }
-    return isHorizontal ? Way::kToTray : Way::kOn;
+    return isHorizontal ? WallWay::kToTray : WallWay::kOn;
 }
 
 }  // namespace
+
+WallRect Common(const WallRect& a, const WallRect& b) {
+    const double left = std::max(a.left, b.left);
+    const double top = std::max(a.top, b.top);
+    return {left, top, std::max(std::min(a.Right(), b.Right()) - left, 0.0),
+            std::max(std::min(a.Bottom(), b.Bottom()) - top, 0.0)};
+}
 
 std::string WallTile::CornersText() const {
     return fmt::format("({:.0f}, {:.0f}) - ({:.0f}, {:.0f})", area.left, area.top, area.Right() - 1,
@@ -112,47 +116,48 @@ std::string WallPicture::SizeText() const {
     return fmt::format("{:.0f} x {:.0f}", whole_.width, whole_.height);
 }
 
-// NOLINTNEXTLINE(readability-function-cognitive-complexity): a table of ways
 WallSpot WallPicture::Neighbour(const WallSpot& spot, WallArrow arrow) const {
-    const Way way = WayOf(arrow, direction_);
-    const std::size_t index = spot.index;
     switch (spot.kind) {
-        case Kind::kTile:
-            if (way == Way::kBack && index > 0) return At(Kind::kTile, index - 1);
-            if (way == Way::kOn && index + 1 < tiles_.size()) return At(Kind::kTile, index + 1);
-            if (way == Way::kAway && index > 0) return At(Kind::kSeam, index - 1);
-            if (way == Way::kToTray && !unused_.empty())
-                return At(Kind::kUnused, std::min(index, unused_.size() - 1));
-            break;
-        case Kind::kSeam:
-            if (way == Way::kBack && index > 0) return At(Kind::kSeam, index - 1);
-            if (way == Way::kOn && index + 1 < overlaps_.size()) return At(Kind::kSeam, index + 1);
-            if (way == Way::kToTray) return At(Kind::kTile, index + 1);
-            break;
-        case Kind::kUnused:
-            if (arrow == WallArrow::kLeft && index > 0) return At(Kind::kUnused, index - 1);
-            if (arrow == WallArrow::kRight && index + 1 < unused_.size())
-                return At(Kind::kUnused, index + 1);
-            if (arrow == WallArrow::kUp && !tiles_.empty())
-                return At(Kind::kTile, std::min(index, tiles_.size() - 1));
-            break;
+        case Kind::kTile: return FromTile(spot, WayOf(arrow, direction_));
+        case Kind::kSeam: return FromSeam(spot, WayOf(arrow, direction_));
+        case Kind::kUnused: return FromTray(spot, arrow);
         case Kind::kNothing:
-        case Kind::kTray:
-            if (!tiles_.empty()) return At(Kind::kTile, 0);
-            if (!unused_.empty()) return At(Kind::kUnused, 0);
-            break;
+        case Kind::kTray: break;
     }
-    return spot;
+    if (!tiles_.empty()) return {Kind::kTile, 0};
+    return unused_.empty() ? spot : WallSpot{Kind::kUnused, 0};
+}
+
+WallSpot WallPicture::FromTile(const WallSpot& tile, WallWay way) const {
+    const std::size_t index = tile.index;
+    if (way == WallWay::kToTray)
+        return unused_.empty() ? tile : WallSpot{Kind::kUnused, LastOr(index, unused_.size())};
+    if (way == WallWay::kAway) return index > 0 ? WallSpot{Kind::kSeam, index - 1} : tile;
+    return {Kind::kTile, Stepped(index, way == WallWay::kOn, tiles_.size())};
+}
+
+WallSpot WallPicture::FromSeam(const WallSpot& seam, WallWay way) const {
+    if (way == WallWay::kToTray) return {Kind::kTile, seam.index + 1};
+    if (way == WallWay::kAway) return seam;
+    return {Kind::kSeam, Stepped(seam.index, way == WallWay::kOn, overlaps_.size())};
+}
+
+WallSpot WallPicture::FromTray(const WallSpot& unused, WallArrow arrow) const {
+    if (arrow == WallArrow::kDown) return unused;
+    if (arrow == WallArrow::kUp)
+        return tiles_.empty() ? unused : WallSpot{Kind::kTile, LastOr(unused.index, tiles_.size())};
+    return {Kind::kUnused, Stepped(unused.index, arrow == WallArrow::kRight, unused_.size())};
 }
 
 std::optional<WallDrop> WallPicture::MovedBy(const WallSpot& spot, WallArrow arrow) const {
-    const Way way = WayOf(arrow, direction_);
+    const WallWay way = WayOf(arrow, direction_);
     if (spot.kind == Kind::kUnused && arrow == WallArrow::kUp)
         return WallDrop{false, tiles_.size()};
     if (spot.kind != Kind::kTile) return std::nullopt;
-    if (way == Way::kToTray) return WallDrop{true, 0};
-    if (way == Way::kBack && spot.index > 0) return WallDrop{false, spot.index - 1};
-    if (way == Way::kOn && spot.index + 1 < tiles_.size()) return WallDrop{false, spot.index + 2};
+    if (way == WallWay::kToTray) return WallDrop{true, 0};
+    if (way == WallWay::kBack && spot.index > 0) return WallDrop{false, spot.index - 1};
+    if (way == WallWay::kOn && spot.index + 1 < tiles_.size())
+        return WallDrop{false, spot.index + 2};
     return std::nullopt;
 }
 
@@ -165,11 +170,10 @@ std::optional<std::size_t> WallPicture::ScreenOf(const WallSpot& spot) const {
 
 WallSpot WallPicture::SpotOf(std::size_t screen) const {
     const auto tile = std::ranges::find(tiles_, screen, &WallTile::screen);
-    if (tile != tiles_.end())
-        return At(Kind::kTile, static_cast<std::size_t>(tile - tiles_.begin()));
+    if (tile != tiles_.end()) return {Kind::kTile, static_cast<std::size_t>(tile - tiles_.begin())};
     const auto unused = std::ranges::find(unused_, screen, &WallTile::screen);
     if (unused == unused_.end()) return {};
-    return At(Kind::kUnused, static_cast<std::size_t>(unused - unused_.begin()));
+    return {Kind::kUnused, static_cast<std::size_t>(unused - unused_.begin())};
 }
 
 }  // namespace sontaro

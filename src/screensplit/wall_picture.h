@@ -21,6 +21,9 @@ struct WallRect {
     bool operator==(const WallRect&) const = default;
 };
 
+/// What is in both; without width (or height) where they do not meet.
+[[nodiscard]] WallRect Common(const WallRect& a, const WallRect& b);
+
 /// What is written on a tile, and what it is.
 struct WallTile {
     std::size_t screen = 0;  ///< its place among the names
@@ -69,6 +72,8 @@ struct WallDrop {
 };
 
 enum class WallArrow { kLeft, kUp, kRight, kDown };
+/// Arrows as they lie to the wall.
+enum class WallWay { kBack, kOn, kAway, kToTray };
 
 inline constexpr LocalText kTrayTitle = {"未使用", "not used"};
 
@@ -96,10 +101,13 @@ class WallPicture {
     [[nodiscard]] std::optional<WallDrop> MovedBy(const WallSpot& spot, WallArrow arrow) const;
     /// The screen of a tile, in the wall or in the tray; none for anything else.
     [[nodiscard]] std::optional<std::size_t> ScreenOf(const WallSpot& spot) const;
-    /// Where a screen is.
+    /// Where a screen is; nothing when there is no such one.
     [[nodiscard]] WallSpot SpotOf(std::size_t screen) const;
 
    private:
+    [[nodiscard]] WallSpot FromTile(const WallSpot& tile, WallWay way) const;
+    [[nodiscard]] WallSpot FromSeam(const WallSpot& seam, WallWay way) const;
+    [[nodiscard]] WallSpot FromTray(const WallSpot& unused, WallArrow arrow) const;
     void AddOverlap(const WallRect& previous, const WallRect& next);
 
     SplitDirection direction_{};
