@@ -16,7 +16,7 @@ constexpr LocalText kOutput = {"输出 %d", "Output %d"};
 ScreenName NameOf(const DeviceRecord& record, std::size_t device, int output) {
     ScreenName name{record.ip + Localized(output == 1 ? kFirstOutput : kSecondOutput), device,
                     output};
-    for (const std::string& text : {record.ip, record.id, record.remarks})
+    for (const std::string& text : {record.ip, record.remarks, record.id})
         if (!text.empty()) name.label.push_back(text);
     name.label.push_back(fmt::sprintf(Localized(kOutput), output));
     return name;

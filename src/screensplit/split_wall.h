@@ -19,7 +19,7 @@ struct ScreenName {
     std::string text;        ///< "192.168.1.21-1Screen"
     std::size_t device = 0;  ///< its place among the devices
     int output = 1;          ///< from 1
-    /// What is written on the screen in a picture: its player's address, ID and remark as far as
+    /// What is written on the screen in a picture: its player's address, remark and ID as far as
     /// there are any, and its output.
     std::vector<std::string> label = {};
 

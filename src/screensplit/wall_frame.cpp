@@ -33,12 +33,16 @@ std::int32_t OverlapOf(const SplitDocument& document, std::size_t seam) {
 WallFrame::WallFrame(const WallPicture& picture, const WallSpace& space)
     : picture_(picture), space_(space) {
     const WallRect& whole = picture.Whole();
-    const double width = std::max(space.width - 2 * space.margin, 1.0);
-    const double height = std::max(space.height - space.tray - 2 * space.margin, 1.0);
+    const bool isHorizontal = IsHorizontal(picture.Direction());
+    const double above = isHorizontal ? space.beside : 0;
+    const double width =
+        std::max(space.width - 2 * space.margin - (isHorizontal ? 0 : space.beside), 1.0);
+    const double height =
+        std::max(space.height - space.tray - space.caption - 2 * space.margin - above, 1.0);
     if (!picture.Tiles().empty())
         scale_ = std::min(width / std::max(whole.width, 1.0), height / std::max(whole.height, 1.0));
     left_ = space.margin + (width - whole.width * scale_) / 2 - whole.left * scale_;
-    top_ = space.margin + (height - whole.height * scale_) / 2 - whole.top * scale_;
+    top_ = space.margin + above + (height - whole.height * scale_) / 2 - whole.top * scale_;
 }
 
 WallRect WallFrame::Placed(const WallRect& area) const {
@@ -50,16 +54,31 @@ WallRect WallFrame::Tray() const {
     return {0, std::max(space_.height - space_.tray, 0.0), space_.width, space_.tray};
 }
 
+WallRect WallFrame::Caption() const {
+    return {space_.margin, Tray().top - space_.caption,
+            std::max(space_.width - 2 * space_.margin, 1.0), space_.caption};
+}
+
 WallRect WallFrame::Unused(std::size_t index) const {
     const WallRect tray = Tray();
     const auto count = static_cast<double>(picture_.Unused().size());
-    const double step = std::min(space_.chip, (tray.width - space_.margin) / count);
-    return {space_.margin + step * static_cast<double>(index), tray.top + space_.margin / 2,
-            std::max(step - space_.margin, 1.0), std::max(tray.height - space_.margin, 1.0)};
+    const double step =
+        std::min(space_.chip, std::max(tray.width - space_.margin - space_.title, 0.0) / count);
+    return {space_.margin + space_.title + step * static_cast<double>(index),
+            tray.top + space_.margin / 2, std::max(step - space_.margin, 1.0),
+            std::max(tray.height - space_.margin, 1.0)};
 }
 
 WallRect WallFrame::Handle(std::size_t seam) const {
-    return Widened(Placed(picture_.Overlaps()[seam].area), picture_.Direction(), space_.handle);
+    WallRect handle =
+        Widened(Placed(picture_.Overlaps()[seam].area), picture_.Direction(), space_.handle);
+    if (IsHorizontal(picture_.Direction())) {
+        handle.top -= space_.beside;
+        handle.height += space_.beside;
+    } else {
+        handle.width += space_.beside;
+    }
+    return handle;
 }
 
 WallRect WallFrame::DropMark(std::size_t place) const {
@@ -101,11 +120,11 @@ std::optional<WallDrop> TileDrag::MovedTo(double x, double y, const WallFrame& f
     return moves_ ? std::optional(frame.DropAt(x, y)) : std::nullopt;
 }
 
-void TileDrag::Drop(const WallDrop& drop, SplitDocument& document) const {
+void DropScreen(std::size_t screen, const WallDrop& drop, SplitDocument& document) {
     if (drop.toTray)
-        document.DismissScreen(screen_);
+        document.DismissScreen(screen);
     else
-        document.PlaceScreen(screen_, drop.place);
+        document.PlaceScreen(screen, drop.place);
 }
 
 // NOLINTNEXTLINE(bugprone-easily-swappable-parameters)

@@ -13,6 +13,9 @@ struct WallSpace {
     double tray = 40;    ///< height of the tray, at the bottom
     double chip = 160;   ///< most width of a screen in the tray
     double handle = 10;  ///< least width of a seam to be gripped
+    double beside = 0;  ///< for what is said of the seams: above the wall, at the right of a column
+    double caption = 0;  ///< height of the line between the wall and the tray
+    double title = 0;    ///< of the tray, at the left of its screens
 };
 
 /// A picture, fitted into its room. `picture` outlives it.
@@ -24,10 +27,13 @@ class WallFrame {
     [[nodiscard]] double Scale() const { return scale_; }
     /// Something of the wall in the window.
     [[nodiscard]] WallRect Placed(const WallRect& area) const;
+    [[nodiscard]] WallRect Everything() const { return {0, 0, space_.width, space_.height}; }
     [[nodiscard]] WallRect Tray() const;
+    /// The line between the wall and the tray.
+    [[nodiscard]] WallRect Caption() const;
     /// A screen in the tray.
     [[nodiscard]] WallRect Unused(std::size_t index) const;
-    /// Where a seam is gripped.
+    /// Where a seam is gripped; with the room beside the wall.
     [[nodiscard]] WallRect Handle(std::size_t seam) const;
     /// The line ahead of the tile at `place`, or behind the last one: what is dropped goes there.
     [[nodiscard]] WallRect DropMark(std::size_t place) const;
@@ -45,6 +51,9 @@ class WallFrame {
     double top_ = 0;
 };
 
+/// Moves the tile of a screen.
+void DropScreen(std::size_t screen, const WallDrop& drop, SplitDocument& document);
+
 /// A tile that is dragged.
 class TileDrag {
    public:
@@ -56,8 +65,6 @@ class TileDrag {
     [[nodiscard]] std::size_t Screen() const { return screen_; }
     /// Where the tile would go; none while the pointer has not gone far enough.
     [[nodiscard]] std::optional<WallDrop> MovedTo(double x, double y, const WallFrame& frame);
-    /// Does to the document what the drop means.
-    void Drop(const WallDrop& drop, SplitDocument& document) const;
 
    private:
     const std::size_t screen_;

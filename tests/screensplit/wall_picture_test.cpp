@@ -103,11 +103,11 @@ TEST_F(PictureOfAWall, ADraggedTileGoesBetweenOthersOrToTheTrayAndBack) {
         EXPECT_EQ(drag.MovedTo(170, 30, frame), (WallDrop{false, 2}));
         EXPECT_EQ(drag.MovedTo(51, 30, frame), (WallDrop{false, 0}));
         EXPECT_EQ(drag.MovedTo(170, 90, frame), (WallDrop{true, 0}));
-        drag.Drop({false, 2}, document);
+        DropScreen(0, {false, 2}, document);
         EXPECT_THAT(Order(), ElementsAre(1, 0, 2));
-        drag.Drop({true, 0}, document);
+        DropScreen(0, {true, 0}, document);
         EXPECT_THAT(Order(), ElementsAre(1, 2));
-        drag.Drop({false, 1}, document);
+        DropScreen(0, {false, 1}, document);
     });
     EXPECT_THAT(Order(), ElementsAre(1, 0, 2));
 }
