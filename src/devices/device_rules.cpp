@@ -3,6 +3,7 @@
 #include <fmt/printf.h>
 
 #include <algorithm>
+#include <set>
 #include <tuple>
 
 #include "link/socket.h"
@@ -13,6 +14,9 @@ namespace {
 
 constexpr LocalText kTickFirst = {"没有选择IP吧！", "Please tick the devices!"};
 constexpr LocalText kTooMany = {"选择的设备太多了！", "Too many devices selected!"};
+constexpr LocalText kOneAddress = {"打勾的播放器中有相同的IP地址，请更改其中的地址。",
+                                   "Several of the ticked players have one IP address: give each "
+                                   "its own."};
 constexpr LocalText kChooseFirst = {"先选择一台设备，再连接！", "Please choose a device first!"};
 constexpr LocalText kSharedAddress = {"【IP冲突】", "[IP conflict] "};
 constexpr LocalText kSilent = {"【未应答】", "[no answer] "};
@@ -64,7 +68,10 @@ std::optional<LocalText> RefusalOfWall(const std::vector<DeviceRecord>& chosen) 
         return device.ip.empty() || device.tcpPort < kLeastPort;
     };
     if (std::ranges::any_of(chosen, cannotBeSentTo)) return kTickFirst;
-    return RefusalOfChoice(ChoiceMode::kMultiple, chosen.size());
+    if (const auto refusal = RefusalOfChoice(ChoiceMode::kMultiple, chosen.size())) return refusal;
+    std::set<std::string> addresses;
+    for (const DeviceRecord& device : chosen) addresses.insert(device.ip);
+    return addresses.size() < chosen.size() ? std::optional(kOneAddress) : std::nullopt;
 }
 
 bool IsSameNetwork(const std::string& localIp, const std::string& deviceIp) {

@@ -21,8 +21,8 @@ enum class ChoiceMode { kSingle, kMultiple };
 [[nodiscard]] std::optional<LocalText> RefusalOfChoice(ChoiceMode mode, std::size_t chosen);
 
 /// Why these players cannot be chosen together as those of a wall: there have to be 1 to
-/// `kMostDevices` of them, each with an address and a port beyond those of the system. None when
-/// they can.
+/// `kMostDevices` of them, each with an address of its own and a port beyond those of the system.
+/// None when they can.
 [[nodiscard]] std::optional<LocalText> RefusalOfWall(const std::vector<DeviceRecord>& chosen);
 
 /// The question to ask when a player is in another network than the local address.

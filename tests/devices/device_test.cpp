@@ -128,11 +128,16 @@ TEST(DeviceNetwork, IsJudgedByTheClassOfTheLocalAddress) {
 TEST(DeviceWall, TakesOneToEightPlayersThatCanBeSentTo) {
     DeviceRecord player;
     player.ip = "10.0.0.5", player.tcpPort = 1025;
-    const auto refusal = [&](std::size_t count) {
-        const auto text = RefusalOfWall(std::vector<DeviceRecord>(count, player));
+    const auto refusal = [&](int count, int addresses = 9) {
+        std::vector<DeviceRecord> players(static_cast<std::size_t>(count), player);
+        for (int i = 0; i < count && !player.ip.empty(); ++i)
+            players[static_cast<std::size_t>(i)].ip += std::to_string(i % addresses);
+        const auto text = RefusalOfWall(players);
         return std::string(text ? text->english : "");
     };
     EXPECT_EQ(refusal(1) + refusal(8), "");
+    EXPECT_EQ(refusal(3, 2),
+              "Several of the ticked players have one IP address: give each its own.");
     EXPECT_EQ(refusal(9), "Too many devices selected!");
     EXPECT_EQ(refusal(0), "Please tick the devices!");
     player.tcpPort = 1024;
