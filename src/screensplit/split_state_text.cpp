@@ -38,6 +38,7 @@ constexpr LocalText kAsFetched = {"与读取到的配置一致。", "As fetched.
 constexpr LocalText kEdited = {"已修改，尚未发送。", "Edited, not sent."};
 constexpr LocalText kSent = {"已发送，%d/%d 台播放器已确认。",
                              "Sent and confirmed by %d of %d players."};
+constexpr LocalText kBetween = {"、", ", "};
 constexpr LocalText kMissing = {"未确认：%s。", " Not by: %s."};
 
 std::string TextOf(const Ended& ended, SplitTask task) {
@@ -64,7 +65,7 @@ std::string TextOfSent(const SplitStatus& status) {
     std::string text = fmt::sprintf(Localized(kSent), confirmed, status.players);
     std::string missing;
     for (const std::string& address : status.unconfirmed)
-        missing += (missing.empty() ? "" : ", ") + address;
+        missing += (missing.empty() ? "" : Localized(kBetween)) + address;
     return missing.empty() ? text : text + fmt::sprintf(Localized(kMissing), missing);
 }
 
