@@ -6,6 +6,7 @@
 
 #include "base/json.h"
 #include "link/crc16.h"
+#include "screensplit/split_device.h"
 
 namespace sontaro::simulator {
 
@@ -13,14 +14,10 @@ namespace {
 
 constexpr std::uint8_t kScreenSplitForm = 1;  // the qualifier of command 54
 
-// Sizes without the checksum, and where the words stand that the tool looks at.
-constexpr std::size_t kLongBlock = 6524;
+// Sizes without the checksum.
+constexpr std::size_t kLongBlock = std::tuple_size_v<ParameterBlock>;
 constexpr std::size_t kShortBlock = 6515;
 constexpr std::size_t kChecksumSize = 2;
-constexpr std::size_t kWidthAt = 40;
-constexpr std::size_t kHeightAt = 42;
-constexpr std::size_t kCorrectionsAt = 6489;
-constexpr std::size_t kOutputsAt = 6491;
 
 void SetWord(Bytes& bytes, std::size_t offset, int word) {
     bytes[offset] = static_cast<std::uint8_t>(word);
@@ -67,10 +64,10 @@ void HandleParameterBlock(PlayerState& state, const DevicePacket& request, Answe
     payload.resize((screens.shortBlock ? kShortBlock : kLongBlock) + kChecksumSize);
     for (std::size_t i = 0; i < payload.size(); ++i)
         payload[i] = static_cast<std::uint8_t>(i % kPatternPeriod);
-    SetWord(payload, kWidthAt, screens.width);
-    SetWord(payload, kHeightAt, screens.height);
-    SetWord(payload, kCorrectionsAt, screens.corrections);
-    SetWord(payload, kOutputsAt, screens.outputs);
+    SetWord(payload, SplitDeviceParams::kWidth, screens.width);
+    SetWord(payload, SplitDeviceParams::kHeight, screens.height);
+    SetWord(payload, SplitDeviceParams::kCorrectionCount, screens.corrections);
+    SetWord(payload, SplitDeviceParams::kScreenCount, screens.outputs);
     Seal(payload);
     answer.reply.header.qualifier = kScreenSplitForm;
     answer.content = Content::kParameterBlock;
@@ -100,12 +97,13 @@ void SpoilParameterBlock(Answer& answer, const FaultScript& faults) {
     if (answer.content != Content::kParameterBlock) return;
     Bytes& payload = answer.reply.payload;
     if (faults.noCorrection) {
-        SetWord(payload, kCorrectionsAt, 0);
-        SetWord(payload, kOutputsAt, 0);
+        SetWord(payload, SplitDeviceParams::kCorrectionCount, 0);
+        SetWord(payload, SplitDeviceParams::kScreenCount, 0);
     }
     if (faults.otherResolution) {
-        SetWord(payload, kWidthAt, WordAt(payload, kWidthAt) / 2);
-        SetWord(payload, kHeightAt, WordAt(payload, kHeightAt) / 2);
+        SetWord(payload, SplitDeviceParams::kWidth, WordAt(payload, SplitDeviceParams::kWidth) / 2);
+        SetWord(payload, SplitDeviceParams::kHeight,
+                WordAt(payload, SplitDeviceParams::kHeight) / 2);
     }
     Seal(payload);
     if (faults.badChecksum) payload.back() ^= 0xFF;

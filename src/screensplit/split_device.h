@@ -10,6 +10,12 @@ namespace sontaro {
 /// numbers are little-endian; what is not named here is not known.
 class SplitDeviceParams {
    public:
+    // Where the words stand that are known.
+    static constexpr std::size_t kWidth = 40;
+    static constexpr std::size_t kHeight = 42;
+    static constexpr std::size_t kCorrectionCount = 6489;
+    static constexpr std::size_t kScreenCount = 6491;
+
     SplitDeviceParams() = default;
     explicit SplitDeviceParams(const ParameterBlock& bytes) : bytes_(bytes) {}
 
@@ -28,10 +34,6 @@ class SplitDeviceParams {
     bool operator==(const SplitDeviceParams&) const = default;
 
    private:
-    static constexpr std::size_t kWidth = 40;
-    static constexpr std::size_t kHeight = 42;
-    static constexpr std::size_t kCorrectionCount = 6489;
-    static constexpr std::size_t kScreenCount = 6491;
     static constexpr int kTwoOutputs = 2;
 
     [[nodiscard]] std::uint16_t At(std::size_t offset) const {
