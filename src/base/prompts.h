@@ -3,8 +3,10 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace sontaro {
 
@@ -18,6 +20,20 @@ struct FileQuestion {
     std::string extension;  ///< that a name with another or none is given, without a point
 
     bool operator==(const FileQuestion&) const = default;
+};
+
+/// Takes a question back that has lost its sense. User-interface thread.
+class Withdrawal {
+   public:
+    /// Closes the question if it is open: the answer is No.
+    void Withdraw() const {
+        if (const auto close = close_) close();
+    }
+    /// The question is open, and this closes it; nothing: it has been closed.
+    void Offer(std::function<void()> close) { close_ = std::move(close); }
+
+   private:
+    std::function<void()> close_;
 };
 
 /// Modal boxes; tests replace them. User-interface thread only. Texts are UTF-8.
@@ -38,6 +54,13 @@ class Prompts {
 
     /// Asks a question with Yes and No (question icon); true is Yes.
     [[nodiscard]] virtual bool Confirm(const std::string& text) = 0;
+
+    /// As `Confirm`, of something that may be settled while the question is open. `withdrawal`
+    /// outlives it.
+    [[nodiscard]] virtual bool ConfirmUnlessSettled(const std::string& text,
+                                                    Withdrawal& /*withdrawal*/) {
+        return Confirm(text);
+    }
 
     /// Asks for a file; none when the user has thought better of it. To replace a file is asked
     /// about.

@@ -68,6 +68,7 @@ void SplitRun::Enter(std::vector<DeviceRecord> players) {
 
 void SplitRun::Leave() {
     talks_.clear();
+    sendAgain_.Withdraw();
     failure_.reset();
     EndTask();
 }
@@ -128,6 +129,7 @@ void SplitRun::Ask(Request request, void (SplitRun::*take)(const Ended&)) {
     if (player.ip.empty() || player.tcpPort < kLeastPort)
         return Fail(SplitFailure::Why::kNotAnswered, {End::kNotSent, 0, NotSent::kConnectFailed});
     talks_[index_]->Ask(std::move(request), [this, take](const Ended& ended) {
+        sendAgain_.Withdraw();
         if (ended.how == End::kCancelled) return;
         if (ended.how != End::kReply) return Fail(SplitFailure::Why::kNotAnswered, ended);
         (this->*take)(ended);
@@ -139,7 +141,8 @@ Request SplitRun::WithQuestion(Request request) {
     request.limit = kLimit;
     request.atLimit = [this](auto) {
         const std::string question = fmt::sprintf(Localized(kSendAgain), AddressOf(index_));
-        return prompts_.Confirm(question) ? AtLimit::kRepeat : AtLimit::kEnd;
+        return prompts_.ConfirmUnlessSettled(question, sendAgain_) ? AtLimit::kRepeat
+                                                                   : AtLimit::kEnd;
     };
     return request;
 }

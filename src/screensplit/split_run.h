@@ -97,7 +97,8 @@ class SplitRun {
     std::optional<SplitFailure> failure_;
     bool settingsAgree_ = false;  // all players are known to have the same advanced and fixed ones
     std::string sent_;
-    std::vector<bool> confirmed_;  // of `sent_`, by device
+    std::vector<bool> confirmed_;          // of `sent_`, by device
+    Withdrawal sendAgain_;                 // of the question
 };
 
 }  // namespace sontaro

@@ -4,6 +4,7 @@
 #include <wx/filedlg.h>
 #include <wx/filefn.h>
 #include <wx/msgdlg.h>
+#include <wx/timer.h>
 #include <wx/utils.h>
 
 #include "base/window_titles.h"
@@ -37,7 +38,28 @@ class AnswerablePointer {
     int busy_ = 0;
 };
 
-int Show(const std::string& text, long style) {
+/// Closes a question that is withdrawn. The toolkit can end the innermost box alone.
+class QuestionCloser {
+   public:
+    QuestionCloser(wxDialog& box, Withdrawal& withdrawal) : withdrawal_(withdrawal) {
+        constexpr int kStepMilliseconds = 10;
+        timer_.Bind(wxEVT_TIMER, [&box](wxTimerEvent&) {
+            if (box.IsModal() && FrontDialog() == &box) box.EndModal(wxID_NO);
+        });
+        withdrawal_.Offer([this] { timer_.Start(kStepMilliseconds); });
+    }
+    ~QuestionCloser() { withdrawal_.Offer({}); }
+    QuestionCloser(const QuestionCloser&) = delete;
+    QuestionCloser& operator=(const QuestionCloser&) = delete;
+
+    [[nodiscard]] bool IsWithdrawn() const { return timer_.IsRunning(); }
+
+   private:
+    Withdrawal& withdrawal_;
+    wxTimer timer_;
+};
+
+int Show(const std::string& text, long style, Withdrawal* withdrawal = nullptr) {
     const AnswerablePointer answerable;
     wxGenericMessageDialog box(FrontDialog(), ToWx(text), ToWx(ApplicationTitle()), style);
     UseLanguageFont(box);
@@ -46,8 +68,13 @@ int Show(const std::string& text, long style) {
     } else {
         box.SetOKLabel(ButtonLabel(kOkText, 'O'));
     }
-    return box.ShowModal();
+    if (!withdrawal) return box.ShowModal();
+    const QuestionCloser closer(box, *withdrawal);
+    const int answer = box.ShowModal();
+    return closer.IsWithdrawn() ? int{wxID_NO} : answer;
 }
+
+constexpr long kQuestion = wxYES_NO | wxNO_DEFAULT | wxICON_QUESTION;
 
 }  // namespace
 
@@ -57,8 +84,10 @@ void MessagePrompts::Warn(const std::string& text) { Show(text, wxOK | wxICON_QU
 
 void MessagePrompts::WarnOfLimit(const std::string& text) { Show(text, wxOK | wxICON_WARNING); }
 
-bool MessagePrompts::Confirm(const std::string& text) {
-    return Show(text, wxYES_NO | wxNO_DEFAULT | wxICON_QUESTION) == wxID_YES;
+bool MessagePrompts::Confirm(const std::string& text) { return Show(text, kQuestion) == wxID_YES; }
+
+bool MessagePrompts::ConfirmUnlessSettled(const std::string& text, Withdrawal& withdrawal) {
+    return Show(text, kQuestion, &withdrawal) == wxID_YES;
 }
 
 std::optional<std::filesystem::path> MessagePrompts::ChooseFile(const FileQuestion& question) {

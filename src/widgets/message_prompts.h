@@ -13,6 +13,8 @@ class MessagePrompts : public Prompts {
     void Warn(const std::string& text) override;
     void WarnOfLimit(const std::string& text) override;
     [[nodiscard]] bool Confirm(const std::string& text) override;
+    [[nodiscard]] bool ConfirmUnlessSettled(const std::string& text,
+                                            Withdrawal& withdrawal) override;
     [[nodiscard]] std::optional<std::filesystem::path> ChooseFile(
         const FileQuestion& question) override;
     [[nodiscard]] std::optional<std::uint32_t> ChooseColour(std::uint32_t colour) override;

@@ -11,6 +11,7 @@ namespace sontaro::test {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::_;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Why = SplitFailure::Why;
@@ -208,14 +209,21 @@ TEST_F(SplitPage, FetchingIsRepeatedThreeTimesSendingOnlyWhenTheUserWantsIt) {
     ExpectStatus(Kind::kSent, {"192.168.1.21", "192.168.1.22"});
 }
 
-TEST_F(SplitPage, AConfirmationThatComesWhileTheUserIsAskedCounts) {
+TEST_F(SplitPage, WhatSettlesTheMatterWhileTheUserIsAskedTakesTheQuestionBack) {
     Fetch();
     run.Finish();
-    prompts.answers = {false};
-    prompts.whileShown = [&] { Confirm(21); };
-    Log(), timers.Advance(3s);
-    prompts.whileShown = [] {};
+    const auto settle = [&](const std::function<void()>& action) {
+        prompts.answers = {true};
+        prompts.whileShown = action;
+        Log(), timers.Advance(3s);
+        prompts.whileShown = [] {};
+    };
+    settle([&] { Confirm(21); });
     EXPECT_EQ(Log(), "22:3.13; ");
+    EXPECT_THAT(Boxes(), ElementsAre(kAgain21, Withdrawn()));
+    settle([&] { run.Leave(); });
+    EXPECT_EQ(Log(), "");
+    EXPECT_THAT(Boxes(), ElementsAre(_, Withdrawn()));
     EXPECT_FALSE(run.Failure());
 }
 

@@ -14,7 +14,7 @@ namespace sontaro::test {
 /// A box that was shown. A notice has the icon of information, a warning and a question that of a
 /// question; only a question can be answered.
 struct Box {
-    enum class Kind { kNotice, kWarning, kQuestion, kFileQuestion, kLimit };
+    enum class Kind { kNotice, kWarning, kQuestion, kFileQuestion, kLimit, kWithdrawn };
     Kind kind{};
     std::string text;
     FileQuestion file = {};  ///< all that a file was asked for with
@@ -26,6 +26,8 @@ inline Box Notice(std::string text) { return {Box::Kind::kNotice, std::move(text
 inline Box Warning(std::string text) { return {Box::Kind::kWarning, std::move(text)}; }
 inline Box Limit(std::string text) { return {Box::Kind::kLimit, std::move(text)}; }
 inline Box Question(std::string text) { return {Box::Kind::kQuestion, std::move(text)}; }
+/// Behind the question that was closed unanswered.
+inline Box Withdrawn() { return {Box::Kind::kWithdrawn, ""}; }
 inline Box ToOpen(const std::string& caption, std::string filter, std::string extension) {
     return {Box::Kind::kFileQuestion,
             caption,
@@ -40,7 +42,8 @@ inline Box ToSave(const std::string& caption, std::string filter, std::string na
 }
 
 inline void PrintTo(const Box& box, std::ostream* out) {
-    constexpr const char* kKinds[] = {"notice", "warning", "question", "file question", "limit"};
+    constexpr const char* kKinds[] = {"notice",        "warning", "question",
+                                      "file question", "limit",   "withdrawn"};
     *out << kKinds[static_cast<int>(box.kind)] << " \"" << box.text << '"';
     if (box.kind != Box::Kind::kFileQuestion) return;
     const bool saves = box.file.purpose == FileQuestion::Purpose::kSave;
@@ -60,6 +63,14 @@ class RecordingPrompts final : public Prompts {
         const bool answer = answers.front();
         answers.pop_front();
         return answer;
+    }
+    bool ConfirmUnlessSettled(const std::string& text, Withdrawal& withdrawal) override {
+        bool isOpen = true;
+        withdrawal.Offer([&] { isOpen = false; });
+        const bool answer = Confirm(text);
+        withdrawal.Offer({});
+        if (!isOpen) boxes.push_back(Withdrawn());
+        return answer && isOpen;
     }
     std::optional<std::filesystem::path> ChooseFile(const FileQuestion& question) override {
         Show({Box::Kind::kFileQuestion, question.caption, question});

@@ -56,6 +56,26 @@ TEST_F(RealPrompts, ShowTheIconsAndTheButtonsOfTheirKind) {
                   wxICON_QUESTION | wxYES_NO);
 }
 
+TEST_F(RealPrompts, CloseAQuestionThatIsSettledUnderOtherBoxesToo) {
+    Withdrawal withdrawal;
+    const auto settle = [&](wxDialog*) { withdrawal.Withdraw(); };
+    {
+        const ModalScript script{settle};
+        EXPECT_FALSE(real.ConfirmUnlessSettled("text", withdrawal));
+    }
+    const ModalScript script{[&](wxDialog*) { real.Inform("over it"); },
+                             [&](wxDialog* notice) {
+                                 withdrawal.Withdraw();
+                                 withdrawal.Withdraw();
+                                 Settle();
+                                 Press(notice, wxID_OK);
+                             },
+                             [](wxDialog* question) { Press(question, wxID_YES); }};
+    EXPECT_FALSE(real.ConfirmUnlessSettled("text", withdrawal));
+    EXPECT_TRUE(real.ConfirmUnlessSettled("text", withdrawal));
+    withdrawal.Withdraw();
+}
+
 TEST_F(RealPrompts, AskForAFileWithItsCaptionFilterAndName) {
     EXPECT_FALSE(real.ChooseFile(ToOpen("打开", "Flie(*.JSON)|*.JSON", "JSON").file));
     EXPECT_FALSE(real.ChooseFile(ToSave("Save it", "*.JSON|*.JSON", "协议", "JSON").file));
