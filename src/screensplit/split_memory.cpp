@@ -169,14 +169,12 @@ std::optional<SplitWall> WallFromJson(const Json::Value& json, const SplitDocume
 }
 
 /// The latest comes first; those of sets that have not been used for long go.
-void RememberWall(const SplitDocument& document, JsonFile& preferences) {
-    const std::optional<Json::Value> wall = WallToJson(document);
-    if (!wall || !document.IsLaidOut()) return;
-    const std::set<ScreenKey> set = SetOf(KeysOf(document));
+void RememberWall(const Json::Value& wall, JsonFile& preferences) {
+    const std::set<ScreenKey> set = SetOf(KeysIn(wall));
     // Only a convenience is lost when it cannot be written.
     static_cast<void>(preferences.Update([&](Json::Value& root) {
         Json::Value walls(Json::arrayValue);
-        walls.append(*wall);
+        walls.append(wall);
         if (root[kRemembered].isArray())
             for (const Json::Value& other : root[kRemembered])
                 if (walls.size() < kMostRemembered && SetOf(KeysIn(other)) != set)

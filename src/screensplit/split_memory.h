@@ -15,9 +15,9 @@ namespace sontaro {
 [[nodiscard]] std::optional<SplitWall> WallFromJson(const Json::Value& json,
                                                     const SplitDocument& document);
 
-/// Keeps the wall as the last one of its set of players. Nothing is told when that does not work:
-/// only a convenience is lost.
-void RememberWall(const SplitDocument& document, JsonFile& preferences);
+/// Keeps a wall of `WallToJson` as the last one of its set of players. Nothing is told when that
+/// does not work: only a convenience is lost.
+void RememberWall(const Json::Value& wall, JsonFile& preferences);
 /// The wall that just this set of players had last; none when it is not known.
 [[nodiscard]] std::optional<SplitWall> RememberedWall(const SplitDocument& document,
                                                       const JsonFile& preferences);

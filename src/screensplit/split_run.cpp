@@ -226,6 +226,7 @@ void SplitRun::Finish() {
         return prompts_.Warn(Localized(*RefusalOfChoice(ChoiceMode::kMultiple, 0)));
     if (!MaySendToAll()) return;
     sent_ = document_.Write();
+    sentWall_ = document_.IsLaidOut() ? WallToJson(document_) : std::nullopt;
     confirmed_.assign(devices_.size(), false);
     index_ = 0;
     BeginSending();
@@ -262,7 +263,7 @@ void SplitRun::Confirmed(const Ended&) {
 
 void SplitRun::Complete() {
     settingsAgree_ = true;
-    RememberWall(document_, preferences_);
+    if (sentWall_) RememberWall(*sentWall_, preferences_);
     EndTask();
     prompts_.Inform(Localized(kCompleted));
 }

@@ -97,6 +97,7 @@ class SplitRun {
     std::optional<SplitFailure> failure_;
     bool settingsAgree_ = false;  // all players are known to have the same advanced and fixed ones
     std::string sent_;
+    std::optional<Json::Value> sentWall_;  // to be remembered once all have confirmed it
     std::vector<bool> confirmed_;          // of `sent_`, by device
     Withdrawal sendAgain_;                 // of the question
 };

@@ -318,9 +318,9 @@ TEST_F(Wall, TheLastOneOfASetOfPlayersIsRememberedWhateverTheirAddresses) {
     const TemporaryFolder folder;
     JsonFile preferences(folder / "preferences.json");
     document.DismissScreen(0);
-    RememberWall(document, preferences);
+    RememberWall(*WallToJson(document), preferences);
     document.SetOverlap(0, 40);
-    RememberWall(document, preferences);
+    RememberWall(*WallToJson(document), preferences);
     EXPECT_EQ(preferences.Root()["screenSplitWalls"].size(), 1U);
     std::vector<SplitDevice> devices = {DeviceAt(22, 1), DeviceAt(21, 2)};
     devices[0].record.ip = "10.0.0.5";

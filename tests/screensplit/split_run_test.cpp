@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "screensplit/split_memory.h"
 #include "screensplit/split_samples.h"
 #include "support/fake_player_channel.h"
 #include "support/recording_prompts.h"
@@ -117,10 +118,12 @@ TEST_F(SplitPage, SendsTheSameDocumentToOneAfterAnother) {
     ExpectStatus(Kind::kEdited);
     document.Undo();
     ExpectStatus(Kind::kSent, {"192.168.1.22"});
+    document.Redo();
     Confirm(22);
+    EXPECT_EQ(RememberedWall(document, preferences)->seams[0].x, 0);
+    document.Undo();
     ExpectStatus(Kind::kSent);
     EXPECT_THAT(Boxes(), ElementsAre(kCompleted));
-    EXPECT_TRUE(preferences.Root().isMember("screenSplitWalls"));
     EXPECT_FALSE(run.IsBusy());
 }
 
