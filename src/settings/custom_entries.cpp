@@ -1,12 +1,19 @@
 #include "settings/custom_entries.h"
 
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <queue>
+#include <utility>
+
 #include "settings/custom_item_rows.h"
 
 namespace sontaro {
 
 namespace {
 
-using Item = CCustomSettingAnalysor::Item;
+using Document = CCustomSettingAnalysor;
+using Item = Document::Item;
 
 constexpr const char* kKey = "keyVal";
 constexpr const char* kInputType = "inputType";
@@ -21,19 +28,49 @@ Item ReadEntry(const Json::Value& json) {
     return ReadCustomSetting(named);
 }
 
-/// Whether a value of `other` is one that `entry` may have. What has no limits keeps its value in
-/// their place.
-bool HasSameShape(const Json::Value& entry, const Json::Value& other) {
-    if (!entry.isObject() || !other.isObject() || entry[kKey] != other[kKey] ||
-        entry[kInputType] != other[kInputType])
-        return false;
+/// Entries of one shape may have each other's values. What has no limits keeps its value in their
+/// place. None for what cannot be read.
+std::optional<Json::Value> ShapeOf(const Json::Value& entry) {
     const Item item = ReadEntry(entry);
-    const Item another = ReadEntry(other);
-    if (!item.record || !another.record) return false;
-    const CCustomSettingAnalysor::BASE* record = item.record.get();
-    const bool isSingle = dynamic_cast<const CCustomSettingAnalysor::Int*>(record) != nullptr ||
-                          dynamic_cast<const CCustomSettingAnalysor::Double*>(record) != nullptr;
-    return isSingle || item.record->ToJson()[kValueRange] == another.record->ToJson()[kValueRange];
+    if (!item.record) return std::nullopt;
+    const Document::BASE* record = item.record.get();
+    const bool isSingle = dynamic_cast<const Document::Int*>(record) != nullptr ||
+                          dynamic_cast<const Document::Double*>(record) != nullptr;
+    Json::Value shape(Json::arrayValue);
+    shape.append(entry[kKey]);
+    shape.append(entry[kInputType]);
+    if (!isSingle) shape.append(record->ToJson()[kValueRange]);
+    return shape;
+}
+
+template <class Range>
+bool IsOutside(const Document::BASE& record) {
+    const auto* range = dynamic_cast<const Range*>(&record);
+    return range && (range->value < range->minimum || range->value > range->maximum);
+}
+
+template <class Array>
+bool IsNotAllowed(const Document::BASE& record) {
+    const auto* array = dynamic_cast<const Array*>(&record);
+    return array && std::ranges::find(array->allowed, array->chosen) == array->allowed.end();
+}
+
+template <class Multiple>
+bool IsNotOffered(const Document::BASE& record) {
+    const auto* multiple = dynamic_cast<const Multiple*>(&record);
+    return multiple && std::ranges::any_of(multiple->chosen, [&](const auto& chosen) {
+               return std::ranges::find(multiple->offered, chosen) == multiple->offered.end();
+           });
+}
+
+bool FitsItsLimits(const Document::BASE& record) {
+    constexpr bool (*kTests[])(const Document::BASE&) = {
+        IsOutside<Document::IntRange>,          IsOutside<Document::DoubleRange>,
+        IsOutside<Document::IntStringRange>,    IsOutside<Document::DoubleStringRange>,
+        IsNotAllowed<Document::IntArray>,       IsNotAllowed<Document::DoubleArray>,
+        IsNotAllowed<Document::StringArray>,    IsNotOffered<Document::IntMultiple>,
+        IsNotOffered<Document::DoubleMultiple>, IsNotOffered<Document::StringMultiple>};
+    return std::ranges::none_of(kTests, [&](auto* isWrong) { return isWrong(record); });
 }
 
 /// Calls `visit(json, item, key)` for every entry that can be read, until it returns true.
@@ -86,16 +123,19 @@ Item CustomEntries::ItemOf(const std::string& path, std::string_view key) const 
 }
 
 void CustomEntries::TakeValues(const CustomEntries& others) {
-    std::vector<bool> isTaken(others.entries_.size());
+    std::map<Json::Value, std::queue<const Json::Value*>> offered;
+    for (const Json::Value& other : others.entries_)
+        if (auto shape = ShapeOf(other)) offered[std::move(*shape)].push(&other);
     for (Json::Value& entry : entries_) {
-        for (Json::ArrayIndex i = 0; i < others.entries_.size(); ++i) {
-            const Json::Value& other = others.entries_[i];
-            if (isTaken[i] || !HasSameShape(entry, other)) continue;
-            isTaken[i] = true;
-            if (entry[kSelect] != other[kSelect])
-                for (const char* edited : kEdited) entry[edited] = other[edited];
-            break;
-        }
+        const auto shape = ShapeOf(entry);
+        const auto found = shape ? offered.find(*shape) : offered.end();
+        if (found == offered.end() || found->second.empty()) continue;
+        const Json::Value& other = *found->second.front();
+        found->second.pop();
+        if (entry[kSelect] == other[kSelect]) continue;
+        const Item item = ReadEntry(other);
+        if (!FitsItsLimits(*item.record)) continue;
+        for (const char* edited : kEdited) entry[edited] = item.record->ToJson()[edited];
     }
 }
 

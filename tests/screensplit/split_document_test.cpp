@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <chrono>
 #include <random>
 
 #include "screensplit/split_memory.h"
@@ -18,6 +20,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr SplitSlot kUnused;
+constexpr const char* kNothing = "No data entered";
+constexpr const char* kTooMuch = "Input out of range";
+constexpr const char* kWrong = "input error!";
 
 /// Three screens of two players, whose order is applied.
 struct Wall : testing::Test {
@@ -38,6 +43,9 @@ struct Wall : testing::Test {
     std::string Edit(const std::string& key, const std::string& text) {
         const EditAnswer answer = EditSplitRow(document, {key, text});
         return (answer.outcome == EditAnswer::Outcome::kAccepted ? "=" : "") + answer.text;
+    }
+    void ExpectAnswers(const std::vector<std::array<const char*, 3>>& cases) {
+        for (const auto& [row, text, answer] : cases) EXPECT_EQ(Edit(row, text), answer) << row;
     }
     [[nodiscard]] std::string Areas() const { return AreasOf(DataOf(document)); }
 
@@ -105,15 +113,11 @@ TEST_F(Wall, AnOverlapStaysWithItsSeamAndZoomGoesWithItsScreen) {
 }
 
 TEST_F(Wall, OverlapAndZoomHaveTheLimitsOfThePicture) {
-    EXPECT_EQ(Edit("Split/2/Overlap", "1920"), "Input out of range");
-    EXPECT_EQ(Edit("Split/2/Overlap", "-1"), "Input out of range");
-    EXPECT_EQ(Edit("Split/2/Overlap", ""), "No data entered");
-    EXPECT_EQ(Edit("Split/2/Overlap", "1.5"), "input error!");
-    EXPECT_EQ(Edit("Split/2/Overlap", "1919"), "=1919");
-    EXPECT_EQ(Edit("Split/1/Overlap", "5"), "");
-    EXPECT_EQ(Edit("Zoom/1/Right", "959"), "=959");
-    EXPECT_EQ(Edit("Zoom/1/Right", "960"), "Input out of range");
-    EXPECT_EQ(Edit("Zoom/1/Bottom", "540"), "Input out of range");
+    // clang-format off
+    ExpectAnswers({{"Split/2/Overlap", "1920", kTooMuch}, {"Split/2/Overlap", "-1", kTooMuch}, {"Split/2/Overlap", "", kNothing},
+                   {"Split/2/Overlap", "1.5", kWrong}, {"Split/2/Overlap", "1919", "=1919"}, {"Split/1/Overlap", "5", ""},
+                   {"Zoom/1/Right", "959", "=959"}, {"Zoom/1/Right", "960", kTooMuch}, {"Zoom/1/Bottom", "540", kTooMuch}});
+    // clang-format on
 }
 
 TEST_F(Wall, ADropKeepsUnusedSlotsInTheirPlaces) {
@@ -184,21 +188,15 @@ TEST_F(AdvancedSettings, AreShownByTheirTypesAndGoBackAsTheyCame) {
 }
 
 TEST_F(AdvancedSettings, RefuseWhatIsEmptyOutOfRangeOrNoNumber) {
-    EXPECT_EQ(Edit("varParam/int", ""), "No data entered");
-    EXPECT_EQ(Edit("varParam/string", ""), "No data entered");
-    EXPECT_EQ(Edit("varParam/range", "11"), "Input out of range");
-    EXPECT_EQ(Edit("varParam/range", "-6"), "Input out of range");
-    EXPECT_EQ(Edit("varParam/range", "four"), "input error!");
-    EXPECT_EQ(Edit("varParam/int", "-1"), "input error!");
-    EXPECT_EQ(Edit("varParam/int", "2147483648"), "Input out of range");
-    EXPECT_EQ(Edit("varParam/real", "0.1.2"), "input error!");
-    EXPECT_EQ(Edit("varParam/real", "-0.5"), "input error!");
-    EXPECT_EQ(Edit("varParam/it", "10"), "Input out of range");
-    EXPECT_EQ(Edit("varParam/dt", "9.5"), "Input out of range");
-    EXPECT_EQ(Edit("varParam/ints", "3"), "Input out of range");
-    EXPECT_EQ(Edit("varParam/ints", "x"), "input error!");
-    EXPECT_EQ(Edit("varParam/ints", "-1"), "=-1");
-    EXPECT_EQ(Edit("varParam/odd", "2"), "");
+    // clang-format off
+    ExpectAnswers({{"varParam/int", "", kNothing}, {"varParam/string", "", kNothing},
+                   {"varParam/range", "11", kTooMuch}, {"varParam/range", "-6", kTooMuch}, {"varParam/range", "four", kWrong},
+                   {"varParam/int", "-1", kWrong}, {"varParam/int", "2147483648", kTooMuch},
+                   {"varParam/real", "0.1.2", kWrong}, {"varParam/real", "-0.5", kWrong},
+                   {"varParam/it", "10", kTooMuch}, {"varParam/dt", "9.5", kTooMuch},
+                   {"varParam/ints", "3", kTooMuch}, {"varParam/ints", "x", kWrong}, {"varParam/ints", "-1", "=-1"},
+                   {"varParam/odd", "2", ""}});
+    // clang-format on
 }
 
 TEST_F(AdvancedSettings, AnEditedDecimalHasSixDigits) {
@@ -312,6 +310,60 @@ TEST_F(AdvancedSettings, WallAndValuesAreKeptInAFileOfTheSameScreens) {
                                     "is no screen split file."),
                             Warning("\"new.JSON\" cannot be read, nothing has been changed: it "
                                     "comes from a later version.")));
+}
+
+TEST_F(AdvancedSettings, AHostileFileIsRefusedOrKeepsTheLimits) {
+    const TemporaryFolder folder;
+    RecordingPrompts prompts;
+    SaveWallFile(document, folder / "wall.JSON", prompts);
+    const std::string held = document.Write();
+    const auto opens = [&](const std::function<void(Json::Value&)>& change) {
+        Json::Value root = *ParseJson(folder.Read("wall.JSON"));
+        change(root);
+        return OpenWallFile(document, folder.Write("other.JSON", WriteJson(root)), prompts);
+    };
+    const std::function<void(Json::Value&)> changes[] = {
+        [](Json::Value& root) { root["wall"]["slots"][1] = 0; },
+        [](Json::Value& root) { root["wall"]["slots"][1] = 3; },
+        [](Json::Value& root) { root["wall"]["slots"][1] = 1e308; },
+        [](Json::Value& root) { root["wall"]["slots"].append(0); },
+        [](Json::Value& root) { root["wall"]["screens"][1] = root["wall"]["screens"][0]; },
+        [](Json::Value& root) { root["wall"]["screens"][1][2] = 1e308; },
+        [](Json::Value& root) { root["wall"]["overlaps"][0][0] = Json::Int64{1} << 40; },
+        [](Json::Value& root) { root["wall"]["overlaps"][0] = "1"; },
+        [](Json::Value& root) { root["wall"] = Json::Value(Json::arrayValue); }};
+    for (const auto& change : changes) EXPECT_FALSE(opens(change));
+    EXPECT_FALSE(
+        OpenWallFile(document, folder.Write("deep.JSON", std::string(9999, '[')), prompts));
+    EXPECT_EQ(document.Write(), held);
+    EXPECT_TRUE(opens([](Json::Value& root) {
+        root["wall"]["screens"][1][2] = root["wall"]["overlaps"][0][0] = INT32_MAX;
+        for (const Json::ArrayIndex i : {1U, 4U, 5U, 6U, 7U, 8U, 12U})
+            root["advanced"][i]["select"] = 1e308;
+        root["advanced"][9]["select"] = (*ParseJson("[7]"));
+        root["advanced"][13]["select"] = "100";
+    }));
+    EXPECT_EQ(DataOf(document)["varParam"], (*ParseJson(held))["configData"]["varParam"]);
+    EXPECT_EQ(DataOf(document)["channelShowArea"][1]["leftTopX"].asInt(), 1);
+    document.Undo();
+    EXPECT_EQ(document.Write(), held);
+}
+
+TEST_F(AdvancedSettings, ThousandsOfThemAreTakenInAMoment) {
+    CustomEntries entries[2];
+    for (const int backwards : {0, 1}) {
+        Json::Value json(Json::arrayValue);
+        for (int i = 0; i < 4000; ++i) {
+            Json::Value& entry = json.append(Entry(1));
+            entry["keyVal"] = std::to_string(backwards == 1 ? 3999 - i : i);
+            entry["select"] = backwards;
+        }
+        entries[backwards].Read(json);
+    }
+    const auto begin = std::chrono::steady_clock::now();
+    entries[0].TakeValues(entries[1]);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+    EXPECT_EQ(entries[0].ToJson()[3999]["select"], 1);
 }
 
 TEST_F(Wall, TheLastOneOfASetOfPlayersIsRememberedWhateverTheirAddresses) {
