@@ -72,6 +72,12 @@ void DeviceList::FitColumns() {
     if (width != GetColumnWidth(kVersionColumn)) SetColumnWidth(kVersionColumn, width);
 }
 
+/// Players answer one by one, hundreds of them at once: they are measured together.
+void DeviceList::FitSoon() {
+    constexpr int kMilliseconds = 100;
+    if (!fitting_.IsRunning()) fitting_.StartOnce(kMilliseconds);
+}
+
 /// The remarks come last. The toolkit does not measure what a list tells only when it is asked.
 void DeviceList::FitContents() {
     int others = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this);
@@ -98,6 +104,7 @@ int DeviceList::FittingWidth(int column) {
 }
 
 void DeviceList::BindEvents() {
+    fitting_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FitContents(); });
     Bind(wxEVT_LIST_ITEM_CHECKED, [this](wxListEvent& event) {
         run_.SetTicked(static_cast<std::size_t>(event.GetIndex()), true);
         RefreshItem(event.GetIndex());
@@ -161,7 +168,7 @@ void DeviceList::ShowDevices() {
     }
     if (GetFocusedItem() < 0 && !devices.empty()) Focus(0);  // where the keyboard starts from
     updating_ = false;
-    if (style_.fitsContents && GetItemCount() > before) FitContents();
+    if (style_.fitsContents && GetItemCount() > before) FitSoon();
     Refresh();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <wx/listctrl.h>
+#include <wx/timer.h>
 
 #include "base/prompts.h"
 #include "devices/scan_run.h"
@@ -46,6 +47,7 @@ class DeviceList : public wxListView {
 
     void AppendColumns();
     void BindEvents();
+    void FitSoon();
     void FitContents();
     [[nodiscard]] int FittingWidth(int column);
     [[nodiscard]] bool HandleKey(const wxKeyEvent& event);
@@ -63,6 +65,7 @@ class DeviceList : public wxListView {
     ScanRun& run_;
     DeviceRemarks& remarks_;
     Prompts& prompts_;
+    wxTimer fitting_;
     bool updating_ = false;  // selections made by the program are not the user's
 };
 
