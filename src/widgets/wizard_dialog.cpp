@@ -89,7 +89,7 @@ void WizardDialog::ButtonsChanged() {
 void WizardDialog::GoOn() {
     if (!Active().GoOn()) return;
     if (IsLast())
-        End(wxID_OK);
+        EndModal(wxID_OK);
     else
         TurnTo(active_ + 1);
 }
@@ -111,9 +111,10 @@ void WizardDialog::Enter() {
     Active().Entered();
 }
 
-void WizardDialog::End(int result) {
+/// However it ends: by its buttons, or from outside.
+void WizardDialog::EndModal(int result) {
     Active().Left();
-    EndModal(result);
+    FeatureDialog::EndModal(result);
 }
 
 void WizardDialog::HandleMessage(WindowMessage& message) {

@@ -48,7 +48,7 @@ class WizardDialog : public FeatureDialog {
    private:
     void HandleMessage(WindowMessage& message) override;
     [[nodiscard]] bool HasUnsentChanges() const override;
-    void Leave() override { End(wxID_CANCEL); }
+    void EndModal(int result) override;
 
     [[nodiscard]] wxSizer* MakeButtons();
     [[nodiscard]] WizardPage& Active() const { return *pages_[active_]; }
@@ -57,7 +57,6 @@ class WizardDialog : public FeatureDialog {
     void GoBack();
     void TurnTo(std::size_t page);
     void Enter();
-    void End(int result);
 
     const std::span<const PageRoute> routes_;
     std::vector<WizardPage*> pages_;

@@ -6,6 +6,7 @@
 
 #include "screensplit/screen_split_set_wizard.h"
 #include "ui/ui_support.h"
+#include "widgets/modal_dialogs.h"
 
 namespace sontaro::test {
 namespace {
@@ -124,6 +125,15 @@ TEST_F(Wizard, PassesMessagesOnAsItsTableHasThem) {
               }));
     EXPECT_THAT(Noted(), ElementsAre("left of Set Param in Set Param"));
     EXPECT_EQ(prompts.boxes.size(), 2U);
+}
+
+TEST_F(Wizard, LeavesItsPageWhenItIsEndedFromOutside) {
+    ModalDialogs dialogs;
+    bool hasEnded = false;
+    EXPECT_EQ(wxID_CANCEL, Run([&](wxDialog*) { dialogs.EndAll([&] { hasEnded = true; }); }));
+    EXPECT_THAT(Noted(), ElementsAre("entered of Select devices in Select devices",
+                                     "left of Select devices in Select devices"));
+    EXPECT_TRUE(PumpUntil([&] { return hasEnded; }));
 }
 
 struct SplitWizard : UiTest {
