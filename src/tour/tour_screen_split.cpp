@@ -79,6 +79,7 @@ void TourScreenSplit::Write() {
     ChoosePlayers();
     Fetch();
     Arrange();
+    DragInPicture();
     RefuseOrders();
     TakeOver();
     Edit();

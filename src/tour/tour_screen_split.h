@@ -17,6 +17,7 @@ class TourScreenSplit : public TourSteps {
     void ChoosePlayers();
     void Fetch();
     void Arrange();
+    void DragInPicture();
     void RefuseOrders();
     void TakeOver();
     void Edit();
