@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Starts the real program and two simulated players, each in a process of its own, makes one wall of
-# their three screens by keyboard, sends it, and fetches and sends it once more. In Chinese: the
-# English main window does not offer walls.
+# their three screens by keyboard and with a drag, sends it, and fetches and sends it once more. In
+# Chinese: the English main window does not offer walls.
 # Usage: make_wall.sh SONTARO SONTARO_PLAYER NETWORK VERSION   (NETWORK such as 127.9.8)
 player=$2 network=$3 version=$4
 source "$(dirname "$0")/session.sh"
@@ -46,10 +46,17 @@ press_after() {
     for ((i = 0; i < $1; ++i)); do xdotool key --delay 60 Tab; done
     xdotool key space
 }
-# From the grid over everything that can be pressed to Finish. The box at the end goes by its OK.
-press_after 15
+# The third screen is dragged ahead of the first one. The picture is in the upper left part of the
+# window; the seams stay where they are.
+eval "$(xdotool getwindowgeometry --shell "$(window "$parameters")")"
+xdotool mousemove $((X + WIDTH * 36 / 100)) $((Y + HEIGHT * 30 / 100)) mousedown 1 sleep 0.1 \
+    mousemove_relative -- -100 0 sleep 0.1 mousemove $((X + 40)) $((Y + HEIGHT * 30 / 100)) \
+    sleep 0.1 mouseup 1
+sleep 0.5
+# The picture comes first and Finish last. The box at the end goes by its OK.
+xdotool key --delay 60 shift+Tab space
 await 10 "the wall did not arrive" both 1 "received 3 sub 13 arg 0"
-await 10 "the players show no wall" grep -q "wall of 5640 x 1080: .*screen 1 at 1800,0" "$player_log"
+await 10 "the players show no wall" grep -q "wall of 5640 x 1080: .*screen 2 at 0,0; screen 0 at 1800,0; screen 1 at 3720,0" "$player_log"
 sleep 1
 xdotool key space
 sleep 0.5
