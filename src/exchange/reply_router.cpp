@@ -129,7 +129,7 @@ constexpr std::uint16_t kAnyBlock = 0xFFFF;
 struct RoutingRow {
     std::uint8_t command = 0;
     std::uint16_t block = 0;
-    std::array<std::optional<Window>, 4> windows;  // candidates, first choice first
+    std::array<std::optional<Window>, 6> windows;  // candidates, first choice first
     Delivery delivery{};
     MessageId message{};
     Message (*make)(const Reply&, MessageId) = nullptr;
@@ -151,7 +151,7 @@ constexpr RoutingRow kRoutes[] = {
     {kCommandSettings, kBlockCave, {{kCave}}, kFirst, MessageId::kCave, ForwardSettings},
     {kCommandSettings, kBlockPlayerControl, {{kPlayerControl}}, kFirst, MessageId::kPlayerControl, ForwardSettings},
     {kCommandSettings, kBlockPlayerTimeline, {{kPlayerTimeControl}}, kFirst, MessageId::kPlayerControl, ForwardTimeline},
-    {kCommandPlayerState, kAnyBlock, {{kPlayerControl, kPlayerTimeControl, kControlProtocol, kVideoControl}}, kFirst, MessageId::kPlayerState, ForwardWithArgument},
+    {kCommandPlayerState, kAnyBlock, {{kPlayerControl, kPlayerTimeControl, kControlProtocol, kVideoControl, kBatchSend, kSetParam}}, kFirst, MessageId::kPlayerState, ForwardWithArgument},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl, kBatchSend, kControlProtocol, kSetParam}}, kFirst, MessageId::kPlayerState, ForwardPlayerData},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl}}, kFirst, MessageId::kPlayerStatus, MakeStatus},
     {kCommandUpload, kAnyBlock, {{kBatchSend}}, kFirst, MessageId::kUploadAcknowledged, MakeUploadAcknowledgement},

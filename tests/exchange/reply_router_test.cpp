@@ -126,7 +126,7 @@ const Row kRows[] = {
     {"TouchSaved", 0x83, 0x10012, 0, 0x622, 1, {kTouch}}, {"Cave", 0x83, 19, 9, 0x623, 0, {kCave}},
     {"PlayerControl", 0x83, 21, 9, 0x625, 0, {kPlayer}}, {"TimelineSaved", 0x83, 0x10017, 0, 0x625, 1, {kTimeline}},
     {"TimelineEmpty", 0x83, 23, 0, 0x625, 0, {kTimeline}},
-    {"PlayerState", 0x8A, 0x30001, 9, 0x5FC, 3, {kPlayer, kTimeline, kUart, kVideo}},
+    {"PlayerState", 0x8A, 0x30001, 9, 0x5FC, 3, {kPlayer, kTimeline, kUart, kVideo, kBatchSend, kSetParam}},
     {"PlayerData", 0x93, 0x10000, 207'496, 0x5FC, 1, {kVideo, kBatchSend, kUart, kSetParam}},
     {"PlayerDataStatus", 0x93, 0x7FFF0000, 207'496, 0x606, 32767, {kVideo}},
     {"Upload", 0x94, 0x90007, 0, 0x5FD, 7, {kBatchSend}}, {"DeviceModes", 0xA4, 2, 8, 0x604, 1, {kSetParam}},
