@@ -1,0 +1,95 @@
+#include "batchsend/set_problems.h"
+
+#include <fmt/printf.h>
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "base/local_text.h"
+#include "batchsend/upload_packets.h"
+
+namespace sontaro {
+
+namespace {
+
+using Kind = SetProblem::Kind;
+
+constexpr LocalText kUnreadable = {"无法读取文件：%s", "The file cannot be read: %s"};
+constexpr LocalText kTooLong = {"文件过大，超过 %s，无法发送",
+                                "The file is too large to be sent: it has more than %s"};
+constexpr LocalText kNameTooLong = {"文件名过长，超过 %d 字节", "The name is longer than %d bytes"};
+constexpr LocalText kSameName = {"同一类别中还有另一个“%s”",
+                                 "Another video in this category is called \"%s\", too"};
+constexpr LocalText kDoesNotFit = {"播放器空间不足：需要 %s，剩余 %s",
+                                   "Too little space on the player: %s needed, %s free"};
+
+/// The names that one player has by then, by category.
+using Names = std::set<std::pair<std::uint32_t, std::string>>;
+
+void Check(const Elements<SetVideo>& videos, std::optional<std::size_t> player, Names& names,
+           std::vector<SetProblem>& problems) {
+    for (std::size_t i = 0; i < videos.size(); ++i) {
+        const SetVideo& video = videos[i];
+        if (const auto kind = ProblemOf(video))
+            problems.push_back({*kind, player, videos.IdAt(i), video.trouble});
+        if (!names.emplace(video.category, video.Name()).second)
+            problems.push_back({Kind::kSameName, player, videos.IdAt(i), video.Name()});
+    }
+}
+
+std::uint64_t BytesFor(const VideoSet& set, std::size_t player) {
+    std::uint64_t bytes = 0;
+    for (const SetVideo* video : VideosFor(set, player))
+        if (!ProblemOf(*video))
+            bytes += static_cast<std::uint64_t>(std::max<std::int64_t>(video->size, 0));
+    return bytes;
+}
+
+}  // namespace
+
+std::string SetProblem::Told() const {
+    switch (kind) {
+        case Kind::kUnreadable: return fmt::sprintf(Localized(kUnreadable), text);
+        case Kind::kTooLong: return fmt::sprintf(Localized(kTooLong), BytesText(kLongestVideo));
+        case Kind::kNameTooLong: return fmt::sprintf(Localized(kNameTooLong), kLongestVideoName);
+        case Kind::kSameName: return fmt::sprintf(Localized(kSameName), text);
+        case Kind::kDoesNotFit:
+            return fmt::sprintf(Localized(kDoesNotFit), BytesText(needed), BytesText(free));
+    }
+    return "";
+}
+
+std::optional<Kind> ProblemOf(const SetVideo& video) {
+    if (!video.trouble.empty()) return Kind::kUnreadable;
+    if (video.size > static_cast<std::int64_t>(kLongestVideo)) return Kind::kTooLong;
+    if (video.Name().size() > kLongestVideoName) return Kind::kNameTooLong;
+    return std::nullopt;
+}
+
+std::vector<SetProblem> ProblemsOf(const VideoSet& set,
+                                   std::span<const std::optional<std::uint64_t>> free) {
+    std::vector<SetProblem> problems;
+    Names forAll;
+    Check(set.videos, std::nullopt, forAll, problems);
+    for (std::size_t player = 0; player < set.players.size(); ++player) {
+        Names names = forAll;
+        Check(set.players[player].videos, player, names, problems);
+        const std::uint64_t needed = BytesFor(set, player);
+        const bool hasVideos = set.videos.size() + set.players[player].videos.size() > 0;
+        if (hasVideos && player < free.size() && free[player] && *free[player] <= needed)
+            problems.push_back({Kind::kDoesNotFit, player, 0, "", needed, *free[player]});
+    }
+    return problems;
+}
+
+std::string BytesText(std::uint64_t bytes) {
+    constexpr const char* kUnits[] = {"kB", "MB", "GB", "TB"};
+    double number = static_cast<double>(bytes) / 1000;
+    std::size_t unit = 0;
+    for (; number >= 999.995 && unit + 1 < std::size(kUnits); ++unit) number /= 1000;
+    return bytes < 1000 ? fmt::sprintf("%d B", bytes)
+                        : fmt::sprintf("%.2f %s", number, kUnits[unit]);
+}
+
+}  // namespace sontaro

@@ -1,0 +1,142 @@
+#include "batchsend/video_set.h"
+
+#include <algorithm>
+
+#include "base/path_text.h"
+#include "settings/record_table.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr std::uint32_t kMostCode = 65'535;
+constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kBehindNumbers = " ._-";
+
+// clang-format off
+constexpr auto kVideo = Rows<SetVideo>({
+    {"path", kAt<&SetVideo::path>},
+    {"size", kAt<&SetVideo::size>, {}, {"", ""}, {nullptr, nullptr}, SetVideo::kUnknownSize},
+    {"category", kAt<&SetVideo::category>},
+    {"code", kAt<&SetVideo::code>},
+    {"removeNumbers", kAt<&SetVideo::removesNumbers>},
+});
+constexpr auto kPlayer = Rows<SetPlayer>({
+    {"ip", kAt<&SetPlayer::ip>},
+    {"port", kAt<&SetPlayer::port>},
+    {"id", kAt<&SetPlayer::id>},
+    {"videos", kRecordAt<&SetPlayer::videos, kVideo>},
+});
+constexpr auto kAlias = Rows<CategoryAlias>({
+    {"name", kAt<&CategoryAlias::name>},
+});
+constexpr auto kSet = Rows<VideoSet>({
+    {"videos", kRecordAt<&VideoSet::videos, kVideo>},
+    {"players", kRecordAt<&VideoSet::players, kPlayer>},
+    {"categories", kRecordAt<&VideoSet::aliases, kAlias>},
+    {"skipPresent", kAt<&VideoSet::skipsPresent>},
+    {"tryAgain", kAt<&VideoSet::triesAgain>},
+});
+// clang-format on
+
+void MakeValid(Elements<SetVideo>& videos) {
+    for (std::size_t i = 0; i < videos.size(); ++i) {
+        SetVideo& video = videos[i];
+        if (video.category >= kVideoCategories) video.category = 0;
+        if (video.code > kMostCode) video.code = 0;
+        video.size = std::max(video.size, SetVideo::kUnknownSize);
+    }
+}
+
+bool IsAmong(std::span<const std::uint32_t> ids, std::uint32_t id) {
+    return std::ranges::find(ids, id) != ids.end();
+}
+
+void Exchange(Elements<SetVideo>& videos, std::size_t a, std::size_t b) {
+    std::vector<std::uint32_t> ids;
+    for (std::size_t i = 0; i < videos.size(); ++i) ids.push_back(videos.IdAt(i));
+    std::swap(ids[a], ids[b]);
+    std::swap(videos[a], videos[b]);
+    videos.Renumber(std::move(ids));
+}
+
+}  // namespace
+
+std::string SentName(std::string_view fileName, bool removesNumbers) {
+    const std::string ending = TextOfPath(PathOfText(fileName).extension());
+    const std::string_view stem = fileName.substr(0, fileName.size() - ending.size());
+    const std::size_t numbers = std::min(stem.find_first_not_of(kDigits), stem.size());
+    const std::size_t rest = stem.find_first_not_of(kBehindNumbers, numbers);
+    const bool hasThem = numbers > 0 && rest != std::string_view::npos && rest > numbers;
+    return std::string(removesNumbers && hasThem ? fileName.substr(rest) : fileName);
+}
+
+std::string SetVideo::Name() const {
+    return SentName(TextOfPath(PathOfText(path).filename()), removesNumbers);
+}
+
+std::vector<const SetVideo*> VideosFor(const VideoSet& set, std::size_t player) {
+    std::vector<const SetVideo*> videos;
+    for (const SetVideo& video : set.videos) videos.push_back(&video);
+    for (const SetVideo& video : set.players[player].videos) videos.push_back(&video);
+    return videos;
+}
+
+CategoryNames NamesIn(const VideoSet& set, const CategoryNames& players) {
+    CategoryNames names = players;
+    for (std::size_t slot = 0; slot < names.size(); ++slot)
+        if (!set.aliases[slot].name.empty()) names[slot] = set.aliases[slot].name;
+    return names;
+}
+
+void AddVideos(Elements<SetVideo>& videos, std::span<const std::string> paths, std::uint32_t slot) {
+    for (const std::string& path : paths) {
+        SetVideo video;
+        video.path = path;
+        video.category = video.code = slot;
+        videos.Insert(videos.size(), std::move(video));
+    }
+}
+
+void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
+                 std::uint32_t slot) {
+    for (const std::uint32_t id : ids)
+        if (SetVideo* video = videos.Find(id)) video->category = video->code = slot;
+}
+
+void MoveVideosUp(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids) {
+    for (std::size_t i = 1; i < videos.size(); ++i)
+        if (IsAmong(ids, videos.IdAt(i)) && !IsAmong(ids, videos.IdAt(i - 1)))
+            Exchange(videos, i - 1, i);
+}
+
+void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids) {
+    for (std::size_t i = videos.size(); i-- > 1;)
+        if (IsAmong(ids, videos.IdAt(i - 1)) && !IsAmong(ids, videos.IdAt(i)))
+            Exchange(videos, i - 1, i);
+}
+
+std::optional<std::uint32_t> SlotNamed(std::string_view name, const CategoryNames& players,
+                                       VideoSet& set) {
+    const CategoryNames names = NamesIn(set, players);
+    auto slot = std::ranges::find(names, name);
+    if (slot == names.end()) slot = std::ranges::find(names, "");
+    if (slot == names.end()) return std::nullopt;
+    const auto place = static_cast<std::size_t>(slot - names.begin());
+    if (slot->empty()) set.aliases[place].name = name;
+    return static_cast<std::uint32_t>(place);
+}
+
+Json::Value VideoSetToJson(const VideoSet& set) { return kSchemaOf<kSet>.ToJson(set); }
+
+std::optional<VideoSet> VideoSetFromJson(const Json::Value& json) {
+    if (!json.isObject() || !json["videos"].isArray()) return std::nullopt;
+    VideoSet set;
+    kSchemaOf<kSet>.Reset(set);
+    kSchemaOf<kSet>.Read(Json::Value(json), Source::kFile, set);
+    MakeValid(set.videos);
+    for (std::size_t i = 0; i < set.players.size(); ++i) MakeValid(set.players[i].videos);
+    return set;
+}
+
+}  // namespace sontaro

@@ -1,0 +1,93 @@
+// What goes to which players: the videos of the parameter page.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "settings/record_schema.h"
+
+namespace sontaro {
+
+/// Categories that a player keeps videos in.
+inline constexpr std::size_t kVideoCategories = 64;
+/// Their names, UTF-8; an empty one where a slot has none.
+using CategoryNames = std::array<std::string, kVideoCategories>;
+
+/// The name of a video on players: its file's, from which numbers that only sort it can be removed,
+/// with the blanks, dots, underscores and hyphens behind them. They stay where nothing would remain
+/// before the ending.
+[[nodiscard]] std::string SentName(std::string_view fileName, bool removesNumbers);
+
+/// A video of the page. Texts are UTF-8.
+struct SetVideo {
+    static constexpr std::int64_t kUnknownSize = -1;
+
+    std::string path;
+    std::int64_t size = kUnknownSize;  ///< bytes, when it was looked at last
+    std::uint32_t category = 0;        ///< a slot, below `kVideoCategories`
+    std::uint32_t code = 0;            ///< at most 65535; the slot unless the user has another one
+    bool removesNumbers = false;
+    std::string trouble = {};  ///< why the file cannot be read; empty: it can. Not kept
+
+    [[nodiscard]] std::string Name() const;
+
+    bool operator==(const SetVideo&) const = default;
+};
+
+struct SetPlayer {
+    std::string ip;
+    std::uint32_t port = 0;
+    std::string id;
+    Elements<SetVideo> videos;  ///< for this player alone
+
+    bool operator==(const SetPlayer&) const = default;
+};
+
+/// The name that a slot is given in place of the one that players have; empty: none.
+struct CategoryAlias {
+    std::string name;
+
+    bool operator==(const CategoryAlias&) const = default;
+};
+
+struct VideoSet {
+    Elements<SetVideo> videos;  ///< for every player
+    Elements<SetPlayer> players;
+    std::array<CategoryAlias, kVideoCategories> aliases;
+    bool skipsPresent = false;  ///< what a player has already is not sent
+    bool triesAgain = false;    ///< what failed is sent once more at the end
+
+    bool operator==(const VideoSet&) const = default;
+};
+
+/// What the player at that place gets, in the order in which it is sent: what everyone gets comes
+/// first.
+[[nodiscard]] std::vector<const SetVideo*> VideosFor(const VideoSet& set, std::size_t player);
+
+/// The names of the slots: the user's, or those that the players have.
+[[nodiscard]] CategoryNames NamesIn(const VideoSet& set, const CategoryNames& players);
+
+/// Adds videos of a category behind the others.
+void AddVideos(Elements<SetVideo>& videos, std::span<const std::string> paths, std::uint32_t slot);
+/// Puts the videos with these numbers into a category, whose code becomes theirs.
+void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
+                 std::uint32_t slot);
+/// Moves them by one place; they stay one behind the other where there is no room.
+void MoveVideosUp(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
+void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
+/// The slot that has that name; else the first one without a name, which gets it. None when every
+/// slot has another one.
+[[nodiscard]] std::optional<std::uint32_t> SlotNamed(std::string_view name,
+                                                     const CategoryNames& players, VideoSet& set);
+
+/// The page as it is kept, and back; none when `json` is no such page. Slots and codes that there
+/// cannot be become 0.
+[[nodiscard]] Json::Value VideoSetToJson(const VideoSet& set);
+[[nodiscard]] std::optional<VideoSet> VideoSetFromJson(const Json::Value& json);
+
+}  // namespace sontaro

@@ -1,0 +1,140 @@
+#include "batchsend/video_set.h"
+
+#include <gmock/gmock.h>
+
+#include "base/json.h"
+#include "batchsend/set_problems.h"
+#include "batchsend/upload_packets.h"
+#include "batchsend/video_set_files.h"
+#include "support/recording_prompts.h"
+#include "support/temporary_folder.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Kind = SetProblem::Kind;
+
+TEST(SentName, LosesNumbersThatOnlySort) {
+    EXPECT_EQ(SentName("01 - 晚风.mp4", true), "晚风.mp4");
+    EXPECT_EQ(SentName("7._a.b.mp4", true), "a.b.mp4");
+    EXPECT_EQ(SentName("01 晚风.mp4", false), "01 晚风.mp4");
+    for (const char* name : {"01.mp4", "01 - .mp4", "2046", "99Luftballons.mp4", " 1 a.mp4", ""})
+        EXPECT_EQ(SentName(name, true), name);
+    EXPECT_EQ(SentName("12.34 a.mp4", true), "34 a.mp4");
+}
+
+struct VideoSets : testing::Test {
+    VideoSets() {
+        set.players.Insert(0, {"192.168.1.21", 9000, "one", {}});
+        set.players.Insert(1, {"192.168.1.22", 9000, "two", {}});
+    }
+    std::uint32_t Add(Elements<SetVideo>& videos, const std::string& path, std::int64_t size = 1,
+                      std::uint32_t slot = 0) {
+        AddVideos(videos, std::vector{path}, slot);
+        videos[videos.size() - 1].size = size;
+        return videos.IdAt(videos.size() - 1);
+    }
+    [[nodiscard]] static std::string Order(const Elements<SetVideo>& videos) {
+        std::string names;
+        for (const SetVideo& video : videos) names += video.Name();
+        return names;
+    }
+
+    VideoSet set;
+};
+
+TEST_F(VideoSets, MoveRowsTogetherAndKeepTheirNumbers) {
+    Elements<SetVideo>& videos = set.videos;
+    std::vector<std::uint32_t> ids;
+    for (const char* name : {"a", "b", "c", "d"}) ids.push_back(Add(videos, name));
+    MoveVideosUp(videos, std::vector{ids[1], ids[2]});
+    EXPECT_EQ(Order(videos), "bcad");
+    MoveVideosUp(videos, std::vector{ids[1], ids[3]});
+    EXPECT_EQ(Order(videos), "bcda");
+    MoveVideosDown(videos, std::vector{ids[1], ids[2]});
+    EXPECT_EQ(Order(videos), "dbca");
+    EXPECT_EQ(videos.Find(ids[3])->path, "d");
+}
+
+TEST_F(VideoSets, FindOrNameTheSlotOfAFolder) {
+    CategoryNames names;
+    names[0] = "舞曲", names[2] = "Live";
+    EXPECT_EQ(SlotNamed("Live", names, set), 2U);
+    EXPECT_EQ(SlotNamed("New", names, set), 1U);
+    EXPECT_EQ(NamesIn(set, names)[1], "New");
+    EXPECT_EQ(SlotNamed("New", names, set), 1U);
+    set.aliases[2].name = "Concerts";
+    EXPECT_EQ(SlotNamed("Live", names, set), 3U);
+    names.fill("x");
+    EXPECT_EQ(SlotNamed("y", names, set), std::nullopt);
+}
+
+TEST_F(VideoSets, TellWhatCannotBeSent) {
+    EXPECT_THAT(ProblemsOf(set, {}), IsEmpty());
+    const auto a = Add(set.videos, "x/01 a.mp4", 600);
+    const auto longest = Add(set.videos, "b.mp4", static_cast<std::int64_t>(kLongestVideo));
+    const auto tooLong = Add(set.videos, "c.mp4", static_cast<std::int64_t>(kLongestVideo) + 1);
+    const auto missing = Add(set.videos, "d.mp4");
+    set.videos.Find(missing)->trouble = "gone";
+    set.videos.Find(a)->removesNumbers = true;
+    Elements<SetVideo>& own = set.players[1].videos;
+    const auto same = Add(own, "y/a.mp4");
+    Add(own, "z/a.mp4", 1, 5);
+    const auto named = Add(own, std::string(256, 'n'));
+    Add(own, std::string(255, 'n'));
+    const std::uint64_t needed = 600 + kLongestVideo;
+    const std::optional<std::uint64_t> free[] = {needed + 1, needed + 3};
+    EXPECT_THAT(ProblemsOf(set, free),
+                ElementsAre(SetProblem{Kind::kTooLong, {}, tooLong},
+                            SetProblem{Kind::kUnreadable, {}, missing, "gone"},
+                            SetProblem{Kind::kSameName, 1, same, "a.mp4"},
+                            SetProblem{Kind::kNameTooLong, 1, named},
+                            SetProblem{Kind::kDoesNotFit, 1, 0, "", needed + 3, needed + 3}));
+    EXPECT_EQ(longest, set.videos.IdAt(1));
+}
+
+TEST_F(VideoSets, AreSavedAndOpenedAgain) {
+    const TemporaryFolder folder;
+    RecordingPrompts prompts;
+    Add(set.videos, "/视频/01 a.mp4", 5'000'000'000, 63);
+    set.videos[0].code = 65'535;
+    set.videos[0].removesNumbers = set.skipsPresent = set.triesAgain = true;
+    Add(set.players[1].videos, "b.mp4", SetVideo::kUnknownSize);
+    set.aliases[63].name = "舞曲";
+    SaveVideoSet(set, folder / "a.json", prompts);
+    VideoSet opened;
+    EXPECT_TRUE(OpenVideoSet(opened, folder / "a.json", prompts));
+    EXPECT_EQ(opened, set);
+    JsonFile preferences(folder / "preferences.json");
+    EXPECT_EQ(RememberedVideoSet(preferences), VideoSet());
+    RememberVideoSet(set, preferences);
+    EXPECT_EQ(RememberedVideoSet(JsonFile(folder / "preferences.json")), set);
+}
+
+TEST_F(VideoSets, StayAsTheyAreWhenAFileIsNoneOfTheirs) {
+    const TemporaryFolder folder;
+    const VideoSet before = set;
+    const auto refusal = [&](const std::string& text) {
+        RecordingPrompts prompts;
+        EXPECT_FALSE(OpenVideoSet(set, folder.Write("a.json", text), prompts));
+        EXPECT_EQ(set, before);
+        return prompts.boxes.at(0).text;
+    };
+    const std::string begin = R"({"format": "sontaro-video-set", "version": )";
+    EXPECT_THAT(refusal("[]"), testing::HasSubstr("no file of a video set"));
+    EXPECT_THAT(refusal(begin + "1, \"set\": {}}"), testing::HasSubstr("no file of a video set"));
+    EXPECT_THAT(refusal(begin + "2, \"set\": {\"videos\": []}}"),
+                testing::HasSubstr("later version"));
+}
+
+TEST_F(VideoSets, KeepSlotsAndCodesWithinTheirRanges) {
+    const auto read = VideoSetFromJson(
+        *ParseJson(R"({"videos": [{"category": 64, "code": 65536, "size": -7}]})"));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->videos[0], SetVideo());
+}
+
+}  // namespace
+}  // namespace sontaro::test
