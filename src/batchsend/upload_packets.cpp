@@ -56,7 +56,7 @@ SharedPacket VideoTypePacket(std::string_view document) {
 }
 
 bool IsAcknowledgement(const WindowMessage& message) {
-    return message.id == MessageId::kUploadAcknowledged;
+    return message.id == MessageId::kUploadAcknowledged && message.wParam == 0;
 }
 
 std::uint8_t QualifierOf(const WindowMessage& message) { return message.origin.header.qualifier; }

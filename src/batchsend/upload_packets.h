@@ -40,7 +40,7 @@ using ChunkBuffer = std::shared_ptr<Bytes>;
 /// The document of the video categories, of at most `kLongestPayload` bytes.
 [[nodiscard]] SharedPacket VideoTypePacket(std::string_view document);
 
-/// Whether a message acknowledges a packet of command 20.
+/// Whether a message acknowledges a packet of command 20: one with a sub-command does not.
 [[nodiscard]] bool IsAcknowledgement(const WindowMessage& message);
 /// The qualifier that it came with.
 [[nodiscard]] std::uint8_t QualifierOf(const WindowMessage& message);

@@ -1,0 +1,126 @@
+// The upload to one player: queries, videos, categories.
+#pragma once
+
+#include <compare>
+#include <optional>
+
+#include "batchsend/upload_status.h"
+#include "batchsend/video_source.h"
+#include "exchange/conversation.h"
+
+namespace sontaro {
+
+/// Asks a player for its free space and sends it one video after another, each as an announcement
+/// and chunks, and at last the document of the categories. What is not answered within 30 s is
+/// repeated four times. User-interface thread.
+class PlayerUpload {
+   public:
+    /// Whoever owns the upload; hears everything within the calls of the upload.
+    class Owner {
+       public:
+        virtual ~Owner() = default;
+        /// `event.player` is for the owner to fill in.
+        virtual void Heard(UploadEvent event) = 0;
+        /// Row, line or figures have changed.
+        virtual void Changed() = 0;
+        /// The upload has come to its end and does nothing more. It must not be destroyed yet.
+        virtual void Ended(UploadStatus status, UploadNote note) = 0;
+    };
+
+    /// All references outlive the upload. `row` has a plan; videos that the player has confirmed
+    /// are not sent again. `document` need not exist.
+    PlayerUpload(UploadRow& row, VideoSource& source, const ExchangeServices& exchange,
+                 std::filesystem::path document, Owner& owner);
+    ~PlayerUpload();
+    PlayerUpload(const PlayerUpload&) = delete;
+    PlayerUpload& operator=(const PlayerUpload&) = delete;
+
+    void Begin();
+    /// A second has gone by.
+    void Tick();
+    /// Takes a message that the main window forwards.
+    void Handle(WindowMessage& message);
+
+    /// The connection that the upload goes over, or has gone over last; 0: none yet.
+    [[nodiscard]] ConnectionNumber Connection() const { return connection_; }
+    [[nodiscard]] const UploadLine& Line() const { return line_; }
+    /// Of the video that is being sent.
+    [[nodiscard]] double Percent() const;
+    /// Since the player's last answer.
+    [[nodiscard]] int SilentSeconds() const { return silence_; }
+    /// Whether a video has been announced that is not confirmed; `VideoInFlight` is its place.
+    [[nodiscard]] bool HasVideoInFlight() const;
+    [[nodiscard]] std::size_t VideoInFlight() const { return row_.plan[position_].place; }
+
+   private:
+    enum class Step : std::uint8_t {
+        kFirstQuery,
+        kSecondQuery,
+        kAnnounced,
+        kChunks,
+        kVideoSent,
+        kDocument,
+        kLateAnswers,  // all is confirmed; what has been repeated is still to be acknowledged
+    };
+    /// How far the player has come; only what goes beyond makes the upload patient again.
+    struct Point {
+        std::size_t video = 0;    // in the plan, from 1; 0: the queries
+        std::uint64_t steps = 0;  // and bytes
+
+        auto operator<=>(const Point&) const = default;
+    };
+    /// The video that the source has open, and its size once that is known.
+    struct Opening {
+        std::size_t position = 0;
+        std::optional<Result<std::uint64_t>> size = {};
+    };
+    using TakeReply = void (PlayerUpload::*)(const WindowMessage&);
+
+    void Query();
+    void TakeFirstAnswer(const WindowMessage& reply);
+    void TakeSecondAnswer(const WindowMessage& reply);
+    void Announce(std::size_t position);
+    void BeginVideo();
+    void Open(std::size_t position);
+    void SendAnnouncement();
+    void TakeAcknowledgement(const WindowMessage& reply);
+    void ReadNext();
+    void SendChunk(ReadChunk chunk);
+    void AnnounceChanged();
+    void BeginDocument();
+    void TakeDocumentAnswer(const WindowMessage& reply);
+    void Complete();
+    void Repeat();
+    void TalkAnew();
+    void Ask(Request request, TakeReply take);
+    void Upload(const SharedPacket& packet, UploadStep step);
+    void NoteFailure(const Ended& ended);
+    [[nodiscard]] UploadStep AwaitedStep() const;
+    void Say(UploadNote note);
+    void Reached(Point point);
+    void Finish(UploadStatus status, UploadNote note = {});
+
+    UploadRow& row_;
+    VideoSource& source_;
+    const ExchangeServices exchange_;
+    const std::filesystem::path document_;
+    Owner& owner_;
+    std::unique_ptr<Conversation> talk_;
+    ConnectionNumber connection_ = 0;
+    Step step_ = Step::kFirstQuery;
+    Point farthest_;
+    int seconds_ = 0;  // of the step
+    int repeats_ = 0;
+    int silence_ = 0;
+    std::size_t position_ = 0;  // of the video in flight, in the plan
+    std::optional<Opening> opening_;
+    bool isAnnounced_ = false;
+    std::uint64_t announced_ = 0;  // bytes of the video
+    std::uint64_t sent_ = 0;
+    bool hasChanged_ = false;  // its size, since it was announced first
+    std::size_t owed_ = 0;     // packets over this connection that are not acknowledged
+    bool hasRepeated_ = false;
+    UploadLine line_;
+};
+
+}  // namespace sontaro

@@ -1,0 +1,125 @@
+// What becomes of the players of a batch, and of their videos.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "link/window_message.h"
+
+namespace sontaro {
+
+/// In the numbers that players' tools agree on.
+enum class UploadStatus : std::uint8_t {
+    kNotChosen = 0,
+    kTimedOut = 1,
+    kDiskTooSmall = 2,
+    kFewCategories = 3,
+    kNetworkFailure = 4,
+    kInProgress = 5,
+    kWaiting = 6,
+    kDone = 7,
+};
+
+/// Whether nothing more happens to a player by itself.
+[[nodiscard]] constexpr bool IsFinal(UploadStatus status) {
+    return status != UploadStatus::kNotChosen && status != UploadStatus::kInProgress &&
+           status != UploadStatus::kWaiting;
+}
+
+/// What is to be said of a player or of a video besides its status.
+struct UploadNote {
+    enum class Kind : std::uint8_t {
+        kNone,
+        kNotSent,       ///< `reason`
+        kUnreadable,    ///< the file `text` cannot be read
+        kChanged,       ///< the file `text` has got another size twice
+        kNotSupported,  ///< the player does not know the command
+        kRefused,       ///< the player will not keep the categories
+        kLinkLost,
+        kStopped,  ///< by the user
+    };
+    Kind kind = Kind::kNone;
+    std::string text = {};
+    NotSent reason = {};
+
+    bool operator==(const UploadNote&) const = default;
+};
+
+struct UploadVideo {
+    std::filesystem::path path;
+    std::string name;  ///< as sent, UTF-8
+    std::uint16_t code = 0;
+
+    bool operator==(const UploadVideo&) const = default;
+};
+
+struct UploadPlayer {
+    Target target;
+    std::vector<UploadVideo> videos;
+
+    bool operator==(const UploadPlayer&) const = default;
+};
+
+/// A video that goes to a player in this run.
+struct PlannedVideo {
+    std::size_t place = 0;   ///< among the player's videos
+    std::uint64_t size = 0;  ///< bytes, as of the start
+};
+
+/// A player in the list of the page.
+struct UploadRow {
+    UploadPlayer player;
+    std::vector<PlannedVideo> plan;
+    std::size_t sent = 0;       ///< videos that have gone out whole
+    std::size_t confirmed = 0;  ///< those of them that the player has acknowledged whole
+    UploadStatus status = UploadStatus::kNotChosen;
+    UploadNote note = {};
+    bool echoes = false;  ///< it has said once which packet an acknowledgement is of
+
+    /// Bytes that are still to go out.
+    [[nodiscard]] std::uint64_t BytesLeft() const;
+    [[nodiscard]] const UploadVideo& VideoAt(std::size_t position) const {
+        return player.videos[plan[position].place];
+    }
+};
+
+/// What the list says of a player in its column "Update Video".
+[[nodiscard]] std::string StatusText(const UploadRow& row);
+/// What is to be said besides; empty: nothing.
+[[nodiscard]] std::string NoteText(const UploadNote& note);
+
+/// Something that has happened in a run. `video` is a place among the player's videos.
+struct UploadEvent {
+    enum class Kind : std::uint8_t {
+        kLeftOut,       ///< a file that cannot be read at the start: `note`
+        kPlayerBegun,   ///< `bytes` are to go to the player
+        kVideoBegun,    ///< `bytes` have been announced; maybe not for the first time
+        kAcknowledged,  ///< `bytes` of the video, all in all
+        kVideoDone,
+        kVideoFailed,  ///< `note`
+        kPlayerEnded,  ///< `status`, `note`
+        kRunEnded,     ///< `note`: stopped, or not
+    };
+    Kind kind{};
+    std::size_t player = 0, video = 0;
+    std::uint64_t bytes = 0;
+    UploadStatus status{};
+    UploadNote note = {};
+
+    bool operator==(const UploadEvent&) const = default;
+};
+
+/// What the status line says.
+struct UploadLine {
+    enum class Kind : std::uint8_t { kNone, kSending, kResending, kFinished };
+    Kind kind = Kind::kNone;
+    std::string name = {};  ///< of the video
+
+    bool operator==(const UploadLine&) const = default;
+};
+
+[[nodiscard]] std::string LineText(const UploadLine& line);
+
+}  // namespace sontaro

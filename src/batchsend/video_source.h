@@ -1,0 +1,43 @@
+// Where the bytes of videos come from.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/result.h"
+#include "batchsend/upload_packets.h"
+
+namespace sontaro {
+
+/// Bytes of a video, behind room for a header.
+struct ReadChunk {
+    ChunkBuffer buffer;
+    bool isEnd = false;   ///< nothing follows
+    std::string trouble;  ///< why it could not be read; empty: it could. `buffer` is absent then
+};
+
+/// Reads one video after another, ahead of what is asked for. Answers on the thread that asks, at
+/// once where they are at hand; those to what has been given up meanwhile do not come.
+class VideoSource {
+   public:
+    using Sizes = std::vector<Result<std::uint64_t>>;
+
+    virtual ~VideoSource() = default;
+    /// Asks for the sizes of files that can be read, in their order.
+    virtual void LookAt(std::vector<std::filesystem::path> files,
+                        std::function<void(Sizes)> looked) = 0;
+    /// Opens a video in place of the one before, and says how large it is.
+    virtual void Open(std::filesystem::path file,
+                      std::function<void(Result<std::uint64_t>)> opened) = 0;
+    /// The next chunk of the video that is open. One is asked for at a time.
+    virtual void Next(std::function<void(ReadChunk)> read) = 0;
+    /// The whole of a small file; none when there is no such file.
+    virtual void ReadDocument(std::filesystem::path file,
+                              std::function<void(std::optional<std::string>)> read) = 0;
+    /// Gives up everything that has been asked for, and the video that is open.
+    virtual void Close() = 0;
+};
+
+}  // namespace sontaro
