@@ -1,0 +1,124 @@
+#include "batchsend/chunk_reader.h"
+
+#include <gmock/gmock.h>
+
+#include "support/literals.h"
+#include "support/manual_ui_thread.h"
+#include "support/temporary_folder.h"
+
+namespace sontaro::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Asks the reader and serves its thread until the answer is there.
+struct Reading : testing::Test {
+    ~Reading() override {
+        reader.reset();
+        ui.Close();  // the thread may wait for it
+    }
+    Result<std::uint64_t> Open(const std::filesystem::path& file) {
+        std::optional<Result<std::uint64_t>> size;
+        reader->Open(file, [&](const auto& answer) { size = answer; });
+        EXPECT_TRUE(ui.PumpUntil([&] { return size.has_value(); }));
+        return *size;
+    }
+    ReadChunk Next(std::chrono::milliseconds limit = 20s) {
+        reader->Next([this](ReadChunk chunk) { read = std::move(chunk); });
+        static_cast<void>(ui.PumpUntil([&] { return read.has_value(); }, limit));
+        return std::exchange(read, std::nullopt).value_or(ReadChunk{nullptr, false, "none"});
+    }
+    static std::string_view Content(const ReadChunk& chunk) {
+        return AsText(ByteView(*chunk.buffer).subspan(kHeaderSize));
+    }
+    std::filesystem::path Write(std::size_t size) {
+        const Bytes bytes = Pattern(size);
+        return folder.Write("视频.mp4", std::string(AsText(bytes)));
+    }
+
+    TemporaryFolder folder;
+    ManualUiThread ui;
+    ThreadGroup threads;
+    std::optional<ReadChunk> read;
+    std::unique_ptr<ChunkReader> reader = std::make_unique<ChunkReader>(ui, threads);
+};
+
+TEST_F(Reading, TakesAVideoApart) {
+    EXPECT_EQ(*Open(Write(2 * kVideoChunkSize + 1)), 16'384'001U);
+    std::string content;
+    for (const bool isEnd : {false, false, true}) {
+        const ReadChunk chunk = Next();
+        ASSERT_EQ(chunk.trouble, "");
+        EXPECT_EQ(chunk.isEnd, isEnd);
+        content += Content(chunk);
+    }
+    EXPECT_EQ(content, folder.Read("视频.mp4"));
+    ASSERT_EQ(*Open(Write(kVideoChunkSize)), 8'192'000U);
+    EXPECT_FALSE(Next().isEnd);
+    const ReadChunk last = Next();
+    EXPECT_TRUE(last.isEnd && Content(last).empty());
+    ASSERT_EQ(*Open(Write(0)), 0U);
+    EXPECT_TRUE(Next().isEnd);
+}
+
+TEST_F(Reading, HasTwoBuffersHoweverLongTheVideoIs) {
+    const std::filesystem::path file = folder.Write("long", "");
+    std::filesystem::resize_file(file, 5'000'000'000);
+    ASSERT_EQ(*Open(file), 5'000'000'000U);
+    ReadChunk first = Next();
+    const ReadChunk second = Next();
+    ASSERT_TRUE(first.buffer && second.buffer && first.buffer != second.buffer);
+    const Bytes* const reused = first.buffer.get();
+    EXPECT_EQ(Next(20ms).trouble, "none");
+    first = {};
+    EXPECT_TRUE(ui.PumpUntil([&] { return read.has_value(); }));
+    EXPECT_EQ(read->buffer.get(), reused);
+}
+
+TEST_F(Reading, SaysWhatCannotBeRead) {
+    EXPECT_EQ(Open(folder / "none.mp4").reason(), "cannot read none.mp4");
+    EXPECT_FALSE(Open(folder.Path()).ok());
+    std::optional<VideoSource::Sizes> sizes;
+    reader->LookAt({folder / "none.mp4", Write(5)}, [&](auto seen) { sizes = std::move(seen); });
+    ASSERT_TRUE(ui.PumpUntil([&] { return sizes.has_value(); }));
+    EXPECT_FALSE(sizes->at(0).ok());
+    EXPECT_EQ(*sizes->at(1), 5U);
+    std::vector<std::optional<std::string>> documents;
+    const auto keep = [&](const auto& text) { documents.push_back(text); };
+    const auto has = [&](std::size_t count) {
+        return [&, count] { return documents.size() == count; };
+    };
+    reader->ReadDocument(folder / "none.json", keep);
+    ASSERT_TRUE(ui.PumpUntil(has(1)));
+    reader->ReadDocument(folder.Write("some.json", "{}"), keep);
+    ASSERT_TRUE(ui.PumpUntil(has(2)));
+    EXPECT_THAT(documents, testing::ElementsAre(std::nullopt, "{}"));
+}
+
+TEST_F(Reading, AnswersNothingThatHasBeenGivenUp) {
+    const std::filesystem::path file = Write(3 * kVideoChunkSize);
+    const auto fail = [](const auto&) { FAIL(); };
+    reader->LookAt({file}, fail);
+    reader->Open(file, fail);
+    ui.AwaitCaller();
+    EXPECT_EQ(*Open(folder.Write("b", "seven b")), 7U);
+    EXPECT_EQ(Content(Next()), "seven b");
+    ASSERT_TRUE(Open(file));
+    reader->Close();
+    EXPECT_EQ(*Open(folder / "b"), 7U);
+    EXPECT_EQ(Content(Next()), "seven b");
+    reader->Open(file, fail);
+    ui.AwaitCaller();
+    reader.reset();
+}
+
+TEST_F(Reading, OutlivesItsReaderWithWhatIsOnItsWay) {
+    ASSERT_TRUE(Open(Write(kVideoChunkSize)));
+    const ReadChunk chunk = Next();
+    reader.reset();
+    threads.Join();
+    EXPECT_EQ(Content(chunk), folder.Read("视频.mp4"));
+}
+
+}  // namespace
+}  // namespace sontaro::test
