@@ -6,6 +6,7 @@
 #include <charconv>
 #include <iterator>
 
+#include "base/csv_text.h"
 #include "base/encoding.h"
 #include "base/hex_command.h"
 #include "timeline/csv_reader.h"
@@ -18,9 +19,6 @@ namespace sontaro {
 namespace {
 
 using Kind = CsvTrouble::Kind;
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kLineEnd = "\r\n";
 
 const LocalText& TextOf(Kind kind) {
     // clang-format off
@@ -139,23 +137,11 @@ std::string Written(const TimeNode& node, TimelineColumn column) {
     }
 }
 
-/// Quoted where it has to be; blanks at its ends would go with some programs.
-std::string Quoted(std::string_view text) {
-    const bool isPlain =
-        text.find_first_of("\",;\t\r\n") == std::string_view::npos && Trimmed(text) == text;
-    if (isPlain) return std::string(text);
-    std::string quoted = "\"";
-    for (const char character : text) quoted.append(character == '"' ? 2 : 1, character);
-    return quoted + '"';
-}
-
 template <class TextOfColumn>
 void AddRow(std::string& csv, const TextOfColumn& text) {
-    for (const CsvColumn& column : kColumns) {
-        if (&column != kColumns) csv += ',';
-        csv += Quoted(text(column));
-    }
-    csv += kLineEnd;
+    std::vector<std::string> cells;
+    for (const CsvColumn& column : kColumns) cells.push_back(text(column));
+    AddCsvRow(csv, cells);
 }
 
 /// Reads row after row under the headers.
@@ -234,7 +220,7 @@ std::string CsvTrouble::Told() const {
 }
 
 std::string TimelineCsv(const GroupOrder& order) {
-    std::string csv(kByteOrderMark);
+    std::string csv(kCsvBegin);
     AddRow(csv, [](const CsvColumn& column) { return Localized(column.Name()); });
     for (const SharedGroup& group : order)
         for (const GroupNode& stored : group->nodes)
