@@ -27,6 +27,12 @@ std::string WriteJson(const Json::Value& value) {
     return Json::writeString(Json::StreamWriterBuilder(), value);
 }
 
+std::string WriteJsonLine(const Json::Value& value) {
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "";
+    return Json::writeString(builder, value);
+}
+
 std::string TextOf(const Json::Value& value) {
     const char* begin = nullptr;
     const char* end = nullptr;

@@ -17,6 +17,9 @@ namespace sontaro {
 /// `value` as jsoncpp's default writer prints it: the form that players read.
 [[nodiscard]] std::string WriteJson(const Json::Value& value);
 
+/// `value` on one line, without a line end: for files that grow line by line.
+[[nodiscard]] std::string WriteJsonLine(const Json::Value& value);
+
 /// The text of a string value in valid UTF-8; a player's broken characters become U+FFFD.
 [[nodiscard]] std::string TextOf(const Json::Value& value);
 

@@ -1,0 +1,134 @@
+#include "batchsend/journal_writer.h"
+
+#include <fmt/chrono.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "base/file.h"
+#include "base/json.h"
+#include "base/path_text.h"
+
+namespace sontaro {
+
+namespace fs = std::filesystem;
+using namespace journal_key;
+using namespace std::chrono;
+
+namespace {
+
+constexpr const char* kEnding = ".jsonl";
+
+std::string TimeText(system_clock::time_point time) {
+    return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(system_clock::to_time_t(time)));
+}
+
+/// In the order of time as they are in that of letters.
+std::string FileName(system_clock::time_point time) {
+    const auto part = duration_cast<milliseconds>(time.time_since_epoch()).count() % 1000;
+    return fmt::format("{:%Y%m%d-%H%M%S}-{:03}", fmt::gmtime(system_clock::to_time_t(time)), part) +
+           kEnding;
+}
+
+fs::path FreePath(const fs::path& folder, system_clock::time_point time) {
+    std::error_code error;
+    fs::path path = folder / FileName(time);
+    while (fs::exists(path, error)) path = folder / FileName(time += milliseconds(1));
+    return path;
+}
+
+void RemoveWithAllBeside(const fs::path& journal) {
+    std::error_code error;
+    const std::string stem = TextOfPath(journal.stem());
+    std::vector<fs::path> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(journal.parent_path(), error))
+        if (TextOfPath(entry.path().filename()).starts_with(stem)) files.push_back(entry.path());
+    for (const fs::path& file : files) fs::remove(file, error);
+}
+
+Json::Value ToJson(const UploadPlayer& player) {
+    Json::Value json(Json::objectValue);
+    json[kIp] = player.target.ip;
+    json[kPort] = player.target.port;
+    Json::Value& videos = json[kVideos] = Json::Value(Json::arrayValue);
+    for (const UploadVideo& video : player.videos) {
+        Json::Value& added = videos.append(Json::Value(Json::objectValue));
+        added[kPath] = TextOfPath(video.path);
+        added[kName] = video.name;
+        added[kCode] = video.code;
+    }
+    return json;
+}
+
+}  // namespace
+
+JournalWriter::JournalWriter(const fs::path& folder, const std::vector<UploadPlayer>& players,
+                             Clock clock)
+    : clock_(std::move(clock)) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    const std::vector<fs::path> earlier = JournalsIn(folder);
+    for (std::size_t i = kMostJournals - 1; i < earlier.size(); ++i)
+        RemoveWithAllBeside(earlier[i]);
+    path_ = FreePath(folder, clock_());
+    file_.open(path_, std::ios::binary | std::ios::app);
+    Json::Value line(Json::objectValue);
+    line[kEvent] = kRun;
+    line[kFormat] = kFormatName;
+    line[kVersion] = kThisVersion;
+    line[kPlayers] = Json::Value(Json::arrayValue);
+    for (const UploadPlayer& player : players) line[kPlayers].append(ToJson(player));
+    Write(std::move(line));
+}
+
+void JournalWriter::Add(const UploadEvent& event) {
+    using Kind = UploadEvent::Kind;
+    const char* name = NameOf(event.kind);
+    if (!name) return;
+    Json::Value line(Json::objectValue);
+    line[kEvent] = name;
+    if (event.kind != Kind::kRunEnded) line[kPlayer] = Json::UInt64(event.player);
+    if (event.kind == Kind::kPlayerEnded)
+        line[kStatus] = static_cast<Json::UInt>(event.status);
+    else if (event.kind != Kind::kRunEnded)
+        line[kVideo] = Json::UInt64(event.video);
+    if (event.kind == Kind::kVideoBegun) begun_ = clock_();
+    if (event.kind == Kind::kVideoBegun || event.kind == Kind::kVideoDone)
+        line[kBytes] = Json::UInt64(event.bytes);
+    if (event.kind == Kind::kVideoDone)
+        line[kSeconds] = duration<double>(clock_() - begun_).count();
+    if (const std::string note = NoteText(event.note); !note.empty()) line[kNote] = note;
+    Write(std::move(line));
+}
+
+void JournalWriter::Write(Json::Value line) {
+    line[kTime] = TimeText(clock_());
+    file_ << WriteJsonLine(line) << '\n' << std::flush;
+}
+
+std::vector<fs::path> JournalsIn(const fs::path& folder) {
+    std::error_code error;
+    std::vector<fs::path> journals;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
+        if (entry.path().extension() == kEnding) journals.push_back(entry.path());
+    std::ranges::sort(journals, std::greater());
+    return journals;
+}
+
+std::optional<RunJournal> LastJournal(const fs::path& folder) {
+    for (const fs::path& path : JournalsIn(folder)) {
+        const Result<std::string> text = ReadFile(path);
+        if (!text) continue;
+        if (Result<RunJournal> journal = ReadJournal(*text)) return std::move(*journal);
+    }
+    return std::nullopt;
+}
+
+fs::path BesideJournal(const fs::path& journal, std::string_view name) {
+    fs::path path = journal;
+    path.replace_extension();
+    path += PathOfText("." + std::string(name));
+    return path;
+}
+
+}  // namespace sontaro

@@ -1,0 +1,54 @@
+// The journals of runs, in a folder.
+#pragma once
+
+#include <json/value.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "batchsend/run_journal.h"
+
+namespace sontaro {
+
+/// Most journals that are kept.
+inline constexpr std::size_t kMostJournals = 50;
+
+/// Writes the journal of one run, each line as soon as it is known: whatever happens to the
+/// program, what stands in the file is true.
+class JournalWriter {
+   public:
+    using Clock = std::function<std::chrono::system_clock::time_point()>;
+
+    /// Begins a file in `folder`, which is made if need be. The oldest journals go, with all that
+    /// is kept beside them.
+    JournalWriter(const std::filesystem::path& folder, const std::vector<UploadPlayer>& players,
+                  Clock clock);
+
+    void Add(const UploadEvent& event);
+
+    /// False as soon as something could not be written.
+    [[nodiscard]] bool IsWhole() const { return file_.good(); }
+    [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+
+   private:
+    void Write(Json::Value line);
+
+    const Clock clock_;
+    std::filesystem::path path_;
+    std::ofstream file_;
+    std::chrono::system_clock::time_point begun_;  // the video that is on its way
+};
+
+/// The journals in `folder`, the latest first.
+[[nodiscard]] std::vector<std::filesystem::path> JournalsIn(const std::filesystem::path& folder);
+
+/// The latest journal in `folder` that can be read; none when there is none.
+[[nodiscard]] std::optional<RunJournal> LastJournal(const std::filesystem::path& folder);
+
+/// Where something is kept that belongs to a run.
+[[nodiscard]] std::filesystem::path BesideJournal(const std::filesystem::path& journal,
+                                                  std::string_view name);
+
+}  // namespace sontaro

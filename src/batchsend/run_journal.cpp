@@ -1,0 +1,203 @@
+#include "batchsend/run_journal.h"
+
+#include <fmt/printf.h>
+
+#include <algorithm>
+#include <array>
+
+#include "base/csv_text.h"
+#include "base/json.h"
+#include "base/local_text.h"
+#include "base/path_text.h"
+
+namespace sontaro {
+
+using namespace journal_key;
+
+namespace {
+
+using Kind = UploadEvent::Kind;
+using Outcome = JournalEntry::Outcome;
+
+constexpr std::pair<Kind, const char*> kEventNames[] = {
+    {Kind::kLeftOut, "left-out"},   {Kind::kVideoBegun, "begun"},   {Kind::kVideoDone, "done"},
+    {Kind::kVideoFailed, "failed"}, {Kind::kPlayerEnded, "player"}, {Kind::kRunEnded, "end"},
+};
+
+constexpr LocalText kHeaders[] = {
+    {"播放器", "Player"}, {"文件", "File"},       {"发送名称", "Name as sent"},
+    {"代码", "Code"},     {"大小", "Size"},       {"结果", "Result"},
+    {"秒", "Seconds"},    {"字节/秒", "Bytes/s"}, {"时间(UTC)", "Time (UTC)"},
+    {"备注", "Remarks"},
+};
+/// In the order of `Outcome`.
+constexpr LocalText kOutcomes[] = {
+    {"未开始", "not begun"}, {"中断", "cut off"},    {"完成", "OK"},
+    {"失败", "failed"},      {"未发送", "left out"},
+};
+
+std::optional<std::uint64_t> NumberIn(const Json::Value& json, const char* key) {
+    const Json::Value& number = json[key];
+    if (!number.isUInt64()) return std::nullopt;
+    return number.asUInt64();
+}
+
+UploadVideo VideoIn(const Json::Value& json) {
+    if (!json.isObject()) return {};
+    return {PathOfText(TextOf(json[kPath])), TextOf(json[kName]),
+            static_cast<std::uint16_t>(NumberIn(json, kCode).value_or(0))};
+}
+
+UploadPlayer PlayerIn(const Json::Value& json) {
+    UploadPlayer player;
+    if (!json.isObject()) return player;
+    player.target = {TextOf(json[kIp]),
+                     static_cast<std::uint16_t>(NumberIn(json, kPort).value_or(0)), 0};
+    if (json[kVideos].isArray())
+        for (const Json::Value& video : json[kVideos]) player.videos.push_back(VideoIn(video));
+    return player;
+}
+
+bool TakeFirstLine(const Json::Value& line, RunJournal& journal) {
+    const bool isOurs = line.isObject() && line[kEvent] == kRun && line[kFormat] == kFormatName &&
+                        line[kVersion].isInt() && line[kVersion].asInt() <= kThisVersion &&
+                        line[kPlayers].isArray();
+    if (!isOurs) return false;
+    journal.time = TextOf(line[kTime]);
+    for (const Json::Value& player : line[kPlayers]) journal.players.push_back(PlayerIn(player));
+    for (const UploadPlayer& player : journal.players)
+        journal.entries.emplace_back(player.videos.size());
+    journal.statuses.resize(journal.players.size());
+    return true;
+}
+
+void TakePlayerEnd(const Json::Value& line, std::size_t player, RunJournal& journal) {
+    const auto status = NumberIn(line, kStatus);
+    if (status && *status <= static_cast<std::uint64_t>(UploadStatus::kDone))
+        journal.statuses[player] = static_cast<UploadStatus>(*status);
+}
+
+Outcome OutcomeOf(Kind kind) {
+    switch (kind) {
+        case Kind::kVideoBegun: return Outcome::kInFlight;
+        case Kind::kVideoDone: return Outcome::kDone;
+        case Kind::kLeftOut: return Outcome::kLeftOut;
+        default: return Outcome::kFailed;
+    }
+}
+
+/// An earlier attempt of the same run may have told of it already.
+void TakeVideo(const Json::Value& line, Kind kind, RunJournal::Place place, RunJournal& journal) {
+    JournalEntry& entry = journal.entries[place.player][place.video];
+    entry.outcome = OutcomeOf(kind);
+    entry.time = TextOf(line[kTime]);
+    entry.note = TextOf(line[kNote]);
+    if (const auto bytes = NumberIn(line, kBytes)) entry.bytes = *bytes;
+    if (line[kSeconds].isNumeric()) entry.seconds = line[kSeconds].asDouble();
+    if (kind == Kind::kVideoBegun) journal.inFlight = place;
+}
+
+void TakeLine(const Json::Value& line, RunJournal& journal) {
+    if (!line.isObject() || !line[kEvent].isString()) return;
+    const std::string name = TextOf(line[kEvent]);
+    const auto* event =
+        std::ranges::find_if(kEventNames, [&](const auto& known) { return name == known.second; });
+    if (event == std::end(kEventNames)) return;
+    const Kind kind = event->first;
+    journal.hasEnded = kind == Kind::kRunEnded && TextOf(line[kNote]).empty();
+    if (kind == Kind::kRunEnded) return;
+    const auto player = NumberIn(line, kPlayer);
+    if (!player || *player >= journal.players.size()) return;
+    if (kind == Kind::kPlayerEnded) return TakePlayerEnd(line, *player, journal);
+    const auto video = NumberIn(line, kVideo);
+    if (!video || *video >= journal.entries[*player].size()) return;
+    TakeVideo(line, kind, {*player, *video}, journal);
+}
+
+std::string_view TakeText(std::string_view& rest) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    const std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    return line;
+}
+
+std::vector<std::string> CsvCells(const UploadPlayer& player, const UploadVideo& video,
+                                  const JournalEntry& entry) {
+    const bool isDone = entry.outcome == Outcome::kDone && entry.seconds > 0;
+    const double speed = isDone ? static_cast<double>(entry.bytes) / entry.seconds : 0;
+    return {player.target.ip,
+            TextOfPath(video.path),
+            video.name,
+            std::to_string(video.code),
+            std::to_string(entry.bytes),
+            Localized(kOutcomes[static_cast<std::size_t>(entry.outcome)]),
+            isDone ? fmt::sprintf("%.1f", entry.seconds) : "",
+            isDone ? fmt::sprintf("%.0f", speed) : "",
+            entry.time,
+            entry.note};
+}
+
+}  // namespace
+
+const char* journal_key::NameOf(Kind kind) {
+    const auto* name = std::ranges::find(kEventNames, kind, &std::pair<Kind, const char*>::first);
+    return name == std::end(kEventNames) ? nullptr : name->second;
+}
+
+double RunJournal::Speed() const {
+    double bytes = 0, seconds = 0;
+    for (const auto& player : entries)
+        for (const JournalEntry& entry : player) {
+            if (entry.outcome != Outcome::kDone) continue;
+            bytes += static_cast<double>(entry.bytes);
+            seconds += entry.seconds;
+        }
+    return seconds > 0 ? bytes / seconds : 0;
+}
+
+Result<RunJournal> ReadJournal(std::string_view text) {
+    RunJournal journal;
+    const auto first = ParseJson(TakeText(text));
+    if (!first || !TakeFirstLine(*first, journal)) return Error{"the text is no journal of a run"};
+    while (!text.empty())
+        if (const auto line = ParseJson(TakeText(text))) TakeLine(*line, journal);
+    if (const auto& place = journal.inFlight)
+        if (journal.entries[place->player][place->video].outcome == Outcome::kDone)
+            journal.inFlight.reset();
+    return journal;
+}
+
+std::vector<UploadPlayer> FailedIn(const RunJournal& journal) {
+    std::vector<UploadPlayer> failed;
+    for (std::size_t i = 0; i < journal.players.size(); ++i) {
+        const UploadPlayer& player = journal.players[i];
+        UploadPlayer rest{player.target, {}};
+        for (std::size_t video = 0; video < player.videos.size(); ++video)
+            if (journal.entries[i][video].outcome != Outcome::kDone)
+                rest.videos.push_back(player.videos[video]);
+        if (rest.videos.empty()) continue;
+        const bool isFirst = journal.inFlight && journal.inFlight->player == i;
+        if (isFirst) {
+            const UploadVideo& first = player.videos[journal.inFlight->video];
+            const auto place = std::ranges::find(rest.videos, first);
+            std::rotate(rest.videos.begin(), place, std::next(place));
+        }
+        failed.insert(isFirst ? failed.begin() : failed.end(), std::move(rest));
+    }
+    return failed;
+}
+
+std::string JournalCsv(const RunJournal& journal) {
+    std::string csv(kCsvBegin);
+    std::vector<std::string> headers;
+    for (const LocalText& header : kHeaders) headers.push_back(Localized(header));
+    AddCsvRow(csv, headers);
+    for (std::size_t i = 0; i < journal.players.size(); ++i) {
+        const UploadPlayer& player = journal.players[i];
+        for (std::size_t video = 0; video < player.videos.size(); ++video)
+            AddCsvRow(csv, CsvCells(player, player.videos[video], journal.entries[i][video]));
+    }
+    return csv;
+}
+
+}  // namespace sontaro
