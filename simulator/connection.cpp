@@ -70,6 +70,10 @@ bool Connection::ServeAll(PacketParser& parser) {
 
 bool Connection::ServeOne(const DevicePacket& request) {
     std::optional<Answer> answer = owner_.Serve(request);
+    if (answer && answer->endsConnection) {
+        socket_.Shutdown();
+        return false;
+    }
     if (answer && !Queue(std::move(*answer))) return false;
     if (!owner_.Faults().drop) return true;
     socket_.ResetOnClose();

@@ -49,6 +49,21 @@ constexpr FaultRow kFaults[] = {
     {"other-resolution", 0, kNoNumber,
      [](FaultScript& faults, std::size_t) { faults.otherResolution = true; }},
     {"hang-up", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.hangUp = true; }},
+    {"no-second-query", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.noSecondQuery = true; }},
+    {"withhold", 0, UINT16_MAX,
+     [](FaultScript& faults, std::size_t number) {
+         faults.unacknowledged = static_cast<std::uint16_t>(number);
+     }},
+    {"withhold-once", 0, UINT16_MAX,
+     [](FaultScript& faults, std::size_t number) {
+         faults.unacknowledged = static_cast<std::uint16_t>(number);
+         faults.withholdsOnce = true;
+     }},
+    {"lose-chunk", 0, UINT16_MAX,
+     [](FaultScript& faults, std::size_t number) {
+         faults.loseChunk = static_cast<std::uint16_t>(number);
+     }},
     {"result", 0, UINT16_MAX,
      [](FaultScript& faults, std::size_t number) {
          faults.result = static_cast<std::uint16_t>(number);

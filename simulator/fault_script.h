@@ -27,13 +27,17 @@ struct FaultScript {
     bool badList = false;        ///< the list of videos is no JSON
     bool refuseSaves = false;    ///< saves are answered as not supported, and nothing is kept
     bool emptyTimeline = false;  ///< the timeline is read as nothing
-    bool changedTimeline = false;   ///< the timeline is read without its last node
-    bool noReturn = false;          ///< a restart never ends
-    bool badChecksum = false;       ///< the parameter block of the screen split has a wrong one
-    bool emptyBlock = false;        ///< it has no bytes
-    bool noCorrection = false;      ///< it tells that no geometry is corrected
-    bool otherResolution = false;   ///< it tells half the width and height
-    bool hangUp = false;            ///< every reply ends its connection
+    bool changedTimeline = false;  ///< the timeline is read without its last node
+    bool noReturn = false;         ///< a restart never ends
+    bool badChecksum = false;      ///< the parameter block of the screen split has a wrong one
+    bool emptyBlock = false;       ///< it has no bytes
+    bool noCorrection = false;     ///< it tells that no geometry is corrected
+    bool otherResolution = false;  ///< it tells half the width and height
+    bool hangUp = false;           ///< every reply ends its connection
+    bool noSecondQuery = false;    ///< the free space is told to the first of two queries alone
+    std::optional<std::uint16_t> unacknowledged;  ///< the chunk of each video; 0: its announcement
+    bool withholdsOnce = false;                   ///< that is acknowledged when it comes again
+    std::optional<std::uint16_t> loseChunk;       ///< the chunk that ends its connection
     std::uint16_t result = 0;       ///< argument with which the control protocol is read
     std::uint16_t unread = 0;       ///< the settings block whose reading is not answered; 0: none
     std::uint16_t unsupported = 0;  ///< the settings block that is answered as not supported
@@ -51,9 +55,11 @@ struct FaultScript {
 /// The faults that `script` names, separated by commas: refuse, silent, drop, not-supported,
 /// garbage, oversize, bad-json, no-ack, no-second-part, bad-list, refuse-saves, empty-timeline,
 /// changed-timeline, no-return, bad-checksum, empty-block, no-correction, other-resolution,
-/// hang-up, result=N, items=N (settings that describe themselves have N items), unread=BLOCK,
-/// unsupported=BLOCK, refused=BLOCK, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also
-/// "500ms"). An empty script has none. Fails, with a reason for the user, on anything else.
+/// hang-up, no-second-query, withhold=N (the N-th chunk of a video is not acknowledged, 0 is its
+/// announcement), withhold-once=N, lose-chunk=N, result=N, items=N (settings that describe
+/// themselves have N items), unread=BLOCK, unsupported=BLOCK, refused=BLOCK, cut=BYTES,
+/// close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty script has none. Fails, with a
+/// reason for the user, on anything else.
 [[nodiscard]] Result<FaultScript> ParseFaultScript(std::string_view script);
 
 }  // namespace sontaro::simulator

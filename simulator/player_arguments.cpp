@@ -123,7 +123,8 @@ constexpr OptionRow kOptions[] = {
      SetBaseAddress},
     {"--port", "PORT", "TCP port of each player, 0 for any free one (9000)", SetPort},
     {"--name", "TEXT", "start of the IDs, up to 12 bytes with the number (SIMPLAYER)", SetName},
-    {"--store", "DIR", "keep each player's state in a file in DIR", SetStore},
+    {"--store", "DIR", "keep each player's state in a file in DIR, and its videos in a folder",
+     SetStore},
     {"--schema", "FILE",
      "serve FILE, whatever it holds, as the schema of serial ports,\n"
      "subtitles, touch and Cave",
@@ -149,7 +150,9 @@ constexpr OptionRow kOptions[] = {
      "empty-timeline, changed-timeline (read without its last node),\n"
      "no-return (from a restart), bad-checksum, empty-block, no-correction,\n"
      "other-resolution (half of it, in the block of the screen split),\n"
-     "hang-up (after every reply), result=N (of reading the control\n"
+     "hang-up (after every reply), no-second-query (of the free space),\n"
+     "withhold=N, withhold-once=N (the N-th chunk of a video is not\n"
+     "acknowledged, 0: its announcement), lose-chunk=N, result=N (of reading the control\n"
      "protocol), items=N (in schemas), unread=BLOCK (settings whose\n"
      "reading is not answered), unsupported=BLOCK, refused=BLOCK,\n"
      "cut=BYTES, close-after=BYTES, delay=500ms;\n"

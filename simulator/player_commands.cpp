@@ -6,6 +6,7 @@
 #include "simulator/screen_split_commands.h"
 #include "simulator/settings_commands.h"
 #include "simulator/timeline_commands.h"
+#include "simulator/upload_commands.h"
 #include "simulator/video_commands.h"
 #include "simulator/video_list_commands.h"
 
@@ -25,14 +26,18 @@ struct CommandRow {
 
 /// The argument is the index of the part. A period that no power of two divides shows pieces of
 /// the block that get lost or swapped.
-void HandlePlayerData(PlayerState&, const DevicePacket& request, Answer& answer) {
+void HandlePlayerData(PlayerState& state, const DevicePacket& request, Answer& answer) {
     constexpr std::size_t kPatternPeriod = 251;
     constexpr std::uint16_t kSecondPart = 32767;
+    constexpr std::size_t kFreeSpaceOffset = 4;
     answer.reply.header.argument = request.header.argument;
     if (request.header.argument == kSecondPart) answer.content = Content::kSecondPart;
     answer.reply.payload.resize(kPlayerDataSize);
     for (std::size_t i = 0; i < kPlayerDataSize; ++i)
         answer.reply.payload[i] = static_cast<std::uint8_t>(i % kPatternPeriod);
+    const std::uint32_t free = FreeMebibytes(state);
+    for (std::size_t i = 0; i < sizeof free; ++i)
+        answer.reply.payload[kFreeSpaceOffset + i] = static_cast<std::uint8_t>(free >> 8 * i);
 }
 
 void HandleNameList(PlayerState& state, const DevicePacket&, Answer& answer) {
@@ -83,6 +88,8 @@ constexpr CommandRow kCommands[] = {
     {kCommandPlayerState, 1, HandleNamesOrVideos},
     {kCommandSettings, kBlockPlayerTimeline, HandleTimeline},
     {kCommandPlayerData, std::nullopt, HandlePlayerData},
+    {kCommandUpload, std::nullopt, HandleUpload},
+    {kCommandDeviceModes, std::nullopt, HandleMode},
     {kCommandCloseLinks, std::nullopt, HandleCloseLinks},
     {kCommandSerialData, std::nullopt, HandleSerialData},
     {kCommandLayoutState, std::nullopt, HandleLayoutState},

@@ -21,8 +21,9 @@ enum class Content {
 struct Answer {
     DevicePacket reply;
     Content content = Content::kOther;
-    bool silent = false;       ///< nothing is answered at all
-    std::string note = {};     ///< what the player does at once, for its log
+    bool silent = false;          ///< nothing is answered at all
+    bool endsConnection = false;  ///< in place of an answer
+    std::string note = {};        ///< what the player does at once, for its log
     bool startPushes = false;  ///< from now on the player reports position and USB videos unasked
 };
 

@@ -65,6 +65,7 @@ PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
     player.identity = IdentityAt(index, IdAt(options, index));
     if (!options.store.empty())
         player.file = options.store / (FormatIpv4(player.address) + ".json");
+    if (!options.store.empty()) player.videoFolder = options.store / FormatIpv4(player.address);
     player.olderNames = options.olderNames;
     player.player = static_cast<std::int64_t>(index);
     const auto own = options.ownFaults.find(index);

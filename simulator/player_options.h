@@ -37,6 +37,7 @@ struct PlayerOptions {
     double speed = 1;         ///< seconds of video that go by in a second
     std::filesystem::path
         file;  ///< keeps the state from one start to the next; empty: nothing does
+    std::filesystem::path videoFolder = {};  ///< keeps the videos it is sent; empty: nothing does
     /// Is told what the player sends to its ports, as the log is; must not call the player.
     std::function<void(std::string_view)> printed = [](std::string_view) {};
     EventLog* log = nullptr;  ///< outlives the player

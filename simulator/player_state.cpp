@@ -21,6 +21,8 @@ concept IsFolder = std::same_as<std::remove_const_t<Record>, VideoFolder>;
 template <class Record>
 concept IsCaption = std::same_as<std::remove_const_t<Record>, Caption>;
 template <class Record>
+concept IsStoredVideo = std::same_as<std::remove_const_t<Record>, StoredVideo>;
+template <class Record>
 concept IsState = std::same_as<std::remove_const_t<Record>, PlayerState>;
 
 // The keys of the file, for both directions: each overload calls `visit(key, field)`.
@@ -40,6 +42,13 @@ template <IsCaption Record, class Visitor>
 void VisitFields(Record& record, Visitor&& visit) {
     visit("type", record.type);
     visit("text", record.text);
+}
+
+template <IsStoredVideo Record, class Visitor>
+void VisitFields(Record& record, Visitor&& visit) {
+    visit("code", record.code);
+    visit("name", record.name);
+    visit("size", record.size);
 }
 
 template <IsState Record, class Visitor>
@@ -68,6 +77,9 @@ void VisitFields(Record& record, Visitor&& visit) {
     visit("touchAction", record.touchAction);
     visit("cave", record.cave);
     visit("timeline", record.timeline);
+    visit("mode", record.mode);
+    visit("diskMebibytes", record.diskMebibytes);
+    visit("stored", record.stored);
     visit("wall", record.wall);
 }
 
@@ -75,6 +87,7 @@ struct Writer {
     static Json::Value ToJson(bool value) { return value; }
     static Json::Value ToJson(int value) { return value; }
     static Json::Value ToJson(unsigned value) { return value; }
+    static Json::Value ToJson(std::int64_t value) { return Json::Int64(value); }
     static Json::Value ToJson(Action value) { return static_cast<int>(value); }
     static Json::Value ToJson(const std::string& value) { return value; }
 
@@ -103,6 +116,9 @@ struct Reader {
     }
     static void FromJson(const Json::Value& json, unsigned& value) {
         if (json.isUInt()) value = json.asUInt();
+    }
+    static void FromJson(const Json::Value& json, std::int64_t& value) {
+        if (json.isInt64()) value = json.asInt64();
     }
     static void FromJson(const Json::Value& json, Action& value) {
         if (json.isInt()) value = static_cast<Action>(json.asInt());

@@ -3,6 +3,8 @@
 
 #include <chrono>
 #include <deque>
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,6 +66,23 @@ struct Screens {
     bool operator==(const Screens&) const = default;
 };
 
+/// A video that a player has been sent whole.
+struct StoredVideo {
+    int code = 0;
+    std::string name;
+    std::int64_t size = 0;  ///< bytes; of one that still comes, those that have come
+
+    bool operator==(const StoredVideo&) const = default;
+};
+
+/// A video that is being sent.
+struct IncomingVideo {
+    StoredVideo video;
+    std::uint64_t announced = 0;  ///< bytes
+
+    bool operator==(const IncomingVideo&) const = default;
+};
+
 /// Most bytes that a player passes on at once from its serial port.
 inline constexpr std::size_t kMostSerialBytes = 1023;
 
@@ -92,10 +111,16 @@ struct PlayerState {
     std::string touchAction;
     std::string cave;
     std::string timeline;
-    std::string wall;                       ///< the configuration of the screen split
-    Screens screens;                        ///< not kept in the file
-    std::deque<Bytes> serialBytes;          ///< not yet passed on; not kept in the file
-    std::chrono::microseconds position{0};  ///< in the current video; not kept in the file
+    int mode = 0;                ///< 1: a master, 2: a slave
+    int diskMebibytes = 20'000;  ///< free before any video is stored
+    std::vector<StoredVideo> stored;
+    std::optional<IncomingVideo> incoming;  ///< not kept in the file
+    std::filesystem::path videoFolder;  ///< not kept in the file; empty: videos are only counted
+    std::vector<std::string> uploadTroubles;  ///< what was wrong; not kept in the file
+    std::string wall;                         ///< the configuration of the screen split
+    Screens screens;                          ///< not kept in the file
+    std::deque<Bytes> serialBytes;            ///< not yet passed on; not kept in the file
+    std::chrono::microseconds position{0};    ///< in the current video; not kept in the file
 
     bool operator==(const PlayerState&) const = default;
 };

@@ -8,6 +8,8 @@ namespace sontaro::simulator {
 
 namespace {
 
+constexpr const char* kVideoType = "VideoType";
+constexpr const char* kTypeName = "TypeName";
 constexpr std::string_view kNoList = "{\"cloudNewVideoScreenDatas\":";
 
 enum Operation : std::uint16_t { kRead = 0, kWrite = 1 };
@@ -44,6 +46,19 @@ void HandleKept(std::string& document, Content content, const DevicePacket& requ
     }
 }
 
+/// A document of nothing but the names of the video categories, which are put in their places.
+bool KeepNames(std::string& document, const DevicePacket& request) {
+    const auto names = ParseJson(AsText(request.payload));
+    if (!names || !names->isObject() || names->size() != 1 || !names->isMember(kVideoType))
+        return false;
+    Json::Value whole = ParseJson(document).ok() ? *ParseJson(document) : Json::Value();
+    if (!whole.isObject()) whole = Json::Value(Json::objectValue);
+    for (Json::ArrayIndex i = 0; i < (*names)[kVideoType].size(); ++i)
+        whole[kVideoType][i][kTypeName] = (*names)[kVideoType][i][kTypeName];
+    document = WriteJson(whole);
+    return true;
+}
+
 }  // namespace
 
 void HandleOsd(PlayerState& state, const DevicePacket& request, Answer& answer) {
@@ -63,7 +78,8 @@ void HandleControlProtocol(PlayerState& state, const DevicePacket& request, Answ
     } else {
         answer.reply.header.qualifier = request.header.qualifier;
         answer.reply.header.argument = request.header.argument;
-        Save(state.controlProtocol, request, answer);
+        if (!KeepNames(state.controlProtocol, request))
+            Save(state.controlProtocol, request, answer);
     }
 }
 

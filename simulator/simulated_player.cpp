@@ -11,6 +11,7 @@
 #include "simulator/playback.h"
 #include "simulator/settings_commands.h"
 #include "simulator/timeline_commands.h"
+#include "simulator/upload_commands.h"
 #include "timeline/time_text.h"
 
 namespace sontaro::simulator {
@@ -65,7 +66,11 @@ Status SimulatedPlayer::Start() {
     Status started = Load();
     if (started && options_.schema)
         ChangeState([&](PlayerState& state) { SetSchemas(state, *options_.schema); });
-    if (started) ChangeState([&](PlayerState& state) { state.screens = options_.screens; });
+    if (started)
+        ChangeState([&](PlayerState& state) {
+            state.screens = options_.screens;
+            state.videoFolder = options_.videoFolder;
+        });
     if (started && options_.olderNames)
         ChangeState([](PlayerState& state) { state.olderNames = true; });
     if (started) started = Open();
@@ -176,6 +181,7 @@ void SimulatedPlayer::Remove(const std::shared_ptr<Connection>& connection) {
     Note("disconnected");
     const std::lock_guard lock(mutex_);
     std::erase(connections_, connection);
+    if (connections_.empty()) ForgetIncoming(state_);
     changed_.notify_all();
 }
 
@@ -242,6 +248,10 @@ std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
     if (!answer && !faults.silent && !faults.drop)
         ChangeState([&](PlayerState& state) { answer = HandleRequest(state, request); });
     if (answer) Spoil(*answer, faults);
+    if (answer) {
+        const std::lock_guard lock(mutex_);
+        SpoilUpload(request, faults, withheld_, *answer);
+    }
     if (answer && !answer->note.empty()) Print(answer->note);
     history_.Add(request);
     return answer && answer->silent ? std::nullopt : answer;

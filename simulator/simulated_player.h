@@ -102,6 +102,7 @@ class SimulatedPlayer final : private ConnectionOwner {
     std::size_t serialEvents_ = 0;  // of the script that have come since then
     std::string savedState_;
     FaultScript faults_;
+    std::size_t withheld_ = 0;                          // acknowledgements, because of faults
     bool away_ = false;                                 // because of a restart
     std::optional<Clock::time_point> nextRestartStep_;  // to leave, or to return when away
     std::shared_ptr<Socket> listener_;                  // absent while connections are refused

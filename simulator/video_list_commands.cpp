@@ -1,6 +1,7 @@
 #include "simulator/video_list_commands.h"
 
 #include "base/json.h"
+#include "batchsend/video_types.h"
 
 namespace sontaro::simulator {
 
@@ -44,6 +45,26 @@ Json::Value Screen(int number) {
     return screen;
 }
 
+/// The name of a stored video's category: that of its slot, as far as the player has one.
+std::string CategoryOf(const PlayerState& state, const StoredVideo& video) {
+    const auto names = ReadCategoryNames(state.controlProtocol);
+    const auto slot = static_cast<std::size_t>(video.code);
+    const bool hasName = names && slot < kVideoCategories && !names->at(slot).empty();
+    return hasName ? names->at(slot) : std::to_string(video.code);
+}
+
+void AddStored(const std::string& category, const StoredVideo& video, Json::Value& categories) {
+    Json::Value listed;
+    listed["videoName"] = video.name;
+    listed["videoSize"] = Json::Int64(video.size);
+    for (Json::Value& other : categories)
+        if (other["type"] == category) {
+            other["videoDatas"].append(listed);
+            return;
+        }
+    categories.append(ToJson(VideoFolder{category, {}}))["videoDatas"].append(listed);
+}
+
 }  // namespace
 
 void HandleVideoList(PlayerState& state, const DevicePacket&, Answer& answer) {
@@ -53,6 +74,8 @@ void HandleVideoList(PlayerState& state, const DevicePacket&, Answer& answer) {
     screens.append(Screen(0));
     for (const VideoFolder& folder : state.folders)
         screens[0]["cloudVideoTypes"].append(ToJson(folder));
+    for (const StoredVideo& video : state.stored)
+        AddStored(CategoryOf(state, video), video, screens[0]["cloudVideoTypes"]);
     for (const OtherScreen& other : OtherScreens()) {
         Json::Value& screen = screens.append(Screen(other.number));
         screen["cloudVideoTypes"].append(ToJson(other.folder));

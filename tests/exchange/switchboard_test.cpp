@@ -38,9 +38,13 @@ struct MainWindowHalf : testing::Test, LinkSurroundings {
     /// Whether the remote control has been given the player's whole block.
     void ExpectData(bool given) {
         ASSERT_EQ(!remote.messages.empty(), given);
-        for (const WindowMessage& message : std::exchange(remote.messages, {}))
-            EXPECT_TRUE(std::get_if<PlayerStatus>(&message.record) ||
-                        std::get<ReplyRecord>(message.record).payload == Pattern(207'496));
+        const Bytes pattern = Pattern(207'496);
+        for (const WindowMessage& message : std::exchange(remote.messages, {})) {
+            if (std::get_if<PlayerStatus>(&message.record)) continue;
+            Bytes block = std::get<ReplyRecord>(message.record).payload;
+            std::copy_n(&pattern[4], 4, &block[4]);  // the free space
+            EXPECT_TRUE(block == pattern);
+        }
     }
     void AskAndAwaitData(std::size_t player) {
         Ask(player, kCommandPlayerData);
