@@ -51,6 +51,7 @@ step "fuzz_video_list, one minute" fuzz fuzz_video_list
 step "fuzz_player_control, one minute" fuzz fuzz_player_control
 step "fuzz_timeline, one minute" fuzz fuzz_timeline
 step "fuzz_screen_split, one minute" fuzz fuzz_screen_split
+step "fuzz_batch_send, one minute" fuzz fuzz_batch_send
 
 echo
 printf '%s\n' "${steps[@]}"
