@@ -155,6 +155,7 @@ TEST_F(BatchPage, ServesOnePlayerAfterAnother) {
     Keep(21, "{}");
     EXPECT_EQ(Log(), "");
     Keep(21);
+    Over(77, [&] { LinkEnds(22), LinkEnds(21); });
     EXPECT_EQ(Log(), "close; ");
     EXPECT_EQ(Status(), "OK");
     LinkEnds(21);

@@ -112,6 +112,18 @@ TEST_F(Reading, AnswersNothingThatHasBeenGivenUp) {
     reader.reset();
 }
 
+TEST_F(Reading, TakesNoChunkOfTheVideoBefore) {
+    const std::filesystem::path file = Write(3 * kVideoChunkSize);
+    const std::filesystem::path other = folder.Write("b", "seven b");
+    for (int i = 0; i < 5; ++i) {
+        ASSERT_TRUE(Open(file));
+        Next();
+        std::this_thread::sleep_for(1ms);  // so that the next chunk is being read
+        ASSERT_TRUE(Open(other));
+        EXPECT_EQ(Content(Next()), "seven b");
+    }
+}
+
 TEST_F(Reading, OutlivesItsReaderWithWhatIsOnItsWay) {
     ASSERT_TRUE(Open(Write(kVideoChunkSize)));
     const ReadChunk chunk = Next();
