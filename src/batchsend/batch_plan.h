@@ -4,18 +4,11 @@
 #include <optional>
 #include <span>
 
+#include "batchsend/player_facts.h"
 #include "batchsend/upload_status.h"
 #include "batchsend/video_set.h"
-#include "videolist/video_list.h"
 
 namespace sontaro {
-
-/// What is known of a player. Nothing is, where it has not answered.
-struct PlayerFacts {
-    bool isReached = false;
-    std::optional<std::uint64_t> free;  ///< bytes on its disk
-    std::optional<VideoList> videos;
-};
 
 /// What is to happen to a video that is meant for a player.
 enum class PlannedFate : std::uint8_t {
