@@ -72,10 +72,11 @@ BatchPlan::BatchPlan(const VideoSet& set, std::span<const PlayerFacts> facts) {
         const auto sent = static_cast<std::size_t>(std::ranges::count_if(fates, IsSent));
         const bool fits = !facts[i].free || *facts[i].free > bytes;
         players_.push_back({{player.ip, static_cast<std::uint16_t>(player.port), 0}, {}});
-        for (std::size_t v = 0; v < videos.size(); ++v)
-            if (IsSent(fates[v]) || fates[v] == Fate::kUnreachable)
-                players_.back().videos.push_back({PathOfText(videos[v]->path), videos[v]->Name(),
-                                                  static_cast<std::uint16_t>(videos[v]->code)});
+        for (std::size_t place = 0; place < videos.size(); ++place)
+            if (IsSent(fates[place]) || fates[place] == Fate::kUnreachable)
+                players_.back().videos.push_back({PathOfText(videos[place]->path),
+                                                  videos[place]->Name(),
+                                                  static_cast<std::uint16_t>(videos[place]->code)});
         if (fits && sent > 0) {
             totals_.videos += sent;
             ++totals_.players;
@@ -95,7 +96,10 @@ std::optional<double> BatchPlan::Estimate(double speed) const {
 ProofKind ProofOf(const std::optional<VideoList>& list, const std::string& name, std::uint64_t size,
                   const std::string& category) {
     if (!list) return ProofKind::kCannotTell;
-    bool isConfirmed = false, isInPlace = false, isElsewhere = false, isNamed = false;
+    bool isConfirmed = false;
+    bool isInPlace = false;
+    bool isElsewhere = false;
+    bool isNamed = false;
     ForEachNamed(*list, name, [&](const ListedCategory& found, const ListedVideo& video) {
         const bool isWhole = video.size >= 0 && static_cast<std::uint64_t>(video.size) == size;
         const bool isThere = !category.empty() && found.name == category;

@@ -1,8 +1,8 @@
 // The upload to one player: queries, videos, categories.
 #pragma once
 
-#include <compare>
 #include <optional>
+#include <utility>
 
 #include "batchsend/upload_status.h"
 #include "batchsend/video_source.h"
@@ -62,13 +62,9 @@ class PlayerUpload {
         kDocument,
         kLateAnswers,  // all is confirmed; what has been repeated is still to be acknowledged
     };
-    /// How far the player has come; only what goes beyond makes the upload patient again.
-    struct Point {
-        std::size_t video = 0;    // in the plan, from 1; 0: the queries
-        std::uint64_t steps = 0;  // and bytes
-
-        auto operator<=>(const Point&) const = default;
-    };
+    /// How far the player has come: the video in the plan, from 1 (0: the queries), and its steps
+    /// and bytes. Only what goes beyond makes the upload patient again.
+    using Point = std::pair<std::size_t, std::uint64_t>;
     /// The video that the source has open, and its size once that is known.
     struct Opening {
         std::size_t position = 0;

@@ -145,7 +145,8 @@ const char* journal_key::NameOf(Kind kind) {
 }
 
 double RunJournal::Speed() const {
-    double bytes = 0, seconds = 0;
+    double bytes = 0;
+    double seconds = 0;
     for (const auto& player : entries)
         for (const JournalEntry& entry : player) {
             if (entry.outcome != Outcome::kDone) continue;

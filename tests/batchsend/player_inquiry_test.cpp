@@ -92,16 +92,19 @@ TEST_F(Inquiry, AsksNinePlayersAtOnce) {
 }
 
 TEST_F(Inquiry, MakesNoConnectionInARoundInWhichALinkHasEnded) {
-    Begin(2, {kMode});
-    Mode(21, 1);
-    Log();
-    Ends(21);
+    channel.sent = [this, write = channel.sent](const PacketHeader& header) {
+        write(header);
+        if (channel.to.ip != "192.168.1.22") return;
+        From(21);
+        Report(ExchangeNews::Kind::kLinkEnded);
+    };
+    Begin(3, {kMode});
+    EXPECT_EQ(Log(), "close; 21:36; 22:36; ");
+    EXPECT_EQ(inquiry.StateOf(0), kLinkLost);
     inquiry.AskAgain(0);
-    timers.Advance(0ms);
-    EXPECT_EQ(Log(), "");
     Mode(22, 1);
     timers.Advance(0ms);
-    EXPECT_EQ(Log(), "close; 21:36; ");
+    EXPECT_EQ(Log(), "close; 23:36; 21:36; ");
 }
 
 TEST_F(Inquiry, SaysWhoIsNotThereAndWhoHasGone) {
