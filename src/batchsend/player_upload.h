@@ -44,10 +44,8 @@ class PlayerUpload {
     /// The connection that the upload goes over, or has gone over last; 0: none yet.
     [[nodiscard]] ConnectionNumber Connection() const { return connection_; }
     [[nodiscard]] const UploadLine& Line() const { return line_; }
-    /// Of the video that is being sent.
-    [[nodiscard]] double Percent() const;
-    /// Since the player's last answer.
-    [[nodiscard]] int SilentSeconds() const { return silence_; }
+    [[nodiscard]] double Percent() const;  ///< of the video that is being sent
+    [[nodiscard]] int SilentSeconds() const { return silence_; }  ///< since the last answer
     /// Whether a video has been announced that is not confirmed; `VideoInFlight` is its place.
     [[nodiscard]] bool HasVideoInFlight() const;
     [[nodiscard]] std::size_t VideoInFlight() const { return row_.plan[position_].place; }

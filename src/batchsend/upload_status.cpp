@@ -58,7 +58,7 @@ std::uint64_t UploadRow::BytesLeft() const {
 }
 
 std::string StatusText(const UploadRow& row) {
-    const std::string text = Localized(kStatuses[static_cast<std::size_t>(row.status)]);
+    std::string text = Localized(kStatuses[static_cast<std::size_t>(row.status)]);
     if (row.status != UploadStatus::kInProgress) return text;
     return fmt::sprintf(text, row.sent, row.plan.size());
 }

@@ -43,8 +43,6 @@ struct UploadNote {
     Kind kind = Kind::kNone;
     std::string text = {};
     NotSent reason = {};
-
-    bool operator==(const UploadNote&) const = default;
 };
 
 struct UploadVideo {
@@ -107,8 +105,6 @@ struct UploadEvent {
     std::uint64_t bytes = 0;
     UploadStatus status{};
     UploadNote note = {};
-
-    bool operator==(const UploadEvent&) const = default;
 };
 
 /// What the status line says.
@@ -116,8 +112,6 @@ struct UploadLine {
     enum class Kind : std::uint8_t { kNone, kSending, kResending, kFinished };
     Kind kind = Kind::kNone;
     std::string name = {};  ///< of the video
-
-    bool operator==(const UploadLine&) const = default;
 };
 
 [[nodiscard]] std::string LineText(const UploadLine& line);

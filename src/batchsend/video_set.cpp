@@ -40,7 +40,8 @@ constexpr auto kSet = Rows<VideoSet>({
 // clang-format on
 
 void MakeValid(Elements<SetVideo>& videos) {
-    for (std::size_t i = 0; i < videos.size(); ++i) {
+    const std::size_t count = videos.size();
+    for (std::size_t i = 0; i < count; ++i) {
         SetVideo& video = videos[i];
         if (video.category >= kVideoCategories) video.category = 0;
         if (video.code > kMostCode) video.code = 0;
@@ -135,7 +136,8 @@ std::optional<VideoSet> VideoSetFromJson(const Json::Value& json) {
     kSchemaOf<kSet>.Reset(set);
     kSchemaOf<kSet>.Read(Json::Value(json), Source::kFile, set);
     MakeValid(set.videos);
-    for (std::size_t i = 0; i < set.players.size(); ++i) MakeValid(set.players[i].videos);
+    const std::size_t count = set.players.size();
+    for (std::size_t i = 0; i < count; ++i) MakeValid(set.players[i].videos);
     return set;
 }
 

@@ -44,21 +44,22 @@ void DropNames(Json::Value& document) {
         if (type.isObject()) type.removeMember(kTypeName);
 }
 
+std::string Below(const std::string& path, const std::string& key) {
+    return path.empty() ? key : path + '/' + key;
+}
+
 // NOLINTNEXTLINE(misc-no-recursion): values hold values, which the reader limits
 void Compare(const Json::Value& before, const Json::Value& after, const std::string& path,
              std::vector<std::string>& differences) {
     if (before == after) return;
-    const auto compare = [&](const Json::Value& a, const Json::Value& b, const std::string& key) {
-        Compare(a, b, path.empty() ? key : path + '/' + key, differences);
-    };
     if (before.isObject() && after.isObject()) {
         for (const std::string& key : before.getMemberNames())
-            compare(before[key], after[key], key);
+            Compare(before[key], after[key], Below(path, key), differences);
         for (const std::string& key : after.getMemberNames())
-            if (!before.isMember(key)) compare(Json::Value(), after[key], key);
+            if (!before.isMember(key)) differences.push_back(Below(path, key));
     } else if (before.isArray() && after.isArray() && before.size() == after.size()) {
         for (Json::ArrayIndex i = 0; i < before.size(); ++i)
-            compare(before[i], after[i], std::to_string(i));
+            Compare(before[i], after[i], Below(path, std::to_string(i)), differences);
     } else {
         differences.push_back(path);
     }
