@@ -105,7 +105,7 @@ void PlayerInquiry::ConnectNext() {
     AskNext(place);
 }
 
-bool PlayerInquiry::IsSkipped(const Player& player, Question question) const {
+bool PlayerInquiry::IsSkipped(const Player& player, Question question) {
     return std::ranges::find(player.unsupported, question) != player.unsupported.end();
 }
 

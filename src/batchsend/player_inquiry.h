@@ -61,12 +61,12 @@ class PlayerInquiry {
 
     void BeginRound();
     void ConnectNext();
-    void AskNext(std::size_t player);
-    void Take(std::size_t player, const Ended& ended);
-    void LinkEnded(std::size_t player);
-    void Leave(std::size_t player, InquiryState state);
+    void AskNext(std::size_t place);
+    void Take(std::size_t place, const Ended& ended);
+    void LinkEnded(std::size_t place);
+    void Leave(std::size_t place, InquiryState state);
     void EndRoundIfOver();
-    [[nodiscard]] bool IsSkipped(const Player& player, Question question) const;
+    [[nodiscard]] static bool IsSkipped(const Player& player, Question question);
 
     const ExchangeServices exchange_;
     const std::function<void(std::size_t)> changed_;
