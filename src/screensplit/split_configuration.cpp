@@ -164,6 +164,12 @@ Json::Value SplitConfiguration::With(const std::vector<SplitScreen>& screens, Sp
     return root;
 }
 
+Json::Value SplitConfiguration::WholeWith(const CustomEntries& advanced) const {
+    Json::Value root = whole_;
+    if (!(advanced == advanced_)) root[kData][StaticString(kAdvanced)] = advanced.ToJson();
+    return root;
+}
+
 std::optional<SplitWall> WallOf(const std::vector<SplitScreen>& screens, std::size_t count,
                                 SplitDirection direction) {
     std::vector<SplitScreen> used;

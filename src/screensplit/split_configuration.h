@@ -26,6 +26,8 @@ class SplitConfiguration {
                                    const CustomEntries& advanced) const;
     /// The document as it was read.
     [[nodiscard]] const Json::Value& Whole() const { return whole_; }
+    /// The document as it was read but for these advanced settings.
+    [[nodiscard]] Json::Value WholeWith(const CustomEntries& advanced) const;
 
     /// The settings that the user may edit; as they were read.
     [[nodiscard]] const CustomEntries& Advanced() const { return advanced_; }

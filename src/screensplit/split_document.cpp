@@ -33,6 +33,7 @@ void SplitDocument::SetDevices(std::vector<SplitDevice> devices) {
     names_ = ScreenNames(devices_);
     if (isSame) return;
     configuration_.reset();
+    changed_ = {};
     history_.Clear();
     SplitState state;
     state.wall = PlainWall(names_.size());
@@ -43,12 +44,15 @@ void SplitDocument::SetDevices(std::vector<SplitDevice> devices) {
 void SplitDocument::SetConfiguration(SplitConfiguration configuration) {
     configuration_ = std::move(configuration);
     SplitState state = Editable();
-    state.advanced = std::make_shared<const CustomEntries>(configuration_->Advanced());
+    CustomEntries advanced = configuration_->Advanced();
+    advanced.TakeValues(std::exchange(changed_, {}));
+    state.advanced = std::make_shared<const CustomEntries>(std::move(advanced));
     history_.Clear();
     Enter(std::move(state));
 }
 
 void SplitDocument::ForgetConfiguration() {
+    if (configuration_) changed_ = state_.advanced->ChangedSince(configuration_->Advanced());
     configuration_.reset();
     history_.Clear();
     SplitState state = Editable();
@@ -68,7 +72,8 @@ std::optional<SplitSize> SplitDocument::Size() const {
 
 bool SplitDocument::IsAsFetched() const {
     return configuration_ &&
-           (state_.isAsFetched || (IsApplied() && ToJson() == configuration_->Whole()));
+           (state_.isAsFetched ? *state_.advanced == configuration_->Advanced()
+                               : IsApplied() && ToJson() == configuration_->Whole());
 }
 
 std::size_t SplitDocument::WallLength() const {
@@ -76,7 +81,7 @@ std::size_t SplitDocument::WallLength() const {
 }
 
 Json::Value SplitDocument::ToJson() const {
-    if (state_.isAsFetched) return configuration_->Whole();
+    if (state_.isAsFetched) return configuration_->WholeWith(*state_.advanced);
     return configuration_->With(screens_, Size().value_or(SplitSize()), *state_.advanced);
 }
 
@@ -158,7 +163,7 @@ EditAnswer SplitDocument::EditAdvanced(const SettingsEdit& edit) {
     CustomEntries entries = *state_.advanced;
     EditAnswer answer = EditAdvancedParam(entries, edit);
     if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
-    SplitState state = Editable();
+    SplitState state = state_;  // a wall that the grids cannot tell would be lost otherwise
     state.advanced = std::make_shared<const CustomEntries>(std::move(entries));
     Do(std::move(state));
     return answer;
@@ -200,7 +205,7 @@ void SplitDocument::PutBackFetched() {
     Do(std::move(state));
 }
 
-/// Whatever is changed is not as it was fetched.
+/// A wall that is changed is not as it was fetched.
 SplitState SplitDocument::Editable() const {
     SplitState state = state_;
     state.isAsFetched = false;

@@ -19,8 +19,8 @@ class SplitDocument {
 
     /// Takes other players: everything begins anew, unless they have just the same screens.
     void SetDevices(std::vector<SplitDevice> devices);
-    /// Takes the document that a player has sent. The wall stays as it is arranged, and nothing
-    /// before that can be undone.
+    /// Takes the document that a player has sent. The wall stays as it is arranged, and so do
+    /// advanced settings that were changed before; nothing before that can be undone.
     void SetConfiguration(SplitConfiguration configuration);
     /// There is none any more.
     void ForgetConfiguration();
@@ -40,6 +40,8 @@ class SplitDocument {
     [[nodiscard]] bool IsApplied() const {
         return state_.isLaidOut && state_.wall.arrangement == state_.shown;
     }
+    /// Whether the screens that would be sent are those that the picture shows.
+    [[nodiscard]] bool IsSettled() const { return state_.isAsFetched || IsApplied(); }
     /// Whether just the fetched document would be sent.
     [[nodiscard]] bool IsAsFetched() const;
     /// All screens as they would be sent, those in the wall first; empty before an order has been
@@ -98,6 +100,7 @@ class SplitDocument {
     std::vector<SplitDevice> devices_;
     std::vector<ScreenName> names_;
     std::optional<SplitConfiguration> configuration_;
+    CustomEntries changed_;  // by the user, in the configuration before
     SplitState state_;
     std::vector<SplitScreen> screens_;
     UndoHistory<SplitStep> history_{kMostUndoBytes};

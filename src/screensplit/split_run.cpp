@@ -220,11 +220,10 @@ bool SplitRun::ApplyOrder() {
 
 void SplitRun::Finish() {
     if (!MayFinish()) return;
-    const bool isWhole = document_.IsAsFetched() || document_.IsApplied();
-    if (!isWhole && !ApplyOrder()) return;
+    if (!document_.IsSettled() && !ApplyOrder()) return;
     if (document_.WallLength() == 0)
         return prompts_.Warn(Localized(*RefusalOfChoice(ChoiceMode::kMultiple, 0)));
-    if (!MaySendToAll()) return;
+    if (!MaySendToAll() || !MayFinish()) return;  // the page may be left under the question
     sent_ = document_.Write();
     sentWall_ = document_.IsLaidOut() ? WallToJson(document_) : std::nullopt;
     confirmed_.assign(devices_.size(), false);
@@ -281,10 +280,10 @@ SplitStatus SplitRun::Status() const {
         status.kind = Kind::kSent;
         for (std::size_t i = 0; i < devices_.size(); ++i)
             if (!confirmed_[i]) status.unconfirmed.push_back(AddressOf(i));
-    } else if (document_.IsAsFetched()) {
+    } else if (std::ranges::find(confirmed_, true) == confirmed_.end() && document_.IsAsFetched()) {
         status.kind = Kind::kAsFetched;
     } else {
-        status.kind = document_.IsApplied() ? Kind::kEdited : Kind::kNotApplied;
+        status.kind = document_.IsSettled() ? Kind::kEdited : Kind::kNotApplied;
     }
     return status;
 }

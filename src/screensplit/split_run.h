@@ -55,7 +55,9 @@ class SplitRun {
     [[nodiscard]] const std::optional<SplitFailure>& Failure() const { return failure_; }
     [[nodiscard]] bool IsBusy() const { return task_ != SplitTask::kNone; }
     [[nodiscard]] bool MayRetry() const { return failure_.has_value(); }
-    [[nodiscard]] bool MayFinish() const { return !IsBusy() && document_.HasConfiguration(); }
+    [[nodiscard]] bool MayFinish() const {
+        return !IsBusy() && !talks_.empty() && document_.HasConfiguration();
+    }
     [[nodiscard]] SplitStatus Status() const;
     /// Which player was asked last; only while it is busy.
     [[nodiscard]] std::size_t AskedDevice() const { return std::min(index_, devices_.size() - 1); }

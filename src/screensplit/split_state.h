@@ -13,7 +13,7 @@ struct SplitState {
     SplitArrangement shown;  ///< by the slots and the choice of a direction
     SplitWall wall;          ///< as it is laid out: with the arrangement applied last
     bool isLaidOut = false;
-    bool isAsFetched = false;  ///< the fetched document is to go back whole
+    bool isAsFetched = false;  ///< the fetched document is to go back, but for `advanced`
     std::shared_ptr<const CustomEntries> advanced = std::make_shared<const CustomEntries>();
 
     bool operator==(const SplitState& other) const;

@@ -14,6 +14,7 @@ using Kind = SplitStatus::Kind;
 using Why = SplitFailure::Why;
 
 constexpr LocalText kFailed = {"%s：%s", "%s: %s"};
+constexpr LocalText kSentenceGap = {"", " "};
 constexpr LocalText kNotCorrected = {"尚未调整几何校正和融合。",
                                      "geometric correction and fusion have not been adjusted."};
 constexpr LocalText kUnreadable = {"发来的配置无法读取。",
@@ -72,9 +73,12 @@ std::string TextOfSent(const SplitStatus& status) {
 }  // namespace
 
 std::string StateTextOf(const SplitRun& run) {
-    if (const auto& failure = run.Failure())
-        return kCautionMark +
-               fmt::sprintf(Localized(kFailed), run.AddressOf(failure->device), TextOf(*failure));
+    if (const auto& failure = run.Failure()) {
+        const std::string why =
+            fmt::sprintf(Localized(kFailed), run.AddressOf(failure->device), TextOf(*failure));
+        const std::string status = StatusTextOf(run);
+        return kCautionMark + why + (status.empty() ? "" : Localized(kSentenceGap) + status);
+    }
     if (run.IsBusy())
         return fmt::sprintf(Localized(kTasks[static_cast<std::size_t>(run.Task())]),
                             run.AddressOf(run.AskedDevice()));

@@ -7,8 +7,8 @@ namespace sontaro {
 
 class SplitRun;
 
-/// Why the task has stopped, and at which player; or how far it is; or what is the case with the
-/// wall that is shown.
+/// How far the task is; else what is the case with the wall that is shown, behind the reason why
+/// the task has stopped, and at which player, if it has.
 [[nodiscard]] std::string StateTextOf(const SplitRun& run);
 
 /// What is the case with the wall that is shown, whatever the procedure does; empty before there is

@@ -46,7 +46,7 @@ struct SplitStatus {
     enum class Kind : std::uint8_t {
         kNone,        ///< nothing has been fetched
         kNotApplied,  ///< the order has not been applied yet
-        kAsFetched,
+        kAsFetched,   ///< and no player is known to have anything else
         kEdited,
         kSent,  ///< just this; `unconfirmed` have not confirmed it
     };

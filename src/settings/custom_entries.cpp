@@ -19,7 +19,6 @@ constexpr const char* kKey = "keyVal";
 constexpr const char* kInputType = "inputType";
 constexpr const char* kSelect = "select";
 constexpr const char* kValueRange = "valueRange";
-constexpr const char* kEdited[] = {kSelect, kValueRange};
 
 Item ReadEntry(const Json::Value& json) {
     if (!json.isObject() || !json[kInputType].isInt()) return ReadCustomSetting(json);
@@ -73,6 +72,32 @@ bool FitsItsLimits(const Document::BASE& record) {
     return std::ranges::none_of(kTests, [&](auto* isWrong) { return isWrong(record); });
 }
 
+template <class Record>
+bool IsA(const Document::BASE& record) {
+    return dynamic_cast<const Record*>(&record) != nullptr;
+}
+
+template <class Range>
+bool HasBounds(const Document::BASE& record) {
+    const auto* range = dynamic_cast<const Range*>(&record);
+    return range && range->minimum < range->maximum;
+}
+
+/// Offered values, and bounds that were not understood, stay as they came.
+void PutValue(Json::Value& json, const Document::BASE& record) {
+    constexpr bool (*kTellRange[])(const Document::BASE&) = {
+        IsA<Document::Int>,
+        IsA<Document::Double>,
+        HasBounds<Document::IntRange>,
+        HasBounds<Document::DoubleRange>,
+        HasBounds<Document::IntStringRange>,
+        HasBounds<Document::DoubleStringRange>};
+    const Json::Value written = record.ToJson();
+    json[kSelect] = written[kSelect];
+    if (std::ranges::any_of(kTellRange, [&](auto* tells) { return tells(record); }))
+        json[kValueRange] = written[kValueRange];
+}
+
 /// Calls `visit(json, item, key)` for every entry that can be read, until it returns true.
 template <class Entries, class Visit>
 void VisitEntries(Entries& entries, const std::string& path, const Visit& visit) {
@@ -105,8 +130,7 @@ EditAnswer CustomEntries::Edit(const std::string& path, std::string_view key,
         const auto row = NameOfCustomRow(item, itemKey, key);
         if (!row) return false;
         answer = EditCustomItem(item, {row->rowName, row->occurrence, text, mayBeNegative});
-        if (answer.outcome == EditAnswer::Outcome::kAccepted)
-            for (const char* edited : kEdited) json[edited] = item.record->ToJson()[edited];
+        if (answer.outcome == EditAnswer::Outcome::kAccepted) PutValue(json, *item.record);
         return true;
     });
     return answer;
@@ -122,6 +146,14 @@ Item CustomEntries::ItemOf(const std::string& path, std::string_view key) const 
     return found;
 }
 
+CustomEntries CustomEntries::ChangedSince(const CustomEntries& before) const {
+    CustomEntries changed;
+    for (Json::ArrayIndex i = 0; i < entries_.size(); ++i)
+        if (!before.entries_.isValidIndex(i) || entries_[i] != before.entries_[i])
+            changed.entries_.append(entries_[i]);
+    return changed;
+}
+
 void CustomEntries::TakeValues(const CustomEntries& others) {
     std::map<Json::Value, std::queue<const Json::Value*>> offered;
     for (const Json::Value& other : others.entries_)
@@ -135,7 +167,7 @@ void CustomEntries::TakeValues(const CustomEntries& others) {
         if (entry[kSelect] == other[kSelect]) continue;
         const Item item = ReadEntry(other);
         if (!FitsItsLimits(*item.record)) continue;
-        for (const char* edited : kEdited) entry[edited] = item.record->ToJson()[edited];
+        PutValue(entry, *item.record);
     }
 }
 

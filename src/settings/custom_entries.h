@@ -29,6 +29,8 @@ class CustomEntries {
     /// The entry that has the row with that key; without a record when there is none.
     [[nodiscard]] CCustomSettingAnalysor::Item ItemOf(const std::string& path,
                                                       std::string_view key) const;
+    /// Those that are not as they are, at the same place, in `before`.
+    [[nodiscard]] CustomEntries ChangedSince(const CustomEntries& before) const;
     /// Gives every entry the value of the next one in `others` with the same key, type and limits.
     void TakeValues(const CustomEntries& others);
 
