@@ -248,6 +248,34 @@ TEST_F(Wall, ThatIsNoChainCannotBeTakenOverButGoesBackWhole) {
     EXPECT_EQ(document.Write(), before);
 }
 
+TEST_F(AdvancedSettings, EditedAreAllThatIsOtherThanInAFetchedWallThatIsNoChain) {
+    Json::Value root = *ParseJson(Configuration(kKinds));
+    for (const int x : {0, 7}) {
+        root["configData"]["VScreenSize"].append(*ParseJson(R"({"screenID":0,"enable":1})"));
+        root["configData"]["channelShowArea"].append(*ParseJson(R"({"screenID":0})"))["leftTopX"] =
+            x;
+    }
+    Fetch(document, WriteJson(root));
+    document.PutBackFetched();
+    EXPECT_EQ(Edit("varParam/im/2", kRowYes), "=1");
+    root["configData"]["varParam"][9]["select"].append(2);
+    EXPECT_EQ(*ParseJson(document.Write()), root);
+    EXPECT_TRUE(document.IsSettled() && !document.IsAsFetched());
+}
+
+TEST_F(AdvancedSettings, EditedKeepOfferedValuesAndBoundsThatAreNotUnderstood) {
+    constexpr const char* kOdd = R"([
+        {"keyVal":"range","inputType":7,"lableName":"A","valueRange":[0,5,9],"select":4},
+        {"keyVal":"many","inputType":9,"lableName":"B","valueRange":[1,"x"],"select":[]}])";
+    Fetch(document, Configuration(kOdd));
+    EXPECT_EQ(Edit("varParam/range", "5"), "=5");
+    EXPECT_EQ(Edit("varParam/many/1", kRowYes), "=1");
+    Json::Value expected = *ParseJson(kOdd);
+    expected[0]["select"] = 5;
+    expected[1]["select"].append(1);
+    EXPECT_EQ(DataOf(document)["varParam"], expected);
+}
+
 TEST_F(AdvancedSettings, ARandomWalkIsUndoneToItsStartAndDoneAgain) {
     std::mt19937 random(14);
     const auto below = [&](int count) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "screensplit/split_memory.h"
+#include "screensplit/split_rows.h"
 #include "screensplit/split_samples.h"
 #include "support/fake_player_channel.h"
 #include "support/recording_prompts.h"
@@ -123,6 +124,8 @@ TEST_F(SplitPage, SendsTheSameDocumentToOneAfterAnother) {
     EXPECT_EQ(RememberedWall(document, preferences)->seams[0].x, 0);
     document.Undo();
     ExpectStatus(Kind::kSent);
+    document.PutBackFetched();
+    ExpectStatus(Kind::kEdited);
     EXPECT_THAT(Boxes(), ElementsAre(kCompleted));
     EXPECT_FALSE(run.IsBusy());
 }
@@ -296,15 +299,24 @@ TEST_F(SplitPage, AsksBeforeOtherPlayersSettingsAreReplaced) {
 }
 
 TEST_F(SplitPage, ComingBackFetchesAgainAndKeepsTheWallOfTheSamePlayers) {
-    Fetch();
+    const auto fetch = [&](int value) {
+        const std::string entry = fmt::format(
+            R"([{{"keyVal":"a","inputType":1,"lableName":"a","select":{0},"valueRange":[{0}]}}])",
+            value);
+        Blocks(), Document(22, Configuration(entry)), Document(21, Configuration(entry)), Log();
+    };
+    fetch(1);
     EXPECT_TRUE(run.ApplyOrder());
     document.DismissScreen(1);
+    EXPECT_EQ(EditSplitRow(document, {"varParam/a", "7"}).outcome, EditAnswer::Outcome::kAccepted);
     run.Leave();
+    run.Finish();  // pressed again before the page is asked for
     Log(), run.Enter({PlayerAt(21), PlayerAt(22)});
     EXPECT_EQ(Log(), "close; 21:54.0; ");
     EXPECT_FALSE(run.MayFinish());
-    Fetch();
+    fetch(2);
     EXPECT_EQ(document.WallLength(), 2U);
+    EXPECT_EQ(DataOf(document)["varParam"][0]["select"], 7);
     run.Enter({PlayerAt(22)});
     EXPECT_THAT(document.Screens(), IsEmpty());
     EXPECT_THAT(document.Names(), IsEmpty());
