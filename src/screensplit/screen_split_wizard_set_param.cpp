@@ -321,13 +321,19 @@ void CScreenSplitWizardSetParam::ShowAdvanced(bool shown) {
 }
 
 /// What differs from what the players hold is bold: from what was fetched, or sent since then.
+/// While that is not known, nothing is, and other players may be on their way: no wall is offered.
 void CScreenSplitWizardSetParam::TakeStock() {
     const SplitStatus status = run_.Status();
-    const bool isNew = document_.HasConfiguration() && !isStockTaken_;
-    isStockTaken_ = document_.HasConfiguration();
+    const bool isKnown = document_.HasConfiguration();
+    const bool wasKnown = std::exchange(isStockTaken_, isKnown);
+    if (!isKnown && wasKnown) {
+        lastWall_.reset();
+        held_.clear();
+        grids_->ShowConfirmed(held_);
+    }
     if (status.kind == SplitStatus::Kind::kSent && status.unconfirmed.empty())
         return ShowHeld(document_);
-    if (!isNew) return;
+    if (!isKnown || wasKnown) return;
     SplitDocument held = document_;
     held.PutBackFetched();
     ShowHeld(held);

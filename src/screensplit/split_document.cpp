@@ -15,6 +15,8 @@ constexpr LocalText kReused = {"分幕不能重复使用", "The screen cannot be
 constexpr LocalText kNoChain = {
     "播放器中的大屏不是由这些分幕组成的单行或单列，无法采用。",
     "The players' wall is no single row or column of these screens, and cannot be taken over."};
+constexpr LocalText kOtherPlayers = {"这个大屏属于另一组播放器。",
+                                     "This wall is about another set of players."};
 
 bool HasSameScreens(const std::vector<SplitDevice>& devices,
                     const std::vector<SplitDevice>& others) {
@@ -172,6 +174,7 @@ EditAnswer SplitDocument::EditAdvanced(const SettingsEdit& edit) {
 SplitDocument::Refusal SplitDocument::UseWall(const SplitWall& wall, const CustomEntries* values) {
     const std::optional<SplitSize> size = Size();
     if (!size) return kResolutions;
+    if (wall.zooms.size() != names_.size()) return kOtherPlayers;
     SplitState state = Editable();
     state.wall = WithinLimits(wall, *size);
     state.shown = state.wall.arrangement;

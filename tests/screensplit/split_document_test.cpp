@@ -413,6 +413,8 @@ TEST_F(Wall, TheLastOneOfASetOfPlayersIsRememberedWhateverTheirAddresses) {
     devices[0].record.id = devices[1].record.id;
     moved.SetDevices(devices);
     EXPECT_FALSE(RememberedWall(moved, preferences));
+    moved.SetDevices({DeviceAt(21, 2)});
+    EXPECT_TRUE(moved.UseWall(*wall)) << "a wall of three for two screens";
 }
 
 }  // namespace

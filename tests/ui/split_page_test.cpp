@@ -146,6 +146,23 @@ TEST_F(SplitPageTest, SendsTheWallToAllPlayersAndFetchesItAgain) {
     EXPECT_THAT(Told(), ElementsAre(kExit));
 }
 
+TEST_F(SplitPageTest, OffersNoWallOfTheSetBefore) {
+    Run([&] {
+        AwaitComparison();
+        Press(dialog, wxID_FORWARD);
+        Await("Sent and confirmed by 2 of 2 players.");
+        Type(kSplit, kOverlap, "5");
+        EXPECT_TRUE(Enabled(kSplitLastWall));
+        Press(dialog, wxID_BACKWARD);
+        Fault(1, "bad-json");
+        players->Player(0).ChangeState([](auto& state) { state.screens.outputs = 1; });
+        Press(dialog, wxID_FORWARD);
+        EXPECT_TRUE(PumpUntil([&] { return Enabled(kSplitRetry); }));
+        EXPECT_TRUE(Enabled(kSplitApply));
+        EXPECT_FALSE(Enabled(kSplitLastWall));
+    });
+}
+
 TEST_F(SplitPageTest, StopsAtAPlayerWithoutCorrectionUntilRetry) {
     Run([&] {
         Fault(1, "no-correction");
