@@ -139,13 +139,13 @@ void SplitDocument::DismissScreen(std::size_t screen) {
     Arrange(std::move(slots));
 }
 
-void SplitDocument::SetOverlap(std::size_t seam, std::int32_t pixels, Series series) {
-    if (!state_.isLaidOut || seam >= state_.wall.seams.size()) return;
+bool SplitDocument::SetOverlap(std::size_t seam, std::int32_t pixels, Series series) {
+    if (!state_.isLaidOut || seam >= state_.wall.seams.size()) return false;
     SplitState state = Editable();
     SplitSeam& changed = state.wall.seams[seam];
     (Direction() == SplitDirection::kHorizontal ? changed.x : changed.y) = pixels;
     state.wall = WithinLimits(std::move(state.wall), *Size());
-    Do(std::move(state), series);
+    return Do(std::move(state), series);
 }
 
 void SplitDocument::SetAllOverlaps(std::int32_t pixels) {
@@ -215,10 +215,12 @@ SplitState SplitDocument::Editable() const {
     return state;
 }
 
-void SplitDocument::Do(SplitState state, Series series) {
-    if (state == state_) return;
+/// False when it is no other one.
+bool SplitDocument::Do(SplitState state, Series series) {
+    if (state == state_) return false;
     history_.Add({state_, state}, series);
     Enter(std::move(state));
+    return true;
 }
 
 void SplitDocument::Enter(SplitState state) {

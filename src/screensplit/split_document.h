@@ -64,8 +64,8 @@ class SplitDocument {
     /// Takes a screen out of the wall, and applies that.
     void DismissScreen(std::size_t screen);
     /// Gives a seam (counted from 0) an overlap in pixels, as far as it is possible. Changes of one
-    /// series are undone together.
-    void SetOverlap(std::size_t seam, std::int32_t pixels, Series series = 0);
+    /// series are undone together. False when that changes nothing.
+    bool SetOverlap(std::size_t seam, std::int32_t pixels, Series series = 0);
     /// Gives all seams the same overlap.
     void SetAllOverlaps(std::int32_t pixels);
     void SetZoom(std::size_t screen, const SplitZoom& zoom);
@@ -90,7 +90,7 @@ class SplitDocument {
 
    private:
     [[nodiscard]] SplitState Editable() const;
-    void Do(SplitState state, Series series = 0);
+    bool Do(SplitState state, Series series = 0);
     void Enter(SplitState state);
     void Arrange(std::vector<SplitSlot> slots);
     [[nodiscard]] Json::Value ToJson() const;

@@ -137,11 +137,11 @@ SeamDrag::SeamDrag(SplitDocument& document, std::size_t seam, double x, double y
       pixels_(OverlapOf(document, seam)),
       series_(document.NewSeries()) {}
 
-void SeamDrag::MoveTo(double x, double y, SplitDocument& document) const {
+bool SeamDrag::MoveTo(double x, double y, SplitDocument& document) const {
     const double way = IsHorizontal(direction_) ? x - x_ : y - y_;
     constexpr double kFarthest = 1 << 20;
     const double pixels = std::clamp(pixels_ - way / scale_, -kFarthest, kFarthest);
-    document.SetOverlap(seam_, static_cast<std::int32_t>(std::lround(pixels)), series_);
+    return document.SetOverlap(seam_, static_cast<std::int32_t>(std::lround(pixels)), series_);
 }
 
 }  // namespace sontaro

@@ -80,7 +80,8 @@ class SeamDrag {
     SeamDrag(SplitDocument& document, std::size_t seam, double x, double y, double scale);
 
     /// Gives the seam the overlap that the pointer stands for, all in one step to be undone.
-    void MoveTo(double x, double y, SplitDocument& document) const;
+    /// False when it has that overlap already.
+    bool MoveTo(double x, double y, SplitDocument& document) const;
 
    private:
     const std::size_t seam_;

@@ -171,8 +171,7 @@ void WallView::OnPull(Pull& pull, const wxPoint& position) {
         if (std::hypot(way.x, way.y) < DragThreshold(*this)) return;
         pull.drag.emplace(document_, pull.seam, pull.from.x, pull.from.y, pull.scale);
     }
-    pull.hasChanged = true;
-    Change([&] { pull.drag->MoveTo(position.x, position.y, document_); });
+    Change([&] { pull.hasChanged |= pull.drag->MoveTo(position.x, position.y, document_); });
 }
 
 void WallView::OnUp() {
@@ -199,7 +198,7 @@ void WallView::Widen(std::int32_t pixels) {
     Change([&] { document_.SetOverlap(chosen_.index, overlap + pixels, series_); });
 }
 
-/// The steps of a seam's drag are one.
+/// The steps of a seam's drag are one, and none when nothing has changed.
 void WallView::TakeBack() {
     const bool hasChanged = pull_ && pull_->hasChanged;
     EndGesture();

@@ -119,6 +119,15 @@ TEST_F(WallWindow, EscapeALostMouseAndASendingTakeADragBack) {
     EXPECT_FALSE(document.IsLaidOut()) << "more than the drag's own step is left";
 }
 
+TEST_F(WallWindow, EscapeFromADragThatHasChangedNothingKeepsTheStepBefore) {
+    document.SetOverlap(1, 7);
+    view->ShowWall();
+    Hold({Kind::kSeam, 0}, {40, 0});
+    Key(WXK_ESCAPE);
+    Release();
+    EXPECT_EQ(Overlap(1), 7);
+}
+
 TEST_F(WallWindow, AChangeByOthersEndsADragAndKeepsWhatIsChosen) {
     Hold({Kind::kTile, 0}, {500, 0});
     document.PlaceScreen(2, 0);
