@@ -111,32 +111,39 @@ SplitDocument::Refusal SplitDocument::ApplyOrder() {
     return std::nullopt;
 }
 
-/// What the slots say and has not been applied is lost: the picture shows another order.
-void SplitDocument::Arrange(std::vector<SplitSlot> slots) {
+SplitArrangement SplitDocument::Applicable() const {
+    SplitArrangement arrangement = state_.shown;
+    if (arrangement.ReusesScreen()) arrangement.slots = state_.wall.arrangement.slots;
+    return arrangement;
+}
+
+void SplitDocument::Arrange(SplitArrangement arrangement) {
     SplitState state = Editable();
-    state.wall.arrangement.slots = std::move(slots);
+    state.wall.arrangement = std::move(arrangement);
     state.shown = state.wall.arrangement;
     Do(std::move(state));
 }
 
+/// A place is one in the wall that is to be seen; slots that have not been applied may name others.
 void SplitDocument::PlaceScreen(std::size_t screen, std::size_t place) {
     if (!state_.isLaidOut || screen >= names_.size()) return;
-    std::vector<std::size_t> order = state_.wall.arrangement.Order();
-    place = std::min(place, order.size());
-    const auto old = std::ranges::find(order, screen);
-    if (old != order.end()) {
-        if (static_cast<std::size_t>(old - order.begin()) < place) --place;
-        order.erase(old);
-    }
-    order.insert(order.begin() + static_cast<std::ptrdiff_t>(place), screen);
-    Arrange(WithOrder(state_.wall.arrangement.slots, order));
+    const std::vector<std::size_t> seen = state_.wall.arrangement.Order();
+    SplitArrangement arrangement = Applicable();
+    std::vector<std::size_t> order = arrangement.Order();
+    std::erase(order, screen);
+    auto next = order.end();
+    for (; next == order.end() && place < seen.size(); ++place)
+        next = std::ranges::find(order, seen[place]);
+    order.insert(next, screen);
+    arrangement.slots = WithOrder(std::move(arrangement.slots), order);
+    Arrange(std::move(arrangement));
 }
 
 void SplitDocument::DismissScreen(std::size_t screen) {
     if (!state_.isLaidOut) return;
-    std::vector<SplitSlot> slots = state_.wall.arrangement.slots;
-    std::ranges::replace(slots, SplitSlot(screen), SplitSlot());
-    Arrange(std::move(slots));
+    SplitArrangement arrangement = Applicable();
+    std::ranges::replace(arrangement.slots, SplitSlot(screen), SplitSlot());
+    Arrange(std::move(arrangement));
 }
 
 bool SplitDocument::SetOverlap(std::size_t seam, std::int32_t pixels, Series series) {

@@ -34,6 +34,9 @@ class SplitDocument {
 
     [[nodiscard]] const SplitArrangement& Shown() const { return state_.shown; }
     [[nodiscard]] const SplitWall& Wall() const { return state_.wall; }
+    /// What is shown as far as it can be applied: with the slots applied last where it uses a
+    /// screen twice.
+    [[nodiscard]] SplitArrangement Applicable() const;
     /// Whether any order has been applied, so that there are overlaps and zoom.
     [[nodiscard]] bool IsLaidOut() const { return state_.isLaidOut; }
     /// Whether what the slots and the direction say is laid out.
@@ -59,9 +62,10 @@ class SplitDocument {
     /// Lays the screens out as slots and direction say, or says why not.
     [[nodiscard]] Refusal ApplyOrder();
     /// Puts a screen before the one that stands at `place` in the wall (the wall's length: behind
-    /// the last one), whether it was in the wall or not, and applies that.
+    /// the last one), whether it was in the wall or not, and applies that together with whatever
+    /// of slots and direction can be applied.
     void PlaceScreen(std::size_t screen, std::size_t place);
-    /// Takes a screen out of the wall, and applies that.
+    /// Takes a screen out of the wall, and applies that likewise.
     void DismissScreen(std::size_t screen);
     /// Gives a seam (counted from 0) an overlap in pixels, as far as it is possible. Changes of one
     /// series are undone together. False when that changes nothing.
@@ -92,7 +96,7 @@ class SplitDocument {
     [[nodiscard]] SplitState Editable() const;
     bool Do(SplitState state, Series series = 0);
     void Enter(SplitState state);
-    void Arrange(std::vector<SplitSlot> slots);
+    void Arrange(SplitArrangement arrangement);
     [[nodiscard]] Json::Value ToJson() const;
 
     static constexpr std::size_t kMostUndoBytes = std::size_t{4} << 20;

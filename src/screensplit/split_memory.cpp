@@ -124,8 +124,7 @@ std::optional<Json::Value> WallToJson(const SplitDocument& document) {
     const std::vector<ScreenKey> keys = KeysOf(document);
     if (SetOf(keys).empty()) return std::nullopt;
     const SplitWall& wall = document.Wall();
-    const SplitArrangement& arrangement =
-        document.Shown().ReusesScreen() ? wall.arrangement : document.Shown();
+    const SplitArrangement arrangement = document.Applicable();
     Json::Value json(Json::objectValue);
     json[kVertical] = arrangement.direction == SplitDirection::kVertical;
     json[kScreens] = json[kSlots] = json[kSeams] = Json::Value(Json::arrayValue);

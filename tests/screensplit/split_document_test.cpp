@@ -134,6 +134,18 @@ TEST_F(Wall, ADropKeepsUnusedSlotsInTheirPlaces) {
     EXPECT_TRUE(document.IsApplied());
 }
 
+TEST_F(Wall, ADropTakesAlongWhatHasNotBeenApplied) {
+    document.SetDirection(SplitDirection::kVertical);
+    SetSlots({1, kUnused, 2});
+    document.PlaceScreen(2, 0);
+    EXPECT_THAT(document.Shown().slots, ElementsAre(2, kUnused, 1));
+    EXPECT_EQ(document.Direction(), SplitDirection::kVertical);
+    EXPECT_TRUE(document.IsApplied());
+    SetSlots({2, 2, 1});
+    document.DismissScreen(1);
+    EXPECT_THAT(document.Shown().slots, ElementsAre(2, kUnused, kUnused));
+}
+
 TEST_F(Wall, CarriesWhatItDoesNotKnowAndTheVersion) {
     const Json::Value root = *ParseJson(document.Write());
     EXPECT_EQ(root["ver"].asInt(), 7);
