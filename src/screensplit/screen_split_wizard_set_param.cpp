@@ -24,7 +24,7 @@ namespace sontaro {
 
 namespace {
 
-constexpr const char* kSashName = "screenSplitSash";  // in the preferences
+constexpr const char* kGridsName = "screenSplitGrids";  // in the preferences
 constexpr int kPictureCharacters = 72;
 constexpr int kGridsCharacters = 90;  // for the titles of four tabs
 constexpr int kGridLines = 20;
@@ -109,10 +109,6 @@ wxWindow* CScreenSplitWizardSetParam::MakeWall() {
     splitter_->SplitVertically(view_, pane);
     splitter_->SetMinSize(
         wxSize((kPictureCharacters + kGridsCharacters) * letter, grids_->GetBestSize().y));
-    splitter_->Bind(wxEVT_SPLITTER_SASH_POS_CHANGED, [this](wxSplitterEvent& event) {
-        event.Skip();
-        RememberWidths(*this, {event.GetSashPosition()}, kSashName, wizard_.Services().preferences);
-    });
     return splitter_;
 }
 
@@ -195,13 +191,26 @@ wxSizer* CScreenSplitWizardSetParam::MakeFileRow() {
     return row;
 }
 
-/// Once the page has its size for the first time.
+/// Once the page has its size for the first time. The grids keep their width whatever size the
+/// window has.
 void CScreenSplitWizardSetParam::PlaceSash() {
-    if (std::exchange(isPlaced_, true)) return;
+    if (gridsWidth_ > 0) return;
     const std::vector<int> remembered =
-        RememberedWidths(*this, 1, kSashName, wizard_.Services().preferences);
-    const int usual = splitter_->GetClientSize().x - kGridsCharacters * LetterWidth(*this);
-    splitter_->SetSashPosition(remembered.empty() ? usual : remembered[0]);
+        RememberedWidths(*this, 1, kGridsName, wizard_.Services().preferences);
+    const int width = remembered.empty() ? kGridsCharacters * LetterWidth(*this) : remembered[0];
+    splitter_->SetSashPosition(splitter_->GetClientSize().x - width);
+    gridsWidth_ = GridsWidth();
+}
+
+int CScreenSplitWizardSetParam::GridsWidth() const {
+    return splitter_->GetClientSize().x - splitter_->GetSashPosition();
+}
+
+/// Not while the sash is moved: every change of the window's size moves it as well.
+void CScreenSplitWizardSetParam::RememberSash() {
+    if (gridsWidth_ == 0 || gridsWidth_ == GridsWidth()) return;
+    gridsWidth_ = GridsWidth();
+    RememberWidths(*this, {gridsWidth_}, kGridsName, wizard_.Services().preferences);
 }
 
 /// The page is painted before links are made, which may take their time.
@@ -217,6 +226,7 @@ void CScreenSplitWizardSetParam::Entered() {
 
 void CScreenSplitWizardSetParam::Left() {
     isEntered_ = false;
+    RememberSash();
     run_.Leave();
 }
 

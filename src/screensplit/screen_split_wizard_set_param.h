@@ -52,6 +52,8 @@ class CScreenSplitWizardSetParam : public WizardPage, private SplitView {
     [[nodiscard]] wxSizer* MakeFileRow();
     void AddButton(wxSizer& row, int id, const LocalText& text, char key, Action action);
     void PlaceSash();
+    [[nodiscard]] int GridsWidth() const;
+    void RememberSash();
 
     void ShowWall() override;
     void StateChanged() override;
@@ -90,7 +92,7 @@ class CScreenSplitWizardSetParam : public WizardPage, private SplitView {
     std::map<std::string, std::string> held_;  // by the players, by the keys of the rows
     std::optional<SplitWall> lastWall_;        // of just these players
     bool isEntered_ = false;
-    bool isPlaced_ = false;      // the sash
+    int gridsWidth_ = 0;         // as remembered last, in pixels; 0 before the first time
     bool isStockTaken_ = false;  // of what the players hold
     bool isApplying_ = false;
     wxSplitterWindow* splitter_ = nullptr;
