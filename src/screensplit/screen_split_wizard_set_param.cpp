@@ -294,7 +294,9 @@ void CScreenSplitWizardSetParam::ShowState() {
     progress_->SetValue(static_cast<int>(progress->position));
 }
 
+/// The keyboard does not stay where nothing can be pressed any more.
 void CScreenSplitWizardSetParam::EnableControls() {
+    wxWindow* const focused = FindFocus();
     const bool may = MayChange();
     const bool isKnown = document_.HasConfiguration();
     const bool hasSeams = document_.IsLaidOut() && document_.WallLength() > 1;
@@ -315,6 +317,7 @@ void CScreenSplitWizardSetParam::EnableControls() {
     undo_->Enable();
     view_->SetEditable(may);
     if (!isKnown) ShowAdvanced(false);
+    if (focused && IsDescendant(focused) && !focused->IsThisEnabled()) grids_->FocusRows();
 }
 
 bool CScreenSplitWizardSetParam::HasAdvancedTab() const { return grids_->Count() > kAdvancedTab; }

@@ -75,7 +75,7 @@ class CScreenSplitWizardSetParam : public WizardPage, private SplitView {
     void TakeOver() { Changed(document_.TakeOverWall()); }
     void PutBackFetched();
     void UseLastWall() { Changed(document_.UseWall(*lastWall_)); }
-    void Retry();
+    void Retry() { run_.Retry(); }
     void Changed(const SplitDocument::Refusal& refusal = {});
     void Walk(bool (SplitDocument::*step)());
     void OpenFile();

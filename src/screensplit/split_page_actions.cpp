@@ -95,11 +95,6 @@ void CScreenSplitWizardSetParam::PutBackFetched() {
     Changed();
 }
 
-void CScreenSplitWizardSetParam::Retry() {
-    grids_->FocusRows();  // the button is going to be disabled
-    run_.Retry();
-}
-
 void CScreenSplitWizardSetParam::Changed(const SplitDocument::Refusal& refusal) {
     run_.Changed();
     if (refusal) prompts_.Warn(Localized(*refusal));
