@@ -49,7 +49,8 @@ WallView::WallView(wxWindow* parent, SplitDocument& document, std::function<void
            ToWx(kName));
     SetMinSize(drawing_.LeastSize());
     Bind(wxEVT_PAINT, [this](wxPaintEvent&) { Paint(); });
-    Bind(wxEVT_KEY_DOWN, &WallView::OnKey, this);
+    Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) { event.Skip(!HandleKey(event)); });
+    Bind(wxEVT_CHAR, [this](wxKeyEvent& event) { event.Skip(!HandleSign(event)); });
     Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
         event.Skip();
         ChooseSome();
@@ -230,10 +231,6 @@ void WallView::OnHover(const wxPoint& position) {
         SetToolTip(TooltipText(ToWx(text)));
 }
 
-void WallView::OnKey(wxKeyEvent& event) {
-    if (!HandleKey(event)) event.Skip();
-}
-
 /// While something is dragged, no key but Escape means anything.
 bool WallView::HandleKey(const wxKeyEvent& event) {
     const int key = event.GetKeyCode();
@@ -254,17 +251,29 @@ bool WallView::HandleKey(const wxKeyEvent& event) {
     return HandleEdit(key, event.ShiftDown());
 }
 
-/// Keys are known by what is printed on them, whether Shift is held or not.
-bool WallView::HandleEdit(int key, bool isLarge) {
-    const std::int32_t step = isLarge ? kLargeStep : kSmallStep;
+bool WallView::HandleEdit(int key, bool withShift) {
+    const std::int32_t step = withShift ? kLargeStep : kSmallStep;
     switch (key) {
-        case '+':
-        case '=':
         case WXK_NUMPAD_ADD: Widen(step); return true;
-        case '-':
         case WXK_NUMPAD_SUBTRACT: Widen(-step); return true;
+        case WXK_PAGEUP:
+        case WXK_NUMPAD_PAGEUP: Widen(kLargeStep); return true;
+        case WXK_PAGEDOWN:
+        case WXK_NUMPAD_PAGEDOWN: Widen(-kLargeStep); return true;
         case WXK_DELETE:
         case WXK_NUMPAD_DELETE: Move(chosen_, WallDrop{true, 0}); return true;
+        default: return false;
+    }
+}
+
+/// A plus sign needs Shift on one keyboard and none on another: signs count, not keys.
+bool WallView::HandleSign(const wxKeyEvent& event) {
+    if (event.ControlDown() || event.AltDown()) return false;
+    switch (event.GetUnicodeKey()) {
+        case '+':
+        case '=': Widen(kSmallStep); return true;
+        case '-': Widen(-kSmallStep); return true;
+        case '_': Widen(-kLargeStep); return true;
         default: return false;
     }
 }

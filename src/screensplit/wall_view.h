@@ -14,9 +14,10 @@ inline constexpr int kWallView = 2727;
 
 /// The picture of a video wall: screens as tiles to be dragged, seams whose overlap is dragged, the
 /// tray of those not used. Arrows go from one to another, with Alt they move the chosen tile,
-/// Delete puts it into the tray; + and - change the overlap of the chosen seam by one pixel, with
-/// Shift by ten. A drag is one step to be undone, and so is a series of these keys; Escape takes a
-/// drag back. User-interface thread.
+/// Delete puts it into the tray; + and - change the overlap of the chosen seam by one pixel, Page
+/// Up and Page Down by ten, and so do Shift with + and - of the number pad and Shift with -. A drag
+/// is one step to be undone, and so is a series of these keys; Escape takes a drag back.
+/// User-interface thread.
 class WallView : public wxControl {
    public:
     /// `document` outlives it. `changed` is called after the user has changed the document here.
@@ -60,9 +61,9 @@ class WallView : public wxControl {
     void OnPull(Pull& pull, const wxPoint& position);
     void OnUp();
     void OnHover(const wxPoint& position);
-    void OnKey(wxKeyEvent& event);
     [[nodiscard]] bool HandleKey(const wxKeyEvent& event);
-    [[nodiscard]] bool HandleEdit(int key, bool isLarge);
+    [[nodiscard]] bool HandleEdit(int key, bool withShift);
+    [[nodiscard]] bool HandleSign(const wxKeyEvent& event);
 
     void Choose(const WallSpot& spot);
     void ChooseSome();

@@ -163,8 +163,11 @@ TEST_F(WallWindow, KeysChangeAnOverlapInOneStep) {
     EXPECT_EQ(view->Chosen(), (WallSpot{Kind::kSeam, 0}));
     Key(WXK_NUMPAD_ADD, wxMOD_SHIFT);
     Key('=');
-    Key('=');
+    Key('=', wxMOD_SHIFT);  // a plus sign
     Key('-');
+    EXPECT_EQ(Overlap(0), 11);
+    Key(WXK_PAGEUP);
+    Key(WXK_PAGEDOWN);
     EXPECT_EQ(Overlap(0), 11);
     Key('-', wxMOD_SHIFT);
     Key(WXK_DELETE);
