@@ -200,8 +200,7 @@ std::optional<SplitWall> WallOf(const std::vector<SplitScreen>& screens, std::si
     const std::vector<SplitScreen> laidOut = wall.Screens(size);
     for (std::size_t i = 0; i < used.size(); ++i)
         if (!HasCornersOf(laidOut[i].channels[0], used[i].channels[0])) return std::nullopt;
-    SplitWall limited = WithinLimits(wall, size);
-    return limited.seams == wall.seams ? std::optional(std::move(limited)) : std::nullopt;
+    return wall;
 }
 
 }  // namespace sontaro

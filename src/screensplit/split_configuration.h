@@ -47,7 +47,8 @@ class SplitConfiguration {
 };
 
 /// The wall of `count` screens that `screens` make; none when they are no single row or column of
-/// these. One that is only one screen long has the direction that is given.
+/// these. One that is only one screen long has the direction that is given. Overlaps and zoom may
+/// be beyond what can be set.
 [[nodiscard]] std::optional<SplitWall> WallOf(const std::vector<SplitScreen>& screens,
                                               std::size_t count, SplitDirection direction);
 

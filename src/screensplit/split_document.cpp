@@ -13,8 +13,9 @@ namespace {
 constexpr LocalText kResolutions = {"设备分辨率必须相同", "Device resolution must be the same"};
 constexpr LocalText kReused = {"分幕不能重复使用", "The screen cannot be reused"};
 constexpr LocalText kNoChain = {
-    "播放器中的大屏不是由这些分幕组成的单行或单列，无法采用。",
-    "The players' wall is no single row or column of these screens, and cannot be taken over."};
+    "播放器中的大屏不是由这些分幕组成的单行或单列，或其重叠、缩放超出可设置的范围，无法采用。",
+    "The players' wall is no single row or column of these screens, or has overlaps or zoom beyond "
+    "what can be set. It cannot be taken over."};
 constexpr LocalText kOtherPlayers = {"这个大屏属于另一组播放器。",
                                      "This wall is about another set of players."};
 
@@ -196,18 +197,24 @@ SplitDocument::Refusal SplitDocument::UseWall(const SplitWall& wall, const Custo
 }
 
 SplitDocument::Refusal SplitDocument::TakeOverWall() {
-    if (!configuration_) return kNoChain;
-    const auto wall = WallOf(configuration_->Screens(), names_.size(), state_.shown.direction);
+    if (!Size()) return kResolutions;
+    const auto wall = FetchedWall();
     return wall ? UseWall(*wall) : Refusal(kNoChain);
+}
+
+std::optional<SplitWall> SplitDocument::FetchedWall() const {
+    if (!configuration_ || !Size()) return std::nullopt;
+    auto wall = WallOf(configuration_->Screens(), names_.size(), state_.shown.direction);
+    return wall && WithinLimits(*wall, *Size()) == *wall ? std::move(wall) : std::nullopt;
 }
 
 /// A wall that the grids cannot tell leaves them empty; the picture shows it all the same.
 void SplitDocument::PutBackFetched() {
     SplitState state = state_;
-    const auto wall = WallOf(configuration_->Screens(), names_.size(), state.shown.direction);
-    state.isLaidOut = wall && Size();
-    if (state.isLaidOut) {
-        state.wall = WithinLimits(*wall, *Size());
+    const auto wall = FetchedWall();
+    state.isLaidOut = wall.has_value();
+    if (wall) {
+        state.wall = *wall;
         state.shown = state.wall.arrangement;
     }
     state.advanced = std::make_shared<const CustomEntries>(configuration_->Advanced());

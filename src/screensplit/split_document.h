@@ -93,6 +93,8 @@ class SplitDocument {
     bool Redo();
 
    private:
+    /// None when grids could not tell it without a change.
+    [[nodiscard]] std::optional<SplitWall> FetchedWall() const;
     [[nodiscard]] SplitState Editable() const;
     bool Do(SplitState state, Series series = 0);
     void Enter(SplitState state);

@@ -288,6 +288,14 @@ TEST_F(AdvancedSettings, EditedKeepOfferedValuesAndBoundsThatAreNotUnderstood) {
     EXPECT_EQ(DataOf(document)["varParam"], expected);
 }
 
+TEST_F(Wall, WithZoomThatCannotBeSetIsNotTakenOver) {
+    Json::Value root = *ParseJson(document.Write());
+    root["configData"]["VScreenSize"][0]["leftZoom"] = 960;
+    Fetch(document, WriteJson(root));
+    EXPECT_TRUE(document.TakeOverWall());
+    EXPECT_EQ(document.Wall().zooms[0].left, 0);
+}
+
 TEST_F(AdvancedSettings, ARandomWalkIsUndoneToItsStartAndDoneAgain) {
     std::mt19937 random(14);
     const auto below = [&](int count) {
