@@ -312,7 +312,7 @@ void CScreenSplitWizardSetParam::EnableControls() {
     enable(kSplitAsFetched, may && isKnown && !document_.IsAsFetched());
     enable(kSplitLastWall, may && lastWall_ && !isLast);
     enable(kSplitRetry, run_.MayRetry());
-    enable(kSplitOpen, may);
+    enable(kSplitOpen, may && isKnown);
     enable(kSplitSave, may);
     undo_->Enable();
     view_->SetEditable(may);

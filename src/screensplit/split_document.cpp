@@ -179,7 +179,8 @@ EditAnswer SplitDocument::EditAdvanced(const SettingsEdit& edit) {
     return answer;
 }
 
-SplitDocument::Refusal SplitDocument::UseWall(const SplitWall& wall, const CustomEntries* values) {
+SplitDocument::Refusal SplitDocument::UseWall(const SplitWall& wall,
+                                              std::optional<CustomEntries> advanced) {
     const std::optional<SplitSize> size = Size();
     if (!size) return kResolutions;
     if (wall.zooms.size() != names_.size()) return kOtherPlayers;
@@ -187,11 +188,7 @@ SplitDocument::Refusal SplitDocument::UseWall(const SplitWall& wall, const Custo
     state.wall = WithinLimits(wall, *size);
     state.shown = state.wall.arrangement;
     state.isLaidOut = true;
-    if (values) {
-        CustomEntries entries = *state.advanced;
-        entries.TakeValues(*values);
-        state.advanced = std::make_shared<const CustomEntries>(std::move(entries));
-    }
+    if (advanced) state.advanced = std::make_shared<const CustomEntries>(std::move(*advanced));
     Do(std::move(state));
     return std::nullopt;
 }

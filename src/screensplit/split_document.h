@@ -75,9 +75,10 @@ class SplitDocument {
     void SetZoom(std::size_t screen, const SplitZoom& zoom);
     /// Takes an edit of an advanced setting or says why not.
     [[nodiscard]] EditAnswer EditAdvanced(const SettingsEdit& edit);
-    /// Takes order, direction, overlaps and zoom, and the values of advanced settings if there are
-    /// any, or says why not.
-    [[nodiscard]] Refusal UseWall(const SplitWall& wall, const CustomEntries* values = nullptr);
+    /// Takes order, direction, overlaps and zoom, and advanced settings in place of those held if
+    /// there are any, or says why not.
+    [[nodiscard]] Refusal UseWall(const SplitWall& wall,
+                                  std::optional<CustomEntries> advanced = {});
     /// Takes the wall that the fetched document tells, or says why not.
     [[nodiscard]] Refusal TakeOverWall();
     /// Puts the fetched document back whole; only with one.

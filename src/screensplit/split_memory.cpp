@@ -24,6 +24,10 @@ constexpr LocalText kOtherScreens = {"它属于另一组播放器，或者内容
 constexpr LocalText kUnnamed = {
     "有播放器没有ID，或者ID相同，无法保存。",
     "Players without an ID, or with the same one, cannot be kept in a file."};
+constexpr LocalText kLeftOut = {
+    "文件中有 %d 项高级参数与播放器的不符，未采用。",
+    "The file has been opened, but not all of it: %d of its advanced settings do not fit those of "
+    "the players, and have been left out."};
 
 constexpr const char* kFormat = "format";
 constexpr const char* kFormatName = "sontaro-screen-split";
@@ -214,12 +218,15 @@ bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Pr
     if (const auto trouble = TroubleOf(root)) return refuse(Localized(*trouble));
     const auto wall = WallFromJson((*root)[kWall], document);
     if (!wall) return refuse(Localized(kOtherScreens));
-    CustomEntries advanced;
-    advanced.Read((*root)[kAdvanced]);
-    if (const auto refusal = document.UseWall(*wall, &advanced)) {
+    CustomEntries values;
+    values.Read((*root)[kAdvanced]);
+    CustomEntries advanced = document.Advanced();
+    const std::size_t leftOut = advanced.TakeValues(values);
+    if (const auto refusal = document.UseWall(*wall, std::move(advanced))) {
         prompts.Warn(Localized(*refusal));
         return false;
     }
+    if (leftOut > 0) prompts.Warn(fmt::sprintf(Localized(kLeftOut), leftOut));
     return true;
 }
 

@@ -25,8 +25,8 @@ void RememberWall(const Json::Value& wall, JsonFile& preferences);
 /// Writes wall and advanced settings to a file of Sontaro's own, and says whether that worked.
 void SaveWallFile(const SplitDocument& document, const std::filesystem::path& path,
                   Prompts& prompts);
-/// Takes such a file for the same set of screens, or says what is wrong with it and changes
-/// nothing.
+/// Takes such a file for the same set of screens, and says so when not all of its advanced settings
+/// fit; or says what is wrong with it and changes nothing.
 bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Prompts& prompts);
 
 }  // namespace sontaro

@@ -154,21 +154,24 @@ CustomEntries CustomEntries::ChangedSince(const CustomEntries& before) const {
     return changed;
 }
 
-void CustomEntries::TakeValues(const CustomEntries& others) {
+std::size_t CustomEntries::TakeValues(const CustomEntries& others) {
     std::map<Json::Value, std::queue<const Json::Value*>> offered;
+    std::size_t left = 0;
     for (const Json::Value& other : others.entries_)
-        if (auto shape = ShapeOf(other)) offered[std::move(*shape)].push(&other);
+        if (auto shape = ShapeOf(other)) offered[std::move(*shape)].push(&other), ++left;
     for (Json::Value& entry : entries_) {
         const auto shape = ShapeOf(entry);
         const auto found = shape ? offered.find(*shape) : offered.end();
         if (found == offered.end() || found->second.empty()) continue;
         const Json::Value& other = *found->second.front();
         found->second.pop();
-        if (entry[kSelect] == other[kSelect]) continue;
+        const bool isSame = entry[kSelect] == other[kSelect];
         const Item item = ReadEntry(other);
-        if (!FitsItsLimits(*item.record)) continue;
-        PutValue(entry, *item.record);
+        if (!isSame && !FitsItsLimits(*item.record)) continue;
+        --left;
+        if (!isSame) PutValue(entry, *item.record);
     }
+    return left;
 }
 
 }  // namespace sontaro

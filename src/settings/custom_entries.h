@@ -32,7 +32,8 @@ class CustomEntries {
     /// Those that are not as they are, at the same place, in `before`.
     [[nodiscard]] CustomEntries ChangedSince(const CustomEntries& before) const;
     /// Gives every entry the value of the next one in `others` with the same key, type and limits.
-    void TakeValues(const CustomEntries& others);
+    /// Returns how many of those have found no entry, or are beyond its limits.
+    std::size_t TakeValues(const CustomEntries& others);
 
     bool operator==(const CustomEntries&) const = default;
 
