@@ -301,6 +301,7 @@ void CScreenSplitWizardSetParam::EnableControls() {
     const bool isKnown = document_.HasConfiguration();
     const bool hasSeams = document_.IsLaidOut() && document_.WallLength() > 1;
     const bool isLast = lastWall_ && document_.IsApplied() && document_.Wall() == *lastWall_;
+    const bool isAsFetched = document_.IsAsFetched();
     const auto enable = [this](int id, bool enabled) { FindWindow(id)->Enable(enabled); };
     enable(kSplitHorizontal, may);
     enable(kSplitVertical, may);
@@ -309,11 +310,11 @@ void CScreenSplitWizardSetParam::EnableControls() {
     enable(kSplitOverlap, may && hasSeams);
     enable(kSplitSameOverlap, may && hasSeams);
     enable(kSplitTakeOver, may && isKnown);
-    enable(kSplitAsFetched, may && isKnown && !document_.IsAsFetched());
+    enable(kSplitAsFetched, may && isKnown && !isAsFetched);
     enable(kSplitLastWall, may && lastWall_ && !isLast);
     enable(kSplitRetry, run_.MayRetry());
     enable(kSplitOpen, may && isKnown);
-    enable(kSplitSave, may);
+    enable(kSplitSave, may && (document_.IsLaidOut() || !isAsFetched));
     undo_->Enable();
     view_->SetEditable(may);
     if (!isKnown) ShowAdvanced(false);
