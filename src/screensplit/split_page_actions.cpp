@@ -20,14 +20,26 @@ namespace {
 constexpr LocalText kHelp = {
     "1. 在“设备分幕排序”中为每个位置选择分幕；“无效”表示该位置不使用。\n"
     "2. 选择方向，然后按“应用排序”。\n"
-    "3. 在表格中或在图中拖动，设置重叠和缩放。\n"
+    "3. "
+    "在表格中设置重叠和缩放。排序和重叠也可以在图中设置：将分幕拖到别的位置或“未使用”，或者拖动接缝"
+    "。\n"
     "4. 按“完成”，将同一配置发送到所有播放器。\n\n"
+    "图中的按键：方向键选择分幕或接缝，Alt+方向键移动分幕，Delete键将其移到“未使用”；+和-"
+    "使接缝的重叠"
+    "增减1像素，Page Up和Page "
+    "Down（或Shift加数字键盘的+和-）增减10像素；Esc键取消正在进行的拖动。\n\n"
     "分幕只能排成一行（水平）或一列（垂直）。多行多列的大屏无法在这里设置。",
     "1. Choose the screen for each place under \"Device screen sort\"; \"Invalid\" leaves a place "
     "out.\n"
     "2. Choose the direction and press \"Apply order\".\n"
-    "3. Set overlaps and zoom in the grids, or drag in the picture.\n"
+    "3. Set overlaps and zoom in the grids; order and overlaps also in the picture: drag a screen "
+    "to "
+    "another place or to \"not used\", or drag a seam.\n"
     "4. Press \"Finish\" to send one configuration to all players.\n\n"
+    "Keys in the picture: arrows choose a screen or a seam, Alt with arrows moves the screen, "
+    "Delete "
+    "puts it to \"not used\"; + and - change the overlap of the seam by 1 pixel, Page Up and Page "
+    "Down (or Shift with + and - of the number pad) by 10; Escape takes back a drag.\n\n"
     "Screens stand in one row (horizontal) or in one column (vertical). Walls of rows and columns "
     "cannot be made here."};
 
