@@ -156,6 +156,7 @@ wxSizer* CScreenSplitWizardSetParam::MakeSourceRow() {
     AddButton(*row, kSplitTakeOver, kTakeOver, 'T', &CScreenSplitWizardSetParam::TakeOver);
     auto* note = new wxStaticText(this, wxID_ANY, ToWx(kZoomNote), wxDefaultPosition, wxDefaultSize,
                                   wxST_ELLIPSIZE_END);
+    note->SetToolTip(ToWx(kZoomNote));
     note->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
     row->Add(note, wxSizerFlags(1).CentreVertical().Border(wxLEFT, FromDIP(8)));
     AddButton(*row, kSplitAsFetched, kFetchedText, 'e',
