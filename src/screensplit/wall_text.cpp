@@ -17,7 +17,7 @@ constexpr const char* kEllipsis = "…";
 constexpr LocalText kSeam = {"第 %d 块与第 %d 块重叠 %d 像素",
                              "Screens %d and %d overlap by %d pixels"};
 constexpr LocalText kClash = {"与第 %d 块也重叠", "reaches into screen %d as well"};
-constexpr LocalText kUnknown = {"第 %d 块分幕", "Screen %d"};
+constexpr LocalText kUnknown = {"分幕 %d", "Screen %d"};
 constexpr LocalText kComma = {"，", ", "};
 
 bool Fits(const std::string& text, const TextRoom& room) {
