@@ -14,6 +14,7 @@ using Fate = PlannedFate;
 
 /// In the order of `PlannedFate`.
 constexpr LocalText kFates[] = {
+    {"", ""},
     {"将发送", "will be sent"},
     {"已有，仍将发送", "there already, will be sent"},
     {"已有，跳过", "there already, skipped"},
@@ -21,6 +22,7 @@ constexpr LocalText kFates[] = {
     {"无法连接", "cannot be reached"},
     {"文件不可用", "file unusable"},
 };
+static_assert(std::size(kFates) == static_cast<std::size_t>(Fate::kUnreadable) + 1);
 /// In the order of `ProofKind`.
 constexpr LocalText kProofs[] = {
     {"已确认", "confirmed"},         {"不同：缺少该视频", "differs: it is missing"},

@@ -71,6 +71,16 @@ TEST_F(Plans, SendNothingToAPlayerThatIsTooFull) {
     EXPECT_THAT(plan.Players()[0].videos, IsEmpty());
 }
 
+TEST_F(Plans, HaveATextForEveryFate) {
+    std::string told;
+    for (const auto fate :
+         {kNotMeant, kToSend, kSendAnyway, kSkipped, kDoesNotFit, kUnreachable, kUnreadable})
+        told += TextOf(fate) + "; ";
+    EXPECT_EQ(told,
+              "; will be sent; there already, will be sent; there already, skipped; does not fit; "
+              "cannot be reached; file unusable; ");
+}
+
 TEST_F(Plans, ProveWhatPlayersHave) {
     const VideoList list = *facts[0].videos;
     EXPECT_EQ(ProofOf(list, "a", 100, "Live"), kConfirmed);
