@@ -128,7 +128,7 @@ void BatchRun::Stop() {
     stopped_ = true;
     tick_.Stop();
     self_.Stop();
-    if (!owed_) FailVideoInFlight({UploadNote::Kind::kStopped});
+    if (!owed_) FailVideosInFlight({UploadNote::Kind::kStopped});
     owed_.reset();
     upload_.reset();
     source_.Close();
@@ -183,15 +183,16 @@ void BatchRun::EndPlayer(UploadStatus status, UploadNote note) {
     UploadRow& row = rows_[current_];
     row.status = status;
     row.note = note;
-    if (status != UploadStatus::kDone) FailVideoInFlight(note);
+    if (status != UploadStatus::kDone) FailVideosInFlight(note);
     view_.Heard({UploadEvent::Kind::kPlayerEnded, current_, 0, 0, status, std::move(note)});
     view_.RowChanged(current_);
 }
 
-void BatchRun::FailVideoInFlight(const UploadNote& note) {
-    if (!upload_ || !upload_->HasVideoInFlight()) return;
-    view_.Heard({UploadEvent::Kind::kVideoFailed, current_, upload_->VideoInFlight(), 0,
-                 rows_[current_].status, note});
+void BatchRun::FailVideosInFlight(const UploadNote& note) {
+    if (!upload_) return;
+    for (const std::size_t place : upload_->VideosInFlight())
+        view_.Heard(
+            {UploadEvent::Kind::kVideoFailed, current_, place, 0, rows_[current_].status, note});
 }
 
 void BatchRun::GoOn() {

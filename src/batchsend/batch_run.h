@@ -74,7 +74,7 @@ class BatchRun : private PlayerUpload::Owner {
     void Serve();
     void TakeEnd(const Origin& origin);
     void EndPlayer(UploadStatus status, UploadNote note);
-    void FailVideoInFlight(const UploadNote& note);
+    void FailVideosInFlight(const UploadNote& note);
     void GoOn();
     void SkipEnded();
     [[nodiscard]] bool BeginSecondRound();

@@ -92,11 +92,11 @@ void JournalWriter::Add(const UploadEvent& event) {
         line[kStatus] = static_cast<Json::UInt>(event.status);
     else if (event.kind != Kind::kRunEnded)
         line[kVideo] = Json::UInt64(event.video);
-    if (event.kind == Kind::kVideoBegun) begun_ = clock_();
+    if (event.kind == Kind::kVideoBegun) begun_[event.video] = clock_();
     if (event.kind == Kind::kVideoBegun || event.kind == Kind::kVideoDone)
         line[kBytes] = Json::UInt64(event.bytes);
     if (event.kind == Kind::kVideoDone)
-        line[kSeconds] = duration<double>(clock_() - begun_).count();
+        line[kSeconds] = duration<double>(clock_() - begun_[event.video]).count();
     if (const std::string note = NoteText(event.note); !note.empty()) line[kNote] = note;
     Write(std::move(line));
 }

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <map>
 
 #include "batchsend/run_journal.h"
 
@@ -38,7 +39,7 @@ class JournalWriter {
     const Clock clock_;
     std::filesystem::path path_;
     std::ofstream file_;
-    std::chrono::system_clock::time_point begun_;  // the video that is on its way
+    std::map<std::size_t, std::chrono::system_clock::time_point> begun_;  // by the video's place
 };
 
 /// The journals in `folder`, the latest first.

@@ -54,9 +54,10 @@ void PlayerUpload::Handle(WindowMessage& message) {
     const Origin& origin = message.origin;
     const bool isMine =
         origin.sender.ip == row_.player.target.ip && origin.connection == connection_;
-    if (isMine && IsAcknowledgement(message) && owed_ > 0) --owed_;
+    if (isMine && IsAcknowledgement(message) && answers_ < packets_) ++answers_;
+    if (talk_) Prove(answers_);
     if (talk_) talk_->Take(message);
-    if (talk_ && step_ == Step::kLateAnswers && owed_ == 0) Finish(UploadStatus::kDone);
+    if (talk_ && step_ == Step::kLateAnswers && answers_ == packets_) Finish(UploadStatus::kDone);
 }
 
 double PlayerUpload::Percent() const {
@@ -64,7 +65,12 @@ double PlayerUpload::Percent() const {
     return 100 * static_cast<double>(sent_) / static_cast<double>(announced_);
 }
 
-bool PlayerUpload::HasVideoInFlight() const { return isAnnounced_ && position_ == row_.confirmed; }
+std::vector<std::size_t> PlayerUpload::VideosInFlight() const {
+    std::vector<std::size_t> places;
+    for (const Unproven& video : unproven_) places.push_back(row_.plan[video.position].place);
+    if (isAnnounced_) places.push_back(Place());
+    return places;
+}
 
 /// A fresh conversation owes nothing: an acknowledgement counts for what was sent last, whatever
 /// it was meant for, unless the player says so.
@@ -73,7 +79,8 @@ void PlayerUpload::TalkAnew() {
                                            Boxes::kMuted);
 }
 
-/// Time is counted by `Tick` alone.
+/// Time is counted by `Tick` alone. What went over an earlier connection is not answered over
+/// another one, and chunks belong to the one over which their video was announced.
 void PlayerUpload::Ask(Request request, TakeReply take) {
     request.limit = std::chrono::milliseconds(0);
     seconds_ = 0;
@@ -85,7 +92,10 @@ void PlayerUpload::Ask(Request request, TakeReply take) {
     const ConnectionNumber connection = talk_->Connection();
     if (connection == 0 || connection == connection_) return;
     connection_ = connection;
-    owed_ = 0;  // what went over an earlier one is not answered over this one
+    packets_ = answers_ = 0;
+    const bool sendsChunk = step_ == Step::kChunks || step_ == Step::kVideoSent;
+    if (sendsChunk || !unproven_.empty())
+        Finish(UploadStatus::kNetworkFailure, {UploadNote::Kind::kLinkLost});
 }
 
 void PlayerUpload::NoteFailure(const Ended& ended) {
@@ -110,6 +120,7 @@ void PlayerUpload::Reached(Point point) {
 }
 
 void PlayerUpload::Finish(UploadStatus status, UploadNote note) {
+    if (status == UploadStatus::kDone) Prove(packets_);
     talk_.reset();
     source_.Close();
     owner_.Ended(status, std::move(note));
@@ -169,22 +180,18 @@ void PlayerUpload::SendAnnouncement() {
     }
     isAnnounced_ = true;
     announced_ = **opening_->size;
-    owner_.Heard({UploadEvent::Kind::kVideoBegun, 0, VideoInFlight(), announced_});
+    owner_.Heard({UploadEvent::Kind::kVideoBegun, 0, Place(), announced_});
     Upload(VideoAnnouncement(video.name, announced_, video.code), UploadStep::kAnnouncement);
 }
 
-/// Chunks belong to the connection over which their video was announced.
 void PlayerUpload::Upload(const SharedPacket& packet, UploadStep step) {
-    const ConnectionNumber before = connection_;
     const auto judge = [this, step](const WindowMessage& message) {
         const bool isStale = row_.echoes && QualifierOf(message) != static_cast<std::uint8_t>(step);
         const bool isMine = IsAcknowledgement(message) && !isStale;
         return Verdict{isMine ? Verdict::Kind::kReply : Verdict::Kind::kNotMine};
     };
     Ask({packet, judge}, &PlayerUpload::TakeAcknowledgement);
-    if (talk_->IsAsking()) ++owed_;
-    if (step != UploadStep::kAnnouncement && connection_ != before)
-        Finish(UploadStatus::kNetworkFailure, {UploadNote::Kind::kLinkLost});
+    if (talk_ && talk_->IsAsking()) ++packets_;
 }
 
 UploadStep PlayerUpload::AwaitedStep() const {
@@ -198,11 +205,23 @@ void PlayerUpload::TakeAcknowledgement(const WindowMessage& reply) {
         row_.echoes = true;
     const bool isWhole = step == UploadStep::kLastChunk;
     Reached(isWhole ? Point{position_ + 2, 0} : Point{position_ + 1, 1 + sent_});
-    owner_.Heard({UploadEvent::Kind::kAcknowledged, 0, VideoInFlight(), sent_});
+    owner_.Heard({UploadEvent::Kind::kAcknowledged, 0, Place(), sent_});
     if (!isWhole) return ReadNext();
-    owner_.Heard({UploadEvent::Kind::kVideoDone, 0, VideoInFlight(), sent_});
-    row_.confirmed = position_ + 1;
+    unproven_.push_back({position_, sent_, packets_});
+    Prove(answers_);
     Announce(position_ + 1);
+}
+
+/// After a repetition an acknowledgement may have been taken for that of something later: only
+/// their number tells that nothing of a video is still to be acknowledged.
+void PlayerUpload::Prove(std::size_t answers) {
+    while (!unproven_.empty() && unproven_.front().packets <= answers) {
+        const Unproven video = unproven_.front();
+        unproven_.pop_front();
+        row_.confirmed = video.position + 1;
+        owner_.Heard(
+            {UploadEvent::Kind::kVideoDone, 0, row_.plan[video.position].place, video.bytes});
+    }
 }
 
 void PlayerUpload::ReadNext() {
@@ -249,10 +268,9 @@ void PlayerUpload::BeginDocument() {
 
 void PlayerUpload::TakeDocumentAnswer(const WindowMessage&) { Complete(); }
 
-/// After a repetition an acknowledgement may have been taken for that of something later.
 void PlayerUpload::Complete() {
     row_.note = {};
-    if (!hasRepeated_ || owed_ == 0) return Finish(UploadStatus::kDone);
+    if (answers_ == packets_) return Finish(UploadStatus::kDone);
     step_ = Step::kLateAnswers;
     seconds_ = 0;
 }
@@ -265,7 +283,6 @@ void PlayerUpload::Repeat() {
         case Step::kDocument: return BeginDocument();
         default: break;
     }
-    hasRepeated_ = true;
     row_.sent = position_;
     line_ = {UploadLine::Kind::kResending, row_.VideoAt(position_).name};
     opening_.reset();

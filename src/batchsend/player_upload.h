@@ -1,8 +1,10 @@
 // The upload to one player: queries, videos, categories.
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "batchsend/upload_status.h"
 #include "batchsend/video_source.h"
@@ -46,9 +48,8 @@ class PlayerUpload {
     [[nodiscard]] const UploadLine& Line() const { return line_; }
     [[nodiscard]] double Percent() const;  ///< of the video that is being sent
     [[nodiscard]] int SilentSeconds() const { return silence_; }  ///< since the last answer
-    /// Whether a video has been announced that is not confirmed; `VideoInFlight` is its place.
-    [[nodiscard]] bool HasVideoInFlight() const;
-    [[nodiscard]] std::size_t VideoInFlight() const { return row_.plan[position_].place; }
+    /// The places of the videos that have been announced and are not confirmed.
+    [[nodiscard]] std::vector<std::size_t> VideosInFlight() const;
 
    private:
     enum class Step : std::uint8_t {
@@ -68,6 +69,12 @@ class PlayerUpload {
         std::size_t position = 0;
         std::optional<Result<std::uint64_t>> size = {};
     };
+    /// A video whose last chunk has been acknowledged, as it seems.
+    struct Unproven {
+        std::size_t position = 0;
+        std::uint64_t bytes = 0;
+        std::size_t packets = 0;  // that it takes the acknowledgements of
+    };
     using TakeReply = void (PlayerUpload::*)(const WindowMessage&);
 
     void Query();
@@ -84,12 +91,14 @@ class PlayerUpload {
     void BeginDocument();
     void TakeDocumentAnswer(const WindowMessage& reply);
     void Complete();
+    void Prove(std::size_t answers);
     void Repeat();
     void TalkAnew();
     void Ask(Request request, TakeReply take);
     void Upload(const SharedPacket& packet, UploadStep step);
     void NoteFailure(const Ended& ended);
     [[nodiscard]] UploadStep AwaitedStep() const;
+    [[nodiscard]] std::size_t Place() const { return row_.plan[position_].place; }
     void Say(UploadNote note);
     void Reached(Point point);
     void Finish(UploadStatus status, UploadNote note = {});
@@ -112,8 +121,9 @@ class PlayerUpload {
     std::uint64_t announced_ = 0;  // bytes of the video
     std::uint64_t sent_ = 0;
     bool hasChanged_ = false;  // its size, since it was announced first
-    std::size_t owed_ = 0;     // packets over this connection that are not acknowledged
-    bool hasRepeated_ = false;
+    std::size_t packets_ = 0;  // of command 20 that have gone over this connection
+    std::size_t answers_ = 0;  // acknowledgements that have come over it, at most as many
+    std::deque<Unproven> unproven_;
     UploadLine line_;
 };
 

@@ -30,18 +30,17 @@ void UploadFigures::Take(const UploadEvent& event, std::span<const UploadRow> ro
         case Kind::kPlayerBegun:
             player_ = {0, event.bytes};
             video_ = {};
-            isVideoDone_ = true;
+            open_.clear();
             return CountRun(rows);
         case Kind::kVideoBegun:
-            TakeBack();
+            TakeBack(event.video);
             video_ = {0, event.bytes};
-            isVideoDone_ = false;
             return;
-        case Kind::kAcknowledged: return Acknowledge(event.bytes, now);
-        case Kind::kVideoDone: isVideoDone_ = true; return;
-        case Kind::kPlayerEnded: TakeBack(); return CountRun(rows);
+        case Kind::kAcknowledged: return Acknowledge(event.video, event.bytes, now);
+        case Kind::kVideoDone: open_.erase(event.video); return;
+        case Kind::kVideoFailed: return TakeBack(event.video);
+        case Kind::kPlayerEnded: return CountRun(rows);
         case Kind::kLeftOut:
-        case Kind::kVideoFailed:
         case Kind::kRunEnded: return;
     }
 }
@@ -54,10 +53,10 @@ void UploadFigures::CountRun(std::span<const UploadRow> rows) {
 }
 
 /// More than was planned, where a file has grown since.
-void UploadFigures::Acknowledge(std::uint64_t bytes, Time now) {
+void UploadFigures::Acknowledge(std::size_t video, std::uint64_t bytes, Time now) {
     if (bytes <= video_.done) return;
     const std::uint64_t more = bytes - video_.done;
-    video_.done = bytes;
+    video_.done = open_[video] = bytes;
     for (UploadAmount* amount : {&player_, &run_}) {
         amount->done += more;
         amount->all = std::max(amount->all, amount->done);
@@ -67,11 +66,12 @@ void UploadFigures::Acknowledge(std::uint64_t bytes, Time now) {
 }
 
 /// A video that is sent once more, or not to its end, has not been sent.
-void UploadFigures::TakeBack() {
-    if (isVideoDone_) return;
-    player_.done -= video_.done;
-    run_.done -= video_.done;
-    video_.done = 0;
+void UploadFigures::TakeBack(std::size_t video) {
+    const auto open = open_.find(video);
+    if (open == open_.end()) return;
+    player_.done -= open->second;
+    run_.done -= open->second;
+    open_.erase(open);
 }
 
 double UploadFigures::Speed(Time now) const {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <deque>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,11 +47,11 @@ class UploadFigures {
     };
 
     void CountRun(std::span<const UploadRow> rows);
-    void Acknowledge(std::uint64_t bytes, Time now);
-    void TakeBack();
+    void Acknowledge(std::size_t video, std::uint64_t bytes, Time now);
+    void TakeBack(std::size_t video);
 
     UploadAmount video_, player_, run_;
-    bool isVideoDone_ = true;  // or none has begun
+    std::map<std::size_t, std::uint64_t> open_;  // bytes of videos that are not done yet
     std::deque<Sample> samples_;
     Time begun_{0};
 };

@@ -318,6 +318,23 @@ TEST_F(BatchPage, WaitsForLateAcknowledgementsBeforeItSaysOk) {
     EXPECT_EQ(Status(1), "OK");
 }
 
+TEST_F(BatchPage, BelievesNoVideoDoneThatALateAcknowledgementMayHaveBeenFor) {
+    source.sizes["b"] = 1;
+    Give({"a", "b"}, {"a", "b"});
+    run.Start();
+    Answer(21);
+    timers.Advance(30s);
+    Acknowledge(21, {0, 0});
+    EXPECT_EQ(Count(Event::kVideoDone), 0U);
+    LinkEnds(21);
+    EXPECT_EQ(run.Rows()[0].confirmed, 0U);
+    EXPECT_EQ(Count(Event::kVideoFailed), 2U);
+    Answer(22);
+    timers.Advance(30s);
+    Acknowledge(22, {0, 0, 0});
+    EXPECT_EQ(run.Rows()[1].confirmed, 1U);
+}
+
 TEST_F(BatchPage, PassesOverStaleAcknowledgementsOfAPlayerThatSaysOfWhat) {
     source.sizes["a"] = 20'000'000;
     run.Start();

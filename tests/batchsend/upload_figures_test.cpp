@@ -27,6 +27,7 @@ struct Figures : testing::Test {
     }
     void End(std::size_t player, UploadStatus status) {
         rows[player].status = status;
+        if (status != UploadStatus::kDone) Take(Kind::kVideoFailed, player);
         Take(Kind::kPlayerEnded, player);
     }
 
