@@ -75,7 +75,7 @@ BatchPlan::BatchPlan(const VideoSet& set, std::span<const PlayerFacts> facts) {
         const bool fits = !facts[i].free || *facts[i].free > bytes;
         players_.push_back({{player.ip, static_cast<std::uint16_t>(player.port), 0}, {}});
         for (std::size_t place = 0; place < videos.size(); ++place)
-            if (IsSent(fates[place]) || fates[place] == Fate::kUnreachable)
+            if (fates[place] != Fate::kSkipped)
                 players_.back().videos.push_back({PathOfText(videos[place]->path),
                                                   videos[place]->Name(),
                                                   static_cast<std::uint16_t>(videos[place]->code)});

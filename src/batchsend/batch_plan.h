@@ -39,7 +39,7 @@ class BatchPlan {
     /// Seconds at so many bytes a second; none where the speed is not known.
     [[nodiscard]] std::optional<double> Estimate(double speed) const;
     /// What the run is to send: players that get nothing but the categories are among them, those
-    /// that cannot be reached as well.
+    /// that cannot be reached and files that cannot be read as well. The run tells what fails.
     [[nodiscard]] const std::vector<UploadPlayer>& Players() const { return players_; }
 
    private:
