@@ -39,6 +39,7 @@ void BatchRun::Start() {
     if (running_ || rows_.empty()) return;
     for (UploadRow& row : rows_) {
         row.plan.clear();
+        row.leftOut.clear();
         row.sent = row.confirmed = 0;
         row.status = UploadStatus::kWaiting;
         row.note = {};
@@ -54,7 +55,6 @@ void BatchRun::Continue() {
     Begin();
 }
 
-/// The sizes are asked for before the first player is.
 void BatchRun::Begin() {
     running_ = true;
     stopped_ = false;
@@ -62,44 +62,63 @@ void BatchRun::Begin() {
     line_ = {};
     percent_ = 0;
     CloseLinks();
-    std::vector<std::filesystem::path> files;
-    for (const UploadRow& row : rows_)
-        for (const UploadVideo& video : row.player.videos) files.push_back(video.path);
     for (std::size_t i = 0; i < rows_.size(); ++i) view_.RowChanged(i);
     view_.StateChanged();
-    source_.LookAt(std::move(files), [this](const auto& sizes) { Plan(sizes); });
+    Look();
+}
+
+/// Sizes are asked for before a player is, each file's once. A disk may take its time.
+void BatchRun::Look() {
+    SizeOfFile unknown;
+    for (const UploadRow& row : rows_)
+        if (!IsFinal(row.status))
+            for (const UploadVideo& video : row.player.videos) unknown.emplace(video.path, 0);
+    std::vector<std::filesystem::path> files;
+    for (const auto& [path, size] : unknown) files.push_back(path);
+    NoteLooking(true);
+    source_.LookAt(files, [this, files](const VideoSource::Sizes& sizes) {
+        SizeOfFile known;
+        for (std::size_t i = 0; i < files.size(); ++i) known.emplace(files[i], sizes[i]);
+        Plan(known);
+    });
+}
+
+void BatchRun::NoteLooking(bool isLooking) {
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        UploadNote& note = rows_[i].note;
+        if (isLooking ? IsFinal(rows_[i].status) : note.kind != UploadNote::Kind::kLooking)
+            continue;
+        note = {isLooking ? UploadNote::Kind::kLooking : UploadNote::Kind::kNone};
+        view_.RowChanged(i);
+    }
 }
 
 /// A player whose turn is over keeps the plan that it had.
-void BatchRun::Plan(const VideoSource::Sizes& sizes) {
-    std::size_t first = 0;
-    for (std::size_t i = 0; i < rows_.size(); ++i) {
-        if (!IsFinal(rows_[i].status)) PlanRow(i, sizes, first);
-        first += rows_[i].player.videos.size();
-    }
+void BatchRun::Plan(const SizeOfFile& sizes) {
+    NoteLooking(false);
+    for (std::size_t i = 0; i < rows_.size(); ++i)
+        if (!IsFinal(rows_[i].status)) PlanRow(i, sizes);
     tick_.Start(kSecond, [this] { Tick(); });
-    if (current_ == rows_.size()) return Finish();
-    Serve();
+    ServeNext();
 }
 
-/// What has been confirmed before the run was stopped stays where it is in the plan.
-void BatchRun::PlanRow(std::size_t player, const VideoSource::Sizes& sizes, std::size_t first) {
+/// What has been confirmed before stays where it is in the plan.
+void BatchRun::PlanRow(std::size_t player, const SizeOfFile& sizes) {
     UploadRow& row = rows_[player];
     row.plan.resize(row.confirmed);
+    row.leftOut.clear();
     const std::vector<PlannedVideo> confirmed = row.plan;
     for (std::size_t place = 0; place < row.player.videos.size(); ++place) {
         if (std::ranges::find(confirmed, place, &PlannedVideo::place) != confirmed.end()) continue;
-        const Result<std::uint64_t>& size = sizes[first + place];
-        if (size && *size <= kLongestVideo) {
+        const UploadVideo& video = row.player.videos[place];
+        const Result<std::uint64_t>& size = sizes.at(video.path);
+        if (size && *size <= kLongestVideo && video.name.size() <= kLongestVideoName) {
             row.plan.push_back({place, *size});
             continue;
         }
-        view_.Heard({UploadEvent::Kind::kLeftOut,
-                     player,
-                     place,
-                     0,
-                     row.status,
-                     {UploadNote::Kind::kUnreadable, row.player.videos[place].name}});
+        row.leftOut.push_back(place);
+        row.note = {UploadNote::Kind::kUnreadable, video.name};
+        view_.Heard({UploadEvent::Kind::kLeftOut, player, place, 0, row.status, row.note});
     }
     row.sent = row.confirmed;
     view_.RowChanged(player);
@@ -119,7 +138,7 @@ void BatchRun::Serve() {
 /// While an end is owed, the time of the player that has had its turn does not count.
 void BatchRun::Tick() {
     tick_.Start(kSecond, [this] { Tick(); });
-    if (!owed_) upload_->Tick();
+    if (upload_ && !owed_) upload_->Tick();
 }
 
 void BatchRun::Stop() {
@@ -132,6 +151,7 @@ void BatchRun::Stop() {
     owed_.reset();
     upload_.reset();
     source_.Close();
+    NoteLooking(false);
     CloseLinks();
     view_.Heard({UploadEvent::Kind::kRunEnded, 0, 0, 0, {}, {UploadNote::Kind::kStopped}});
     view_.StateChanged();
@@ -171,8 +191,14 @@ void BatchRun::TakeEnd(const Origin& origin) {
     GoOn();
 }
 
-/// With no link that could end, the run goes on by itself.
+/// A player lacks what could not be read; where that is everything, it is as if its files could
+/// not be read all the time. With no link that could end, the run goes on by itself.
 void BatchRun::Ended(UploadStatus status, UploadNote note) {
+    const UploadRow& row = rows_[current_];
+    if (status == UploadStatus::kDone && !row.leftOut.empty()) {
+        note = {UploadNote::Kind::kUnreadable, row.player.videos[row.leftOut.front()].name};
+        if (row.plan.empty()) status = UploadStatus::kTimedOut;
+    }
     EndPlayer(status, std::move(note));
     owed_ = OwedEnd{upload_->Connection()};
     CloseLinks();
@@ -199,9 +225,16 @@ void BatchRun::GoOn() {
     owed_.reset();
     upload_.reset();
     SkipEnded();
-    if (current_ == rows_.size() && !BeginSecondRound()) return Finish();
+    if (current_ < rows_.size()) view_.Pause(kPause);
+    ServeNext();
+}
+
+/// The files are looked at once more before a second round.
+void BatchRun::ServeNext() {
+    if (current_ < rows_.size()) return Serve();
+    if (!BeginSecondRound()) return Finish();
     view_.Pause(kPause);
-    Serve();
+    Look();
 }
 
 void BatchRun::SkipEnded() {
@@ -211,7 +244,7 @@ void BatchRun::SkipEnded() {
 bool BatchRun::BeginSecondRound() {
     if (!triesAgain_ || std::exchange(isSecondRound_, true)) return false;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        if (rows_[i].status == UploadStatus::kDone) continue;
+        if (rows_[i].IsWhole()) continue;
         rows_[i].status = UploadStatus::kWaiting;
         rows_[i].sent = rows_[i].confirmed;
         view_.RowChanged(i);

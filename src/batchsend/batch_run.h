@@ -1,6 +1,8 @@
 // The upload of videos to many players, one after another, without its page.
 #pragma once
 
+#include <map>
+
 #include "batchsend/player_upload.h"
 
 namespace sontaro {
@@ -63,21 +65,26 @@ class BatchRun : private PlayerUpload::Owner {
         ConnectionNumber connection = 0;  ///< 0: there was none, and the run goes on by itself
     };
 
+    using SizeOfFile = std::map<std::filesystem::path, Result<std::uint64_t>>;
+
     void Heard(UploadEvent event) override;
     void Changed() override;
     void Ended(UploadStatus status, UploadNote note) override;
 
     void Begin();
-    void Plan(const VideoSource::Sizes& sizes);
-    void PlanRow(std::size_t player, const VideoSource::Sizes& sizes, std::size_t first);
+    void Look();
+    void Plan(const SizeOfFile& sizes);
+    void PlanRow(std::size_t player, const SizeOfFile& sizes);
     void Tick();
     void Serve();
     void TakeEnd(const Origin& origin);
     void EndPlayer(UploadStatus status, UploadNote note);
     void FailVideosInFlight(const UploadNote& note);
     void GoOn();
+    void NoteLooking(bool isLooking);
     void SkipEnded();
     [[nodiscard]] bool BeginSecondRound();
+    void ServeNext();
     void Finish();
     void CloseLinks();
 

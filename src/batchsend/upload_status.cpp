@@ -31,6 +31,7 @@ constexpr LocalText kNotes[] = {
     {"播放器未保存视频类别", "The player does not keep the categories"},
     {"连接已断开", "The connection has ended"},
     {"已停止", "Stopped"},
+    {"正在检查文件", "Looking at the files"},
 };
 /// Of what has not been sent although the player may be there, in the order of `NotSent`.
 constexpr LocalText kReasons[] = {

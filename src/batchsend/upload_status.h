@@ -39,6 +39,7 @@ struct UploadNote {
         kRefused,       ///< the player will not keep the categories
         kLinkLost,
         kStopped,  ///< by the user
+        kLooking,  ///< the files are being looked at
     };
     Kind kind = Kind::kNone;
     std::string text = {};
@@ -70,12 +71,15 @@ struct PlannedVideo {
 struct UploadRow {
     UploadPlayer player;
     std::vector<PlannedVideo> plan;
-    std::size_t sent = 0;       ///< videos that have gone out whole
-    std::size_t confirmed = 0;  ///< those of them that the player has acknowledged whole
+    std::vector<std::size_t> leftOut;  ///< places of videos that could not be read at the start
+    std::size_t sent = 0;              ///< videos that have gone out whole
+    std::size_t confirmed = 0;         ///< those of them that the player has acknowledged whole
     UploadStatus status = UploadStatus::kNotChosen;
     UploadNote note = {};
     bool echoes = false;  ///< it has said once which packet an acknowledgement is of
 
+    /// Whether the player has all that it was to get.
+    [[nodiscard]] bool IsWhole() const { return status == UploadStatus::kDone && leftOut.empty(); }
     /// Bytes that are still to go out.
     [[nodiscard]] std::uint64_t BytesLeft() const;
     [[nodiscard]] const UploadVideo& VideoAt(std::size_t position) const {

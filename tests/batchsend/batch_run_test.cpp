@@ -486,6 +486,24 @@ TEST_F(BatchPage, LeavesOutWhatCannotBeReadAndWaitsForWhatNoLongerCan) {
     EXPECT_EQ(Status(), "Time Out");
 }
 
+TEST_F(BatchPage, DoesNotCallAPlayerWholeThatLacksWhatCouldNotBeRead) {
+    Give({"x"}, {"x", "a"});
+    run.TryAgain(true);
+    run.Start();
+    Answer(21), LinkEnds(21);
+    EXPECT_EQ(Status(), "Time Out");
+    Answer(22);
+    Acknowledge(22, {0, 0});
+    EXPECT_EQ(Status(1), "OK");
+    EXPECT_EQ(NoteText(run.Rows()[1].note), "The file cannot be read: x");
+    source.sizes["x"] = 1;
+    LinkEnds(22);
+    Answer(21), Acknowledge(21, {0, 0}), LinkEnds(21);
+    Answer(22), Acknowledge(22, {0, 0}), LinkEnds(22);
+    EXPECT_EQ(Count(Event::kVideoDone), 3U);
+    EXPECT_EQ(NoteOf(1), Note::kNone);
+}
+
 TEST_F(BatchPage, WaitsForTheDiskWithoutTakingAcknowledgementsForLater) {
     source.sizes["a"] = 20'000'000;
     run.Start();
