@@ -34,6 +34,15 @@ Result<std::uint64_t> OpenFile(const fs::path& file, std::ifstream& stream) {
     return size;
 }
 
+VideoSource::Document WholeOf(const fs::path& file) {
+    std::error_code error;
+    if (fs::status(file, error).type() == fs::file_type::not_found)
+        return std::optional<std::string>();
+    Result<std::string> text = ReadFile(file, kLongestPayload + 1);
+    if (!text || text->size() > kLongestPayload) return CannotRead(file);
+    return std::optional(std::move(*text));
+}
+
 }  // namespace
 
 /// The thread and what it shares. Answers carry the number of the attempt they belong to, which
@@ -236,13 +245,11 @@ void ChunkReader::Next(std::function<void(ReadChunk)> read) {
     if (auto chunk = worker_->TakeNext(read)) read(std::move(*chunk));
 }
 
-void ChunkReader::ReadDocument(fs::path file,
-                               std::function<void(std::optional<std::string>)> read) {
-    if (!worker_) return read(std::nullopt);
+void ChunkReader::ReadDocument(fs::path file, std::function<void(Document)> read) {
+    if (!worker_) return read(Error{kNoThread});
     const Worker::Attempt attempt = worker_->BeginAttempt();
     worker_->Add([worker = worker_.get(), attempt, file = std::move(file), read = std::move(read)] {
-        const Result<std::string> text = ReadFile(file);
-        worker->Answer(attempt, [&] { read(text ? std::optional(*text) : std::nullopt); });
+        worker->Answer(attempt, [&, document = WholeOf(file)] { read(document); });
     });
 }
 

@@ -27,8 +27,7 @@ class ChunkReader : public VideoSource {
     void Open(std::filesystem::path file,
               std::function<void(Result<std::uint64_t>)> opened) override;
     void Next(std::function<void(ReadChunk)> read) override;
-    void ReadDocument(std::filesystem::path file,
-                      std::function<void(std::optional<std::string>)> read) override;
+    void ReadDocument(std::filesystem::path file, std::function<void(Document)> read) override;
     void Close() override;
 
    private:

@@ -260,9 +260,10 @@ void PlayerUpload::BeginDocument() {
     step_ = Step::kDocument;
     seconds_ = 0;
     owner_.Changed();
-    source_.ReadDocument(document_, [this](const std::optional<std::string>& text) {
-        if (!text) return Complete();
-        Ask({VideoTypePacket(*text), JudgeVideoTypes}, &PlayerUpload::TakeDocumentAnswer);
+    source_.ReadDocument(document_, [this](const VideoSource::Document& document) {
+        if (!document) return Say({UploadNote::Kind::kUnreadable, TextOfPath(document_)});
+        if (!*document) return Complete();
+        Ask({VideoTypePacket(**document), JudgeVideoTypes}, &PlayerUpload::TakeDocumentAnswer);
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct ReadChunk {
 class VideoSource {
    public:
     using Sizes = std::vector<Result<std::uint64_t>>;
+    using Document = Result<std::optional<std::string>>;
 
     virtual ~VideoSource() = default;
     /// Asks for the sizes of files that can be read, in their order.
@@ -33,9 +35,9 @@ class VideoSource {
                       std::function<void(Result<std::uint64_t>)> opened) = 0;
     /// The next chunk of the video that is open. One is asked for at a time.
     virtual void Next(std::function<void(ReadChunk)> read) = 0;
-    /// The whole of a small file; none when there is no such file.
-    virtual void ReadDocument(std::filesystem::path file,
-                              std::function<void(std::optional<std::string>)> read) = 0;
+    /// The whole of a small file; none when there is no such file. Fails when it cannot be read,
+    /// or is longer than a packet.
+    virtual void ReadDocument(std::filesystem::path file, std::function<void(Document)> read) = 0;
     /// Gives up everything that has been asked for, and the video that is open.
     virtual void Close() = 0;
 };

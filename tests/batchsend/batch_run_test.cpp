@@ -135,7 +135,7 @@ struct BatchPage : testing::Test, BatchView {
 };
 
 TEST_F(BatchPage, ServesOnePlayerAfterAnother) {
-    source.document = "{}";
+    source.document = std::optional<std::string>("{}");
     run.Start();
     EXPECT_EQ(Log(), "close; 21:19.0.0q0 0; ");
     EXPECT_EQ(Status() + Status(1), "0/1Waiting");
@@ -160,7 +160,7 @@ TEST_F(BatchPage, ServesOnePlayerAfterAnother) {
     EXPECT_EQ(Status(), "OK");
     LinkEnds(21);
     EXPECT_EQ(Log(), "pause 2000; 22:19.0.0q0 0; ");
-    source.document.reset();
+    source.document = std::optional<std::string>();
     Answer(22);
     Acknowledge(22, {0, 0});
     EXPECT_EQ(Status(1), "OK");
@@ -220,7 +220,7 @@ TEST_F(BatchPage, NeedsMoreFreeSpaceThanThereIsToSend) {
 }
 
 TEST_F(BatchPage, SendsAPlayerWithoutVideosTheCategoriesAlone) {
-    source.document = "{}";
+    source.document = std::optional<std::string>("{}");
     Give({}, {});
     EXPECT_EQ(Status(), "No choice");
     run.Start();
@@ -502,6 +502,19 @@ TEST_F(BatchPage, DoesNotCallAPlayerWholeThatLacksWhatCouldNotBeRead) {
     Answer(22), Acknowledge(22, {0, 0}), LinkEnds(22);
     EXPECT_EQ(Count(Event::kVideoDone), 3U);
     EXPECT_EQ(NoteOf(1), Note::kNone);
+}
+
+TEST_F(BatchPage, DoesNotDoWithoutCategoriesThatCannotBeRead) {
+    source.document = Error{"locked"};
+    run.Start();
+    Answer(21);
+    Acknowledge(21, {0, 0});
+    EXPECT_EQ(Status(), "1/1");
+    EXPECT_EQ(NoteOf(), Note::kUnreadable);
+    source.document = std::optional<std::string>("{}");
+    Log();
+    timers.Advance(30s);
+    EXPECT_EQ(Log(), "21:3.1.0q0 2; ");
 }
 
 TEST_F(BatchPage, WaitsForTheDiskWithoutTakingAcknowledgementsForLater) {

@@ -37,8 +37,7 @@ class FakeSource final : public VideoSource {
         };
         Answer([chunk, read = std::move(read)] { read(chunk()); });
     }
-    void ReadDocument(std::filesystem::path,
-                      std::function<void(std::optional<std::string>)> read) override {
+    void ReadDocument(std::filesystem::path, std::function<void(Document)> read) override {
         Answer([document = document, read = std::move(read)] { read(document); });
     }
     void Close() override { waiting_.clear(); }
@@ -50,7 +49,7 @@ class FakeSource final : public VideoSource {
     }
 
     std::map<std::string, std::uint64_t> sizes;  ///< of the files that there are
-    std::optional<std::string> document;
+    Document document = std::optional<std::string>();
     bool holds = false;
     std::string opens;  ///< the files that have been opened
 
