@@ -18,7 +18,9 @@ BatchRun::BatchRun(VideoSource& source, BatchView& view, const ExchangeServices&
       exchange_(exchange),
       document_(std::move(document)),
       tick_(exchange.timers),
-      self_(exchange.timers) {}
+      self_(exchange.timers),
+      muting_(exchange.hub.Subscribe(
+          [this](const ExchangeNews&) { return running_ ? Boxes::kMuted : Boxes::kShown; })) {}
 
 BatchRun::~BatchRun() { source_.Close(); }
 

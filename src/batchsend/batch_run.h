@@ -103,7 +103,8 @@ class BatchRun : private PlayerUpload::Owner {
     UploadLine line_;
     double percent_ = 0;
     Timer tick_;
-    Timer self_;  // the end that no link tells
+    Timer self_;                        // the end that no link tells
+    ExchangeHub::Subscription muting_;  // between two players nobody else listens
 };
 
 }  // namespace sontaro
