@@ -24,7 +24,7 @@ constexpr LocalText kSameName = {"同一类别中还有另一个“%s”",
 constexpr LocalText kDoesNotFit = {"播放器空间不足：需要 %s，剩余 %s",
                                    "Too little space on the player: %s needed, %s free"};
 
-/// The names that one player has by then, by category.
+/// The names that one player has by then, by category and, apart from those, by code.
 using Names = std::set<std::pair<std::uint32_t, std::string>>;
 
 void Check(const Elements<SetVideo>& videos, std::optional<std::size_t> player, Names& names,
@@ -33,7 +33,9 @@ void Check(const Elements<SetVideo>& videos, std::optional<std::size_t> player, 
         const SetVideo& video = videos[i];
         if (const auto kind = ProblemOf(video))
             problems.push_back({*kind, player, videos.IdAt(i), video.trouble});
-        if (!names.emplace(video.category, video.Name()).second)
+        const bool isNew = names.emplace(video.category, video.Name()).second;
+        const bool hasNewCode = names.emplace(kVideoCategories + video.code, video.Name()).second;
+        if (!isNew || !hasNewCode)
             problems.push_back({Kind::kSameName, player, videos.IdAt(i), video.Name()});
     }
 }

@@ -10,7 +10,7 @@ struct SetProblem {
         kUnreadable,   ///< `text`: why
         kTooLong,      ///< more bytes than the numbers of chunks can count
         kNameTooLong,  ///< more than 255 bytes
-        kSameName,     ///< another video of the category has the name, `text`, too
+        kSameName,     ///< another video of the category or code has the name, `text`, too
         kDoesNotFit,   ///< of a player: `needed` is not less than what is free
     };
     Kind kind{};
