@@ -1,6 +1,9 @@
 #include "batchsend/batch_plan.h"
 
 #include <algorithm>
+#include <set>
+#include <string_view>
+#include <utility>
 
 #include "base/local_text.h"
 #include "base/path_text.h"
@@ -39,10 +42,17 @@ void ForEachNamed(const VideoList& list, const std::string& name, const Look& lo
                 if (video.name == name) look(category, video);
 }
 
-bool Has(const VideoList& list, const std::string& name, std::int64_t size) {
-    bool has = false;
-    ForEachNamed(list, name, [&](auto&, const ListedVideo& video) { has |= video.size == size; });
-    return has;
+/// Names and sizes of what a player has.
+using Present = std::set<std::pair<std::string_view, std::int64_t>>;
+
+Present PresentIn(const PlayerFacts& facts) {
+    Present present;
+    if (!facts.videos) return present;
+    for (const auto& screen : facts.videos->screens)
+        for (const ListedCategory& category : screen)
+            for (const ListedVideo& video : category.videos)
+                present.emplace(video.name, video.size);
+    return present;
 }
 
 std::uint64_t BytesOf(const SetVideo& video) {
@@ -52,10 +62,10 @@ std::uint64_t BytesOf(const SetVideo& video) {
 bool IsSent(Fate fate) { return fate == Fate::kToSend || fate == Fate::kSendAnyway; }
 
 /// By itself, without regard to the others.
-Fate FateOf(const SetVideo& video, const PlayerFacts& facts, bool skipsPresent) {
+Fate FateOf(const SetVideo& video, bool isReached, const Present& present, bool skipsPresent) {
     if (ProblemOf(video)) return Fate::kUnreadable;
-    if (!facts.isReached) return Fate::kUnreachable;
-    if (!facts.videos || !Has(*facts.videos, video.Name(), video.size)) return Fate::kToSend;
+    if (!isReached) return Fate::kUnreachable;
+    if (!present.contains({video.Name(), video.size})) return Fate::kToSend;
     return skipsPresent ? Fate::kSkipped : Fate::kSendAnyway;
 }
 
@@ -65,10 +75,11 @@ BatchPlan::BatchPlan(const VideoSet& set, std::span<const PlayerFacts> facts) {
     for (std::size_t i = 0; i < set.players.size(); ++i) {
         const SetPlayer& player = set.players[i];
         const std::vector<const SetVideo*> videos = VideosFor(set, i);
+        const Present present = PresentIn(facts[i]);
         std::vector<Fate> fates;
         std::uint64_t bytes = 0;
         for (const SetVideo* video : videos) {
-            fates.push_back(FateOf(*video, facts[i], set.skipsPresent));
+            fates.push_back(FateOf(*video, facts[i].isReached, present, set.skipsPresent));
             if (IsSent(fates.back())) bytes += BytesOf(*video);
         }
         const auto sent = static_cast<std::size_t>(std::ranges::count_if(fates, IsSent));
