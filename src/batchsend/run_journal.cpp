@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include "base/csv_text.h"
 #include "base/json.h"
@@ -42,20 +43,28 @@ std::optional<std::uint64_t> NumberIn(const Json::Value& json, const char* key) 
     return number.asUInt64();
 }
 
-UploadVideo VideoIn(const Json::Value& json) {
-    if (!json.isObject()) return {};
-    return {PathOfText(TextOf(json[kPath])), TextOf(json[kName]),
-            static_cast<std::uint16_t>(NumberIn(json, kCode).value_or(0))};
+/// A port or a code.
+std::optional<std::uint16_t> ShortIn(const Json::Value& json, const char* key) {
+    const auto number = NumberIn(json, key);
+    if (!number || *number > std::numeric_limits<std::uint16_t>::max()) return std::nullopt;
+    return static_cast<std::uint16_t>(*number);
 }
 
-UploadPlayer PlayerIn(const Json::Value& json) {
-    UploadPlayer player;
-    if (!json.isObject()) return player;
-    player.target = {TextOf(json[kIp]),
-                     static_cast<std::uint16_t>(NumberIn(json, kPort).value_or(0)), 0};
-    if (json[kVideos].isArray())
-        for (const Json::Value& video : json[kVideos]) player.videos.push_back(VideoIn(video));
-    return player;
+bool ReadVideo(const Json::Value& json, UploadVideo& video) {
+    if (!json.isObject()) return false;
+    const auto code = ShortIn(json, kCode);
+    video = {PathOfText(TextOf(json[kPath])), TextOf(json[kName]), code.value_or(0)};
+    return code.has_value();
+}
+
+bool ReadPlayer(const Json::Value& json, UploadPlayer& player) {
+    if (!json.isObject() || !json[kVideos].isArray()) return false;
+    const auto port = ShortIn(json, kPort);
+    player.target = {TextOf(json[kIp]), port.value_or(0), 0};
+    player.videos.resize(json[kVideos].size());
+    for (Json::ArrayIndex i = 0; i < json[kVideos].size(); ++i)
+        if (!ReadVideo(json[kVideos][i], player.videos[i])) return false;
+    return port.has_value();
 }
 
 bool TakeFirstLine(const Json::Value& line, RunJournal& journal) {
@@ -64,7 +73,9 @@ bool TakeFirstLine(const Json::Value& line, RunJournal& journal) {
                         line[kPlayers].isArray();
     if (!isOurs) return false;
     journal.time = TextOf(line[kTime]);
-    for (const Json::Value& player : line[kPlayers]) journal.players.push_back(PlayerIn(player));
+    journal.players.resize(line[kPlayers].size());
+    for (Json::ArrayIndex i = 0; i < line[kPlayers].size(); ++i)
+        if (!ReadPlayer(line[kPlayers][i], journal.players[i])) return false;
     for (const UploadPlayer& player : journal.players)
         journal.entries.emplace_back(player.videos.size());
     journal.statuses.resize(journal.players.size());
