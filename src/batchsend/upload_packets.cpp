@@ -33,7 +33,7 @@ std::uint32_t SelectorWord(std::uint16_t number, std::uint16_t code) {
 SharedPacket VideoAnnouncement(std::string_view name, std::uint64_t size, std::uint16_t code) {
     std::string payload(kSizeLength, '\0');
     for (std::size_t i = 0; i < kSizeLength; ++i) payload[i] = static_cast<char>(size >> 8 * i);
-    payload += name;
+    payload += name.substr(name.find_last_of("/\\") + 1);
     return ReadyPacket(CommandWord(UploadStep::kAnnouncement), SelectorWord(0, code), payload);
 }
 

@@ -25,7 +25,8 @@ enum class UploadStep : std::uint8_t { kAnnouncement = 0, kChunk = 1, kLastChunk
 /// longest chunk.
 using ChunkBuffer = std::shared_ptr<Bytes>;
 
-/// Tells a player that a video of `size` bytes comes. Its name is at most `kLongestVideoName` long.
+/// Tells a player that a video of `size` bytes comes. Its name is at most `kLongestVideoName` long;
+/// only what is behind the last "\\" or "/" is sent.
 [[nodiscard]] SharedPacket VideoAnnouncement(std::string_view name, std::uint64_t size,
                                              std::uint16_t code);
 
