@@ -45,6 +45,7 @@ void BatchRun::Start() {
         row.sent = row.confirmed = 0;
         row.status = UploadStatus::kWaiting;
         row.note = {};
+        row.echoes.reset();
     }
     current_ = 0;
     isSecondRound_ = false;

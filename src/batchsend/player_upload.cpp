@@ -61,7 +61,7 @@ void PlayerUpload::Handle(WindowMessage& message) {
 }
 
 double PlayerUpload::Percent() const {
-    if (announced_ == 0) return step_ == Step::kVideoSent ? 100 : 0;
+    if (announced_ == 0) return step_ >= Step::kVideoSent && !row_.plan.empty() ? 100 : 0;
     return 100 * static_cast<double>(sent_) / static_cast<double>(announced_);
 }
 
@@ -93,6 +93,7 @@ void PlayerUpload::Ask(Request request, TakeReply take) {
     if (connection == 0 || connection == connection_) return;
     connection_ = connection;
     packets_ = answers_ = 0;
+    hasRepeated_ = false;
     const bool sendsChunk = step_ == Step::kChunks || step_ == Step::kVideoSent;
     if (sendsChunk || !unproven_.empty())
         Finish(UploadStatus::kNetworkFailure, {UploadNote::Kind::kLinkLost});
@@ -154,7 +155,6 @@ void PlayerUpload::Announce(std::size_t position) {
 
 void PlayerUpload::BeginVideo() {
     step_ = Step::kAnnounced;
-    isAnnounced_ = false;
     announced_ = sent_ = 0;
     seconds_ = 0;
     owner_.Changed();
@@ -179,14 +179,15 @@ void PlayerUpload::SendAnnouncement() {
         return Say({UploadNote::Kind::kUnreadable, TextOfPath(video.path)});
     }
     isAnnounced_ = true;
-    announced_ = **opening_->size;
+    announced_ = row_.plan[position_].size = **opening_->size;
     owner_.Heard({UploadEvent::Kind::kVideoBegun, 0, Place(), announced_});
     Upload(VideoAnnouncement(video.name, announced_, video.code), UploadStep::kAnnouncement);
 }
 
 void PlayerUpload::Upload(const SharedPacket& packet, UploadStep step) {
     const auto judge = [this, step](const WindowMessage& message) {
-        const bool isStale = row_.echoes && QualifierOf(message) != static_cast<std::uint8_t>(step);
+        const bool isStale =
+            row_.echoes.value_or(false) && QualifierOf(message) != static_cast<std::uint8_t>(step);
         const bool isMine = IsAcknowledgement(message) && !isStale;
         return Verdict{isMine ? Verdict::Kind::kReply : Verdict::Kind::kNotMine};
     };
@@ -201,8 +202,7 @@ UploadStep PlayerUpload::AwaitedStep() const {
 
 void PlayerUpload::TakeAcknowledgement(const WindowMessage& reply) {
     const UploadStep step = AwaitedStep();
-    if (step != UploadStep::kAnnouncement && QualifierOf(reply) == static_cast<std::uint8_t>(step))
-        row_.echoes = true;
+    LearnEcho(QualifierOf(reply) == static_cast<std::uint8_t>(step), step);
     const bool isWhole = step == UploadStep::kLastChunk;
     Reached(isWhole ? Point{position_ + 2, 0} : Point{position_ + 1, 1 + sent_});
     owner_.Heard({UploadEvent::Kind::kAcknowledged, 0, Place(), sent_});
@@ -210,6 +210,13 @@ void PlayerUpload::TakeAcknowledgement(const WindowMessage& reply) {
     unproven_.push_back({position_, sent_, packets_});
     Prove(answers_);
     Announce(position_ + 1);
+}
+
+/// A player may always send the same qualifier, which now and then is that of the packet: once it
+/// was another one where nothing had been sent twice, it tells nothing.
+void PlayerUpload::LearnEcho(bool isSame, UploadStep step) {
+    if (!isSame && !hasRepeated_) row_.echoes = false;
+    if (isSame && step != UploadStep::kAnnouncement && !row_.echoes) row_.echoes = true;
 }
 
 /// After a repetition an acknowledgement may have been taken for that of something later: only
@@ -239,11 +246,14 @@ void PlayerUpload::SendChunk(ReadChunk chunk) {
     if (chunk.isEnd) {
         step = UploadStep::kLastChunk;
         step_ = Step::kVideoSent;
-        row_.sent = position_ + 1;
-        if (row_.sent < row_.plan.size()) Open(row_.sent);
     }
     const std::uint16_t number = ChunkNumber(sent_);
     Upload(VideoChunk(std::move(chunk.buffer), number, video.code, step), step);
+    if (!talk_) return;
+    if (chunk.isEnd && talk_->IsAsking()) {
+        row_.sent = position_ + 1;
+        if (row_.sent < row_.plan.size()) Open(row_.sent);
+    }
     owner_.Changed();
 }
 
@@ -284,6 +294,7 @@ void PlayerUpload::Repeat() {
         case Step::kDocument: return BeginDocument();
         default: break;
     }
+    hasRepeated_ = true;
     row_.sent = position_;
     line_ = {UploadLine::Kind::kResending, row_.VideoAt(position_).name};
     opening_.reset();

@@ -91,6 +91,7 @@ class PlayerUpload {
     void BeginDocument();
     void TakeDocumentAnswer(const WindowMessage& reply);
     void Complete();
+    void LearnEcho(bool isSame, UploadStep step);
     void Prove(std::size_t answers);
     void Repeat();
     void TalkAnew();
@@ -124,6 +125,7 @@ class PlayerUpload {
     std::size_t packets_ = 0;  // of command 20 that have gone over this connection
     std::size_t answers_ = 0;  // acknowledgements that have come over it, at most as many
     std::deque<Unproven> unproven_;
+    bool hasRepeated_ = false;  // over this connection
     UploadLine line_;
 };
 

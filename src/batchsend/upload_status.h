@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -76,7 +77,8 @@ struct UploadRow {
     std::size_t confirmed = 0;         ///< those of them that the player has acknowledged whole
     UploadStatus status = UploadStatus::kNotChosen;
     UploadNote note = {};
-    bool echoes = false;  ///< it has said once which packet an acknowledgement is of
+    /// Whether acknowledgements say which packet they are of; none: that is not known yet.
+    std::optional<bool> echoes = {};
 
     /// Whether the player has all that it was to get.
     [[nodiscard]] bool IsWhole() const { return status == UploadStatus::kDone && leftOut.empty(); }
