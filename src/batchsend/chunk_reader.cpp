@@ -1,9 +1,12 @@
 #include "batchsend/chunk_reader.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <fstream>
 #include <mutex>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 #include "base/file.h"
@@ -15,7 +18,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr std::size_t kBuffers = 2;
+/// A disk that has not answered for so long may never do so.
+constexpr std::chrono::milliseconds kPatience{1000};
 constexpr const char* kNoThread = "the system has no thread left";
 
 Error CannotRead(const fs::path& file) {
@@ -45,17 +52,70 @@ VideoSource::Document WholeOf(const fs::path& file) {
 
 }  // namespace
 
+/// Carries answers to the owner's thread on a thread of the group's, which no disk can hold up:
+/// whoever reads must not touch an owner that may have gone meanwhile.
+class ChunkReader::Messenger : public std::enable_shared_from_this<Messenger> {
+   public:
+    explicit Messenger(UiThread& owner) : owner_(owner) {}
+
+    [[nodiscard]] bool Start(ThreadGroup& threads) {
+        return threads.Start([self = shared_from_this()] { self->Run(); });
+    }
+    void Post(std::function<void()> answer) {
+        const std::lock_guard lock(mutex_);
+        if (!left_) answers_.push_back(std::move(answer));
+        changed_.notify_one();
+    }
+    /// What has not been told is given up after the lock is free.
+    void Leave() {
+        std::deque<std::function<void()>> dropped;
+        const std::lock_guard lock(mutex_);
+        dropped.swap(answers_);
+        left_ = true;
+        changed_.notify_one();
+    }
+
+   private:
+    void Run() {
+        std::unique_lock lock(mutex_);
+        while (!left_) {
+            if (answers_.empty()) {
+                changed_.wait(lock);
+                continue;
+            }
+            std::function<void()> answer = std::move(answers_.front());
+            answers_.pop_front();
+            lock.unlock();
+            // Where the user interface has closed, nobody waits for an answer.
+            static_cast<void>(owner_.Call(answer));
+            answer = nullptr;
+            lock.lock();
+        }
+    }
+
+    UiThread& owner_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::deque<std::function<void()>> answers_;
+    bool left_ = false;
+};
+
 /// The thread and what it shares. Answers carry the number of the attempt they belong to, which
 /// only the owner's thread changes.
 class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
    public:
-    using Attempt = std::uint64_t;
     using Job = std::function<void()>;
 
-    explicit Worker(UiThread& owner) : owner_(owner) {}
+    explicit Worker(std::shared_ptr<Messenger> messenger) : messenger_(std::move(messenger)) {}
 
-    [[nodiscard]] bool Start(ThreadGroup& threads) {
-        return threads.Start([self = shared_from_this()] { self->Run(); });
+    /// Nobody waits for the thread, not even at exit.
+    [[nodiscard]] bool Start() {
+        try {
+            std::thread([self = shared_from_this()] { self->Run(); }).detach();
+        } catch (const std::system_error&) {
+            return false;
+        }
+        return true;
     }
 
     // The owner's thread.
@@ -85,14 +145,18 @@ class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
         left_ = true;
         changed_.notify_one();
     }
+    /// Whether the disk has not answered for long.
+    [[nodiscard]] bool Hangs() const {
+        const std::lock_guard lock(mutex_);
+        return busySince_ && Clock::now() - *busySince_ >= kPatience;
+    }
 
     // The worker's own thread.
 
-    void Answer(Attempt attempt, const std::function<void()>& answer) {
-        // Where the user interface has closed, nobody waits for an answer.
-        static_cast<void>(owner_.Call([&] {
-            if (attempt == attempt_) answer();
-        }));
+    void Answer(Attempt attempt, std::function<void()> answer) {
+        messenger_->Post([self = shared_from_this(), attempt, answer = std::move(answer)] {
+            if (attempt == self->attempt_) answer();
+        });
     }
     Result<std::uint64_t> Open(Attempt attempt, const fs::path& file) {
         Result<std::uint64_t> size = OpenFile(file, stream_);
@@ -121,9 +185,11 @@ class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
             if (!jobs_.empty()) {
                 const Job job = std::move(jobs_.front());
                 jobs_.pop_front();
+                busySince_ = Clock::now();
                 lock.unlock();
                 job();
                 lock.lock();
+                busySince_.reset();
             } else if (MayRead()) {
                 ReadOne(lock);
             } else {
@@ -138,9 +204,11 @@ class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
     void ReadOne(std::unique_lock<std::mutex>& lock) {
         const Attempt attempt = attempt_;
         std::unique_ptr<Bytes> buffer = TakeBuffer();
+        busySince_ = Clock::now();
         lock.unlock();
         ReadChunk chunk = ReadInto(std::move(buffer));
         lock.lock();
+        busySince_.reset();
         if (attempt == attempt_) {
             isOpen_ = !chunk.isEnd && chunk.trouble.empty();
             if (!wanted_) {
@@ -149,7 +217,7 @@ class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
             }
             const auto read = std::exchange(wanted_, nullptr);
             lock.unlock();
-            Answer(attempt, [&] { read(std::move(chunk)); });
+            Answer(attempt, [read, chunk] { read(chunk); });
         } else {
             lock.unlock();
         }
@@ -191,13 +259,14 @@ class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
         changed_.notify_one();
     }
 
-    UiThread& owner_;
+    const std::shared_ptr<Messenger> messenger_;
     std::ifstream stream_;  // of the worker's thread
     fs::path path_;         // likewise
 
-    std::mutex mutex_;
+    mutable std::mutex mutex_;
     std::condition_variable changed_;
     Attempt attempt_ = 0;
+    std::optional<Clock::time_point> busySince_;  // with the disk
     std::deque<Job> jobs_;
     bool isOpen_ = false;  // and there is more to read
     std::optional<ReadChunk> ready_;
@@ -208,17 +277,30 @@ class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
 };
 
 ChunkReader::ChunkReader(UiThread& owner, ThreadGroup& threads)
-    : worker_(std::make_shared<Worker>(owner)) {
-    if (!worker_->Start(threads)) worker_.reset();
+    : messenger_(std::make_shared<Messenger>(owner)) {
+    if (messenger_->Start(threads)) Renew();
 }
 
 ChunkReader::~ChunkReader() {
     if (worker_) worker_->Leave();
+    messenger_->Leave();
+}
+
+void ChunkReader::Renew() {
+    if (worker_) worker_->Leave();
+    worker_ = std::make_shared<Worker>(messenger_);
+    if (!worker_->Start()) worker_.reset();
+}
+
+/// What the disk does not answer keeps nobody else waiting.
+ChunkReader::Attempt ChunkReader::BeginAttempt() {
+    if (worker_ && worker_->Hangs()) Renew();
+    return worker_ ? worker_->BeginAttempt() : 0;
 }
 
 void ChunkReader::LookAt(std::vector<fs::path> files, std::function<void(Sizes)> looked) {
+    const Attempt attempt = BeginAttempt();
     if (!worker_) return looked(Sizes(files.size(), Error{kNoThread}));
-    const Worker::Attempt attempt = worker_->BeginAttempt();
     worker_->Add(
         [worker = worker_.get(), attempt, files = std::move(files), looked = std::move(looked)] {
             Sizes sizes;
@@ -226,17 +308,17 @@ void ChunkReader::LookAt(std::vector<fs::path> files, std::function<void(Sizes)>
                 std::ifstream stream;
                 sizes.push_back(OpenFile(file, stream));
             }
-            worker->Answer(attempt, [&] { looked(std::move(sizes)); });
+            worker->Answer(attempt, [looked, sizes] { looked(sizes); });
         });
 }
 
 void ChunkReader::Open(fs::path file, std::function<void(Result<std::uint64_t>)> opened) {
+    const Attempt attempt = BeginAttempt();
     if (!worker_) return opened(Error{kNoThread});
-    const Worker::Attempt attempt = worker_->BeginAttempt();
     worker_->Add(
         [worker = worker_.get(), attempt, file = std::move(file), opened = std::move(opened)] {
             const Result<std::uint64_t> size = worker->Open(attempt, file);
-            worker->Answer(attempt, [&] { opened(size); });
+            worker->Answer(attempt, [opened, size] { opened(size); });
         });
 }
 
@@ -246,15 +328,13 @@ void ChunkReader::Next(std::function<void(ReadChunk)> read) {
 }
 
 void ChunkReader::ReadDocument(fs::path file, std::function<void(Document)> read) {
+    const Attempt attempt = BeginAttempt();
     if (!worker_) return read(Error{kNoThread});
-    const Worker::Attempt attempt = worker_->BeginAttempt();
     worker_->Add([worker = worker_.get(), attempt, file = std::move(file), read = std::move(read)] {
-        worker->Answer(attempt, [&, document = WholeOf(file)] { read(document); });
+        worker->Answer(attempt, [read, document = WholeOf(file)] { read(document); });
     });
 }
 
-void ChunkReader::Close() {
-    if (worker_) worker_->BeginAttempt();
-}
+void ChunkReader::Close() { BeginAttempt(); }
 
 }  // namespace sontaro

@@ -10,13 +10,13 @@
 namespace sontaro {
 
 /// Reads on a thread of its own, always one chunk further than has been asked for, into two buffers
-/// that are reused once their packet is on no way any more. Nobody waits for that thread: it ends
-/// by itself after the reader has gone, and the group waits for it at exit. The thread of the user
-/// interface.
+/// that are reused once their packet is on no way any more. Nobody waits for that thread, not even
+/// at exit: a disk may never answer. One that has not for a second is left to itself, and another
+/// thread does what is asked for next. The thread of the user interface.
 class ChunkReader : public VideoSource {
    public:
-    /// Both outlive the thread. Where no thread can be had, everything is as if it could not be
-    /// read.
+    /// Both outlive the reader; the owner also outlives what the group waits for. Where no thread
+    /// can be had, everything is as if it could not be read.
     ChunkReader(UiThread& owner, ThreadGroup& threads);
     ~ChunkReader() override;
     ChunkReader(const ChunkReader&) = delete;
@@ -31,8 +31,14 @@ class ChunkReader : public VideoSource {
     void Close() override;
 
    private:
+    class Messenger;
     class Worker;
+    using Attempt = std::uint64_t;
 
+    void Renew();
+    Attempt BeginAttempt();
+
+    const std::shared_ptr<Messenger> messenger_;
     std::shared_ptr<Worker> worker_;
 };
 

@@ -2,6 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#ifdef __linux__
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#endif
+
 #include "support/literals.h"
 #include "support/manual_ui_thread.h"
 #include "support/temporary_folder.h"
@@ -122,6 +129,28 @@ TEST_F(Reading, TakesNoChunkOfTheVideoBefore) {
         EXPECT_EQ(Content(Next()), "seven b");
     }
 }
+
+#ifdef __linux__
+/// Whoever opens the file waits until this one has gone.
+struct HeldFile {
+    explicit HeldFile(const std::filesystem::path& path) : file(open(path.c_str(), O_RDWR)) {
+        static_cast<void>(signal(SIGIO, SIG_IGN));
+        EXPECT_EQ(fcntl(file, F_SETLEASE, F_WRLCK), 0);
+    }
+    ~HeldFile() { close(file); }
+    int file;
+};
+
+TEST_F(Reading, ServesTheNextVideoAndEndsWhateverADiskDoes) {
+    const HeldFile held(folder.Write("held", "1"));
+    reader->Open(folder / "held", [](const auto&) { FAIL(); });
+    std::this_thread::sleep_for(1100ms);
+    EXPECT_EQ(*Open(folder.Write("b", "seven b")), 7U);
+    reader->Open(folder / "held", [](const auto&) { FAIL(); });
+    reader.reset();
+    threads.Join();
+}
+#endif
 
 TEST_F(Reading, OutlivesItsReaderWithWhatIsOnItsWay) {
     ASSERT_TRUE(Open(Write(kVideoChunkSize)));
