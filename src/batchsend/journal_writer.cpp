@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 
 #include "base/file.h"
 #include "base/json.h"
@@ -30,8 +31,27 @@ std::string FileName(system_clock::time_point time) {
            kEnding;
 }
 
+/// The time in a journal's name; none when it has another form.
+std::optional<system_clock::time_point> TimeOf(const fs::path& journal) {
+    const std::string name = TextOfPath(journal.stem());
+    const auto number = [&](std::size_t at, std::size_t count) {
+        int value = -1;
+        if (at + count <= name.size())
+            std::from_chars(name.data() + at, name.data() + at + count, value);
+        return value;
+    };
+    const year_month_day date{year(number(0, 4)), month(static_cast<unsigned>(number(4, 2))),
+                              day(static_cast<unsigned>(number(6, 2)))};
+    if (!date.ok() || number(16, 3) < 0) return std::nullopt;
+    return sys_days(date) + hours(number(9, 2)) + minutes(number(11, 2)) + seconds(number(13, 2)) +
+           milliseconds(number(16, 3));
+}
+
+/// Later than every other one, also after the clock has been set back.
 fs::path FreePath(const fs::path& folder, system_clock::time_point time) {
     std::error_code error;
+    for (const fs::path& journal : JournalsIn(folder))
+        if (const auto other = TimeOf(journal)) time = std::max(time, *other + milliseconds(1));
     fs::path path = folder / FileName(time);
     while (fs::exists(path, error)) path = folder / FileName(time += milliseconds(1));
     return path;
