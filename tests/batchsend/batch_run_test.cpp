@@ -376,7 +376,7 @@ TEST_F(BatchPage, GoesOnAfterALostLink) {
     EXPECT_EQ(Status(1), "0/1");
 }
 
-TEST_F(BatchPage, SendsNoChunkOverAnotherConnection) {
+TEST_F(BatchPage, EndsThePlayerWhoseChunkWentOverAnotherConnection) {
     run.Start();
     Answer(21);
     channel.Hide();
@@ -385,16 +385,6 @@ TEST_F(BatchPage, SendsNoChunkOverAnotherConnection) {
     EXPECT_THAT(Log(), EndsWith("close; "));
     LinkEnds(21);
     EXPECT_EQ(Status(1), "0/1");
-}
-
-TEST_F(BatchPage, SaysWhatPlayersDoNotSupport) {
-    run.Start();
-    Answer(21);
-    Origin origin = From(21, {}, kCommandUpload).origin;
-    EXPECT_EQ(hub.Report({ExchangeNews::Kind::kNotSupported, origin}), Boxes::kMuted);
-    LinkEnds(21);
-    EXPECT_EQ(Status(), "net failure");
-    EXPECT_EQ(NoteOf(), Note::kNotSupported);
 }
 
 TEST_F(BatchPage, TriesAPlayerThatRefusesConnectionsUntilItsTimeIsOver) {
@@ -533,22 +523,6 @@ TEST_F(BatchPage, WaitsForTheDiskWithoutTakingAcknowledgementsForLater) {
     run.Stop();
     source.Release();
     EXPECT_EQ(Log(), "close; ");
-}
-
-TEST_F(BatchPage, TriesOnceMoreAtTheEndWhatFailed) {
-    run.TryAgain(true);
-    run.Start();
-    Answer(21);
-    LinkEnds(21);
-    Answer(22);
-    Acknowledge(22, {0, 0});
-    Log();
-    LinkEnds(22);
-    EXPECT_EQ(Log(), "pause 2000; 21:19.0.0q0 0; ");
-    EXPECT_EQ(Status() + Status(1), "0/1OK");
-    LinkEnds(21);
-    EXPECT_EQ(Status(), "net failure");
-    EXPECT_FALSE(run.IsRunning());
 }
 
 }  // namespace

@@ -116,7 +116,7 @@ TEST_F(BatchUpload, SendsAgainExactlyWhatFailed) {
     ExpectWhole(0), ExpectWhole(1);
 }
 
-TEST_F(BatchUpload, GoesOnWhenAPlayerDoesNotSupportIt) {
+TEST_F(BatchUpload, GoesOnAfterAPlayerThatDoesNotSupportIt) {
     players.Player(0).SetFaults(*simulator::ParseFaultScript("not-supported"));
     Send(AllToAll());
     EXPECT_EQ(StatusText(run.Rows()[0]), "net failure");

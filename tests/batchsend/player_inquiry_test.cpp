@@ -127,15 +127,5 @@ TEST_F(Inquiry, AsksAgainWhatEndedBecauseAnotherPlayerDoesNotKnowAQuestion) {
     EXPECT_EQ(Log(), "close; 21:19; 22:36; ");
 }
 
-TEST_F(Inquiry, IsCancelledWithoutAWord) {
-    Begin(11);
-    inquiry.Cancel();
-    Log();
-    Mode(21, 1), Ends(21);
-    timers.Advance(10s);
-    EXPECT_EQ(Log(), "");
-    EXPECT_EQ(inquiry.StateOf(0), kNotAsked);
-}
-
 }  // namespace
 }  // namespace sontaro::test

@@ -81,18 +81,6 @@ TEST_F(Journals, TellWhatHasBecomeOfEveryVideo) {
     EXPECT_EQ(Told(FailedIn(journal)), "22:b.01c. 21:b.c. ");
 }
 
-TEST_F(Journals, HaveNothingToSendAgainOnceAllIsDone) {
-    Begin();
-    Add(Kind::kVideoBegun, 0, 1, 9);
-    Add(Kind::kRunEnded, 0, 0, 0, {UploadNote::Kind::kStopped});
-    EXPECT_FALSE(ReadJournal(Text())->hasEnded);
-    for (const std::size_t player : {0U, 1U})
-        for (const std::size_t video : {0U, 1U, 2U}) Send(player, video);
-    Add(Kind::kRunEnded, 0, 0);
-    EXPECT_TRUE(ReadJournal(Text())->hasEnded);
-    EXPECT_EQ(Told(FailedIn(*ReadJournal(Text()))), "");
-}
-
 TEST_F(Journals, AreReadWhereverTheyAreCut) {
     Begin();
     Send(0, 0), Send(0, 1);
@@ -137,12 +125,6 @@ TEST_F(Journals, AreFiftyAtMost) {
     EXPECT_EQ(JournalsIn(folder / "runs")[0], writer->Path());
     folder.Write("runs/99999999-000000-000.jsonl", "{\"event\"");
     EXPECT_TRUE(LastJournal(folder / "runs"));
-}
-
-TEST_F(Journals, SayWhenTheyCannotBeWritten) {
-    folder.Write("runs", "a file");
-    Begin();
-    EXPECT_FALSE(writer->IsWhole());
 }
 
 TEST_F(Journals, AreTablesForSpreadsheets) {

@@ -19,13 +19,6 @@ TEST(UploadPackets, HaveTheirBytes) {
     EXPECT_EQ(*AskPlayerMode().packet, Hex("5A5A5AA5 24 00 0000 0000 0000 00000000"));
 }
 
-TEST(UploadPackets, NumberAChunkByWhatHasBeenSentWithIt) {
-    EXPECT_EQ(ChunkNumber(0), 1);
-    EXPECT_EQ(ChunkNumber(8'192'000), 1);
-    EXPECT_EQ(ChunkNumber(8'192'001), 2);
-    EXPECT_EQ(ChunkNumber(kLongestVideo), 65'535);
-}
-
 struct UploadAnswers : testing::Test, ExchangeBench {
     [[nodiscard]] WindowMessage Data(std::uint16_t part, std::size_t size = kPlayerDataSize) const {
         std::string data(size, '\xEE');

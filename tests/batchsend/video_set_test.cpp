@@ -129,12 +129,5 @@ TEST_F(VideoSets, StayAsTheyAreWhenAFileIsNoneOfTheirs) {
                 testing::HasSubstr("later version"));
 }
 
-TEST_F(VideoSets, KeepSlotsAndCodesWithinTheirRanges) {
-    const auto read = VideoSetFromJson(
-        *ParseJson(R"({"videos": [{"category": 64, "code": 65536, "size": -7}]})"));
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->videos[0], SetVideo());
-}
-
 }  // namespace
 }  // namespace sontaro::test

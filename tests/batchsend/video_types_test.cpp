@@ -50,14 +50,6 @@ TEST_F(VideoTypes, AreNotWrittenWhereThatWouldTakeNamesAway) {
     EXPECT_EQ(Keep(), VideoTypeFile::kRemoved);
 }
 
-TEST_F(VideoTypes, AreReadFromWhateverAPlayerSends) {
-    const auto names =
-        ReadCategoryNames(R"({"VideoType": [{"TypeName": "a"}, 7, {}], "Serial": 1})");
-    EXPECT_EQ(names->at(0) + names->at(1), "a");
-    for (const char* text : {"", "[]", "{}", R"({"VideoType": {}})"})
-        EXPECT_FALSE(ReadCategoryNames(text)) << text;
-}
-
 TEST_F(VideoTypes, AreNoDifferenceAnythingElseIs) {
     const auto differences = DifferencesBesidesNames(
         R"({"VideoType": [{"TypeName": "a", "SendCmd": "01"}], "Serial": {"Play": "1", "x": 1}})",
