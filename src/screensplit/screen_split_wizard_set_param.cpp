@@ -253,23 +253,33 @@ CScreenSplitWizardSetParam::Grids CScreenSplitWizardSetParam::RowsOf(
     return {SortRows(document), SplitRows(document), ZoomRows(document), AdvancedRows(document)};
 }
 
-/// Row by row, each heading ahead of its rows.
-CScreenSplitWizardSetParam::FlatGrids CScreenSplitWizardSetParam::Flat(const Grids& grids) {
-    FlatGrids flat;
-    for (std::size_t i = 0; i < grids.size(); ++i)
-        for (const SettingsGroup& group : grids[i]) {
-            flat[i].push_back({group.key, RowKind::kReadOnly, group.name, ""});
-            flat[i].insert(flat[i].end(), group.rows.begin(), group.rows.end());
-        }
-    return flat;
+/// The rows of a grid when they are others than those shown. The advanced ones may be thousands:
+/// they are not made anew as long as the settings are the same.
+std::optional<SettingsRows> CScreenSplitWizardSetParam::NewRows(std::size_t grid) {
+    constexpr SettingsRows (*kRowsOf[])(const SplitDocument&) = {SortRows, SplitRows, ZoomRows,
+                                                                 AdvancedRows};
+    if (grid == kAdvancedTab) {
+        auto advanced = document_.SharedAdvanced();
+        if (advanced == shownAdvanced_) return std::nullopt;
+        shownAdvanced_ = std::move(advanced);
+    }
+    SettingsRows rows = kRowsOf[grid](document_);
+    std::vector<SettingsRow> flat;  // each heading ahead of its rows
+    for (const SettingsGroup& group : rows) {
+        flat.push_back({group.key, RowKind::kReadOnly, group.name, ""});
+        flat.insert(flat.end(), group.rows.begin(), group.rows.end());
+    }
+    if (flat == shown_[grid]) return std::nullopt;
+    shown_[grid] = std::move(flat);
+    return rows;
 }
 
 /// A grid whose rows are the same keeps what is being done in it.
 void CScreenSplitWizardSetParam::ShowWall() {
-    Grids rows = RowsOf(document_);
-    const FlatGrids before = std::exchange(shown_, Flat(rows));
-    for (std::size_t i = 0; i < grids_->Count(); ++i)
-        if (shown_[i] != before[i]) grids_->Fill(i, std::move(rows[i]));
+    for (std::size_t i = 0; i < shown_.size(); ++i) {
+        std::optional<SettingsRows> rows = NewRows(i);
+        if (rows && i < grids_->Count()) grids_->Fill(i, std::move(*rows));
+    }
     directions_.at(static_cast<std::size_t>(document_.Shown().direction))->SetValue(true);
     view_->ShowWall();
 }

@@ -64,7 +64,7 @@ class CScreenSplitWizardSetParam : public WizardPage, private SplitView {
     void TakeStock();
     void ShowHeld(const SplitDocument& held);
     [[nodiscard]] static Grids RowsOf(const SplitDocument& document);
-    [[nodiscard]] static FlatGrids Flat(const Grids& grids);
+    [[nodiscard]] std::optional<SettingsRows> NewRows(std::size_t grid);
 
     // What the user does.
     [[nodiscard]] EditAnswer Edit(const SettingsEdit& edit);
@@ -88,7 +88,8 @@ class CScreenSplitWizardSetParam : public WizardPage, private SplitView {
     Prompts& prompts_;
     SplitDocument document_;
     SplitRun run_;
-    FlatGrids shown_;                          // in the grids
+    FlatGrids shown_;  // in the grids
+    std::shared_ptr<const CustomEntries> shownAdvanced_;
     std::map<std::string, std::string> held_;  // by the players, by the keys of the rows
     std::optional<SplitWall> lastWall_;        // of just these players
     bool isEntered_ = false;

@@ -85,6 +85,10 @@ class SplitDocument {
     void PutBackFetched();
 
     [[nodiscard]] const CustomEntries& Advanced() const { return *state_.advanced; }
+    /// The same; another pointer once they have been changed.
+    [[nodiscard]] std::shared_ptr<const CustomEntries> SharedAdvanced() const {
+        return state_.advanced;
+    }
     /// A number for a new series.
     [[nodiscard]] Series NewSeries() { return ++lastSeries_; }
     [[nodiscard]] bool CanUndo() const { return history_.CanUndo(); }

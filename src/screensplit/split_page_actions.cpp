@@ -66,7 +66,7 @@ std::string FirstChange(const std::vector<SettingsRow>& before,
 EditAnswer CScreenSplitWizardSetParam::Edit(const SettingsEdit& edit) {
     EditAnswer answer = EditSplitRow(document_, edit);
     if (answer.outcome != EditAnswer::Outcome::kAccepted) return answer;
-    shown_ = Flat(RowsOf(document_));
+    for (std::size_t i = 0; i < shown_.size(); ++i) static_cast<void>(NewRows(i));
     run_.Changed();
     return answer;
 }
