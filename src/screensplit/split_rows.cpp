@@ -21,6 +21,9 @@ constexpr LocalText kEnableHelp = {"1:使用;0:禁用", "1:Enable;0:Disable"};
 constexpr LocalText kScreen = {"分幕", "Screen"};
 constexpr LocalText kPixels = {"单位(像素)", "Unit (pixel)"};
 
+constexpr LocalText kHiddenName = {"参数过多", "Too many settings"};
+constexpr LocalText kHidden = {"另有 %d 项未显示，将原样发回", "%d more, not shown, unchanged"};
+
 constexpr const char* kSort = "Sort";
 constexpr const char* kSplit = "Split";
 constexpr const char* kZoom = "Zoom";
@@ -170,6 +173,9 @@ SettingsRows ZoomRows(const SplitDocument& document) {
 SettingsRows AdvancedRows(const SplitDocument& document) {
     SettingsGroup group{kAdvancedPath, Localized(kAdvancedTitle), {}};
     document.Advanced().AddRows(kAdvancedPath, group.rows);
+    if (const std::size_t hidden = document.Advanced().HiddenCount(); hidden > 0)
+        group.rows.push_back({std::string(kAdvancedPath) + "/#hidden", RowKind::kReadOnly,
+                              Localized(kHiddenName), fmt::sprintf(Localized(kHidden), hidden)});
     return group.rows.empty() ? SettingsRows() : Alone(std::move(group));
 }
 

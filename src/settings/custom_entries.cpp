@@ -98,11 +98,32 @@ void PutValue(Json::Value& json, const Document::BASE& record) {
         json[kValueRange] = written[kValueRange];
 }
 
-/// Calls `visit(json, item, key)` for every entry that can be read, until it returns true.
+/// What entries are shown until a grid would be full: a hostile document must not freeze it.
+class Room {
+   public:
+    bool Takes(const Json::Value& entry) {
+        const std::size_t values = std::max(SizeOf(entry, kSelect), SizeOf(entry, kValueRange));
+        if (values > left_) return false;
+        left_ -= values;
+        return true;
+    }
+
+   private:
+    static std::size_t SizeOf(const Json::Value& entry, const char* list) {
+        const bool isList = entry.isObject() && entry[list].isArray();
+        return isList && entry[list].size() > 2 ? entry[list].size() : 1;  // of a range it may vary
+    }
+
+    std::size_t left_ = 5000;
+};
+
+/// Calls `visit(json, item, key)` for every entry that is shown, until it returns true.
 template <class Entries, class Visit>
 void VisitEntries(Entries& entries, const std::string& path, const Visit& visit) {
     RowKeys keys;
+    Room room;
     for (auto& json : entries) {
+        if (!room.Takes(json)) continue;
         Item item = ReadEntry(json);
         if (item.record && item.kind != &TitleKind() &&
             visit(json, item, path + '/' + keys.Next(item.record->key)))
@@ -121,6 +142,12 @@ void CustomEntries::AddRows(const std::string& path, std::vector<SettingsRow>& r
         AddCustomRows(item, std::move(key), rows);
         return false;
     });
+}
+
+std::size_t CustomEntries::HiddenCount() const {
+    Room room;
+    return static_cast<std::size_t>(std::ranges::count_if(
+        entries_, [&](const Json::Value& entry) { return !room.Takes(entry); }));
 }
 
 EditAnswer CustomEntries::Edit(const std::string& path, std::string_view key,

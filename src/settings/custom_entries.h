@@ -21,8 +21,11 @@ class CustomEntries {
     /// The array with its current values.
     [[nodiscard]] const Json::Value& ToJson() const { return entries_; }
 
-    /// Appends the rows of the entries, whose keys begin with `path`, by their "keyVal".
+    /// Appends the rows of the entries, whose keys begin with `path`, by their "keyVal". What would
+    /// be more than thousands of rows and choices is left out, and cannot be edited.
     void AddRows(const std::string& path, std::vector<SettingsRow>& rows) const;
+    /// How many entries are left out because there are too many.
+    [[nodiscard]] std::size_t HiddenCount() const;
     /// Takes over an edit of the row with that key behind the same `path`, or ignores it.
     [[nodiscard]] EditAnswer Edit(const std::string& path, std::string_view key,
                                   const std::string& text, bool mayBeNegative = false);

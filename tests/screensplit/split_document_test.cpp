@@ -397,6 +397,17 @@ TEST_F(AdvancedSettings, AHostileFileIsRefusedOrKeepsTheLimits) {
     EXPECT_EQ(document.Write(), held);
 }
 
+TEST_F(AdvancedSettings, AHugeListOfThemGoesBackUnshown) {
+    Json::Value kinds = *ParseJson(kKinds);
+    for (int i = 0; i < 100000; ++i) kinds[9]["valueRange"].append(i);
+    Fetch(document, Configuration(WriteJson(kinds)));
+    const SettingsRows rows = AdvancedRows(document);
+    EXPECT_EQ(rows[0].rows.size(), 13U);
+    EXPECT_EQ(rows[0].rows.back().value, "1 more, not shown, unchanged");
+    EXPECT_EQ(Edit("varParam/im/7", kRowYes), "");
+    EXPECT_EQ(DataOf(document)["varParam"], kinds);
+}
+
 TEST_F(AdvancedSettings, ThousandsOfThemAreTakenInAMoment) {
     CustomEntries entries[2];
     for (const int backwards : {0, 1}) {
