@@ -9,7 +9,6 @@ namespace sontaro::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 struct Rows : testing::Test {
     void Filter(const char* text) { rows.Filter(FilterForm(text)); }
@@ -26,11 +25,10 @@ struct Rows : testing::Test {
 
 TEST_F(Rows, FilterLooksInEveryColumnWhateverTheCase) {
     const std::pair<const char*, const char*> filters[] = {
-        {"PA", "pause "},       {"e", "Opening pause "},
-        {"5e1", "pause "},      {" 　开场\t", "开场 "},
-        {"Test", ""},           {"開", ""},
-        {"o", "Opening "},      {"　", "Opening 开场 pause "},
-        {"p", "Opening pause "}};
+        {"PA", "pause "},  {"e", "Opening pause "},
+        {"5e1", "pause "}, {" 　开场\t", "开场 "},
+        {"Test", ""},      {"開", ""},
+        {"o", "Opening "}, {"　", "Opening 开场 pause "}};
     for (const auto& [text, names] : filters) {
         Filter(text);
         EXPECT_EQ(Shown(), names) << text;
@@ -46,35 +44,6 @@ TEST_F(Rows, FilterHoldsForRowsThatCome) {
     EXPECT_THAT(rows.PlacesOf({3, 2, 1, 9}), ElementsAre(1, 2));
     EXPECT_EQ(rows.PlaceOf(3), 2);
     EXPECT_FALSE(rows.PlaceOf(2) || rows.PlaceOf(4) || rows.PlaceOf(99));
-}
-
-TEST_F(Rows, ShowsAHiddenRowUntilTheFilterChanges) {
-    Filter("pa");
-    rows.Show(0);
-    rows.Show(0);
-    EXPECT_EQ(Shown(), "Opening pause ");
-    Filter("pau");
-    EXPECT_EQ(Shown(), "pause ");
-    rows.Show(1);
-    rows.Read();
-    EXPECT_EQ(Shown(), "pause ");
-}
-
-TEST_F(Rows, TicksAreThoseOfTheRowsShown) {
-    Filter("p");
-    rows.TickShown(true);
-    EXPECT_EQ(rows.ShownTicks(), Ticks::kAll);
-    EXPECT_FALSE(model.rows[1].ticked);
-    Filter("");
-    EXPECT_EQ(rows.ShownTicks(), Ticks::kSome);
-    Filter("开");
-    EXPECT_EQ(rows.ShownTicks(), Ticks::kNone);
-    rows.TickShown(false);
-    EXPECT_TRUE(model.rows[0].ticked && model.rows[2].ticked);
-    model.rows.clear();
-    rows.Read();
-    EXPECT_EQ(rows.ShownTicks(), Ticks::kNone);
-    EXPECT_THAT(rows.PlacesOf({1}), IsEmpty());
 }
 
 }  // namespace

@@ -139,17 +139,6 @@ TEST(RowText, NumbersAreReadFromTheStartAndHeldWithinTheirLimits) {
     for (const auto& [text, number] : integers) EXPECT_EQ(LeadingInteger(text), number) << text;
     for (const auto& [text, number] : doubles) EXPECT_EQ(LeadingDouble(text), number) << text;
 }
-
-TEST(RowText, FitsItsKindOrIsNotTaken) {
-    using enum RowKind;
-    const std::tuple<RowKind, const char*, const char*> cases[] = {  // none: "-"
-        {kWholeNumber, "012", "012"}, {kWholeNumber, "", "-"}, {kWholeNumber, "1.0", "-"}, {kDecimal, "1.2.", "1.2."},
-        {kDecimal, "+1", "-"}, {kHexCommand, " a5 5\tA", "A55A"}, {kHexCommand, "A5 5", "-"}, {kHexCommand, "0x12", "-"},
-        {kHexCommand, " ", ""}, {kChoice, "b", "b"}, {kChoice, "c", "-"}, {kYesNo, "1", "1"},
-        {kYesNo, "yes", "-"}, {kReadOnly, "x", "-"}, {kText, "", ""}};
-    for (const auto& [kind, text, taken] : cases)
-        EXPECT_EQ(FittingRowText(kind, text, {"a", "b"}).value_or("-"), taken) << text;
-}
 // clang-format on
 
 }  // namespace

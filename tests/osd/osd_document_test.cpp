@@ -42,17 +42,6 @@ TEST_F(Osd, UneditedIsWrittenBackAsItWasReadInOneElement) {
     EXPECT_EQ(after["data"][0], before["data"][0]);
 }
 
-TEST_F(Osd, OfAPlayerWithoutSettingsAreTheDefaults) {
-    OsdSettings fresh;
-    for (const char* none : {"", "{}", R"({"data":[]})"})
-        EXPECT_TRUE(fresh.TakeReply(none) && fresh.HoldsDefaults()) << none;
-    EXPECT_EQ(Compact(AsBytes(fresh.Write())),
-              R"({"data":[{"bgColor":4294967295,"bgCorner":0,"height":1.0,"left":0.0,)"
-              R"("osdEnable":false,"showTime":0,"speed":0,"textColor":4294967295,"texts":[],)"
-              R"("top":0.0,"transparent":0,"width":1.0}]})");
-    EXPECT_FALSE(osd.HoldsDefaults());
-}
-
 TEST_F(Osd, WhatIsMissingOrOfAnotherTypeStays) {
     Json::Value expected = Element();
     TakeElement(R"({"osdEnable":1,"bgColor":-1,"textColor":"0","bgCorner":4294967296,"showTime":1.5,

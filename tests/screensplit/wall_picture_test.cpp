@@ -9,18 +9,13 @@ namespace {
 using testing::ElementsAre;
 using Kind = WallSpot::Kind;
 
-/// Three screens side by side in a window that shows ten pixels of the wall as one.
+/// Three screens side by side.
 struct PictureOfAWall : testing::Test {
     PictureOfAWall() {
         document.SetDevices({DeviceAt(21, 2, 1000, 500), DeviceAt(22, 1, 1000, 500)});
         EXPECT_FALSE(document.ApplyOrder());
     }
     [[nodiscard]] WallPicture Picture() const { return WallPicture(document); }
-    /// What is at a point of the window, and where a drop there leads.
-    void With(const std::function<void(const WallFrame&)>& look) const {
-        const WallPicture picture = Picture();
-        look(WallFrame(picture, {320, 110, 10, 40, 160, 10}));
-    }
     /// Puts the wall back that players hold when it is this one but for a change.
     void PutBack(const std::function<void(Json::Value&)>& change) {
         Fetch(document, Configuration());
@@ -28,9 +23,6 @@ struct PictureOfAWall : testing::Test {
         change(root["configData"]);
         Fetch(document, WriteJson(root));
         document.PutBackFetched();
-    }
-    [[nodiscard]] std::vector<std::size_t> Order() const {
-        return document.Wall().arrangement.Order();
     }
 
     SplitDocument document;
@@ -73,43 +65,12 @@ TEST_F(PictureOfAWall, StaysInItsWindowWhateverAPlayerHolds) {
     const WallPicture picture = Picture();
     for (const WallOverlap& overlap : picture.Overlaps())
         EXPECT_TRUE(overlap.area.width >= 0 && overlap.area.height >= 0);
-    With([&](const WallFrame& frame) {
-        for (const WallTile& tile : picture.Tiles())
-            for (const WallRect& rect : {frame.Placed(tile.area), frame.Placed(tile.shown)}) {
-                EXPECT_TRUE(rect.width >= 0 && rect.height >= 0);
-                EXPECT_TRUE(rect.left > 9.999 && rect.Right() < 310.001);
-            }
-    });
-}
-
-TEST_F(PictureOfAWall, FindsSeamsTilesAndTheTray) {
-    document.DismissScreen(1);
-    document.SetOverlap(0, 100);
-    With([](const WallFrame& frame) {
-        EXPECT_NEAR(frame.Scale(), 0.1, 1e-9);
-        EXPECT_EQ(frame.SpotAt(100, 30), (WallSpot{Kind::kTile, 0}));
-        EXPECT_EQ(frame.SpotAt(160, 30), (WallSpot{Kind::kSeam, 0}));
-        EXPECT_EQ(frame.SpotAt(200, 30), (WallSpot{Kind::kTile, 1}));
-        EXPECT_EQ(frame.SpotAt(50, 90), (WallSpot{Kind::kUnused, 0}));
-        EXPECT_EQ(frame.SpotAt(300, 90), (WallSpot{Kind::kTray, 0}));
-        EXPECT_EQ(frame.SpotAt(2, 2), WallSpot{});
-    });
-}
-
-TEST_F(PictureOfAWall, ADraggedTileGoesBetweenOthersOrToTheTrayAndBack) {
-    With([&](const WallFrame& frame) {
-        TileDrag drag(0, 50, 30, 4);
-        EXPECT_FALSE(drag.MovedTo(53, 30, frame));
-        EXPECT_EQ(drag.MovedTo(170, 30, frame), (WallDrop{false, 2}));
-        EXPECT_EQ(drag.MovedTo(51, 30, frame), (WallDrop{false, 0}));
-        EXPECT_EQ(drag.MovedTo(170, 90, frame), (WallDrop{true, 0}));
-        DropScreen(0, {false, 2}, document);
-        EXPECT_THAT(Order(), ElementsAre(1, 0, 2));
-        DropScreen(0, {true, 0}, document);
-        EXPECT_THAT(Order(), ElementsAre(1, 2));
-        DropScreen(0, {false, 1}, document);
-    });
-    EXPECT_THAT(Order(), ElementsAre(1, 0, 2));
+    const WallFrame frame(picture, {320, 110, 10, 40, 160, 10});
+    for (const WallTile& tile : picture.Tiles())
+        for (const WallRect& rect : {frame.Placed(tile.area), frame.Placed(tile.shown)}) {
+            EXPECT_TRUE(rect.width >= 0 && rect.height >= 0);
+            EXPECT_TRUE(rect.left > 9.999 && rect.Right() < 310.001);
+        }
 }
 
 TEST_F(PictureOfAWall, ADraggedSeamIsOneStepAndStaysWithinItsLimits) {

@@ -153,25 +153,5 @@ TEST_F(SmallDocument, TakesWhatFitsTheRowOfAKey) {
     EXPECT_FALSE(kSchema.RefusalToSend(club));
 }
 
-TEST_F(SmallDocument, KeepsTheKeysOfElementsThatMove) {
-    Read(kDocument);
-    Elements<Show>& shows = club.halls[0].shows;
-    shows.Insert(0, {"first", "", 0});
-    EXPECT_EQ(Enter("Halls/0/Shows/1/Name", "second"), "=second");
-    EXPECT_EQ(shows[2].name, "second");
-    shows.Remove(1);
-    EXPECT_EQ(Enter("Halls/0/Shows/0/Name", "gone"), "ignored");
-    EXPECT_EQ(kSchema.RowAt(club, "Halls/0/Shows/1/Name")->value, "second");
-    shows.Insert(1, {});
-    EXPECT_NE(shows.IdAt(0), shows.IdAt(1));
-    Read(kDocument, Source::kFile);
-    shows.Renumber({3, 8});
-    shows.InsertInOrder(5, {"between", "", 0});
-    EXPECT_EQ(shows[1].name, "between");
-    shows.RemoveWithId(8);
-    EXPECT_EQ(shows.Find(8), nullptr);
-    EXPECT_THAT(Written(), testing::Not(testing::HasSubstr("Roof")));
-}
-
 }  // namespace
 }  // namespace sontaro::test
