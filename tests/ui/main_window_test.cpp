@@ -1,14 +1,9 @@
 #include <fmt/printf.h>
-#include <wx/gauge.h>
-#include <wx/stattext.h>
 #include <wx/weakref.h>
 
 #include "app/features.h"
-#include "base/json.h"
 #include "devices/scan_dialog.h"
 #include "ui/ui_support.h"
-#include "videocontrol/video_control_buttons.h"
-#include "videocontrol/video_control_dialog.h"
 
 namespace sontaro::test {
 namespace {
@@ -22,8 +17,8 @@ class MainWindow : public UiTest {
 
     void Open() { window = OpenMainWindow(); }
 
-    /// Opens the remote control of the first player and takes `step` there.
-    void Control(ModalScript::Step step) {
+    /// Opens the remote control of the first player and leaves it again.
+    void Control() {
         const ModalScript script{
             [&](wxDialog* scan) {
                 Press(scan, kScanButton);
@@ -33,35 +28,17 @@ class MainWindow : public UiTest {
                 Press(scan, wxID_OK);
             },
             [&](wxDialog* control) {
-                step(control);
                 prompts.answers.push_back(true);
                 Press(control, wxID_CANCEL);
             }};
         Press(window, FeatureButton(Window::kVideoControl));
     }
 
-    static std::string TextOf(wxWindow* dialog, int id) {
-        return FromWx(Find<wxControl>(dialog, id)->GetLabelText());
-    }
-
-    /// Whether a text stands in a window, whole.
-    static bool ShowsIn(wxWindow* where, const std::string& text) {
-        return std::ranges::any_of(where->GetChildren(), [&](const wxWindow* child) {
-            const auto* label = dynamic_cast<const wxStaticText*>(child);
-            return label && FromWx(label->GetLabelText()) == text;
-        });
-    }
-    bool Shows(const std::string& text) { return ShowsIn(window, text); }
-
     /// The MAC address that the simulated player makes from its own.
     std::string MacOf(std::size_t index) {
         const auto& octets = network.Player(index).octets;
         return fmt::sprintf("02:00:%02X:%02X:%02X:%02X", octets[0], octets[1], octets[2],
                             octets[3]);
-    }
-
-    static bool IsReady(wxDialog* control) {
-        return PumpUntil([&] { return Find<wxGauge>(control, kProgressBar)->GetValue() > 0; });
     }
 
     wxWeakRef<CSontaroDlg> window;
@@ -78,8 +55,8 @@ TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
     };
     edit("R&B 厅");
     Open();
-    Control([](wxDialog*) {});
-    EXPECT_TRUE(Shows("Current player: " + PlayerText(player)));
+    Control();
+    EXPECT_TRUE(Says(window, "Current player: " + PlayerText(player)));
     const ModalScript script{[&](wxDialog* scan) {
                                  Press(scan, kScanButton);
                                  auto* list = Find<DeviceList>(scan, kScanList);
@@ -89,7 +66,7 @@ TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
                                  Press(scan, wxID_OK);
                              },
                              [&](wxDialog* overlay) {
-                                 EXPECT_TRUE(ShowsIn(overlay, PlayerText(player)));
+                                 EXPECT_TRUE(Says(overlay, PlayerText(player)));
                                  prompts.answers.push_back(true);
                                  Press(overlay, wxID_CANCEL);
                              },
@@ -99,24 +76,7 @@ TEST_F(MainWindow, NamesTheCurrentPlayerWithItsRemarksAndChoosesItAgain) {
                              }};
     Press(window, FeatureButton(Window::kOsd));
     Press(window, FeatureButton(Window::kOsd));
-    EXPECT_TRUE(Shows("Current player: " + PlayerText(player)));
-}
-
-TEST_F(MainWindow, ShowsEachOfThePlayersButtonsWhereItBelongs) {
-    const std::pair<int, int> places[] = {
-        {2, 2104}, {3, 2105},  {4, 2106},  {5, 2107},  {6, 2108},  {7, 2109},   {8, 2110},
-        {9, 2113}, {10, 2114}, {11, 2120}, {12, 2121}, {13, 2126}, {200, 2124}, {201, 2123}};
-    StartPlayers(1);
-    players->Player(0).ChangeState([&](simulator::PlayerState& state) {
-        state.captions.clear();
-        for (const auto& [type, id] : places)
-            state.captions.push_back({static_cast<simulator::Action>(type), std::to_string(type)});
-    });
-    Open();
-    Control([&](wxDialog* control) {
-        ASSERT_TRUE(IsReady(control));
-        for (const auto& [type, id] : places) EXPECT_EQ(TextOf(control, id), std::to_string(type));
-    });
+    EXPECT_TRUE(Says(window, "Current player: " + PlayerText(player)));
 }
 
 TEST_F(MainWindow, CarriesFiveOfElevenFeaturesInEnglish) {

@@ -60,11 +60,5 @@ TEST_F(NameBox, ShowsOfManyNamesFewAndThoseThatContainWhatIsTypedFirst) {
     EXPECT_EQ(box->GetValue(), "Video 7000");
 }
 
-TEST_F(NameBox, IsNoWiderForLongNames) {
-    const int usual = box->GetEffectiveMinSize().x;
-    box->Offer({std::string(255, 'w')});
-    EXPECT_EQ(box->GetEffectiveMinSize().x, usual);
-}
-
 }  // namespace
 }  // namespace sontaro::test

@@ -101,25 +101,6 @@ TEST_F(Grid, ReportsAnEditOfEveryKindByItsKey) {
     EXPECT_TRUE(Properties().IsPropertyModified("g/hex"));
 }
 
-TEST_F(Grid, KeepsTheOldValueWhenAnEditIsNotTaken) {
-    grid->Fill({{"g",
-                 "g",
-                 {{"a", RowKind::kWholeNumber, "a", "1"},
-                  {"b", RowKind::kChoice, "b", "-1", "", {"1", "-2"}}}}});
-    answers = {{"x", {Outcome::kRefused, "not that!"}},
-               {"y", {}},
-               {"-2", {Outcome::kIgnored, "no signs"}}};
-    EXPECT_FALSE(Properties().ChangePropertyValue("a", "x"));
-    EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
-    EXPECT_FALSE(Properties().ChangePropertyValue("a", "y"));
-    EXPECT_TRUE(PumpUntil([&] { return Help().starts_with("Only the digits"); }));
-    EXPECT_FALSE(Properties().ChangePropertyValue("b", 1L));
-    EXPECT_TRUE(PumpUntil([&] { return Help() == "no signs"; }));
-    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("not that!")));
-    EXPECT_EQ(Shown("a") + Shown("b"), "1-1");
-    EXPECT_TRUE(edits.empty());
-}
-
 TEST_F(Grid, TakesAgainWhatItOffersBesidesTheChoices) {
     grid->Fill({{"g", "g", {{"a", RowKind::kChoice, "a", "250000", "", {"1200", "9600"}}}}});
     for (const long choice : {1L, 2L}) EXPECT_TRUE(Properties().ChangePropertyValue("a", choice));

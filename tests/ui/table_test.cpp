@@ -106,24 +106,6 @@ struct TableWindow : UiTest {
     Table* table;
 };
 
-TEST_F(TableWindow, KeysMoveTheCursorAndScroll) {
-    Fill(500);
-    EXPECT_EQ(table->ChosenRow(), 0);
-    Key(WXK_END);
-    EXPECT_EQ(table->ChosenRow(), 499);
-    EXPECT_TRUE(IsInView(499) && !IsInView(0));
-    Key(WXK_UP);
-    EXPECT_EQ(table->ChosenRow(), 498);
-    Key(WXK_PAGEUP);
-    EXPECT_LT(*table->ChosenRow(), 496);
-    Key(WXK_HOME);
-    EXPECT_EQ(table->ChosenRow(), 0);
-    Told();
-    Key(WXK_PAGEDOWN);
-    EXPECT_GT(*table->ChosenRow(), 2);
-    EXPECT_THAT(Told(), ElementsAre("choose"));
-}
-
 TEST_F(TableWindow, ShiftAndCtrlChooseSeveralAndSpaceTicksThem) {
     Fill(100);
     Key(WXK_DOWN);

@@ -6,7 +6,6 @@
 
 #include "screensplit/screen_split_set_wizard.h"
 #include "ui/ui_support.h"
-#include "widgets/modal_dialogs.h"
 
 namespace sontaro::test {
 namespace {
@@ -24,16 +23,12 @@ struct NotingPage : WizardPage {
     }
     void Entered() override { Note("entered"); }
     void Left() override { Note("left"); }
-    bool GoOn() override { return goesOn; }
-    bool GoBack() override { return goesBack; }
-    bool MayGoOn() const override { return isReady; }
     void HandleMessage(WindowMessage& message) override {
         Note(std::to_string(static_cast<unsigned>(message.id) - 0x400));
     }
 
     WizardDialog& sheet;
     std::vector<std::string>& log;
-    bool goesOn = true, goesBack = true, isReady = true;
 };
 
 constexpr PageRoute kRoutes[] = {{MessageId::kUdpEvent, 0},
@@ -43,15 +38,11 @@ constexpr PageRoute kRoutes[] = {{MessageId::kUdpEvent, 0},
 
 struct TwoPages : WizardDialog {
     TwoPages(const UiServices& services, std::vector<std::string>& notes)
-        : WizardDialog(nullptr, Window::kSelectDevices, services, kRoutes),
-          first(new NotingPage(*this, Window::kSelectDevices, notes)),
-          second(new NotingPage(*this, Window::kSetParam, notes)) {
-        AddPage(first);
-        AddPage(second);
+        : WizardDialog(nullptr, Window::kSelectDevices, services, kRoutes) {
+        for (const Window page : {Window::kSelectDevices, Window::kSetParam})
+            AddPage(new NotingPage(*this, page, notes));
         Begin("test");
     }
-    NotingPage* first;
-    NotingPage* second;
 };
 
 struct Wizard : UiTest {
@@ -60,47 +51,10 @@ struct Wizard : UiTest {
         return wizard.ShowModal();
     }
     std::vector<std::string> Noted() { return std::exchange(notes, {}); }
-    std::string NextLabel() {
-        return FromWx(Find<wxButton>(&wizard, wxID_FORWARD)->GetLabelText());
-    }
-    bool IsEnabled(int id) { return wizard.FindWindow(id)->IsEnabled(); }
 
     std::vector<std::string> notes;
     TwoPages wizard{services, notes};
 };
-
-TEST_F(Wizard, IsFoundByTheCaptionOfItsPageWhichIsLeftBeforeTheTitleChanges) {
-    EXPECT_EQ(wxID_OK, Run([&](wxDialog* dialog) {
-                  EXPECT_THAT(Noted(), ElementsAre("entered of Select devices in Select devices"));
-                  EXPECT_FALSE(IsEnabled(wxID_BACKWARD));
-                  EXPECT_EQ(NextLabel(), "Next");
-                  wizard.first->goesOn = false;
-                  Press(dialog, wxID_FORWARD);
-                  EXPECT_THAT(Noted(), ElementsAre());
-                  wizard.first->goesOn = true;
-                  Press(dialog, wxID_FORWARD);
-                  EXPECT_THAT(Noted(), ElementsAre("left of Select devices in Select devices",
-                                                   "entered of Set Param in Set Param"));
-                  EXPECT_TRUE(directory.Find("Set Param") && !directory.Find("Select devices"));
-                  EXPECT_TRUE(wizard.second->IsShown() && !wizard.first->IsShown());
-                  EXPECT_EQ(NextLabel(), "Finish");
-                  wizard.second->goesBack = false;
-                  Press(dialog, wxID_BACKWARD);
-                  EXPECT_THAT(Noted(), ElementsAre());
-                  wizard.second->goesBack = true;
-                  Press(dialog, wxID_BACKWARD);
-                  EXPECT_TRUE(directory.Find("Select devices") && !directory.Find("Set Param"));
-                  wizard.first->isReady = false;
-                  wizard.ButtonsChanged();
-                  EXPECT_FALSE(IsEnabled(wxID_FORWARD));
-                  wizard.first->isReady = true;
-                  wizard.ButtonsChanged();
-                  Press(dialog, wxID_FORWARD);
-                  Noted();
-                  Press(dialog, wxID_FORWARD);
-              }));
-    EXPECT_THAT(Noted(), ElementsAre("left of Set Param in Set Param"));
-}
 
 TEST_F(Wizard, PassesMessagesOnAsItsTableHasThem) {
     prompts.answers = {false, true};
@@ -125,15 +79,6 @@ TEST_F(Wizard, PassesMessagesOnAsItsTableHasThem) {
               }));
     EXPECT_THAT(Noted(), ElementsAre("left of Set Param in Set Param"));
     EXPECT_EQ(prompts.boxes.size(), 2U);
-}
-
-TEST_F(Wizard, LeavesItsPageWhenItIsEndedFromOutside) {
-    ModalDialogs dialogs;
-    bool hasEnded = false;
-    EXPECT_EQ(wxID_CANCEL, Run([&](wxDialog*) { dialogs.EndAll([&] { hasEnded = true; }); }));
-    EXPECT_THAT(Noted(), ElementsAre("entered of Select devices in Select devices",
-                                     "left of Select devices in Select devices"));
-    EXPECT_TRUE(PumpUntil([&] { return hasEnded; }));
 }
 
 struct SplitWizard : UiTest {
