@@ -63,12 +63,8 @@ struct Editor : testing::Test, ExchangeBench, ControlProtocolView {
         EXPECT_EQ(run->Edit({"KtvDev/KTVServerPort", port}).text, port);
     }
     std::string Port() { return run->Rows()[0][0].rows[2].value; }
-    void ExpectState(State state) {
-        EXPECT_EQ(static_cast<int>(run->Settings().State()), static_cast<int>(state));
-    }
-    void ExpectLine(Line kind) {
-        EXPECT_EQ(static_cast<int>(run->SerialLine().kind), static_cast<int>(kind));
-    }
+    void ExpectState(State state) { EXPECT_EQ(run->Settings().State(), state); }
+    void ExpectLine(Line kind) { EXPECT_EQ(run->SerialLine().kind, kind); }
     /// What has been shown and sent since the last call.
     std::string Log() { return std::exchange(log, "") + channel.Log(); }
     /// How many keep-alives go out in that time.

@@ -138,8 +138,6 @@ TEST(DeviceWall, TakesOneToEightPlayersThatCanBeSentTo) {
     EXPECT_EQ(refusal(1) + refusal(8), "");
     EXPECT_EQ(refusal(3, 2),
               "Several of the ticked players have one IP address: give each its own.");
-    EXPECT_EQ(refusal(9), "Too many devices selected!");
-    EXPECT_EQ(refusal(0), "Please tick the devices!");
     player.tcpPort = 1024;
     EXPECT_EQ(refusal(1), "Please tick the devices!");
     player.tcpPort = 9000, player.ip = "";

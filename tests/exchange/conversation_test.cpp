@@ -150,14 +150,6 @@ TEST_F(Talk, AnyReplyEndsARequestThatWasRepeatedAndTheOthersAreNobodys) {
     EXPECT_THAT(Ends(), ElementsAre("read reply a", "unasked d"));
 }
 
-TEST_F(Talk, PostsAtOnceWhateverIsOpenAndSaysOverWhichConnection) {
-    Read();
-    EXPECT_EQ(talk->Post(ReadyPacket(kCommandSerialData, 0)), Sending::Over(1));
-    channel.refusal = NotSent::kTooMuchWaiting;
-    EXPECT_EQ(talk->Post(ReadyPacket(kCommandSerialData, 0)), NotSent::kTooMuchWaiting);
-    EXPECT_EQ(channel.Log(), "3.19.0; 50.0.0; ");
-}
-
 TEST_F(Talk, TellsTheEndOfALinkThatANewOneHasReplacedUnheard) {
     Read();
     ++channel.connection;
@@ -214,17 +206,6 @@ TEST_F(Talk, MayBeDestroyedByWhoeverHearsSomethingUnaskedOrTheEndOfTheLink) {
     LoseLink();
     EXPECT_EQ(ends.size(), 3U);
     EXPECT_FALSE(talk);
-}
-
-TEST_F(Talk, MutedOneWantsNoBoxAndSaysSo) {
-    const auto report = [this] {
-        return hub.Report({ExchangeNews::Kind::kNotSupported, {player, {}, 1}});
-    };
-    EXPECT_EQ(report(), Boxes::kShown);
-    talk = std::make_unique<Conversation>(exchange, player, Listener(), Boxes::kMuted);
-    Read();
-    EXPECT_EQ(channel.lastBoxes, Boxes::kMuted);
-    EXPECT_EQ(report(), Boxes::kMuted);
 }
 
 }  // namespace

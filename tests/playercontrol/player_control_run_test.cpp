@@ -18,8 +18,6 @@ using testing::IsEmpty;
 
 const Box kNotThePlayers = Question("These are not the player's settings. Send them all the same?");
 const Box kDeleteQuestion = Question("Do you really want to delete it?");
-const Box kNoPlayer = Warning("No player selected!");
-const Box kLimit = Limit("It has reached its limit!");
 
 constexpr const char* kVideos = R"({"cloudNewVideoScreenDatas":[{"screenID":0,
     "cloudVideoTypes":[{"type":"舞曲","videoDatas":[]}]}]})";
@@ -67,9 +65,7 @@ struct PlayerControlEditor : testing::Test, ExchangeBench, PlayerControlView {
         return names;
     }
     std::string Play() const { return run.Rows()[1].rows[0].value; }
-    void ExpectState(State state) {
-        EXPECT_EQ(static_cast<int>(run.Settings().State()), static_cast<int>(state));
-    }
+    void ExpectState(State state) { EXPECT_EQ(run.Settings().State(), state); }
     void ExpectNote(const std::string& part) {
         EXPECT_THAT(run.Note() ? run.Note()->english : "", HasSubstr(part));
     }
@@ -144,15 +140,6 @@ TEST_F(PlayerControlEditor, SavingBeforeTheSettingsWereReadAsks) {
     Confirm();
     EXPECT_THAT(Boxes(),
                 ElementsAre(kNotThePlayers, kNotThePlayers, Notice("Changes have been saved!")));
-}
-
-TEST_F(PlayerControlEditor, AddsUpToTheLimits) {
-    EXPECT_FALSE(run.AddType());
-    run.AddPlayer(), run.AddPlayer(), run.AddPlayer();
-    EXPECT_EQ(Players(), "Player1 Player2* ");
-    for (int i = 0; i < 256; ++i) EXPECT_TRUE(run.AddType());
-    EXPECT_FALSE(run.AddType("more"));
-    EXPECT_THAT(Boxes(), ElementsAre(kNoPlayer, kLimit, kLimit));
 }
 
 TEST_F(PlayerControlEditor, DeletesWhatIsChosenOnceTheUserAgrees) {

@@ -79,9 +79,7 @@ struct Procedure : testing::Test, ExchangeBench, SettingsView {
     }
     void OpenFileWith(const std::string& text) { run.OpenFile(folder.Write("file", text)); }
     void Edit(const std::string& text) { static_cast<void>(run.Edit({"row", text})); }
-    void ExpectState(State state) {
-        EXPECT_EQ(static_cast<int>(run.State()), static_cast<int>(state));
-    }
+    void ExpectState(State state) { EXPECT_EQ(run.State(), state); }
     std::string Held() { return run.Confirmed().at("row"); }
     std::string Log() { return std::exchange(log, ""); }
 

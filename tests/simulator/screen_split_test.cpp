@@ -1,10 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "base/json.h"
 #include "link/crc16.h"
-#include "settings/custom_entries.h"
 #include "simulator/player_arguments.h"
-#include "simulator/screen_split_commands.h"
 #include "simulator/settings_commands.h"
 #include "support/link_surroundings.h"
 #include "support/literals.h"
@@ -55,16 +52,6 @@ TEST(WallPlayer, TellsItsOutputsInTheFormOfItsModelAndAsItsFaultsHaveIt) {
     EXPECT_FALSE(LineUp(ParsePlayerArguments({"--fault", "2:no-ack"})->lineUp));
 }
 
-TEST(WallPlayer, ComesWithSettingsOfEveryKindThatCanAllBeRead) {
-    const Json::Value document = *ParseJson(FactoryState().wall);
-    CustomEntries entries;
-    entries.Read(document["configData"]["varParam"]);
-    std::vector<SettingsRow> rows;
-    entries.AddRows("", rows);
-    EXPECT_EQ(document["configData"]["varParam"].size(), 14U);
-    EXPECT_EQ(rows.size(), 10U + 3 + 4 + 3);  // a row for each value of the multiples
-}
-
 TEST(WallPlayer, KeepsAWallShowsItAndReadsItBackUnlessItRefuses) {
     test::TestNetwork network;
     PlayerOptions options;
@@ -86,10 +73,8 @@ TEST(WallPlayer, KeepsAWallShowsItAndReadsItBackUnlessItRefuses) {
         const bool endsItself = std::string_view(faults).ends_with("hang-up");
         return test::ReceiveExactly(tool, endsItself ? 0x10000 : kHeaderSize);
     };
-    const Bytes unsupported = Hex("5A5A5AA5 C3 00 0000 0D00 0000 00000000");
     const Bytes refusal = Hex("5A5A5AA5 83 00 0000 0D00 FF00 00000000");
     const Bytes done = Hex("5A5A5AA5 83 00 0000 0D00 0000 00000000");
-    EXPECT_EQ(ask(13, wall, "unsupported=13"), unsupported);
     EXPECT_EQ(ask(13, wall, "refused=13"), refusal);
     EXPECT_EQ(player.State().wall, FactoryState().wall);
     EXPECT_EQ(ask(13, wall, "unsupported=12,refused=15"), done);
@@ -97,7 +82,6 @@ TEST(WallPlayer, KeepsAWallShowsItAndReadsItBackUnlessItRefuses) {
     EXPECT_THAT(printed, ElementsAre("wall of 1920 x 1080: screen 1 at 0,0; screen 0 not used; "
                                      "screen 0 not used"));
     EXPECT_EQ(ask(12, "", "hang-up").size(), kHeaderSize + wall.size());
-    EXPECT_EQ(WallText("[7]"), "wall of 0 x 0");
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "simulator/playback.h"
-#include "simulator/settings_commands.h"
 #include "simulator/timeline_playback.h"
 #include "timeline/timeline_document.h"
 
@@ -42,21 +40,6 @@ TEST_F(PlayedTimeline, TellsEachCommandOfThePlayersOwnAtItsMoment) {
     EXPECT_THAT(Advance(1ms), ElementsAre("02"));
     EXPECT_THAT(Advance(10s), ElementsAre("03"));
     EXPECT_THAT(Advance(20s), ElementsAre("01", "02", "03"));
-}
-
-TEST_F(PlayedTimeline, FollowsJumpsPausesNewTimelinesAndTests) {
-    Advance(5s);
-    ASSERT_TRUE(PlayVideo(state, "a"));
-    EXPECT_THAT(Advance(1s), ElementsAre("01"));
-    ASSERT_TRUE(Perform(state, Action::kPause));
-    EXPECT_THAT(Advance(5s), IsEmpty());
-    EXPECT_FALSE(playback.UntilNext(state));
-    ASSERT_TRUE(Perform(state, Action::kPlay));
-    document.Insert({0, "t", "a", 1500, 5, "10.0.0.1", 80, "04"});
-    state.timeline = document.Write();
-    EXPECT_THAT(Advance(2s), ElementsAre("04", "02"));
-    EXPECT_EQ(HandleRequest(state, DevicePacket::Request(3, 0x20017, R"({"cmd":"A501"})")).note,
-              "test 232:0 A5 01");
 }
 
 }  // namespace

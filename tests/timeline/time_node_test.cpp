@@ -26,36 +26,12 @@ TEST_F(EnteredNode, IsTakenWithItsTimeAddressAndCommandInTheirForms) {
     EXPECT_EQ(ClockTimeOf(NodeOf(entry).time), entry.time);
 }
 
-TEST_F(EnteredNode, IsRefusedForTheFirstOfItsFaults) {
-    entry.ip = "192.168.1.";
-    entry.time = {0, 60, 60, 1000};
-    entry.command = " ";
-    EXPECT_EQ(Refusal(), "IP parameters are problematic!");
-    entry.ip = "0.0.0.0";
-    for (const auto& [part, name] : {std::pair(&ClockTime::minutes, "minute setting <60!"),
-                                     {&ClockTime::seconds, "second setting <60!"},
-                                     {&ClockTime::milliseconds, "millisecond setting <1000!"}}) {
-        EXPECT_EQ(Refusal(), std::string("Time node: There is an issue with the ") + name);
-        --(entry.time.*part);
-    }
-    EXPECT_EQ(Refusal(), "Cmd not input!");
-    for (const char* wrong : {"A", "A5 0", "A50G"}) {
-        entry.command = wrong;
-        EXPECT_EQ(Refusal(), "Cmd input error!") << wrong;
-    }
-}
-
 TEST_F(EnteredNode, NeedsAnAddressForAPeerAlone) {
     entry.port = kPortRs485;
     entry.ip = "10.0.";
     EXPECT_EQ(Refusal(), "");
     EXPECT_EQ(NodeOf(entry).ip, "");
     EXPECT_EQ(NodeOf(entry).peerPort, 0);
-}
-
-TEST_F(EnteredNode, KeepsWhatItsEditorCannotShow) {
-    const TimeNode odd{70'000, "", "", -5, 9, "", 0, "A5"};
-    EXPECT_EQ(NodeOf(EntryOf(odd), &odd), odd);
 }
 
 TEST(TimeText, SecondsAreWrittenWithThreeDecimalsAndRead) {

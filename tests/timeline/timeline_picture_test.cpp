@@ -58,17 +58,6 @@ TEST_F(Picture, HasNoTicksBehindTheLastMillisecond) {
     EXPECT_LT(AxisTicks({9.1e18, 1e15, 1000}, 100).size(), 12U);
 }
 
-TEST_F(Picture, FindsTheNearestMarkOfALane) {
-    Add(1000);
-    Add(1100);
-    Add(1000, 3);
-    const auto marks = Drawn().Marks(window, kApart);
-    EXPECT_EQ(MarkAt(marks, 0, 106, 6), &marks[1]);
-    EXPECT_EQ(MarkAt(marks, 0, 104, 6), &marks[0]);
-    EXPECT_EQ(MarkAt(marks, 1, 104, 6), &marks[2]);
-    EXPECT_EQ(MarkAt(marks, 0, 117, 6), nullptr);
-}
-
 TEST_F(Picture, ADragMovesBeyondItsThresholdAndNotBeforeTheStart) {
     MarkDrag drag(1000, 100, 4);
     EXPECT_FALSE(drag.MovedTo(103, window));

@@ -10,83 +10,15 @@
 namespace sontaro::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-
-/// A page that notes what happens to it.
-struct NotingPage : WizardPage {
-    NotingPage(WizardDialog& wizard, Window window, std::vector<std::string>& notes)
-        : WizardPage(wizard, window), sheet(wizard), log(notes) {}
-    void Note(const std::string& event) {
-        log.push_back(event + " of " + TitleOf(Caption()) + " in " + FromWx(sheet.GetTitle()));
-    }
-    void Entered() override { Note("entered"); }
-    void Left() override { Note("left"); }
-    void HandleMessage(WindowMessage& message) override {
-        Note(std::to_string(static_cast<unsigned>(message.id) - 0x400));
-    }
-
-    WizardDialog& sheet;
-    std::vector<std::string>& log;
-};
-
-constexpr PageRoute kRoutes[] = {{MessageId::kUdpEvent, 0},
-                                 {MessageId::kScreenSplit, 1},
-                                 {MessageId::kLinkEnded, 1, true},
-                                 {MessageId::kSerialData, 2}};
-
-struct TwoPages : WizardDialog {
-    TwoPages(const UiServices& services, std::vector<std::string>& notes)
-        : WizardDialog(nullptr, Window::kSelectDevices, services, kRoutes) {
-        for (const Window page : {Window::kSelectDevices, Window::kSetParam})
-            AddPage(new NotingPage(*this, page, notes));
-        Begin("test");
-    }
-};
-
-struct Wizard : UiTest {
-    int Run(const std::function<void(wxDialog*)>& step) {
-        const ModalScript script{step};
-        return wizard.ShowModal();
-    }
-    std::vector<std::string> Noted() { return std::exchange(notes, {}); }
-
-    std::vector<std::string> notes;
-    TwoPages wizard{services, notes};
-};
-
-TEST_F(Wizard, PassesMessagesOnAsItsTableHasThem) {
-    prompts.answers = {false, true};
-    EXPECT_EQ(wxID_CANCEL, Run([&](wxDialog* dialog) {
-                  const auto sendAll = [&](const std::string& title) {
-                      Noted();
-                      for (const PageRoute& route : kRoutes)
-                          directory.Send(title, {route.message, 0, {}, 0});
-                      directory.Send(title, {MessageId::kOsd, 0, {}, 0});
-                  };
-                  sendAll("Select devices");
-                  EXPECT_THAT(Noted(), ElementsAre("200 of Select devices in Select devices",
-                                                   "538 of Set Param in Select devices"));
-                  Press(dialog, wxID_FORWARD);
-                  sendAll("Set Param");
-                  EXPECT_THAT(Noted(), ElementsAre("200 of Select devices in Set Param",
-                                                   "538 of Set Param in Set Param",
-                                                   "407 of Set Param in Set Param"));
-                  Press(dialog, wxID_CANCEL);
-                  EXPECT_THAT(Noted(), ElementsAre()) << "the answer was no";
-                  Press(dialog, wxID_CANCEL);
-              }));
-    EXPECT_THAT(Noted(), ElementsAre("left of Set Param in Set Param"));
-    EXPECT_EQ(prompts.boxes.size(), 2U);
-}
 
 struct SplitWizard : UiTest {
     ~SplitWizard() override { players.reset(); }  // before its log
     /// Opens the wizard on players of 127.x and waits for what it does.
     int Run(const std::function<void()>& step) {
-        CScreenSplitSetWizard opened(nullptr, services, Scan(), [this](CScreenSplitSetWizard& w) {
-            return new NotingPage(w, Window::kSetParam, notes);
+        CScreenSplitSetWizard opened(nullptr, services, Scan(), [](CScreenSplitSetWizard& w) {
+            return new WizardPage(w, Window::kSetParam);
         });
         wizard = &opened;
         const ModalScript script{[&](wxDialog*) { step(); }};
@@ -128,7 +60,6 @@ struct SplitWizard : UiTest {
 
     std::ostringstream events;
     simulator::EventLog log{events};
-    std::vector<std::string> notes;
     CScreenSplitSetWizard* wizard = nullptr;
     std::vector<DeviceRecord> chosen;
 };

@@ -127,19 +127,6 @@ TEST_F(RemoteControl, TellsTheEndOfItsLinkAndAsksAnewAsSoonAsThereIsAnother) {
     EXPECT_EQ(Press(), R"(send 59{"cmdId":4,"playMode":"p"}; send 19; )");
 }
 
-TEST_F(RemoteControl, SaysWhyItIsNotConnectedAndReadAgainTriesIt) {
-    channel.refusal = NotSent::kTooMuchWaiting;
-    Open();
-    ExpectTrouble(Kind::kNotSent);
-    EXPECT_EQ(run.LastTrouble().reason, NotSent::kTooMuchWaiting);
-    run.ReadAgain();
-    ExpectTrouble(Kind::kNotSent);
-    channel.refusal.reset();
-    run.ReadAgain();
-    ExpectTrouble(Kind::kNone);
-    EXPECT_EQ(Log(), "send 19; ");
-}
-
 TEST_F(RemoteControl, TellsWhatThePlayerRefusesUntilTheNextCommand) {
     OpenReady();
     Press();
