@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "base/json.h"
+#include "base/name_list.h"
 #include "simulator/playback.h"
 #include "simulator/settings_commands.h"
 #include "support/link_surroundings.h"
 #include "support/literals.h"
 #include "support/temporary_folder.h"
+#include "videocontrol/video_control_document.h"
 
 namespace sontaro::simulator {
 namespace {
@@ -92,6 +94,25 @@ TEST_F(Player, SpoilsWhatItAnswersAsItsFaultsHaveIt) {
     EXPECT_EQ(Ask(kCommandSettings, kUpload, "{}", "result=7").reply.header.argument, 1);
     for (const char* wrong : {"result=65536", "no-second-part=1", "unread=0"})
         EXPECT_FALSE(ParseFaultScript(wrong)) << wrong;
+}
+
+TEST_F(Player, ShowsEveryLayoutByTheNameThatARemoteControlReadsFromItsList) {
+    const auto choose = [&](const std::string& name) {
+        const Answer answer =
+            Ask(kCommandVideo, kVideoLayout, R"({"cmdId":6,"layoutName":")" + name + "\"}");
+        return VideoReply::Parse(AsText(answer.reply.payload))->Code() == 0;
+    };
+    const auto names = ParseNameList(AsText(Ask(kCommandLayoutState, 0).reply.payload));
+    ASSERT_EQ(names.size(), state.layouts.size());
+    for (std::size_t i = names.size(); i-- > 0;) {
+        EXPECT_TRUE(choose(names[i])) << names[i];
+        EXPECT_EQ(state.layout, state.layouts[i]);
+    }
+    for (const char* wrong : {"", "Nigh", "Night.lay", "Day"}) EXPECT_FALSE(choose(wrong)) << wrong;
+    state.layouts = {"one.mp4", "二.lay"};
+    state.olderNames = true;
+    for (const auto& [command, selector] : {std::pair{10U, 1U}, {52U, 0U}})
+        EXPECT_EQ(AsText(Ask(command, selector).reply.payload), "one.mp4?二.lay?");
 }
 
 /// Uploads a control protocol with a restart, has the links closed if `asks`, and sees the link's

@@ -173,10 +173,7 @@ TEST_F(ProtocolDialog, SaysOnWhichTabsTheFilterFindsSomething) {
         Find<wxSearchCtrl>(dialog, kProtocolFilter)->SetValue("PORT");
         EXPECT_EQ(Tab(0) + "|" + Tab(1) + "|" + Tab(4), "KTV (1)|Serial (0)|Projectors (30)");
         prompts.file = folder.Write("x.JSON", R"({"KtvDev":{"KTVServerPort":8}})");
-        Press(dialog, kOpenProtocol);  // "Flie" is what the product has always said
-        EXPECT_EQ(prompts.boxes.front(),
-                  ToOpen("Open ControlProtocol file",
-                         "ControlProtocol Flie(*.JSON)|*.JSON;*.json;*.Json", "JSON"));
+        Press(dialog, kOpenProtocol);
         EXPECT_EQ(Value(1, "KtvDev/KTVServerPort"), "8");
         EXPECT_EQ(Tab(0), "KTV (1)");
         Find<wxSearchCtrl>(dialog, kProtocolFilter)->Clear();
@@ -187,6 +184,37 @@ TEST_F(ProtocolDialog, SaysOnWhichTabsTheFilterFindsSomething) {
         EXPECT_TRUE(dialog->IsEnabled());
     });
 }
+
+/// The texts of a language; "Flie" is what the product has always said.
+struct FileTexts : NamedCase {
+    Language language;
+    std::string open, save, filter, suggested, exit;
+};
+
+struct ProtocolFiles : ProtocolDialog, testing::WithParamInterface<FileTexts> {};
+
+TEST_P(ProtocolFiles, AreAskedForInTheLanguageOfTheProcess) {
+    const FileTexts& texts = GetParam();
+    const InLanguage language(texts.language);
+    Run([&] {
+        Press(dialog, kOpenProtocol);
+        Press(dialog, kSaveProtocol);
+    });
+    const std::string filter = texts.filter + "|*.JSON;*.json;*.Json";
+    EXPECT_EQ(prompts.boxes, (std::vector{ToOpen(texts.open, filter, "JSON"),
+                                          ToSave(texts.save, filter, texts.suggested, "JSON"),
+                                          Question(texts.exit)}));
+}
+
+// clang-format off
+const FileTexts kFileTexts[] = {
+    {"English", Language::kEnglish, "Open ControlProtocol file", "Save ControlProtocol file",
+     "ControlProtocol Flie(*.JSON)", "ControlProtocol", "Do you really want to exit?"},
+    {"Chinese", Language::kChinese, "打开控制协议文件", "保存控制协议文件",
+     "控制协议文件(*.JSON)", "控制协议", "【真的要退出程序吗?】"},
+};
+// clang-format on
+INSTANTIATE_TEST_SUITE_P(Of, ProtocolFiles, testing::ValuesIn(kFileTexts), kCaseName);
 
 }  // namespace
 }  // namespace sontaro::test
