@@ -88,12 +88,12 @@ void SettingsGrid::BindEvents() {
     grid_->Bind(wxEVT_PG_CHANGING, &SettingsGrid::OnChanging, this);
     grid_->Bind(wxEVT_PG_CHANGED, &SettingsGrid::OnChanged, this);
     grid_->Bind(wxEVT_PG_SELECTED, [this](wxPropertyGridEvent&) {
-        isOffered_ = false;
+        offered_.clear();
         ShowHelp();
     });
     grid_->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
         event.Skip();
-        isOffered_ = false;
+        offered_.clear();
     });
     grid_->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
         event.Skip();
@@ -127,7 +127,7 @@ void SettingsGrid::OnKey(wxKeyEvent& event) {
     wxPGProperty* row = grid_->HasFocus() ? grid_->RowAt(key) : nullptr;
     if (key == WXK_TAB) return MoveOn(event.ShiftDown());
     if (!row) return event.Skip();
-    isOffered_ = false;
+    offered_.clear();
     grid_->Choose(row);
     ShowHelp();
 }
@@ -219,7 +219,7 @@ void SettingsGrid::Restore(const View& view) {
 /// Only when the user comes to the grid, or had chosen another row: an editor takes its time.
 void SettingsGrid::ChooseFirst() {
     if (wxPGProperty* first = grid_->FirstRow()) grid_->Choose(first);
-    isOffered_ = true;
+    if (const wxPGProperty* first = grid_->GetSelection()) offered_ = first->GetName();
 }
 
 void SettingsGrid::SetEmptyText(const wxString& text) {
@@ -274,6 +274,11 @@ void SettingsGrid::Present(wxPGProperty* row) {
         grid_->Choose(row);
 }
 
+bool SettingsGrid::IsOffered() const {
+    const wxPGProperty* chosen = grid_->GetSelection();
+    return chosen && chosen->GetName() == offered_;
+}
+
 const SettingsRow* SettingsGrid::ChosenRow() const {
     const wxPGProperty* chosen = grid_->GetSelection();
     return chosen ? SettingsGridRows::PlaceOf(*chosen).row : nullptr;
@@ -296,7 +301,7 @@ bool SettingsGrid::Has(const std::string& key) const {
 bool SettingsGrid::ChooseKey(const std::string& key) {
     wxPGProperty* property = Has(key) ? PropertyNamed(ToWx(key)) : nullptr;
     if (!property || SettingsGridRows::IsHidden(*property)) return false;
-    isOffered_ = false;
+    offered_.clear();
     grid_->Choose(property);
     ShowHelp();
     return true;

@@ -67,7 +67,7 @@ class SettingsGrid : public wxPanel {
     [[nodiscard]] const SettingsGroup* ChosenGroup() const;
     /// Whether the chosen row is only the first one, chosen when the keyboard came here; the user
     /// has not chosen it yet.
-    [[nodiscard]] bool IsOffered() const { return isOffered_; }
+    [[nodiscard]] bool IsOffered() const;
 
     /// What the player holds, by the keys of the rows: a row that differs from it is bold, whoever
     /// changed it. As long as that is not known, what the user changes is.
@@ -136,11 +136,11 @@ class SettingsGrid : public wxPanel {
     int found_ = 0;               // rows that contain it
     std::set<wxString> folded_;   // before there was a filter
     wxString chosen_;             // by the user, before a filter hid it
+    wxString offered_;            // the row that the keyboard found when it came
     EditAnswer accepted_;         // to the edit in progress
     bool committing_ = false;     // because something is to be done with the edit
     wxString telling_;            // the row about whose refusal the user is told, or is to be
     bool columnsChosen_ = false;  // by the user
-    bool isOffered_ = false;
 };
 
 }  // namespace sontaro
