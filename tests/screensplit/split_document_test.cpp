@@ -153,7 +153,8 @@ struct AdvancedSettings : Wall {
 
 TEST_F(AdvancedSettings, AreShownByTheirTypesAndGoBackAsTheyCame) {
     std::string shown;
-    for (const SettingsRow& row : AdvancedRows(document)[0].rows)
+    const SettingsRows advanced = AdvancedRows(document);
+    for (const SettingsRow& row : advanced[0].rows)
         shown += row.name + '=' + row.value + ' ';
     EXPECT_EQ(shown,
               "I=3 D=0.5000 S=s IA=2 DA=0.2500 SA=a IR=4 DR=0.1000 IM[1]=1 IM[2]=0 DM[0.5000]=0 "
