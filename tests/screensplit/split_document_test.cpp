@@ -154,8 +154,7 @@ struct AdvancedSettings : Wall {
 TEST_F(AdvancedSettings, AreShownByTheirTypesAndGoBackAsTheyCame) {
     std::string shown;
     const SettingsRows advanced = AdvancedRows(document);
-    for (const SettingsRow& row : advanced[0].rows)
-        shown += row.name + '=' + row.value + ' ';
+    for (const SettingsRow& row : advanced[0].rows) shown += row.name + '=' + row.value + ' ';
     EXPECT_EQ(shown,
               "I=3 D=0.5000 S=s IA=2 DA=0.2500 SA=a IR=4 DR=0.1000 IM[1]=1 IM[2]=0 DM[0.5000]=0 "
               "SM[x]=1 IT=5 DT=0.1000 ");
