@@ -23,7 +23,6 @@ class FakeSource final : public VideoSource {
         Close();
         name_ = file.string();
         read_ = 0;
-        opens += name_ + "; ";
         Answer([size = SizeOf(name_), opened = std::move(opened)] { opened(size); });
     }
     void Next(std::function<void(ReadChunk)> read) override {
@@ -51,7 +50,6 @@ class FakeSource final : public VideoSource {
     std::map<std::string, std::uint64_t> sizes;  ///< of the files that there are
     Document document = std::optional<std::string>();
     bool holds = false;
-    std::string opens;  ///< the files that have been opened
 
    private:
     [[nodiscard]] Result<std::uint64_t> SizeOf(const std::string& name) const {
