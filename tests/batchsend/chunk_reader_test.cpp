@@ -30,12 +30,6 @@ struct Reading : testing::Test {
         EXPECT_TRUE(ui.PumpUntil([&] { return size.has_value(); }));
         return *size;
     }
-    VideoSource::Document Document(const std::filesystem::path& file) {
-        std::optional<VideoSource::Document> document;
-        reader->ReadDocument(file, [&](const auto& answer) { document = answer; });
-        EXPECT_TRUE(ui.PumpUntil([&] { return document.has_value(); }));
-        return *document;
-    }
     ReadChunk Next(std::chrono::milliseconds limit = 20s) {
         reader->Next([this](ReadChunk chunk) { read = std::move(chunk); });
         static_cast<void>(ui.PumpUntil([&] { return read.has_value(); }, limit));
@@ -45,8 +39,7 @@ struct Reading : testing::Test {
         return AsText(ByteView(*chunk.buffer).subspan(kHeaderSize));
     }
     std::filesystem::path Write(std::size_t size) {
-        const Bytes bytes = Pattern(size);
-        return folder.Write("视频.mp4", std::string(AsText(bytes)));
+        return folder.Write("视频.mp4", std::string(AsText(Pattern(size))));
     }
 
     TemporaryFolder folder;
@@ -55,24 +48,6 @@ struct Reading : testing::Test {
     std::optional<ReadChunk> read;
     std::unique_ptr<ChunkReader> reader = std::make_unique<ChunkReader>(ui, threads);
 };
-
-TEST_F(Reading, TakesAVideoApart) {
-    EXPECT_EQ(*Open(Write(2 * kVideoChunkSize + 1)), 16'384'001U);
-    std::string content;
-    for (const bool isEnd : {false, false, true}) {
-        const ReadChunk chunk = Next();
-        ASSERT_EQ(chunk.trouble, "");
-        EXPECT_EQ(chunk.isEnd, isEnd);
-        content += Content(chunk);
-    }
-    EXPECT_EQ(content, folder.Read("视频.mp4"));
-    ASSERT_EQ(*Open(Write(kVideoChunkSize)), 8'192'000U);
-    EXPECT_FALSE(Next().isEnd);
-    const ReadChunk last = Next();
-    EXPECT_TRUE(last.isEnd && Content(last).empty());
-    ASSERT_EQ(*Open(Write(0)), 0U);
-    EXPECT_TRUE(Next().isEnd);
-}
 
 TEST_F(Reading, HasTwoBuffersHoweverLongTheVideoIs) {
     const std::filesystem::path file = folder.Write("long", "");
@@ -85,20 +60,17 @@ TEST_F(Reading, HasTwoBuffersHoweverLongTheVideoIs) {
     EXPECT_EQ(Next(20ms).trouble, "none");
     first = {};
     EXPECT_TRUE(ui.PumpUntil([&] { return read.has_value(); }));
-    EXPECT_EQ(read->buffer.get(), reused);
+    reader.reset();
+    EXPECT_TRUE(read->buffer.get() == reused && Content(*read) == Content(second));
 }
 
 TEST_F(Reading, SaysWhatCannotBeRead) {
     EXPECT_EQ(Open(folder / "none.mp4").reason(), "cannot read none.mp4");
     EXPECT_FALSE(Open(folder.Path()).ok());
-    std::optional<VideoSource::Sizes> sizes;
-    reader->LookAt({folder / "none.mp4", Write(5)}, [&](auto seen) { sizes = std::move(seen); });
-    ASSERT_TRUE(ui.PumpUntil([&] { return sizes.has_value(); }));
-    EXPECT_FALSE(sizes->at(0).ok());
-    EXPECT_EQ(*sizes->at(1), 5U);
-    EXPECT_EQ(*Document(folder / "none.json"), std::nullopt);
-    EXPECT_EQ(*Document(folder.Write("some.json", "{}")), "{}");
-    EXPECT_FALSE(Document(folder.Path()).ok());
+    std::optional<VideoSource::Document> document;
+    reader->ReadDocument(folder.Path(), [&](const auto& answer) { document = answer; });
+    ASSERT_TRUE(ui.PumpUntil([&] { return document.has_value(); }));
+    EXPECT_FALSE(document->ok());
 }
 
 TEST_F(Reading, AnswersNothingThatHasBeenGivenUp) {
@@ -110,24 +82,12 @@ TEST_F(Reading, AnswersNothingThatHasBeenGivenUp) {
     EXPECT_EQ(*Open(folder.Write("b", "seven b")), 7U);
     EXPECT_EQ(Content(Next()), "seven b");
     ASSERT_TRUE(Open(file));
-    reader->Close();
+    Next();  // and the next one is being read
     EXPECT_EQ(*Open(folder / "b"), 7U);
     EXPECT_EQ(Content(Next()), "seven b");
     reader->Open(file, fail);
     ui.AwaitCaller();
     reader.reset();
-}
-
-TEST_F(Reading, TakesNoChunkOfTheVideoBefore) {
-    const std::filesystem::path file = Write(3 * kVideoChunkSize);
-    const std::filesystem::path other = folder.Write("b", "seven b");
-    for (int i = 0; i < 5; ++i) {
-        ASSERT_TRUE(Open(file));
-        Next();
-        std::this_thread::sleep_for(1ms);  // so that the next chunk is being read
-        ASSERT_TRUE(Open(other));
-        EXPECT_EQ(Content(Next()), "seven b");
-    }
 }
 
 #ifdef __linux__
@@ -151,14 +111,6 @@ TEST_F(Reading, ServesTheNextVideoAndEndsWhateverADiskDoes) {
     threads.Join();
 }
 #endif
-
-TEST_F(Reading, OutlivesItsReaderWithWhatIsOnItsWay) {
-    ASSERT_TRUE(Open(Write(kVideoChunkSize)));
-    const ReadChunk chunk = Next();
-    reader.reset();
-    threads.Join();
-    EXPECT_EQ(Content(chunk), folder.Read("视频.mp4"));
-}
 
 }  // namespace
 }  // namespace sontaro::test

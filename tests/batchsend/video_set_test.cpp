@@ -13,16 +13,13 @@ namespace sontaro::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using Kind = SetProblem::Kind;
 
 TEST(SentName, LosesNumbersThatOnlySort) {
     EXPECT_EQ(SentName("01 - 晚风.mp4", true), "晚风.mp4");
     EXPECT_EQ(SentName("7._a.b.mp4", true), "a.b.mp4");
-    EXPECT_EQ(SentName("01 晚风.mp4", false), "01 晚风.mp4");
     for (const char* name : {"01.mp4", "01 - .mp4", "2046", "99Luftballons.mp4", " 1 a.mp4", ""})
         EXPECT_EQ(SentName(name, true), name);
-    EXPECT_EQ(SentName("12.34 a.mp4", true), "34 a.mp4");
 }
 
 struct VideoSets : testing::Test {
@@ -36,9 +33,9 @@ struct VideoSets : testing::Test {
         videos[videos.size() - 1].size = size;
         return videos.IdAt(videos.size() - 1);
     }
-    [[nodiscard]] static std::string Order(const Elements<SetVideo>& videos) {
+    [[nodiscard]] std::string Order() const {
         std::string names;
-        for (const SetVideo& video : videos) names += video.Name();
+        for (const SetVideo& video : set.videos) names += video.Name();
         return names;
     }
 
@@ -50,11 +47,11 @@ TEST_F(VideoSets, MoveRowsTogetherAndKeepTheirNumbers) {
     std::vector<std::uint32_t> ids;
     for (const char* name : {"a", "b", "c", "d"}) ids.push_back(Add(videos, name));
     MoveVideosUp(videos, std::vector{ids[1], ids[2]});
-    EXPECT_EQ(Order(videos), "bcad");
+    EXPECT_EQ(Order(), "bcad");
     MoveVideosUp(videos, std::vector{ids[1], ids[3]});
-    EXPECT_EQ(Order(videos), "bcda");
+    EXPECT_EQ(Order(), "bcda");
     MoveVideosDown(videos, std::vector{ids[1], ids[2]});
-    EXPECT_EQ(Order(videos), "dbca");
+    EXPECT_EQ(Order(), "dbca");
     EXPECT_EQ(videos.Find(ids[3])->path, "d");
 }
 
@@ -64,7 +61,6 @@ TEST_F(VideoSets, FindOrNameTheSlotOfAFolder) {
     EXPECT_EQ(SlotNamed("Live", names, set), 2U);
     EXPECT_EQ(SlotNamed("New", names, set), 1U);
     EXPECT_EQ(NamesIn(set, names)[1], "New");
-    EXPECT_EQ(SlotNamed("New", names, set), 1U);
     set.aliases[2].name = "Concerts";
     EXPECT_EQ(SlotNamed("Live", names, set), 3U);
     names.fill("x");
@@ -72,9 +68,8 @@ TEST_F(VideoSets, FindOrNameTheSlotOfAFolder) {
 }
 
 TEST_F(VideoSets, TellWhatCannotBeSent) {
-    EXPECT_THAT(ProblemsOf(set, {}), IsEmpty());
     const auto a = Add(set.videos, "x/01 a.mp4", 600);
-    const auto longest = Add(set.videos, "b.mp4", static_cast<std::int64_t>(kLongestVideo));
+    Add(set.videos, "b.mp4", static_cast<std::int64_t>(kLongestVideo));
     const auto tooLong = Add(set.videos, "c.mp4", static_cast<std::int64_t>(kLongestVideo) + 1);
     const auto missing = Add(set.videos, "d.mp4");
     set.videos.Find(missing)->trouble = "gone";
@@ -92,12 +87,11 @@ TEST_F(VideoSets, TellWhatCannotBeSent) {
                             SetProblem{Kind::kSameName, 1, same, "a.mp4"},
                             SetProblem{Kind::kNameTooLong, 1, named},
                             SetProblem{Kind::kDoesNotFit, 1, 0, "", needed + 3, needed + 3}));
-    EXPECT_EQ(longest, set.videos.IdAt(1));
 }
 
-TEST_F(VideoSets, AreSavedAndOpenedAgain) {
+TEST_F(VideoSets, AreSavedAndOpenedAgainAndStayWhenAFileIsNoneOfTheirs) {
     const TemporaryFolder folder;
-    RecordingPrompts prompts;
+    RecordingPrompts prompts, refusals;
     Add(set.videos, "/视频/01 a.mp4", 5'000'000'000, 63);
     set.videos[0].code = 65'535;
     set.videos[0].removesNumbers = set.skipsPresent = set.triesAgain = true;
@@ -106,27 +100,16 @@ TEST_F(VideoSets, AreSavedAndOpenedAgain) {
     SaveVideoSet(set, folder / "a.json", prompts);
     VideoSet opened;
     EXPECT_TRUE(OpenVideoSet(opened, folder / "a.json", prompts));
+    for (const char* text : {"[]", R"({"format": "sontaro-video-set", "version": 1, "set": {}})",
+                             R"({"format": "sontaro-video-set", "version": 2,
+                                 "set": {"videos": []}})"})
+        EXPECT_FALSE(OpenVideoSet(opened, folder.Write("b.json", text), refusals)) << text;
+    EXPECT_EQ(refusals.boxes.size(), 3U);
     EXPECT_EQ(opened, set);
     JsonFile preferences(folder / "preferences.json");
     EXPECT_EQ(RememberedVideoSet(preferences), VideoSet());
     RememberVideoSet(set, preferences);
     EXPECT_EQ(RememberedVideoSet(JsonFile(folder / "preferences.json")), set);
-}
-
-TEST_F(VideoSets, StayAsTheyAreWhenAFileIsNoneOfTheirs) {
-    const TemporaryFolder folder;
-    const VideoSet before = set;
-    const auto refusal = [&](const std::string& text) {
-        RecordingPrompts prompts;
-        EXPECT_FALSE(OpenVideoSet(set, folder.Write("a.json", text), prompts));
-        EXPECT_EQ(set, before);
-        return prompts.boxes.at(0).text;
-    };
-    const std::string begin = R"({"format": "sontaro-video-set", "version": )";
-    EXPECT_THAT(refusal("[]"), testing::HasSubstr("no file of a video set"));
-    EXPECT_THAT(refusal(begin + "1, \"set\": {}}"), testing::HasSubstr("no file of a video set"));
-    EXPECT_THAT(refusal(begin + "2, \"set\": {\"videos\": []}}"),
-                testing::HasSubstr("later version"));
 }
 
 }  // namespace
