@@ -276,7 +276,7 @@ void SettingsGrid::Present(wxPGProperty* row) {
 
 bool SettingsGrid::IsOffered() const {
     const wxPGProperty* chosen = grid_->GetSelection();
-    return chosen && chosen->GetName() == offered_;
+    return chosen != nullptr && chosen->GetName() == offered_;
 }
 
 const SettingsRow* SettingsGrid::ChosenRow() const {
