@@ -7,6 +7,7 @@
 #include <wx/sizer.h>
 #include <wx/splitter.h>
 #include <wx/stattext.h>
+#include <wx/weakref.h>
 
 #include <utility>
 
@@ -305,9 +306,10 @@ void CScreenSplitWizardSetParam::ShowState() {
     progress_->SetValue(static_cast<int>(progress->position));
 }
 
-/// The keyboard does not stay where nothing can be pressed any more.
+/// The keyboard does not stay where nothing can be pressed any more, or where nothing is left.
 void CScreenSplitWizardSetParam::EnableControls() {
-    wxWindow* const focused = FindFocus();
+    const wxWeakRef<wxWindow> focused = FindFocus();
+    const bool hadFocus = focused && IsDescendant(focused);
     const bool may = MayChange();
     const bool isKnown = document_.HasConfiguration();
     const bool hasSeams = document_.IsLaidOut() && document_.WallLength() > 1;
@@ -329,7 +331,7 @@ void CScreenSplitWizardSetParam::EnableControls() {
     undo_->Enable();
     view_->SetEditable(may);
     if (!isKnown) ShowAdvanced(false);
-    if (focused && IsDescendant(focused) && !focused->IsThisEnabled()) grids_->FocusRows();
+    if (hadFocus && (!focused || !focused->IsThisEnabled())) grids_->FocusRows();
 }
 
 bool CScreenSplitWizardSetParam::HasAdvancedTab() const { return grids_->Count() > kAdvancedTab; }

@@ -68,8 +68,8 @@ void TabbedGrids::BindEvents() {
 }
 
 void TabbedGrids::LeavePage(wxBookCtrlEvent& event) {
-    const int left = event.GetOldSelection();
-    if (left >= 0 && !grids_[static_cast<std::size_t>(left)]->Commit())
+    const auto left = static_cast<std::size_t>(event.GetOldSelection());
+    if (left < grids_.size() && !grids_[left]->Commit())  // not a tab that is being done away with
         event.Veto();  // and nothing else: what is skipped counts as allowed
     else
         event.Skip();
