@@ -6,19 +6,14 @@
 #include <set>
 #include <utility>
 
-#include "base/file.h"
-#include "base/json.h"
-#include "base/path_text.h"
-#include "settings/settings_files.h"
+#include "settings/own_file.h"
 
 namespace sontaro {
 
 namespace {
 
-constexpr LocalText kNoFile = {"无法读取“%s”，未作任何更改：%s",
-                               "\"%s\" cannot be read, nothing has been changed: %s"};
-constexpr LocalText kNoWallFile = {"它不是屏幕分割文件。", "it is no screen split file."};
-constexpr LocalText kNewer = {"它来自更新的版本。", "it comes from a later version."};
+constexpr OwnFileKind kFiles = {"sontaro-screen-split",
+                                {"它不是屏幕分割文件。", "it is no screen split file."}};
 constexpr LocalText kOtherScreens = {"它属于另一组播放器，或者内容不完整。",
                                      "it is about another set of players, or not whole."};
 constexpr LocalText kUnnamed = {
@@ -29,10 +24,6 @@ constexpr LocalText kLeftOut = {
     "The file has been opened, but not all of it: %d of its advanced settings do not fit those of "
     "the players, and have been left out."};
 
-constexpr const char* kFormat = "format";
-constexpr const char* kFormatName = "sontaro-screen-split";
-constexpr const char* kVersion = "version";
-constexpr int kThisVersion = 1;
 constexpr const char* kWall = "wall";
 constexpr const char* kAdvanced = "advanced";
 constexpr const char* kRemembered = "screenSplitWalls";
@@ -114,14 +105,6 @@ bool IsSeams(const Json::Value& json, std::size_t count) {
            std::ranges::all_of(json, [](const Json::Value& seam) { return IsNumbers(seam, 2); });
 }
 
-/// What is wrong with the root of a file; none when it may be a wall's.
-std::optional<LocalText> TroubleOf(const Result<Json::Value>& root) {
-    if (!root || !root->isObject() || (*root)[kFormat] != kFormatName || !(*root)[kVersion].isInt())
-        return kNoWallFile;
-    if ((*root)[kVersion].asInt() > kThisVersion) return kNewer;
-    return std::nullopt;
-}
-
 }  // namespace
 
 std::optional<Json::Value> WallToJson(const SplitDocument& document) {
@@ -199,27 +182,22 @@ void SaveWallFile(const SplitDocument& document, const std::filesystem::path& pa
                   Prompts& prompts) {
     const std::optional<Json::Value> wall = WallToJson(document);
     if (!wall) return prompts.Warn(Localized(kUnnamed));
-    Json::Value root(Json::objectValue);
-    root[kFormat] = kFormatName;
-    root[kVersion] = kThisVersion;
-    root[kWall] = *wall;
-    root[kAdvanced] = document.Advanced().ToJson();
-    KeepSettingsFile(path, WriteJson(root), prompts);
+    Json::Value content(Json::objectValue);
+    content[kWall] = *wall;
+    content[kAdvanced] = document.Advanced().ToJson();
+    SaveOwnFile(kFiles, std::move(content), path, prompts);
 }
 
 bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Prompts& prompts) {
-    const auto refuse = [&](const std::string& why) {
-        prompts.Warn(fmt::sprintf(Localized(kNoFile), TextOfPath(path.filename()), why));
+    const auto content = OpenOwnFile(kFiles, path, prompts);
+    if (!content) return false;
+    const auto wall = WallFromJson((*content)[kWall], document);
+    if (!wall) {
+        TellFileRefused(path, Localized(kOtherScreens), prompts);
         return false;
-    };
-    const Result<std::string> text = ReadFile(path);
-    if (!text) return refuse(text.reason());
-    const Result<Json::Value> root = ParseJson(*text);
-    if (const auto trouble = TroubleOf(root)) return refuse(Localized(*trouble));
-    const auto wall = WallFromJson((*root)[kWall], document);
-    if (!wall) return refuse(Localized(kOtherScreens));
+    }
     CustomEntries values;
-    values.Read((*root)[kAdvanced]);
+    values.Read((*content)[kAdvanced]);
     CustomEntries advanced = document.Advanced();
     const std::size_t leftOut = advanced.TakeValues(values);
     if (const auto refusal = document.UseWall(*wall, std::move(advanced))) {

@@ -61,20 +61,12 @@ WallView::WallView(wxWindow* parent, SplitDocument& document, std::function<void
         series_ = 0;
         Refresh();
     });
-    BindMouse();
+    BindDrag(*this, {[this](auto& at) { OnDown(at); }, [this](auto& at) { OnMove(at); },
+                     [this] { OnUp(); }, [this] { TakeBack(); }});
 }
 
 WallView::~WallView() {
     if (HasCapture()) ReleaseMouse();
-}
-
-void WallView::BindMouse() {
-    const auto onDown = [this](wxMouseEvent& event) { OnDown(event.GetPosition()); };
-    Bind(wxEVT_LEFT_DOWN, onDown);
-    Bind(wxEVT_LEFT_DCLICK, onDown);
-    Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { OnMove(event.GetPosition()); });
-    Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { OnUp(); });
-    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { TakeBack(); });
 }
 
 void WallView::ShowWall() {

@@ -53,7 +53,6 @@ class WallView : public wxControl {
         bool hasChanged = false;
     };
 
-    void BindMouse();
     void Paint();
     [[nodiscard]] wxString Message() const;
     void OnDown(const wxPoint& position);

@@ -14,6 +14,9 @@ namespace sontaro {
 inline constexpr LocalText kSettingsTooLong = {"设置内容过长，无法发送！",
                                                "The settings are too long to be sent!"};
 
+/// Why a file is refused of which there is nothing to be read.
+inline constexpr LocalText kFileUnreadable = {"文件无法打开。", "it cannot be opened."};
+
 /// Has `take` read the text of the file at `path`. False when there is no such text, or `take` has
 /// no use for it: the user is told that nothing has been changed.
 [[nodiscard]] bool TakeSettingsFile(const std::filesystem::path& path,

@@ -5,6 +5,8 @@
 
 #include "base/file.h"
 #include "base/path_text.h"
+#include "settings/own_file.h"
+#include "settings/settings_files.h"
 #include "timeline/merge_table.h"
 #include "timeline/timeline_files.h"
 #include "timeline/timeline_texts.h"
@@ -126,9 +128,8 @@ NodeIds MergeFromFile(wxWindow* parent, TimelineDocument& document, VideoOffer& 
                       Prompts& prompts) {
     const auto path = AskForTimelineToOpen(prompts);
     if (!path) return {};
-    const std::string fileName = TextOfPath(path->filename());
     const auto refuse = [&](const std::string& why) {
-        prompts.Warn(fmt::sprintf(Localized(kNoTimeline), fileName, why));
+        TellFileRefused(*path, why, prompts);
         return NodeIds();
     };
     const Result<std::string> text = ReadFile(*path);
@@ -137,7 +138,7 @@ NodeIds MergeFromFile(wxWindow* parent, TimelineDocument& document, VideoOffer& 
     if (!content) return refuse(content.reason());
     if (content->order.empty()) return refuse(Localized(kNothingThere));
     MergeTable rows(content->order);
-    MergeDialog dialog(parent, fileName, rows, videos, prompts);
+    MergeDialog dialog(parent, TextOfPath(path->filename()), rows, videos, prompts);
     if (dialog.ShowModal() != wxID_OK) return {};
     return MergeGroups(document, rows.Ticked());
 }

@@ -57,21 +57,13 @@ TimePictureView::TimePictureView(wxWindow* parent, int id, TimelineDocument& doc
         series_ = 0;
         Refresh();
     });
-    BindMouse();
+    BindDrag(*this, {[this](auto& at) { OnDown(at); }, [this](auto& at) { OnMove(at); },
+                     [this] { OnUp(); }, [this] { EndGesture(); }});
+    Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) { OnWheel(event); });
 }
 
 TimePictureView::~TimePictureView() {
     if (HasCapture()) ReleaseMouse();
-}
-
-void TimePictureView::BindMouse() {
-    const auto onMouse = [this](wxMouseEvent& event) { OnDown(event.GetPosition()); };
-    Bind(wxEVT_LEFT_DOWN, onMouse);
-    Bind(wxEVT_LEFT_DCLICK, onMouse);
-    Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { OnMove(event.GetPosition()); });
-    Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { OnUp(); });
-    Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) { OnWheel(event); });
-    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { EndGesture(); });
 }
 
 void TimePictureView::ShowVideoOf(std::optional<std::size_t> row) {

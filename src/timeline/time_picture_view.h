@@ -46,7 +46,6 @@ class TimePictureView : public wxControl {
         std::optional<std::int64_t> target = {};
     };
 
-    void BindMouse();
     void Paint();
     void PaintMarks(wxGraphicsContext& canvas) const;
     void OnSize();

@@ -1,13 +1,11 @@
 #include "timeline/timeline_run.h"
 
-#include <fmt/printf.h>
-
 #include <algorithm>
 #include <utility>
 
 #include "base/file.h"
-#include "base/path_text.h"
 #include "exchange/player_requests.h"
+#include "settings/own_file.h"
 #include "settings/settings_files.h"
 #include "timeline/timeline_texts.h"
 
@@ -229,9 +227,7 @@ void TimelineRun::OpenFile(const std::filesystem::path& path) {
     const Result<std::string> text = ReadFile(path);
     const Status taken =
         text ? document_.Take(*text, TimelineSource::kFile) : Error{Localized(kFileUnreadable)};
-    if (!taken)
-        return prompts_.Warn(
-            fmt::sprintf(Localized(kNoTimeline), TextOfPath(path.filename()), taken.reason()));
+    if (!taken) return TellFileRefused(path, taken.reason(), prompts_);
     opened_ = true;
     view_.ShowNodes();
     Changed();

@@ -53,12 +53,6 @@ inline constexpr std::array<LocalText, kTimelinePorts> kTimelinePortNames = {{
 /// With how many.
 inline constexpr LocalText kSomeHidden = {"其中 %d 条因筛选而未显示。",
                                           "The filter hides %d of the ticked commands."};
-/// With the name of a file, and why.
-inline constexpr LocalText kNoTimeline = {"无法读取“%s”，未作任何更改：%s",
-                                          "\"%s\" cannot be read, nothing has been changed: %s"};
-
-/// One reason why.
-inline constexpr LocalText kFileUnreadable = {"文件无法打开。", "it cannot be opened."};
 
 /// What stands for a port; one that there is not is shown as the first one.
 [[nodiscard]] const LocalText& PortName(std::int32_t port);

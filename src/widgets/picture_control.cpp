@@ -12,6 +12,17 @@ int DragThreshold(const wxWindow& window) {
     return std::max(window.FromDIP(kLeast), wxSystemSettings::GetMetric(wxSYS_DRAG_X, &window));
 }
 
+void BindDrag(wxWindow& window, const DragActions& actions) {
+    const auto press = [press = actions.press](wxMouseEvent& event) { press(event.GetPosition()); };
+    window.Bind(wxEVT_LEFT_DOWN, press);
+    window.Bind(wxEVT_LEFT_DCLICK, press);
+    window.Bind(wxEVT_MOTION,
+                [move = actions.move](wxMouseEvent& event) { move(event.GetPosition()); });
+    window.Bind(wxEVT_LEFT_UP, [release = actions.release](wxMouseEvent&) { release(); });
+    window.Bind(wxEVT_MOUSE_CAPTURE_LOST,
+                [giveUp = actions.giveUp](wxMouseCaptureLostEvent&) { giveUp(); });
+}
+
 void DrawFocusFrame(wxDC& canvas, const wxWindow& window) {
     const bool isFocused = window.HasFocus();
     const int width = isFocused ? window.FromDIP(2) : 1;
