@@ -309,7 +309,7 @@ void CScreenSplitWizardSetParam::ShowState() {
 /// The keyboard does not stay where nothing can be pressed any more, or where nothing is left.
 void CScreenSplitWizardSetParam::EnableControls() {
     const wxWeakRef<wxWindow> focused = FindFocus();
-    const bool hadFocus = focused && IsDescendant(focused);
+    const bool hadFocus = focused.get() != nullptr && IsDescendant(focused);
     const bool may = MayChange();
     const bool isKnown = document_.HasConfiguration();
     const bool hasSeams = document_.IsLaidOut() && document_.WallLength() > 1;
@@ -331,7 +331,7 @@ void CScreenSplitWizardSetParam::EnableControls() {
     undo_->Enable();
     view_->SetEditable(may);
     if (!isKnown) ShowAdvanced(false);
-    if (hadFocus && (!focused || !focused->IsThisEnabled())) grids_->FocusRows();
+    if (hadFocus && (focused.get() == nullptr || !focused->IsThisEnabled())) grids_->FocusRows();
 }
 
 bool CScreenSplitWizardSetParam::HasAdvancedTab() const { return grids_->Count() > kAdvancedTab; }
