@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "batchsend/video_set_wizard.h"
 #include "controlprotocol/control_protocol_dialog.h"
 #include "osd/osd_dialog.h"
 #include "playercontrol/player_control_dialog.h"
@@ -21,7 +22,7 @@ void Run(wxWindow* parent, const UiServices& services, const DeviceRecord& playe
 
 // clang-format off
 constexpr Feature kFeatures[] = {
-    {1001, {"视频配置", "Video Set"},            FeatureGroup::kPlayback, "video-set",      'S', Window::kSetParam},
+    {1001, {"视频配置", "Video Set"},            FeatureGroup::kPlayback, "video-set",      'S', Window::kSetParam,           nullptr, OpenVideoSetWizard},
     {1002, {"视频控制", "Video Control"},        FeatureGroup::kPlayback, "video-control",  'V', Window::kVideoControl,       Run<CVideoControlTab>},
     {1011, {"播放器时间轴控制", nullptr},        FeatureGroup::kPlayback, "timeline",       ' ', Window::kPlayerTimeControl,  Run<CPlayerTimeControl>},
     {1003, {"OSD", "OSD"},                       FeatureGroup::kPicture,  "osd",            'D', Window::kOsd,                Run<COSD>},

@@ -62,16 +62,19 @@ std::optional<LocalText> RefusalOfChoice(ChoiceMode mode, std::size_t chosen) {
     return std::nullopt;
 }
 
-std::optional<LocalText> RefusalOfWall(const std::vector<DeviceRecord>& chosen) {
+std::optional<LocalText> RefusalOfUpload(const std::vector<DeviceRecord>& chosen) {
     constexpr std::uint16_t kLeastPort = 1025;
     const auto cannotBeSentTo = [](const DeviceRecord& device) {
         return device.ip.empty() || device.tcpPort < kLeastPort;
     };
-    if (std::ranges::any_of(chosen, cannotBeSentTo)) return kTickFirst;
-    if (const auto refusal = RefusalOfChoice(ChoiceMode::kMultiple, chosen.size())) return refusal;
+    if (chosen.empty() || std::ranges::any_of(chosen, cannotBeSentTo)) return kTickFirst;
     std::set<std::string> addresses;
     for (const DeviceRecord& device : chosen) addresses.insert(device.ip);
     return addresses.size() < chosen.size() ? std::optional(kOneAddress) : std::nullopt;
+}
+
+std::optional<LocalText> RefusalOfWall(const std::vector<DeviceRecord>& chosen) {
+    return chosen.size() > kMostDevices ? kTooMany : RefusalOfUpload(chosen);
 }
 
 bool IsSameNetwork(const std::string& localIp, const std::string& deviceIp) {

@@ -20,9 +20,13 @@ enum class ChoiceMode { kSingle, kMultiple };
 /// Why this number of chosen players cannot be confirmed; none when it can.
 [[nodiscard]] std::optional<LocalText> RefusalOfChoice(ChoiceMode mode, std::size_t chosen);
 
-/// Why these players cannot be chosen together as those of a wall: there have to be 1 to
-/// `kMostDevices` of them, each with an address of its own and a port beyond those of the system.
-/// None when they can.
+/// Why these players cannot be chosen to be sent to one after another: there has to be one at
+/// least, each with an address of its own and a port beyond those of the system. None when they
+/// can.
+[[nodiscard]] std::optional<LocalText> RefusalOfUpload(const std::vector<DeviceRecord>& chosen);
+
+/// Why these players cannot be chosen together as those of a wall, which has at most
+/// `kMostDevices` of them besides. None when they can.
 [[nodiscard]] std::optional<LocalText> RefusalOfWall(const std::vector<DeviceRecord>& chosen);
 
 /// The question to ask when a player is in another network than the local address.
