@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kReceiveBufferSize = 0x10000;
 constexpr std::uint32_t kOversizeLength = 0xFFFFFFF0;
 constexpr std::chrono::milliseconds kPauseBetweenPieces{1};
+constexpr std::size_t kReadsInASecond = 50;  // at least, of a slow player: it hears of ends
 
 /// Bytes of piece number `piece`. A long packet is not cut finely to its end: that would last.
 std::size_t PieceSize(std::size_t cut, std::size_t piece) {
@@ -31,6 +32,12 @@ Bytes Garbage() {
     return bytes;
 }
 
+/// What a player that reads so many bytes in a second, or as many as come (0), takes in one go.
+std::size_t BytesAtOnce(std::size_t speed) {
+    if (speed == 0) return kReceiveBufferSize;
+    return std::clamp<std::size_t>(speed / kReadsInASecond, 1, kReceiveBufferSize);
+}
+
 bool operator==(const DevicePacket& left, const DevicePacket& right) {
     return left.header == right.header && left.payload == right.payload;
 }
@@ -46,13 +53,27 @@ void Connection::Receive() {
     Bytes buffer(kReceiveBufferSize);
     PacketParser parser;
     for (;;) {
-        const std::int64_t count = socket_.Receive(buffer);
+        const std::size_t speed = owner_.Faults().slow;
+        const std::int64_t count = socket_.Receive(std::span(buffer).first(BytesAtOnce(speed)));
         if (count < 0 && IsTransientReceiveError(LastSocketError())) continue;
         if (count <= 0) break;
-        parser.Append(ByteView(buffer).first(static_cast<std::size_t>(count)));
-        if (!ServeAll(parser)) break;
+        const auto size = static_cast<std::size_t>(count);
+        parser.Append(ByteView(buffer).first(size));
+        if (!AwaitRead(size, speed) || !ServeAll(parser)) break;
     }
     Leave();
+}
+
+/// Waits as long as reading so many bytes takes a slow player; false when the connection ends
+/// before. What a wait is too long shortens the next one.
+bool Connection::AwaitRead(std::size_t bytes, std::size_t speed) {
+    constexpr std::chrono::milliseconds kSlack{1};
+    if (speed == 0) return true;
+    const std::chrono::duration<double> time(static_cast<double>(bytes) /
+                                             static_cast<double>(speed));
+    readUntil_ = std::max(readUntil_, Clock::now() - kSlack) +
+                 std::chrono::duration_cast<Clock::duration>(time);
+    return PauseUntil(readUntil_);
 }
 
 bool Connection::ServeAll(PacketParser& parser) {
@@ -143,7 +164,9 @@ bool Connection::Deliver(const Outgoing& outgoing) {
     if (faults.silent) return true;
     DevicePacket packet = outgoing.packet;
     if (outgoing.isReply) {
-        if (!PauseUntil(Clock::now() + faults.delay)) return false;
+        const bool isOfUpload = packet.header.command == (kCommandUpload | kReplyBit);
+        const auto more = isOfUpload ? faults.acknowledgementDelay : std::chrono::milliseconds(0);
+        if (!PauseUntil(Clock::now() + faults.delay + more)) return false;
         if (faults.garbage && !SendPacket(Garbage(), faults)) return false;
         if (faults.oversize) packet.header.payloadLength = kOversizeLength;
     }

@@ -61,6 +61,7 @@ class Connection {
         bool isReply = false;
     };
 
+    [[nodiscard]] bool AwaitRead(std::size_t bytes, std::size_t speed);
     [[nodiscard]] bool ServeAll(PacketParser& parser);
     [[nodiscard]] bool ServeOne(const DevicePacket& request);
     [[nodiscard]] bool Queue(Answer answer);
@@ -82,6 +83,8 @@ class Connection {
     bool ended_ = false;
     std::deque<Outgoing> queue_;
     std::optional<Clock::time_point> nextReport_;
+
+    Clock::time_point readUntil_{};  // of the receiving thread
 
     // The sending thread's own.
     Clock::time_point lastSent_{};

@@ -51,6 +51,14 @@ constexpr FaultRow kFaults[] = {
     {"hang-up", 0, kNoNumber, [](FaultScript& faults, std::size_t) { faults.hangUp = true; }},
     {"no-second-query", 0, kNoNumber,
      [](FaultScript& faults, std::size_t) { faults.noSecondQuery = true; }},
+    {"store-short", 0, kNoNumber,
+     [](FaultScript& faults, std::size_t) { faults.storeShort = true; }},
+    {"disk-full", 0, kLargestNumber,
+     [](FaultScript& faults, std::size_t number) { faults.diskFull = number; }},
+    {"restart-at", 1, kLargestNumber,
+     [](FaultScript& faults, std::size_t number) { faults.restartAt = number; }},
+    {"slow", 1, kLargestNumber * 100,
+     [](FaultScript& faults, std::size_t number) { faults.slow = number; }},
     {"withhold", 0, UINT16_MAX,
      [](FaultScript& faults, std::size_t number) {
          faults.unacknowledged = static_cast<std::uint16_t>(number);
@@ -92,6 +100,10 @@ constexpr FaultRow kFaults[] = {
      [](FaultScript& faults, std::size_t number) {
          faults.delay = std::chrono::milliseconds(number);
      }},
+    {"delay-ack", 0, kLargestNumber,
+     [](FaultScript& faults, std::size_t number) {
+         faults.acknowledgementDelay = std::chrono::milliseconds(number);
+     }},
 };
 
 /// Sets the fault that `text` names; false when it names none.
@@ -101,7 +113,7 @@ bool ApplyFault(FaultScript& faults, std::string_view text) {
     const auto row = std::ranges::find(kFaults, text.substr(0, equals), &FaultRow::name);
     if (row == std::end(kFaults) || hasNumber == (row->most == kNoNumber)) return false;
     std::string_view digits = hasNumber ? text.substr(equals + 1) : "0";
-    if (row->name == "delay" && digits.ends_with("ms")) digits.remove_suffix(2);
+    if (row->name.starts_with("delay") && digits.ends_with("ms")) digits.remove_suffix(2);
     const auto number = ParseNumber(digits, row->least, row->most);
     if (number) row->apply(faults, *number);
     return number.has_value();

@@ -38,7 +38,11 @@ struct FaultScript {
     std::optional<std::uint16_t> unacknowledged;  ///< the chunk of each video; 0: its announcement
     bool withholdsOnce = false;                   ///< that is acknowledged when it comes again
     std::optional<std::uint16_t> loseChunk;       ///< the chunk that ends its connection
-    std::uint16_t result = 0;       ///< argument with which the control protocol is read
+    bool storeShort = false;                      ///< a video is stored without its last byte
+    std::optional<std::size_t> diskFull;  ///< MiB of videos with which the disk is full all at once
+    std::size_t restartAt = 0;            ///< the chunk, of all that come, that restarts; 0: none
+    std::size_t slow = 0;                 ///< bytes that are read in a second; 0: as they come
+    std::uint16_t result = 0;             ///< argument with which the control protocol is read
     std::uint16_t unread = 0;       ///< the settings block whose reading is not answered; 0: none
     std::uint16_t unsupported = 0;  ///< the settings block that is answered as not supported
     std::uint16_t refused =
@@ -46,6 +50,7 @@ struct FaultScript {
     std::size_t cut = 0;  ///< bytes per piece in which packets go out; 0: in one
     std::optional<std::size_t> closeAfter;  ///< a connection ends after so many bytes to the tool
     std::chrono::milliseconds delay{0};     ///< before every reply
+    std::chrono::milliseconds acknowledgementDelay{0};  ///< and more before those of an upload
     /// Read in place of the settings that describe themselves; absent: those are.
     std::shared_ptr<const std::string> schema;
 
@@ -56,9 +61,11 @@ struct FaultScript {
 /// garbage, oversize, bad-json, no-ack, no-second-part, bad-list, refuse-saves, empty-timeline,
 /// changed-timeline, no-return, bad-checksum, empty-block, no-correction, other-resolution,
 /// hang-up, no-second-query, withhold=N (the N-th chunk of a video is not acknowledged, 0 is its
-/// announcement), withhold-once=N, lose-chunk=N, result=N, items=N (settings that describe
-/// themselves have N items), unread=BLOCK, unsupported=BLOCK, refused=BLOCK, cut=BYTES,
-/// close-after=BYTES, delay=MILLISECONDS (also "500ms"). An empty script has none. Fails, with a
+/// announcement), withhold-once=N, lose-chunk=N, store-short, disk-full=MEBIBYTES, restart-at=N
+/// (the N-th of all chunks is not taken, and the player restarts), slow=BYTES (read in a second),
+/// result=N, items=N (settings that describe themselves have N items), unread=BLOCK,
+/// unsupported=BLOCK, refused=BLOCK, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also
+/// "500ms"), delay-ack=MILLISECONDS (of uploads alone). An empty script has none. Fails, with a
 /// reason for the user, on anything else.
 [[nodiscard]] Result<FaultScript> ParseFaultScript(std::string_view script);
 

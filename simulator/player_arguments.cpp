@@ -152,10 +152,15 @@ constexpr OptionRow kOptions[] = {
      "other-resolution (half of it, in the block of the screen split),\n"
      "hang-up (after every reply), no-second-query (of the free space),\n"
      "withhold=N, withhold-once=N (the N-th chunk of a video is not\n"
-     "acknowledged, 0: its announcement), lose-chunk=N, result=N (of reading the control\n"
-     "protocol), items=N (in schemas), unread=BLOCK (settings whose\n"
-     "reading is not answered), unsupported=BLOCK, refused=BLOCK,\n"
-     "cut=BYTES, close-after=BYTES, delay=500ms;\n"
+     "acknowledged, 0: its announcement), lose-chunk=N (with the link),\n"
+     "restart-at=N (the N-th chunk of all restarts the player),\n"
+     "disk-full=MIB (of videos fill the disk: no chunk is acknowledged),\n"
+     "store-short (videos are kept without their last byte), slow=BYTES\n"
+     "(read in a second), delay-ack=500ms (of an upload alone),\n"
+     "result=N (of reading the control protocol), items=N (in schemas),\n"
+     "unread=BLOCK (settings whose reading is not answered),\n"
+     "unsupported=BLOCK, refused=BLOCK, cut=BYTES, close-after=BYTES,\n"
+     "delay=500ms;\n"
      "2:SCRIPT is for the second player alone, instead of those of all",
      SetFaults},
     {"--help", "", "show this text", SetHelp},

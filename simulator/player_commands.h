@@ -23,6 +23,7 @@ struct Answer {
     Content content = Content::kOther;
     bool silent = false;          ///< nothing is answered at all
     bool endsConnection = false;  ///< in place of an answer
+    bool restarts = false;        ///< likewise; the player comes back
     std::string note = {};        ///< what the player does at once, for its log
     bool startPushes = false;  ///< from now on the player reports position and USB videos unasked
 };

@@ -113,6 +113,7 @@ struct PlayerState {
     std::string timeline;
     int mode = 0;                ///< 1: a master, 2: a slave
     int diskMebibytes = 20'000;  ///< free before any video is stored
+    bool diskIsFull = false;     ///< whatever is stored; not kept in the file
     std::vector<StoredVideo> stored;
     std::optional<IncomingVideo> incoming;  ///< not kept in the file
     std::filesystem::path videoFolder;  ///< not kept in the file; empty: videos are only counted

@@ -240,15 +240,23 @@ std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
     const FaultScript faults = Faults();
     std::optional<Answer> answer = FaultyAnswer(request, faults);
     if (!answer && !faults.silent && !faults.drop)
-        ChangeState([&](PlayerState& state) { answer = HandleRequest(state, request); });
+        ChangeState([&](PlayerState& state) { answer = AnswerTo(request, faults, state); });
     if (answer) Spoil(*answer, faults);
-    if (answer) {
-        const std::lock_guard lock(mutex_);
-        SpoilUpload(request, faults, withheld_, *answer);
-    }
     if (answer && !answer->note.empty()) Print(answer->note);
     history_.Add(request);
     return answer && answer->silent ? std::nullopt : answer;
+}
+
+/// Within a change of the state.
+Answer SimulatedPlayer::AnswerTo(const DevicePacket& request, const FaultScript& faults,
+                                 PlayerState& state) {
+    if (auto faulty = uploadFaults_.AnswerTo(request, faults, state)) {
+        if (faulty->restarts) nextRestartStep_ = Clock::now();
+        return *std::move(faulty);
+    }
+    Answer answer = HandleRequest(state, request);
+    uploadFaults_.Spoil(request, faults, state, answer);
+    return answer;
 }
 
 FaultScript SimulatedPlayer::Faults() const {
@@ -259,6 +267,7 @@ FaultScript SimulatedPlayer::Faults() const {
 void SimulatedPlayer::SetFaults(const FaultScript& faults) {
     std::unique_lock lock(mutex_);
     faults_ = faults;
+    uploadFaults_ = {};
     if (running_) ListenOrRefuse(lock);
 }
 

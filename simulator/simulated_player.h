@@ -10,6 +10,7 @@
 #include "simulator/packet_history.h"
 #include "simulator/player_options.h"
 #include "simulator/timeline_playback.h"
+#include "simulator/upload_faults.h"
 
 namespace sontaro::simulator {
 
@@ -67,6 +68,8 @@ class SimulatedPlayer final : private ConnectionOwner {
 
     [[nodiscard]] FaultScript Faults() const override;
     [[nodiscard]] std::optional<Answer> Serve(const DevicePacket& request) override;
+    [[nodiscard]] Answer AnswerTo(const DevicePacket& request, const FaultScript& faults,
+                                  PlayerState& state);
     void Answered(const DevicePacket& reply) override;
     void Note(std::string_view event) override;
 
@@ -102,7 +105,7 @@ class SimulatedPlayer final : private ConnectionOwner {
     std::size_t serialEvents_ = 0;  // of the script that have come since then
     std::string savedState_;
     FaultScript faults_;
-    std::size_t withheld_ = 0;                          // acknowledgements, because of faults
+    UploadFaults uploadFaults_;
     bool away_ = false;                                 // because of a restart
     std::optional<Clock::time_point> nextRestartStep_;  // to leave, or to return when away
     std::shared_ptr<Socket> listener_;                  // absent while connections are refused

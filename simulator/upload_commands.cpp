@@ -125,6 +125,7 @@ void HandleMode(PlayerState& state, const DevicePacket&, Answer& answer) {
 
 std::uint32_t FreeMebibytes(const PlayerState& state) {
     constexpr std::int64_t kMebibyte = 1 << 20;
+    if (state.diskIsFull) return 0;
     std::int64_t free = state.diskMebibytes;
     for (const StoredVideo& video : state.stored) free -= (video.size + kMebibyte - 1) / kMebibyte;
     return static_cast<std::uint32_t>(std::max<std::int64_t>(free, 0));
@@ -138,18 +139,13 @@ void ForgetIncoming(PlayerState& state) {
     state.incoming.reset();
 }
 
-void SpoilUpload(const DevicePacket& request, const FaultScript& faults, std::size_t& withheld,
-                 Answer& answer) {
-    if (request.header.command == kCommandPlayerData) {
-        if (faults.noSecondQuery && request.header.argument == 1) answer.silent = true;
-        return;
-    }
-    if (request.header.command != kCommandUpload) return;
-    const std::uint16_t number = request.header.subCommand;  // 0: an announcement
-    answer.endsConnection = faults.loseChunk == number;
-    if (faults.unacknowledged != number) return;
-    if (std::exchange(withheld, withheld + 1) > 0 && faults.withholdsOnce) return;
-    answer.silent = true;
+void CutNewestVideo(PlayerState& state) {
+    StoredVideo& video = state.stored.back();
+    if (video.size == 0) return;
+    --video.size;
+    if (state.videoFolder.empty()) return;
+    std::error_code error;
+    fs::resize_file(PathOf(state, video), static_cast<std::uintmax_t>(video.size), error);
 }
 
 }  // namespace sontaro::simulator

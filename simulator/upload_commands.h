@@ -1,7 +1,6 @@
 // The videos that a simulated player is sent.
 #pragma once
 
-#include "simulator/fault_script.h"
 #include "simulator/player_commands.h"
 
 namespace sontaro::simulator {
@@ -19,9 +18,7 @@ void HandleMode(PlayerState& state, const DevicePacket& request, Answer& answer)
 /// Forgets the video that has not come to its end.
 void ForgetIncoming(PlayerState& state);
 
-/// The faults of an upload. `withheld` counts the packets that were not acknowledged because of
-/// them.
-void SpoilUpload(const DevicePacket& request, const FaultScript& faults, std::size_t& withheld,
-                 Answer& answer);
+/// Takes the last byte, if there is one, from the video that has been stored last.
+void CutNewestVideo(PlayerState& state);
 
 }  // namespace sontaro::simulator
