@@ -39,9 +39,11 @@ class TableModel {
     /// rows change.
     [[nodiscard]] virtual std::uint64_t IdOf(std::size_t row) const = 0;
 
-    [[nodiscard]] virtual bool IsTicked(std::size_t row) const = 0;
+    /// Whether rows can be ticked. Those of a table without ticks have no labels at their left.
+    [[nodiscard]] virtual bool HasTicks() const { return true; }
+    [[nodiscard]] virtual bool IsTicked(std::size_t /*row*/) const { return false; }
     /// The user has ticked the row, or taken the tick away.
-    virtual void SetTicked(std::size_t row, bool ticked) = 0;
+    virtual void SetTicked(std::size_t /*row*/, bool /*ticked*/) {}
 
     /// What is odd about a row or about one of its cells, which is marked; empty: nothing.
     [[nodiscard]] virtual std::string RowCaution(std::size_t /*row*/) const { return {}; }

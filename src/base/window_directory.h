@@ -55,6 +55,9 @@ class WindowDirectory {
     /// Runs `function` on the user-interface thread and waits; false after `ShutDown`. Any thread.
     bool Call(const std::function<void()>& function) { return uiThread_.Call(function); }
 
+    /// The user-interface thread that the windows live on.
+    [[nodiscard]] UiThread& Thread() { return uiThread_; }
+
     /// Ends delivery from other threads: waiting senders return, later ones are refused at once.
     void ShutDown() { uiThread_.Close(); }
 

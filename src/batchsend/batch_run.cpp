@@ -29,6 +29,7 @@ void BatchRun::SetPlayers(std::vector<UploadPlayer> players) {
     for (UploadPlayer& player : players) {
         rows_.emplace_back();
         rows_.back().player = std::move(player);
+        if (!rows_.back().player.videos.empty()) rows_.back().status = UploadStatus::kWaiting;
     }
     current_ = 0;
     stopped_ = false;

@@ -40,6 +40,10 @@ std::filesystem::path CVideoSetWizard::VideoTypeFile() const {
     return Services().programFolder / "Videos" / "VideoTypeProtocol.Json";
 }
 
+std::filesystem::path CVideoSetWizard::Journals() const {
+    return Services().programFolder / "Uploads";
+}
+
 void OpenVideoSetWizard(wxWindow* parent, const UiServices& services, const ScanSetup& setup) {
     CVideoSetWizard(parent, services, setup).ShowModal();
 }

@@ -30,6 +30,9 @@ class CVideoSetWizard : public WizardDialog {
     /// The file of the names of categories that players are sent behind their videos.
     [[nodiscard]] std::filesystem::path VideoTypeFile() const;
 
+    /// The folder of the journals of uploads.
+    [[nodiscard]] std::filesystem::path Journals() const;
+
    private:
     VideoSet set_;
     std::optional<CategoryNames> names_;

@@ -15,12 +15,12 @@
 namespace sontaro {
 
 /// Shows the rows of a model, tens of thousands as quickly as ten. Each has a tick box and its
-/// number at the left; the box in the corner ticks all rows shown. The arrows, Page Up and Down,
-/// Home and End move the cursor, with Shift they choose rows, Ctrl+A chooses all. Space ticks the
-/// chosen rows, a click on a label one, with Shift all from the last one. A button cell is pressed
-/// by a click, and by Space or Enter when it has the cursor; Enter and a double click on any other
-/// edit the row. Ctrl+C copies the chosen rows, Tab goes on. What is cut or odd is in a tooltip.
-/// User-interface thread.
+/// number at the left, unless the model has no ticks; the box in the corner ticks all rows shown.
+/// The arrows, Page Up and Down, Home and End move the cursor, with Shift they choose rows, Ctrl+A
+/// chooses all. Space ticks the chosen rows, a click on a label one, with Shift all from the last
+/// one. A button cell is pressed by a click, and by Space or Enter when it has the cursor; Enter
+/// and a double click on any other edit the row. Ctrl+C copies the chosen rows, Tab goes on. What
+/// is cut or odd is in a tooltip. User-interface thread.
 class Table : public wxPanel {
    public:
     /// `id` is the control number of the grid inside. `model` outlives the table. `prompts` tell

@@ -170,7 +170,8 @@ void TableGrid::ShowRows(const Choice& choice) {
         const wxGridUpdateLocker lock(this);
         ClearSelection();
         SetRowCount(static_cast<int>(rows_.Count()));
-        SetRowLabelSize(drawing_.LabelWidth(rows_.Model().RowCount()));
+        SetRowLabelSize(rows_.Model().HasTicks() ? drawing_.LabelWidth(rows_.Model().RowCount())
+                                                 : 0);
         if (rows_.Count() > 0) {
             std::vector<std::size_t> cursor;
             if (choice.cursor) cursor = rows_.PlacesOf({*choice.cursor});

@@ -193,7 +193,7 @@ void TableGrid::OnLabel(wxGridEvent& event) {
 /// As the row with the cursor will be.
 void TableGrid::TickChosen() {
     const auto cursor = CursorPlace();
-    if (!cursor) return;
+    if (!cursor || !rows_.Model().HasTicks()) return;
     const bool ticked = !rows_.Model().IsTicked(rows_.RowAt(*cursor));
     for (const std::size_t place : ChosenPlaces())
         rows_.Model().SetTicked(rows_.RowAt(place), ticked);

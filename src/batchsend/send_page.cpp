@@ -1,0 +1,342 @@
+#include "batchsend/send_page.h"
+
+#include <fmt/printf.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "base/file.h"
+#include "base/local_text.h"
+#include "batchsend/set_problems.h"
+#include "settings/settings_files.h"
+
+namespace sontaro {
+
+namespace {
+
+using Question = PlayerInquiry::Question;
+
+constexpr std::chrono::milliseconds kFigurePeriod{500};
+constexpr std::chrono::milliseconds kAtOnce{0};
+
+constexpr LocalText kPlanning = {"正在询问播放器（%d/%d）…", "Asking the players (%d/%d)…"};
+constexpr LocalText kProving = {"正在核对播放器中的视频（%d/%d）…",
+                                "Comparing what has arrived (%d/%d)…"};
+constexpr LocalText kPlan = {"将发送 %d 个视频到 %d 台播放器，共 %s。",
+                             "To be sent: %d videos to %d players, %s in all."};
+constexpr LocalText kEstimate = {"按上次的速度约需 %s。", " At the last speed it takes about %s."};
+constexpr LocalText kUnreached = {"无法连接 %d 台播放器。", " %d players cannot be reached."};
+constexpr LocalText kNothing = {"没有要发送的视频。", "There are no videos to be sent."};
+constexpr LocalText kResult = {"%d 台完成", "%d OK"};
+constexpr LocalText kFailed = {"，%d 台失败：", ", %d failed: "};
+constexpr LocalText kOneFailed = {"%s（%s）", "%s (%s)"};
+constexpr LocalText kBetween = {"、", ", "};
+constexpr LocalText kStop = {"。", "."};
+constexpr LocalText kSentenceGap = {"", " "};
+constexpr LocalText kNotKept = {"无法写入发送记录。", " The journal cannot be written."};
+
+/// Why a row counts as failed, in a few words.
+std::string ReasonOf(const UploadRow& row) {
+    const std::string note = NoteText(row.note);
+    return note.empty() || row.status == UploadStatus::kDiskTooSmall ? StatusText(row) : note;
+}
+
+}  // namespace
+
+SendPage::SendPage(VideoSource& source, SendPageView& view, Prompts& prompts,
+                   const ExchangeServices& exchange, SendPlaces places)
+    : view_(view),
+      prompts_(prompts),
+      places_(std::move(places)),
+      tick_(exchange.timers),
+      inquiry_(exchange, [this](std::size_t player) { Answered(player); }),
+      run_(source, *this, exchange, places_.videoTypeFile) {}
+
+void SendPage::Enter(VideoSet set) {
+    set_ = std::move(set);
+    run_.TryAgain(set_.triesAgain);
+    settings_.clear();
+    ReadLastJournal();
+    MakePlan();
+}
+
+void SendPage::Leave() {
+    Stop();
+    inquiry_.Cancel();
+    tick_.Stop();
+    Become(SendPhase::kIdle);
+}
+
+void SendPage::Become(SendPhase phase) {
+    phase_ = phase;
+    view_.StateChanged();
+}
+
+void SendPage::StateChanged() { view_.StateChanged(); }
+
+void SendPage::MakePlan() {
+    if (IsRunning()) return;
+    hasRun_ = hasEnded_ = false;
+    facts_.assign(set_.players.size(), {});
+    plan_.reset();
+    ShowPlan();
+    if (set_.players.size() == 0) return;
+    std::vector<Target> players;
+    for (const SetPlayer& player : set_.players)
+        players.push_back({player.ip, static_cast<std::uint16_t>(player.port), 0});
+    phase_ = SendPhase::kPlanning;
+    inquiry_.Ask(std::move(players),
+                 {Question::kFreeSpace, Question::kVideos, Question::kControlProtocol});
+    view_.StateChanged();
+}
+
+void SendPage::Answered(std::size_t player) {
+    if (phase_ == SendPhase::kProving) ProvePlayer(player);
+    const bool isOver = !inquiry_.IsAsking();
+    if (phase_ == SendPhase::kPlanning && isOver) {
+        ComposePlan();
+        return Become(SendPhase::kIdle);
+    }
+    if (phase_ == SendPhase::kProving && isOver) return ProofOver();
+    view_.StateChanged();
+}
+
+/// With what is known by now.
+void SendPage::ComposePlan() {
+    for (std::size_t i = 0; i < set_.players.size(); ++i) {
+        facts_[i] = inquiry_.FactsOf(i);
+        if (facts_[i].controlProtocol) settings_[set_.players[i].ip] = *facts_[i].controlProtocol;
+    }
+    plan_.emplace(set_, facts_);
+    ShowPlan();
+}
+
+/// In place of what the rows say of a run.
+void SendPage::ShowPlan() {
+    batch_ = plan_ ? SendBatch(set_, *plan_) : SendBatch();
+    proofs_.assign(batch_.Players().size(), {});
+    run_.SetPlayers(plan_ ? plan_->Players() : std::vector<UploadPlayer>());
+    view_.BatchChanged();
+}
+
+/// What a run has come to stays until another one begins.
+void SendPage::SkipPresent(bool wanted) {
+    set_.skipsPresent = wanted;
+    if (plan_) plan_.emplace(set_, facts_);
+    if (plan_ && !hasRun_) ShowPlan();
+    view_.StateChanged();
+}
+
+void SendPage::TryAgain(bool wanted) {
+    set_.triesAgain = wanted;
+    run_.TryAgain(wanted);
+}
+
+/// What players have cannot be skipped before they have told it.
+bool SendPage::MayStart() const {
+    return !IsRunning() && set_.players.size() > 0 &&
+           !(phase_ == SendPhase::kPlanning && set_.skipsPresent);
+}
+
+void SendPage::Start() {
+    if (!MayStart()) return;
+    if (phase_ == SendPhase::kPlanning) ComposePlan();
+    inquiry_.Cancel();
+    ShowPlan();
+    BeginRun(plan_->Players());
+}
+
+void SendPage::SendFailed() {
+    if (!MaySendFailed()) return;
+    if (phase_ == SendPhase::kPlanning) ComposePlan();
+    inquiry_.Cancel();
+    if (!batch_.Has(failed_)) {
+        batch_ = SendBatch(failed_);
+        proofs_.assign(failed_.size(), {});
+    }
+    BeginRun(failed_);
+}
+
+void SendPage::BeginRun(std::vector<UploadPlayer> players) {
+    journal_.emplace(places_.journals, players, places_.wallClock);
+    KeepSettings();
+    batch_.Begin(players);
+    for (std::size_t i = 0; i < proofs_.size(); ++i)
+        if (std::ranges::find(players, batch_.Players()[i], &UploadPlayer::target) != players.end())
+            proofs_[i].reset();
+    run_.SetPlayers(std::move(players));
+    hasRun_ = true;
+    view_.BatchChanged();
+    Go();
+    run_.Start();
+}
+
+void SendPage::Continue() {
+    if (!MayContinue()) return;
+    inquiry_.Cancel();
+    Go();
+    run_.Continue();
+}
+
+void SendPage::Go() {
+    hasEnded_ = false;
+    figures_.Begin(places_.clock());
+    Become(SendPhase::kRunning);
+    Tick();
+}
+
+/// What the players said before the run, beside its journal.
+void SendPage::KeepSettings() {
+    for (const auto& [address, text] : settings_)
+        // The run goes on without: only the comparison with it is lost.
+        static_cast<void>(
+            WriteFileAtomically(BesideJournal(journal_->Path(), address + ".json"), text));
+}
+
+void SendPage::Tick() {
+    tick_.Start(kFigurePeriod, [this] { Tick(); });
+    view_.StateChanged();
+}
+
+void SendPage::Stop() {
+    if (IsRunning()) run_.Stop();
+}
+
+void SendPage::Heard(const UploadEvent& event) {
+    journal_->Add(event);
+    figures_.Take(event, run_.Rows(), places_.clock());
+    if (const auto video = batch_.Take(event)) view_.VideoChanged(*video);
+    if (event.kind == UploadEvent::Kind::kRunEnded)
+        RunEnded(event.note.kind == UploadNote::Kind::kStopped);
+}
+
+/// The proof is a pass of its own, which begins once the run is over altogether.
+void SendPage::RunEnded(bool isStopped) {
+    hasEnded_ = !isStopped;
+    tick_.Stop();
+    ReadLastJournal();
+    Become(SendPhase::kIdle);
+    if (!isStopped) tick_.Start(kAtOnce, [this] { Prove(); });
+}
+
+void SendPage::ReadLastJournal() {
+    const std::optional<RunJournal> journal = LastJournal(places_.journals);
+    hasJournal_ = journal.has_value();
+    failed_ = journal ? FailedIn(*journal) : std::vector<UploadPlayer>();
+    if (journal && journal->Speed() > 0) lastSpeed_ = journal->Speed();
+}
+
+void SendPage::Prove() {
+    if (!MayProve()) return;
+    proofs_.assign(batch_.Players().size(), {});
+    phase_ = SendPhase::kProving;
+    inquiry_.Ask(batch_.Players(), {Question::kVideos, Question::kControlProtocol});
+    view_.StateChanged();
+}
+
+/// What a player says of the run is also what the next plan goes by.
+void SendPage::ProvePlayer(std::size_t player) {
+    const InquiryState state = inquiry_.StateOf(player);
+    if (state == InquiryState::kWaiting || state == InquiryState::kAsking) return;
+    const PlayerFacts& facts = inquiry_.FactsOf(player);
+    const Target& target = batch_.Players()[player];
+    const auto before = settings_.find(target.ip);
+    proofs_[player] = batch_.Prove(
+        player, facts, before == settings_.end() ? std::nullopt : std::optional(before->second));
+    for (std::size_t i = 0; i < facts_.size(); ++i)
+        if (set_.players[i].ip == target.ip && facts.videos) facts_[i].videos = facts.videos;
+    for (std::size_t video = 0; video < batch_.Videos().size(); ++video) view_.VideoChanged(video);
+    for (std::size_t row = 0; row < Rows().size(); ++row)
+        if (Rows()[row].player.target == target) view_.PlayerChanged(row);
+}
+
+void SendPage::ProofOver() {
+    if (plan_) plan_.emplace(set_, facts_);
+    Become(SendPhase::kIdle);
+}
+
+void SendPage::Export(const std::filesystem::path& path) {
+    if (const auto journal = LastJournal(places_.journals))
+        KeepSettingsFile(path, JournalCsv(*journal), prompts_);
+}
+
+void SendPage::Handle(WindowMessage& message) {
+    if (IsRunning())
+        run_.Handle(message);
+    else
+        inquiry_.Handle(message);
+}
+
+std::string SendPage::ProofText(std::size_t row) const {
+    const auto& players = batch_.Players();
+    const auto found = std::ranges::find(players, Rows()[row].player.target);
+    if (found == players.end()) return "";
+    const auto& proof = proofs_[static_cast<std::size_t>(found - players.begin())];
+    return proof ? proof->Text() : "";
+}
+
+double SendPage::Share() const {
+    const UploadAmount& run = figures_.Run();
+    return run.all == 0 ? 0 : static_cast<double>(run.done) / static_cast<double>(run.all);
+}
+
+std::string SendPage::LineText() const { return sontaro::LineText(run_.Line()); }
+
+std::string SendPage::SummaryText() const {
+    switch (phase_) {
+        case SendPhase::kPlanning: return AskingText();
+        case SendPhase::kProving: return ResultText() + Localized(kSentenceGap) + AskingText();
+        case SendPhase::kRunning: return "";
+        case SendPhase::kIdle: break;
+    }
+    return hasRun_ ? ResultText() : PlanText();
+}
+
+std::string SendPage::AskingText() const {
+    const bool isPlan = phase_ == SendPhase::kPlanning;
+    const std::size_t count = isPlan ? set_.players.size() : batch_.Players().size();
+    std::size_t over = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const InquiryState state = inquiry_.StateOf(i);
+        if (state != InquiryState::kWaiting && state != InquiryState::kAsking) ++over;
+    }
+    return fmt::sprintf(Localized(isPlan ? kPlanning : kProving), over, count);
+}
+
+std::string SendPage::PlanText() const {
+    if (!plan_) return "";
+    const PlanTotals& totals = plan_->Totals();
+    const auto unreached = std::ranges::count(facts_, false, &PlayerFacts::isReached);
+    std::string text = totals.videos == 0 ? Localized(kNothing)
+                                          : fmt::sprintf(Localized(kPlan), totals.videos,
+                                                         totals.players, BytesText(totals.bytes));
+    if (const auto seconds = plan_->Estimate(lastSpeed_); seconds && totals.videos > 0)
+        text += fmt::sprintf(Localized(kEstimate), DurationText(*seconds));
+    return unreached == 0 ? text : text + fmt::sprintf(Localized(kUnreached), unreached);
+}
+
+std::string SendPage::ResultText() const {
+    const auto whole = std::ranges::count_if(Rows(), &UploadRow::IsWhole);
+    std::string failed;
+    std::size_t count = 0;
+    for (const UploadRow& row : Rows()) {
+        if (row.IsWhole()) continue;
+        ++count;
+        failed += (failed.empty() ? "" : Localized(kBetween)) +
+                  fmt::sprintf(Localized(kOneFailed), row.player.target.ip, ReasonOf(row));
+    }
+    std::string text = fmt::sprintf(Localized(kResult), whole);
+    if (count > 0) text += fmt::sprintf(Localized(kFailed), count) + failed;
+    text += Localized(kStop);
+    return journal_->IsWhole() ? text : text + Localized(kNotKept);
+}
+
+std::string SendPage::PaceText() const {
+    if (!IsRunning()) return "";
+    const std::string speed = SpeedText(figures_, places_.clock());
+    const std::string silence = SilenceText(run_.SilentSeconds());
+    return speed.empty() || silence.empty() ? speed + silence
+                                            : speed + Localized(kBetween) + silence;
+}
+
+}  // namespace sontaro

@@ -1,0 +1,141 @@
+// The last page of the wizard without its window: plan, run, proof and journal.
+#pragma once
+
+#include "base/prompts.h"
+#include "batchsend/batch_run.h"
+#include "batchsend/journal_writer.h"
+#include "batchsend/player_inquiry.h"
+#include "batchsend/send_batch.h"
+#include "batchsend/upload_figures.h"
+
+namespace sontaro {
+
+/// What the page's procedure asks of its window.
+class SendPageView {
+   public:
+    virtual ~SendPageView() = default;
+    /// Other players or videos are shown.
+    virtual void BatchChanged() = 0;
+    /// What is told of the run's player at that place has changed.
+    virtual void PlayerChanged(std::size_t player) = 0;
+    /// What is told of the batch's video at that place has changed.
+    virtual void VideoChanged(std::size_t video) = 0;
+    /// What may be pressed, a line or a figure has changed.
+    virtual void StateChanged() = 0;
+    /// Blocks the thread for so long.
+    virtual void Pause(std::chrono::milliseconds time) = 0;
+};
+
+/// Where the page keeps what it knows, and what it reads time from.
+struct SendPlaces {
+    std::filesystem::path journals;              ///< a folder
+    std::filesystem::path videoTypeFile;         ///< which need not exist
+    std::function<UploadFigures::Time()> clock;  ///< never goes back
+    JournalWriter::Clock wallClock;
+};
+
+enum class SendPhase : std::uint8_t { kIdle, kPlanning, kRunning, kProving };
+
+/// Asks the players before a run what it would do, runs it, and asks them afterwards what has
+/// arrived. User-interface thread.
+class SendPage : private BatchView {
+   public:
+    /// All references outlive the page.
+    SendPage(VideoSource& source, SendPageView& view, Prompts& prompts,
+             const ExchangeServices& exchange, SendPlaces places);
+
+    /// The page is shown for this set, of which nothing has been sent; makes the plan.
+    void Enter(VideoSet set);
+    /// The page is left: whatever is under way is stopped.
+    void Leave();
+    /// Asks the players once more, and forgets what the rows say of the last run.
+    void MakePlan();
+    void SkipPresent(bool wanted);
+    void TryAgain(bool wanted);
+
+    void Start();
+    void Continue();
+    void Stop();
+    /// Runs exactly what did not end well in the latest run, also of an earlier program.
+    void SendFailed();
+    void Prove();
+    /// Writes the latest journal as a table to the file at `path`, and says whether that worked.
+    void Export(const std::filesystem::path& path);
+    /// Takes a message that the main window forwards.
+    void Handle(WindowMessage& message);
+
+    [[nodiscard]] SendPhase Phase() const { return phase_; }
+    [[nodiscard]] bool MayStart() const;
+    [[nodiscard]] bool MayContinue() const { return run_.MayContinue(); }
+    [[nodiscard]] bool MaySendFailed() const { return !IsRunning() && !failed_.empty(); }
+    [[nodiscard]] bool MayProve() const { return phase_ == SendPhase::kIdle && hasRun_; }
+    [[nodiscard]] bool MayExport() const { return !IsRunning() && hasJournal_; }
+    [[nodiscard]] bool MayPlan() const { return phase_ == SendPhase::kIdle; }
+    [[nodiscard]] bool IsRunning() const { return phase_ == SendPhase::kRunning; }
+    /// Whether a run has begun since the page was entered.
+    [[nodiscard]] bool HasRun() const { return hasRun_; }
+    [[nodiscard]] const VideoSet& Set() const { return set_; }
+
+    [[nodiscard]] const SendBatch& Batch() const { return batch_; }
+    [[nodiscard]] const std::vector<UploadRow>& Rows() const { return run_.Rows(); }
+    /// What the player of that row has proved; empty: it has not been asked.
+    [[nodiscard]] std::string ProofText(std::size_t row) const;
+    /// Of the video in transfer.
+    [[nodiscard]] double Percent() const { return run_.Percent(); }
+    /// Of the whole run, 0 to 1.
+    [[nodiscard]] double Share() const;
+    [[nodiscard]] const UploadFigures& Figures() const { return figures_; }
+
+    /// The status line: what is sent, or that it is done.
+    [[nodiscard]] std::string LineText() const;
+    /// What the plan comes to, or how the last run has ended.
+    [[nodiscard]] std::string SummaryText() const;
+    /// Speed and time left, and for how long the player has said nothing.
+    [[nodiscard]] std::string PaceText() const;
+
+   private:
+    void RowChanged(std::size_t player) override { view_.PlayerChanged(player); }
+    void StateChanged() override;
+    void Heard(const UploadEvent& event) override;
+    void Pause(std::chrono::milliseconds time) override { view_.Pause(time); }
+
+    void Ask(SendPhase phase, std::vector<PlayerInquiry::Question> questions);
+    void Answered(std::size_t player);
+    void ComposePlan();
+    void ShowPlan();
+    void BeginRun(std::vector<UploadPlayer> players);
+    void RunEnded(bool isStopped);
+    void ReadLastJournal();
+    void ProvePlayer(std::size_t player);
+    void KeepSettings();
+    void Tick();
+    void Become(SendPhase phase);
+    void ProofOver();
+    void Go();
+    [[nodiscard]] std::string AskingText() const;
+    [[nodiscard]] std::string PlanText() const;
+    [[nodiscard]] std::string ResultText() const;
+
+    SendPageView& view_;
+    Prompts& prompts_;
+    const SendPlaces places_;
+    VideoSet set_;
+    std::vector<PlayerFacts> facts_;  // before the run, by the set's players
+    std::optional<BatchPlan> plan_;
+    SendBatch batch_;
+    std::vector<std::optional<PlayerProof>> proofs_;  // by the batch's players
+    std::map<std::string, std::string> settings_;     // before the run, by IP address
+    std::vector<UploadPlayer> failed_;                // in the latest journal
+    double lastSpeed_ = 0;                            // of the latest run, bytes a second
+    bool hasJournal_ = false;
+    bool hasRun_ = false;
+    bool hasEnded_ = false;  // the run that is shown, by itself
+    SendPhase phase_ = SendPhase::kIdle;
+    std::optional<JournalWriter> journal_;
+    UploadFigures figures_;
+    Timer tick_;
+    PlayerInquiry inquiry_;
+    BatchRun run_;
+};
+
+}  // namespace sontaro
