@@ -5,8 +5,6 @@
 #include <deque>
 #include <fstream>
 #include <mutex>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 #include "base/file.h"
@@ -52,54 +50,6 @@ VideoSource::Document WholeOf(const fs::path& file) {
 
 }  // namespace
 
-/// Carries answers to the owner's thread on a thread of the group's, which no disk can hold up:
-/// whoever reads must not touch an owner that may have gone meanwhile.
-class ChunkReader::Messenger : public std::enable_shared_from_this<Messenger> {
-   public:
-    explicit Messenger(UiThread& owner) : owner_(owner) {}
-
-    [[nodiscard]] bool Start(ThreadGroup& threads) {
-        return threads.Start([self = shared_from_this()] { self->Run(); });
-    }
-    void Post(std::function<void()> answer) {
-        const std::lock_guard lock(mutex_);
-        if (!left_) answers_.push_back(std::move(answer));
-        changed_.notify_one();
-    }
-    /// What has not been told is given up after the lock is free.
-    void Leave() {
-        std::deque<std::function<void()>> dropped;
-        const std::lock_guard lock(mutex_);
-        dropped.swap(answers_);
-        left_ = true;
-        changed_.notify_one();
-    }
-
-   private:
-    void Run() {
-        std::unique_lock lock(mutex_);
-        while (!left_) {
-            if (answers_.empty()) {
-                changed_.wait(lock);
-                continue;
-            }
-            std::function<void()> answer = std::move(answers_.front());
-            answers_.pop_front();
-            lock.unlock();
-            // Where the user interface has closed, nobody waits for an answer.
-            static_cast<void>(owner_.Call(answer));
-            answer = nullptr;
-            lock.lock();
-        }
-    }
-
-    UiThread& owner_;
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::deque<std::function<void()>> answers_;
-    bool left_ = false;
-};
-
 /// The thread and what it shares. Answers carry the number of the attempt they belong to, which
 /// only the owner's thread changes.
 class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
@@ -108,14 +58,8 @@ class ChunkReader::Worker : public std::enable_shared_from_this<Worker> {
 
     explicit Worker(std::shared_ptr<Messenger> messenger) : messenger_(std::move(messenger)) {}
 
-    /// Nobody waits for the thread, not even at exit.
     [[nodiscard]] bool Start() {
-        try {
-            std::thread([self = shared_from_this()] { self->Run(); }).detach();
-        } catch (const std::system_error&) {
-            return false;
-        }
-        return true;
+        return StartUnawaited([self = shared_from_this()] { self->Run(); });
     }
 
     // The owner's thread.

@@ -3,8 +3,7 @@
 
 #include <memory>
 
-#include "base/thread_group.h"
-#include "base/ui_thread.h"
+#include "base/messenger.h"
 #include "batchsend/video_source.h"
 
 namespace sontaro {
@@ -31,7 +30,6 @@ class ChunkReader : public VideoSource {
     void Close() override;
 
    private:
-    class Messenger;
     class Worker;
     using Attempt = std::uint64_t;
 
