@@ -20,7 +20,8 @@ ControlProtocolRun::ControlProtocolRun(ControlProtocolView& view, Prompts& promp
       workingCopy_(std::move(workingCopy), prompts),
       settings_(kBlockControlProtocol, document_, *this, prompts, exchange, std::move(player),
                 Steps()),
-      keepAlive_(exchange.timers, settings_.Talk()),
+      keepAlive_(exchange.timers,
+                 [this] { settings_.Talk().Post(KeepAlivePacket(), Boxes::kMuted); }),
       leaving_(exchange.timers) {}
 
 SettingsSteps ControlProtocolRun::Steps() {

@@ -5,9 +5,9 @@
 
 #include "controlprotocol/asking_chain.h"
 #include "controlprotocol/control_protocol_settings.h"
-#include "controlprotocol/keep_alive.h"
 #include "controlprotocol/serial_learner.h"
 #include "controlprotocol/working_copy.h"
+#include "exchange/keep_alive.h"
 
 namespace sontaro {
 
