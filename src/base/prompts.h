@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace sontaro {
 
@@ -66,6 +67,19 @@ class Prompts {
     /// about.
     [[nodiscard]] virtual std::optional<std::filesystem::path> ChooseFile(
         const FileQuestion& question) = 0;
+
+    /// Asks for files to open, several at a time; empty when the user has thought better of it.
+    [[nodiscard]] virtual std::vector<std::filesystem::path> ChooseFiles(
+        const FileQuestion& question) {
+        const auto file = ChooseFile(question);
+        return file ? std::vector{*file} : std::vector<std::filesystem::path>();
+    }
+
+    /// Asks for a folder that is there; none when the user has thought better of it.
+    [[nodiscard]] virtual std::optional<std::filesystem::path> ChooseFolder(
+        const std::string& /*caption*/) {
+        return std::nullopt;
+    }
 
     /// Asks for a colour as 0x00BBGGRR, beginning at `colour`; none when the user has thought
     /// better of it.

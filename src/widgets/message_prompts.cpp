@@ -1,6 +1,7 @@
 #include "widgets/message_prompts.h"
 
 #include <wx/colordlg.h>
+#include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/filefn.h>
 #include <wx/msgdlg.h>
@@ -106,6 +107,23 @@ std::optional<std::filesystem::path> MessagePrompts::ChooseFile(const FileQuesti
         if (!saves) Warn(Localized(kNoSuchFile));
     }
     return std::nullopt;
+}
+
+std::vector<std::filesystem::path> MessagePrompts::ChooseFiles(const FileQuestion& question) {
+    wxFileDialog box(FrontDialog(), ToWx(question.caption), "", ToWx(question.name),
+                     ToWx(question.filter), wxFD_OPEN | wxFD_MULTIPLE);
+    if (box.ShowModal() != wxID_OK) return {};
+    wxArrayString chosen;
+    box.GetPaths(chosen);
+    std::vector<std::filesystem::path> paths;
+    for (const wxString& path : chosen) paths.push_back(PathFromWx(path));
+    return paths;
+}
+
+std::optional<std::filesystem::path> MessagePrompts::ChooseFolder(const std::string& caption) {
+    wxDirDialog box(FrontDialog(), ToWx(caption), "", wxDD_DEFAULT_STYLE | wxDD_DIR_MUST_EXIST);
+    if (box.ShowModal() != wxID_OK) return std::nullopt;
+    return PathFromWx(box.GetPath());
 }
 
 std::optional<std::uint32_t> MessagePrompts::ChooseColour(std::uint32_t colour) {

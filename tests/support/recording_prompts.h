@@ -76,11 +76,21 @@ class RecordingPrompts final : public Prompts {
         Show({Box::Kind::kFileQuestion, question.caption, question});
         return file;
     }
+    std::vector<std::filesystem::path> ChooseFiles(const FileQuestion& question) override {
+        Show({Box::Kind::kFileQuestion, question.caption, question});
+        return files;
+    }
+    std::optional<std::filesystem::path> ChooseFolder(const std::string& caption) override {
+        Show({Box::Kind::kFileQuestion, caption, {FileQuestion::Purpose::kOpen, caption}});
+        return folder;
+    }
     std::optional<std::uint32_t> ChooseColour(std::uint32_t) override { return colour; }
 
     std::vector<Box> boxes;
     std::deque<bool> answers;
-    std::optional<std::filesystem::path> file;  ///< that is chosen; none: it is left
+    std::optional<std::filesystem::path> file;    ///< that is chosen; none: it is left
+    std::vector<std::filesystem::path> files;     ///< where several are asked for
+    std::optional<std::filesystem::path> folder;  ///< that is chosen
     std::optional<std::uint32_t> colour;
     std::function<void()> whileShown = [] {};  ///< what goes on while a box is open
 
