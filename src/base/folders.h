@@ -33,4 +33,10 @@ namespace sontaro {
 /// removed, never followed. What cannot be deleted is left behind.
 void DeleteContents(const std::filesystem::path& folder);
 
+/// Whether the system shows a file or a folder to nobody who does not ask for what is hidden.
+[[nodiscard]] bool IsHidden(const std::filesystem::path& path);
+
+/// Whether the path itself is a link to something else.
+[[nodiscard]] bool IsLink(const std::filesystem::path& path);
+
 }  // namespace sontaro

@@ -12,6 +12,7 @@
 #include "base/encoding.h"
 #include "base/folders.h"
 #include "base/local_text.h"
+#include "base/path_text.h"
 #include "base/program_arguments.h"
 #include "base/system_version.h"
 
@@ -113,5 +114,12 @@ fs::path ConfigFolder() { return XdgFolder("XDG_CONFIG_HOME", ".config") / "sont
 fs::path RuntimeFolder() { return XdgFolder("XDG_RUNTIME_DIR", ".cache"); }
 
 bool IsWritableFolder(const fs::path& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
+
+bool IsHidden(const fs::path& path) { return TextOfPath(path.filename()).starts_with('.'); }
+
+bool IsLink(const fs::path& path) {
+    std::error_code error;
+    return fs::is_symlink(path, error);
+}
 
 }  // namespace sontaro

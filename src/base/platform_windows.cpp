@@ -33,6 +33,11 @@ std::string Utf8(const wchar_t* text) {
     return utf8;
 }
 
+bool HasAttribute(const fs::path& path, DWORD attribute) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
+}
+
 }  // namespace
 
 // Of what looks alike to the system but is another character, nothing is taken.
@@ -96,5 +101,12 @@ bool IsWritableFolder(const fs::path& folder) {
     CloseHandle(file);
     return true;
 }
+
+// Files of other systems' disks have no such mark.
+bool IsHidden(const fs::path& path) {
+    return HasAttribute(path, FILE_ATTRIBUTE_HIDDEN) || path.filename().wstring().starts_with(L'.');
+}
+
+bool IsLink(const fs::path& path) { return HasAttribute(path, FILE_ATTRIBUTE_REPARSE_POINT); }
 
 }  // namespace sontaro
