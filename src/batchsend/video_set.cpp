@@ -33,7 +33,9 @@ constexpr auto kAlias = Rows<CategoryAlias>({
 constexpr auto kSet = Rows<VideoSet>({
     {"videos", kRecordAt<&VideoSet::videos, kVideo>},
     {"players", kRecordAt<&VideoSet::players, kPlayer>},
+    {"absent", kRecordAt<&VideoSet::absent, kPlayer>},
     {"categories", kRecordAt<&VideoSet::aliases, kAlias>},
+    {"writeNames", kAt<&VideoSet::writesNames>},
     {"skipPresent", kAt<&VideoSet::skipsPresent>},
     {"tryAgain", kAt<&VideoSet::triesAgain>},
 });
@@ -47,6 +49,19 @@ void MakeValid(Elements<SetVideo>& videos) {
         if (video.code > kMostCode) video.code = 0;
         video.size = std::max(video.size, SetVideo::kUnknownSize);
     }
+}
+
+void MakeValid(Elements<SetPlayer>& players) {
+    const std::size_t count = players.size();
+    for (std::size_t i = 0; i < count; ++i) MakeValid(players[i].videos);
+}
+
+bool IsSame(const SetPlayer& kept, const DeviceRecord& player) {
+    return kept.id.empty() || player.id.empty() ? kept.ip == player.ip : kept.id == player.id;
+}
+/// Several players may have one ID.
+bool IsJustAsBefore(const SetPlayer& kept, const DeviceRecord& player) {
+    return kept.ip == player.ip && kept.id == player.id;
 }
 
 bool IsAmong(std::span<const std::uint32_t> ids, std::uint32_t id) {
@@ -74,6 +89,30 @@ std::string SentName(std::string_view fileName, bool removesNumbers) {
 
 std::string SetVideo::Name() const {
     return SentName(TextOfPath(PathOfText(path).filename()), removesNumbers);
+}
+
+void TakePlayers(VideoSet& set, std::span<const DeviceRecord> players) {
+    std::vector<SetPlayer> kept(set.players.begin(), set.players.end());
+    kept.insert(kept.end(), set.absent.begin(), set.absent.end());
+    std::vector<std::optional<Elements<SetVideo>>> own(players.size());
+    for (const auto fits : {IsJustAsBefore, IsSame}) {
+        for (std::size_t i = 0; i < players.size(); ++i) {
+            const auto one = std::ranges::find_if(
+                kept, [&](const SetPlayer& other) { return fits(other, players[i]); });
+            if (own[i] || one == kept.end()) continue;
+            own[i] = std::move(one->videos);
+            kept.erase(one);
+        }
+    }
+    set.players = {};
+    for (std::size_t i = 0; i < players.size(); ++i) {
+        const DeviceRecord& player = players[i];
+        set.players.Insert(i, {player.ip, player.tcpPort, player.id,
+                               std::move(own[i]).value_or(Elements<SetVideo>())});
+    }
+    set.absent = {};
+    for (SetPlayer& player : kept)
+        if (player.videos.size() > 0) set.absent.Insert(set.absent.size(), std::move(player));
 }
 
 std::vector<const SetVideo*> VideosFor(const VideoSet& set, std::size_t player) {
@@ -136,8 +175,8 @@ std::optional<VideoSet> VideoSetFromJson(const Json::Value& json) {
     kSchemaOf<kSet>.Reset(set);
     kSchemaOf<kSet>.Read(Json::Value(json), Source::kFile, set);
     MakeValid(set.videos);
-    const std::size_t count = set.players.size();
-    for (std::size_t i = 0; i < count; ++i) MakeValid(set.players[i].videos);
+    MakeValid(set.players);
+    MakeValid(set.absent);
     return set;
 }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "devices/device_record.h"
 #include "settings/record_schema.h"
 
 namespace sontaro {
@@ -58,12 +59,18 @@ struct CategoryAlias {
 struct VideoSet {
     Elements<SetVideo> videos;  ///< for every player
     Elements<SetPlayer> players;
+    Elements<SetPlayer> absent;  ///< players that are not ticked now: kept with their videos alone
     std::array<CategoryAlias, kVideoCategories> aliases;
+    bool writesNames = false;   ///< players get the names of categories in any case
     bool skipsPresent = false;  ///< what a player has already is not sent
     bool triesAgain = false;    ///< what failed is sent once more at the end
 
     bool operator==(const VideoSet&) const = default;
 };
+
+/// Makes just these the set's players, in this order. Each finds what it had before: by its ID, and
+/// where that is not known by its address. What the others have for themselves alone is put aside.
+void TakePlayers(VideoSet& set, std::span<const DeviceRecord> players);
 
 /// What the player at that place gets, in the order in which it is sent: what everyone gets comes
 /// first.

@@ -1,0 +1,58 @@
+#include "batchsend/heard_names.h"
+
+#include "base/local_text.h"
+#include "batchsend/video_types.h"
+
+namespace sontaro {
+
+namespace {
+
+constexpr LocalText kNoName = {"（无）", "(none)"};
+constexpr LocalText kBetween = {"；", "; "};
+constexpr LocalText kColon = {"：", ": "};
+
+}  // namespace
+
+void HeardNames::SetPlayers(const Elements<SetPlayer>& players) {
+    addresses_.clear();
+    for (const SetPlayer& player : players) addresses_.push_back(player.ip);
+}
+
+void HeardNames::Take(std::size_t player, const PlayerFacts& facts) {
+    if (!facts.controlProtocol) return;
+    if (auto names = ReadCategoryNames(*facts.controlProtocol))
+        names_[addresses_[player]] = std::move(*names);
+}
+
+std::optional<CategoryNames> HeardNames::Of(std::optional<std::size_t> player) const {
+    if (player && names_.contains(addresses_[*player])) return names_.at(addresses_[*player]);
+    for (const std::string& address : addresses_)
+        if (names_.contains(address)) return names_.at(address);
+    return std::nullopt;
+}
+
+bool HeardNames::Differ(std::size_t slot) const {
+    const std::string* first = nullptr;
+    for (const std::string& address : addresses_) {
+        const auto names = names_.find(address);
+        if (names == names_.end()) continue;
+        const std::string& name = names->second.at(slot);
+        if (first && *first != name) return true;
+        first = &name;
+    }
+    return false;
+}
+
+std::string HeardNames::Told(std::size_t slot) const {
+    std::string told;
+    for (const std::string& address : addresses_) {
+        const auto names = names_.find(address);
+        if (names == names_.end()) continue;
+        const std::string& name = names->second.at(slot);
+        told += (told.empty() ? "" : Localized(kBetween)) + address + Localized(kColon) +
+                (name.empty() ? Localized(kNoName) : name);
+    }
+    return told;
+}
+
+}  // namespace sontaro

@@ -1,0 +1,31 @@
+// What players call their categories.
+#pragma once
+
+#include <map>
+
+#include "batchsend/player_facts.h"
+#include "batchsend/video_set.h"
+
+namespace sontaro {
+
+/// The names that players have told, kept by the players' addresses until they tell others.
+class HeardNames {
+   public:
+    /// From now on it is about these players, in this order.
+    void SetPlayers(const Elements<SetPlayer>& players);
+    /// Takes what the player at that place has answered, if there are names in it.
+    void Take(std::size_t player, const PlayerFacts& facts);
+
+    /// The names of that player, else of the first one that has told any; none: nobody has.
+    [[nodiscard]] std::optional<CategoryNames> Of(std::optional<std::size_t> player) const;
+    /// Whether players call a slot by different names.
+    [[nodiscard]] bool Differ(std::size_t slot) const;
+    /// What each of them calls it, for the user.
+    [[nodiscard]] std::string Told(std::size_t slot) const;
+
+   private:
+    std::vector<std::string> addresses_;
+    std::map<std::string, CategoryNames> names_;
+};
+
+}  // namespace sontaro

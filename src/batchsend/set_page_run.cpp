@@ -1,0 +1,341 @@
+#include "batchsend/set_page_run.h"
+
+#include <fmt/printf.h>
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "base/local_text.h"
+#include "base/path_text.h"
+#include "batchsend/set_page_text.h"
+#include "batchsend/video_set_files.h"
+#include "batchsend/video_types.h"
+
+namespace sontaro {
+
+namespace {
+
+using Kind = SetProblem::Kind;
+using Question = PlayerInquiry::Question;
+
+constexpr std::chrono::milliseconds kRest{1000};  // before what is entered is remembered
+constexpr std::size_t kMostTold = 10;
+
+constexpr LocalText kNothingFound = {"没有找到文件。", "No files have been found."};
+constexpr LocalText kCut = {"文件过多，只添加了前 %d 个。",
+                            "There are too many files: only %d have been added."};
+constexpr LocalText kNotSeen = {"无法读取：", "This cannot be read:"};
+constexpr LocalText kNoSlot = {"64 个类别都已使用，以下文件夹的视频放入类别 %d：",
+                               "All 64 categories are taken. The videos of these folders are in "
+                               "category %d:"};
+constexpr LocalText kNamesNotKept = {"无法保存类别名称：%s",
+                                     "The names of the categories cannot be kept: %s"};
+constexpr LocalText kNamesUnknown = {
+    "还不知道播放器现有的类别名称，因此不会发送类别名称。仍要继续吗？",
+    "The names that players have for their categories are not known, so yours are not sent. Go on "
+    "all the same?"};
+
+/// Lines behind a heading, no more than a box has room for.
+std::string Listed(const std::string& heading, const std::set<std::string>& lines) {
+    std::string text = heading;
+    std::size_t count = 0;
+    for (const std::string& line : lines) {
+        const bool isLast = ++count > kMostTold;
+        text += '\n' + (isLast ? "…" : line);
+        if (isLast) break;
+    }
+    return text;
+}
+
+}  // namespace
+
+SetPageRun::SetPageRun(VideoSet& set, SetPageView& view, SetPageServices services)
+    : set_(set),
+      view_(view),
+      services_(std::move(services)),
+      walk_(services_.thread, services_.threads),
+      inquiry_(services_.exchange, [this](std::size_t player) { PlayerAnswers(player); }),
+      link_(services_.exchange),
+      remember_(services_.exchange.timers) {
+    set_ = RememberedVideoSet(services_.preferences);
+}
+
+/// The player that was shown stays so as far as it is still there.
+void SetPageRun::Enter(std::vector<DeviceRecord> players) {
+    const std::string shown = shown_ ? players_[*shown_].ip : "";
+    const auto same = std::ranges::find(players, shown, &DeviceRecord::ip);
+    const bool isThere = same != players.end();
+    shown_ = isThere ? Place(same - players.begin()) : std::nullopt;
+    players_ = std::move(players);
+    isEntered_ = true;
+    TakePlayers(set_, players_);
+    heard_.SetPlayers(set_.players);
+    free_.assign(players_.size(), std::nullopt);
+    seen_.clear();
+    Check();
+    Ask();
+    LookAtFiles();
+    Show(shown_);
+}
+
+void SetPageRun::Leave() {
+    if (!std::exchange(isEntered_, false)) return;
+    GiveUpSearch();
+    services_.source.Close();
+    isLooking_ = false;
+    inquiry_.Cancel();
+    link_.Reset();
+    Remember();
+}
+
+void SetPageRun::Ask() {
+    std::vector<Target> targets;
+    for (std::size_t i = 0; i < players_.size(); ++i) targets.push_back(TargetOf(i));
+    inquiry_.Ask(std::move(targets),
+                 {Question::kMode, Question::kFreeSpace, Question::kControlProtocol});
+}
+
+Target SetPageRun::TargetOf(std::size_t player) const {
+    return {players_[player].ip, players_[player].tcpPort, 0};
+}
+
+void SetPageRun::AskAgain() {
+    if (!MayAskAgain()) return;
+    if (shown_)
+        inquiry_.AskAgain(*shown_);
+    else
+        Ask();
+}
+
+bool SetPageRun::MayAskAgain() const {
+    if (!isEntered_) return false;
+    if (!shown_) return !inquiry_.IsAsking();
+    const InquiryState state = inquiry_.StateOf(*shown_);
+    return state != InquiryState::kWaiting && state != InquiryState::kAsking;
+}
+
+void SetPageRun::PlayerAnswers(std::size_t player) {
+    const PlayerFacts& facts = inquiry_.FactsOf(player);
+    const bool isAnswered = inquiry_.StateOf(player) == InquiryState::kAnswered;
+    if (isAnswered) heard_.Take(player, facts);
+    link_.SetAnswered(TargetOf(player), isAnswered);
+    link_.Hold(inquiry_.IsAsking());
+    if (facts.free != free_[player]) {
+        free_[player] = facts.free;
+        Check();
+        view_.SetChanged();
+    }
+    view_.PlayerChanged(player);
+    TakeFound();
+}
+
+void SetPageRun::Handle(WindowMessage& message) {
+    if (message.id == MessageId::kLinkEnded)
+        link_.Ended(message.origin.sender);
+    else
+        inquiry_.Handle(message);
+}
+
+void SetPageRun::Show(Place player) {
+    shown_ = player;
+    link_.Show(player ? std::optional(TargetOf(*player)) : std::nullopt);
+    view_.SetChanged();
+}
+
+const Elements<SetVideo>& SetPageRun::Videos() const {
+    return shown_ ? std::as_const(set_.players)[*shown_].videos : set_.videos;
+}
+
+Elements<SetVideo>& SetPageRun::VideosOf(Place player) {
+    return player ? set_.players[*player].videos : set_.videos;
+}
+
+void SetPageRun::Add(Paths chosen, std::uint32_t slot) {
+    if (!isEntered_ || chosen.empty()) return;
+    walk_.Begin(std::move(chosen), [this, player = shown_, slot](FoundFiles files) {
+        found_.push_back({std::move(files), player, slot});
+        TakeFound();
+        view_.SetChanged();
+    });
+    view_.SetChanged();
+}
+
+void SetPageRun::GiveUpSearch() {
+    walk_.GiveUp();
+    found_.clear();
+    view_.SetChanged();
+}
+
+/// Folders become categories by the names that players have, which are waited for.
+void SetPageRun::TakeFound() {
+    const auto hasCategory = [](const FoundFile& file) { return !file.category.empty(); };
+    const auto isReady = [&](const Found& found) {
+        return heard_.Of(shown_) || !inquiry_.IsAsking() ||
+               std::ranges::none_of(found.files.files, hasCategory);
+    };
+    std::vector<Found> ready;
+    for (Found& found : std::exchange(found_, {}))
+        (isReady(found) ? ready : found_).push_back(std::move(found));
+    for (const Found& found : ready) Take(found);
+}
+
+void SetPageRun::Take(const Found& found) {
+    Elements<SetVideo>& videos = VideosOf(found.player);
+    std::set<std::string> paths;
+    for (const SetVideo& video : videos) paths.insert(video.path);
+    const CategoryNames names = heard_.Of(shown_).value_or(CategoryNames());
+    std::map<std::string, std::optional<std::uint32_t>> slots = {{"", found.slot}};
+    std::set<std::string> withoutSlot;
+    for (const FoundFile& file : found.files.files) {
+        const std::string path = TextOfPath(file.path);
+        if (!paths.insert(path).second) continue;
+        const auto [slot, isNew] = slots.try_emplace(file.category);
+        if (isNew) slot->second = SlotNamed(file.category, names, set_);
+        if (!slot->second) withoutSlot.insert(file.category);
+        AddVideos(videos, std::span(&path, 1), slot->second.value_or(found.slot));
+    }
+    LookAtFiles();
+    Changed();
+    const FoundFiles& files = found.files;
+    std::vector<std::string> told;
+    if (!files.isWhole) told.push_back(fmt::sprintf(Localized(kCut), files.files.size()));
+    if (!withoutSlot.empty())
+        told.push_back(Listed(fmt::sprintf(Localized(kNoSlot), found.slot + 1), withoutSlot));
+    if (!files.unreadable.empty())
+        told.push_back(
+            Listed(Localized(kNotSeen), {files.unreadable.begin(), files.unreadable.end()}));
+    if (files.files.empty() && told.empty()) told.push_back(Localized(kNothingFound));
+    for (const std::string& text : told) services_.prompts.Warn(text);
+}
+
+void SetPageRun::Remove(const Ids& ids) {
+    for (const std::uint32_t id : ids) VideosOf(shown_).RemoveWithId(id);
+    Changed();
+}
+
+void SetPageRun::MoveUp(const Ids& ids) {
+    MoveVideosUp(VideosOf(shown_), ids);
+    Changed();
+}
+
+void SetPageRun::MoveDown(const Ids& ids) {
+    MoveVideosDown(VideosOf(shown_), ids);
+    Changed();
+}
+
+void SetPageRun::PutInto(std::uint32_t slot, const Ids& ids) {
+    SetCategory(VideosOf(shown_), ids, slot);
+    Changed();
+}
+
+void SetPageRun::SetCode(std::uint32_t code, const Ids& ids) {
+    for (const std::uint32_t id : ids)
+        if (SetVideo* video = VideosOf(shown_).Find(id)) video->code = code;
+    Changed();
+}
+
+void SetPageRun::RemoveNumbers(bool wanted, const Ids& ids) {
+    for (const std::uint32_t id : ids)
+        if (SetVideo* video = VideosOf(shown_).Find(id)) video->removesNumbers = wanted;
+    Changed();
+}
+
+CategoryNames SetPageRun::Names() const {
+    return NamesIn(set_, heard_.Of(shown_).value_or(CategoryNames()));
+}
+
+void SetPageRun::SetAliases(const std::array<CategoryAlias, kVideoCategories>& aliases) {
+    set_.aliases = aliases;
+    Changed();
+}
+
+void SetPageRun::WriteNames(bool wanted) {
+    set_.writesNames = wanted;
+    Changed();
+}
+
+void SetPageRun::Open(const std::filesystem::path& path) {
+    if (!OpenVideoSet(set_, path, services_.prompts)) return;
+    TakePlayers(set_, players_);
+    LookAtFiles();
+    Changed();
+}
+
+void SetPageRun::Save(const std::filesystem::path& path) const {
+    SaveVideoSet(set_, path, services_.prompts);
+}
+
+/// What has not been answered by then is asked for once more, as that is given up.
+void SetPageRun::LookAtFiles() {
+    std::set<std::string> unseen;
+    const auto note = [&](const Elements<SetVideo>& videos) {
+        for (const SetVideo& video : videos)
+            if (!seen_.contains(video.path)) unseen.insert(video.path);
+    };
+    note(set_.videos);
+    for (const SetPlayer& player : set_.players) note(player.videos);
+    isLooking_ = !unseen.empty();
+    if (!isLooking_) return;
+    Paths files;
+    for (const std::string& path : unseen) files.push_back(PathOfText(path));
+    services_.source.LookAt(
+        files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
+}
+
+void SetPageRun::TakeSizes(const Paths& files, const VideoSource::Sizes& sizes) {
+    std::map<std::string, const Result<std::uint64_t>*> known;
+    for (std::size_t i = 0; i < files.size(); ++i) known[TextOfPath(files[i])] = &sizes[i];
+    const auto take = [&](Elements<SetVideo>& videos) {
+        for (std::size_t i = 0; i < std::as_const(videos).size(); ++i) {
+            const auto size = known.find(videos[i].path);
+            if (size == known.end()) continue;
+            const bool isReadable = size->second->ok();
+            videos[i].trouble = isReadable ? "" : videos[i].path;
+            if (isReadable) videos[i].size = static_cast<std::int64_t>(**size->second);
+        }
+    };
+    for (const auto& [path, size] : known) seen_.insert(path);
+    take(set_.videos);
+    for (std::size_t i = 0; i < players_.size(); ++i) take(set_.players[i].videos);
+    isLooking_ = false;
+    Check();
+    view_.SetChanged();
+}
+
+void SetPageRun::Changed() {
+    Check();
+    remember_.Start(kRest, [this] { Remember(); });
+    view_.SetChanged();
+}
+
+void SetPageRun::Check() { problems_ = ProblemsOf(set_, free_); }
+
+void SetPageRun::Remember() {
+    remember_.Stop();
+    RememberVideoSet(set_, services_.preferences);
+}
+
+bool SetPageRun::GoOn(std::optional<CategoryNames>& names) {
+    const auto isRefused = [](const SetProblem& problem) {
+        return problem.kind == Kind::kTooLong || problem.kind == Kind::kNameTooLong;
+    };
+    const auto refused = std::ranges::find_if(problems_, isRefused);
+    if (refused != problems_.end()) {
+        const SetProblem problem = *refused;
+        Show(problem.player);
+        view_.ChooseVideo(problem.video);
+        services_.prompts.Warn(ProblemText(set_, problem));
+        return false;
+    }
+    names = heard_.Of(shown_);
+    const auto kept = KeepVideoTypes(services_.videoTypeFile, set_, names, set_.writesNames);
+    if (!kept) {
+        services_.prompts.Warn(fmt::sprintf(Localized(kNamesNotKept), kept.reason()));
+        return false;
+    }
+    return *kept != VideoTypeFile::kNamesUnknown ||
+           services_.prompts.Confirm(Localized(kNamesUnknown));
+}
+
+}  // namespace sontaro
