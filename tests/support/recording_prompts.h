@@ -81,7 +81,9 @@ class RecordingPrompts final : public Prompts {
         return files;
     }
     std::optional<std::filesystem::path> ChooseFolder(const std::string& caption) override {
-        Show({Box::Kind::kFileQuestion, caption, {FileQuestion::Purpose::kOpen, caption}});
+        Show({Box::Kind::kFileQuestion,
+              caption,
+              {FileQuestion::Purpose::kOpen, caption, "", "", ""}});
         return folder;
     }
     std::optional<std::uint32_t> ChooseColour(std::uint32_t) override { return colour; }
