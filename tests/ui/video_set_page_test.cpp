@@ -1,0 +1,193 @@
+#include <gmock/gmock.h>
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/dnd.h>
+#include <wx/grid.h>
+
+#include "app/features.h"
+#include "base/file.h"
+#include "batchsend/set_page_ids.h"
+#include "batchsend/set_page_run.h"
+#include "batchsend/video_set_files.h"
+#include "devices/device_list.h"
+#include "devices/video_select_device.h"
+#include "ui/ui_support.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+enum PlayerColumn { kMode = 2, kState = 5 };
+
+/// The wizard over a main window, with two players.
+struct VideoSetPage : UiTest {
+    ~VideoSetPage() override {
+        EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    }
+
+    /// Opens the wizard, ticks both players, goes on, takes `step`, and leaves with a yes.
+    void Run(const std::function<void()>& step) {
+        if (!players) StartPlayers(2);
+        window = OpenMainWindow();
+        script.Expect([&, step](wxDialog* opened) {
+            dialog = opened;
+            Press(dialog, kVideoSetScan);
+            auto* list = Find<DeviceList>(dialog, kVideoSetList);
+            ASSERT_TRUE(PumpUntil([&] { return list->GetItemCount() == 2; }));
+            Press(dialog, kVideoSetScan);
+            Press(dialog, kVideoSetSelectAll);
+            Press(dialog, wxID_FORWARD);
+            dialog->Raise();
+            EXPECT_TRUE(PumpUntil([&] { return dialog->IsActive() && Rows(kSetPlayers) == 3; }));
+            step();
+            if (!dialog) return;
+            prompts.answers = {true};
+            Press(dialog, wxID_CANCEL);
+        });
+        wxCommandEvent press(wxEVT_BUTTON, FeatureButton(Window::kSetParam));
+        window->GetEventHandler()->ProcessEvent(press);
+        window->Destroy();
+    }
+    [[nodiscard]] wxGrid& Grid(int id) const { return *Find<wxGrid>(dialog, id); }
+    [[nodiscard]] int Rows(int id) const { return Grid(id).GetNumberRows(); }
+    [[nodiscard]] std::string Cell(int id, int row, int column) const {
+        return FromWx(Grid(id).GetCellValue(row, column));
+    }
+    /// A video as it is shown: name as sent, category and code.
+    [[nodiscard]] std::string Video(int row) const {
+        return Cell(kSetVideos, row, 3) + "|" + Cell(kSetVideos, row, 2) + "|" +
+               Cell(kSetVideos, row, 4);
+    }
+    void Await(int row, PlayerColumn column, const char* text) {
+        PumpUntil([&] { return Cell(kSetPlayers, row, column) == text; });
+        EXPECT_EQ(Cell(kSetPlayers, row, column), text);
+    }
+    void AwaitVideos(int count) {
+        PumpUntil([&] { return Rows(kSetVideos) == count; });
+        EXPECT_EQ(Rows(kSetVideos), count);
+    }
+    void AwaitAnswers() { Await(1, kState, "Answered"), Await(2, kState, "Answered"); }
+    void KeyIn(int id, int key) {
+        Grid(id).GetGridWindow()->SetFocus();
+        Settle();
+        Key(key);
+    }
+    void Drop(const std::vector<std::filesystem::path>& paths) {
+        wxArrayString names;
+        for (const auto& path : paths) names.Add(ToWx(TextOfPath(path)));
+        auto* target =
+            dynamic_cast<wxFileDropTarget*>(Grid(kSetVideos).GetGridWindow()->GetDropTarget());
+        ASSERT_TRUE(target);
+        target->OnDropFiles(1, 1, names);
+    }
+    [[nodiscard]] std::ptrdiff_t KeepAlives(std::size_t player) const {
+        const auto packets = players->Player(player).ReceivedPackets();
+        return std::ranges::count(packets, kCommandSerialData,
+                                  [](const auto& packet) { return packet.header.command; });
+    }
+
+    wxWeakRef<CSontaroDlg> window;
+    wxWeakRef<wxDialog> dialog;
+    ModalScript script{};
+};
+
+TEST_F(VideoSetPage, ShowsThePlayersAndKeepsTheChosenOneAlive) {
+    Run([&] {
+        AwaitAnswers();
+        EXPECT_EQ(Cell(kSetPlayers, 2, kMode), "Independent");
+        KeyIn(kSetPlayers, WXK_DOWN), Key(WXK_DOWN);
+        EXPECT_TRUE(PumpUntil([&] { return KeepAlives(1) > 0; }));
+        EXPECT_EQ(KeepAlives(0), 0);
+        players->Player(1).ChangeState([](auto& state) { state.mode = 2; });
+        Press(dialog, kSetAskAgain);
+        EXPECT_FALSE(dialog->FindWindow(kSetAskAgain)->IsEnabled());
+        Await(2, kMode, "Slave");
+        Press(dialog, wxID_BACKWARD);
+        const std::ptrdiff_t before = KeepAlives(1);
+        PumpUntil([] { return false; }, 2500);
+        EXPECT_EQ(KeepAlives(1), before);
+    });
+    EXPECT_THAT(prompts.boxes, ElementsAre(Question("Do you really want to exit?")));
+}
+
+TEST_F(VideoSetPage, TakesFilesAndGivesThemWhatIsChosenBelow) {
+    const auto first = folder.Write("01 a.mp4", "one");
+    folder.Write("Films/迪斯科/c.mp4", "");
+    prompts.files = {first, folder.Write("b.mp4", "")};
+    Run([&] {
+        AwaitAnswers();
+        KeyIn(kSetVideos, WXK_INSERT);
+        AwaitVideos(2);
+        Drop({folder / "Films"});
+        AwaitVideos(3);
+        EXPECT_EQ(Video(2), "c.mp4|1  迪斯科|0");
+        auto* category = Find<wxChoice>(dialog, kSetCategory);
+        KeyIn(kSetVideos, WXK_HOME), Key(WXK_SPACE);
+        category->SetSelection(2);
+        wxCommandEvent choice(wxEVT_CHOICE, kSetCategory);
+        category->GetEventHandler()->ProcessEvent(choice);
+        auto* code = Find<wxTextCtrl>(dialog, kSetCode);
+        code->SetFocus();
+        code->SelectAll();
+        Settle();
+        wxUIActionSimulator().Text("70");
+        Settle();
+        EXPECT_EQ(Video(0), "01 a.mp4|3  摇滚|70");
+        EXPECT_EQ(code->GetValue(), "70");
+        Click(dialog->FindWindow(kSetRemoveNumbers));
+        Settle();
+        EXPECT_EQ(Video(0), "a.mp4|3  摇滚|70");
+        Press(dialog, kSetDown);
+        EXPECT_EQ(Video(0), "b.mp4|1  迪斯科|0");
+        KeyIn(kSetVideos, WXK_DELETE);
+        AwaitVideos(2);
+        EXPECT_TRUE(Says(dialog, "Every player: 2 (0 B)"));
+        EXPECT_FALSE(dialog->FindWindow(kSetGiveUp)->IsShown());
+    });
+}
+
+TEST_F(VideoSetPage, IsThereAgainTheNextTimeWithItsNames) {
+    prompts.files = {folder.Write("a.mp4", "")};
+    Run([&] {
+        AwaitAnswers();
+        Press(dialog, kSetAddFiles);
+        AwaitVideos(1);
+        script.Expect([](wxDialog* names) {
+            TypeInCell(*Find<wxPropertyGrid>(names, kSetAliases), "Category/1", "Dance");
+            Press(names, wxID_OK);
+        });
+        Press(dialog, kSetCategories);
+        EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
+        Press(dialog, wxID_FORWARD);
+        EXPECT_TRUE(directory.Find("Batch Send"));
+        EXPECT_THAT(folder.Read("Videos/VideoTypeProtocol.Json"), HasSubstr("\"Dance\""));
+        Press(dialog, wxID_BACKWARD);
+        AwaitAnswers();
+        EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
+    });
+    EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    std::filesystem::remove(folder / "a.mp4");
+    Run([&] {
+        EXPECT_TRUE(PumpUntil([&] {
+            return Says(dialog, "⚠ The file cannot be read: " + TextOfPath(folder / "a.mp4"));
+        }));
+        AwaitAnswers();
+        EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
+    });
+}
+
+TEST_F(VideoSetPage, EndsByForceWhileItAsksAndLooksForFiles) {
+    Run([&] {
+        players->Player(0).SetFaults(*simulator::ParseFaultScript("delay=300ms"));
+        Press(dialog, kSetAskAgain);
+        Drop({folder.Path()});
+        window->EndByForce();
+        dialog = nullptr;
+    });
+    EXPECT_EQ(prompts.boxes.size(), 0U);
+}
+
+}  // namespace
+}  // namespace sontaro::test
