@@ -5,6 +5,7 @@
 #include <wx/weakref.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "batchsend/categories_dialog.h"
 #include "batchsend/set_page_ids.h"
@@ -56,6 +57,7 @@ void CVideoSetParam::PlayerChanged(std::size_t player) {
     EnableControls();
 }
 
+/// The table tells a little later what the user has chosen in it: until then, that stays.
 void CVideoSetParam::ShowPlayers() {
     if (shownPlayers_ != playerRows_.RowCount()) {
         shownPlayers_ = playerRows_.RowCount();
@@ -63,8 +65,8 @@ void CVideoSetParam::ShowPlayers() {
     } else {
         for (std::size_t row = 0; row < shownPlayers_; ++row) players_->RowChanged(row);
     }
-    const std::size_t row = SetPlayersTable::RowOfPlace(run_.Shown());
-    if (players_->ChosenRow() != row) players_->Choose(row);
+    if (std::exchange(shownPlace_, run_.Shown()) != run_.Shown())
+        players_->Choose(SetPlayersTable::RowOfPlace(shownPlace_));
 }
 
 /// Whether other names are offered than before.

@@ -84,6 +84,7 @@ class CVideoSetParam : public WizardPage, private SetPageView {
     SetPageRun run_;
     SetPlayersTable playerRows_;
     SetVideosTable videoRows_;
+    SetPageRun::Place shownPlace_;                             // that is chosen in their table
     std::size_t shownPlayers_ = 0;                             // rows of their table
     std::vector<std::string> slots_;                           // that are offered
     std::pair<SetPageRun::Place, SetPageRun::Ids> fieldsFor_;  // videos, those below the table
