@@ -5,10 +5,7 @@
 #include <wx/grid.h>
 
 #include "app/features.h"
-#include "base/file.h"
 #include "batchsend/set_page_ids.h"
-#include "batchsend/set_page_run.h"
-#include "batchsend/video_set_files.h"
 #include "devices/device_list.h"
 #include "devices/video_select_device.h"
 #include "ui/ui_support.h"
@@ -143,7 +140,7 @@ TEST_F(VideoSetPage, TakesFilesAndGivesThemWhatIsChosenBelow) {
         EXPECT_EQ(Video(0), "b.mp4|1  迪斯科|0");
         KeyIn(kSetVideos, WXK_DELETE);
         AwaitVideos(2);
-        EXPECT_TRUE(Says(dialog, "Every player: 2 (0 B)"));
+        EXPECT_TRUE(PumpUntil([&] { return Says(dialog, "Every player: 2 (0 B)"); }));
         EXPECT_FALSE(dialog->FindWindow(kSetGiveUp)->IsShown());
     });
 }
