@@ -1,6 +1,6 @@
 #include "batchsend/categories_dialog.h"
 
-#include <fmt/printf.h>
+#include <wx/propgrid/propgrid.h>
 
 #include "batchsend/set_page_ids.h"
 #include "batchsend/set_page_text.h"
@@ -63,7 +63,7 @@ CategoriesDialog::CategoriesDialog(wxWindow* parent, SetPageRun& run, Prompts& p
     Bind(
         wxEVT_BUTTON, [this](wxCommandEvent&) { Take(); }, wxID_OK);
     CentreOnParent();
-    grid_->SetFocus();
+    grid_->Properties().SetFocus();
 }
 
 void CategoriesDialog::LayOut() {

@@ -287,7 +287,7 @@ void SetPageRun::TakeSizes(const Paths& files, const VideoSource::Sizes& sizes) 
     std::map<std::string, const Result<std::uint64_t>*> known;
     for (std::size_t i = 0; i < files.size(); ++i) known[TextOfPath(files[i])] = &sizes[i];
     const auto take = [&](Elements<SetVideo>& videos) {
-        for (std::size_t i = 0; i < std::as_const(videos).size(); ++i) {
+        for (std::size_t i = 0; i < videos.size(); ++i) {
             const auto size = known.find(videos[i].path);
             if (size == known.end()) continue;
             const bool isReadable = size->second->ok();

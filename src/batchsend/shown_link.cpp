@@ -49,10 +49,10 @@ void ShownLink::Proceed() {
 /// A new link is made when there is no other one: it could lead to another player.
 void ShownLink::Send() {
     const Target player = *shown_;
-    State& state = states_.at(player.ip);
-    if (state == State::kClosed) channel_.Send({}, std::make_shared<const Bytes>(), Boxes::kMuted);
+    if (states_.at(player.ip) == State::kClosed)
+        channel_.Send({}, std::make_shared<const Bytes>(), Boxes::kMuted);
     const bool isSent{channel_.Send(player, KeepAlivePacket(), Boxes::kMuted)};
-    state = isSent ? State::kLinked : State::kLost;
+    states_[player.ip] = isSent ? State::kLinked : State::kLost;
     Proceed();
 }
 

@@ -207,7 +207,7 @@ wxSizer* CVideoSetParam::MakeNamesRow() {
     AddButton(this, *row, kSetOpen, kOpen, 'p', &CVideoSetParam::OpenFile);
     AddButton(this, *row, kSetSave, kSave, 'S', &CVideoSetParam::SaveFile);
     row->AddStretchSpacer();
-    writeNames_ = new wxCheckBox(this, kSetWriteNames, ButtonLabel(kWriteNames, 'W'));
+    writeNames_ = new wxCheckBox(this, kSetWriteNames, ButtonLabel(kWriteNames, 'h'));
     writeNames_->Bind(wxEVT_CHECKBOX,
                       [this](wxCommandEvent& event) { run_.WriteNames(event.IsChecked()); });
     row->Add(writeNames_, wxSizerFlags().CentreVertical());
