@@ -28,6 +28,12 @@ std::string_view TakeNumber(std::string_view& text) {
     return number;
 }
 
+std::string_view TakeCharacter(std::string_view& text) {
+    const std::string_view character = text.substr(0, 1);
+    text.remove_prefix(1);
+    return character;
+}
+
 /// What lies in a folder comes before what lies in the folders below it.
 bool IsAheadOf(const FoundFile& file, const FoundFile& other) {
     const auto key = [](const FoundFile& one) {
@@ -43,8 +49,15 @@ bool IsAheadOf(const FoundFile& file, const FoundFile& other) {
 
 /// What a thread has for itself, but for the mark by which it is given up.
 struct FolderWalk::Search {
+    /// Some systems have names that are no text.
     void Run() {
-        for (const fs::path& path : chosen) LookAt(path);
+        for (const fs::path& path : chosen) {
+            try {
+                LookAt(path);
+            } catch (const fs::filesystem_error&) {
+                files.unreadable.push_back(TextOfPath(path));
+            }
+        }
     }
     void LookAt(const fs::path& path) {
         std::error_code error;
@@ -125,22 +138,17 @@ void FolderWalk::GiveUp() {
 }
 
 bool ComesBefore(std::string_view name, std::string_view other) {
-    const std::string lower = LowerCase(std::string(name)),
-                      lowerOther = LowerCase(std::string(other));
-    std::string_view rest = lower, otherRest = lowerOther;
+    const std::string lower = LowerCase(std::string(name));
+    const std::string lowerOther = LowerCase(std::string(other));
+    std::string_view rest = lower;
+    std::string_view otherRest = lowerOther;
     while (!rest.empty() && !otherRest.empty()) {
-        if (IsDigit(rest.front()) && IsDigit(otherRest.front())) {
-            const std::string_view number = TakeNumber(rest), otherNumber = TakeNumber(otherRest);
-            const auto value = std::pair(number.size(), number);
-            const auto otherValue = std::pair(otherNumber.size(), otherNumber);
-            if (value != otherValue) return value < otherValue;
-        } else if (rest.front() != otherRest.front()) {
-            return static_cast<unsigned char>(rest.front()) <
-                   static_cast<unsigned char>(otherRest.front());
-        } else {
-            rest.remove_prefix(1);
-            otherRest.remove_prefix(1);
-        }
+        const bool areNumbers = IsDigit(rest.front()) && IsDigit(otherRest.front());
+        const std::string_view part = areNumbers ? TakeNumber(rest) : TakeCharacter(rest);
+        const std::string_view otherPart =
+            areNumbers ? TakeNumber(otherRest) : TakeCharacter(otherRest);
+        if (part.size() != otherPart.size()) return part.size() < otherPart.size();
+        if (part != otherPart) return part < otherPart;
     }
     if (rest.empty() != otherRest.empty()) return rest.empty();
     return name < other;  // they differ in zeros or letters' case alone

@@ -93,11 +93,11 @@ void CVideoSetParam::ShowChosen() {
         const SetVideo& first = videos[rows.front()];
         category_->SetSelection(static_cast<int>(first.category));
         if (concerned != fieldsFor_ || !code_->HasFocus()) code_->ShowNumber(first.code);
-        const auto without = std::ranges::count_if(
-            rows, [&](std::size_t row) { return !videos[row].removesNumbers; });
-        const bool isMixed = without > 0 && static_cast<std::size_t>(without) < rows.size();
-        removeNumbers_->Set3StateValue(isMixed ? wxCHK_UNDETERMINED
-                                               : (without == 0 ? wxCHK_CHECKED : wxCHK_UNCHECKED));
+        const auto removes = [&](std::size_t row) { return videos[row].removesNumbers; };
+        const bool isOnAll = std::ranges::all_of(rows, removes);
+        const bool isMixed = !isOnAll && std::ranges::any_of(rows, removes);
+        removeNumbers_->SetValue(isOnAll);
+        if (isMixed) removeNumbers_->Set3StateValue(wxCHK_UNDETERMINED);
     }
     fieldsFor_ = concerned;
     EnableControls();
