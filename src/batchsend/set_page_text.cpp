@@ -27,8 +27,9 @@ constexpr LocalText kModes[] = {{"独立", "Independent"}, {"主机", "Master"},
 constexpr LocalText kProblem = {"%s：%s", "%s: %s"};
 constexpr LocalText kMore = {"（另有 %d 个问题）", " (%d more)"};
 constexpr LocalText kAmount = {"%d 个（%s）", "%d (%s)"};
-constexpr LocalText kForAll = {"每台播放器：%s", "Every player: %s"};
-constexpr LocalText kForOne = {"%s：%s，其中 %d 个只发给它", "%s: %s, %d of them for it alone"};
+constexpr LocalText kForAll = {"每台播放器的视频：%s", "Videos for every player: %s"};
+constexpr LocalText kForOne = {"%s 的视频：%s，其中 %d 个只发给它",
+                               "Videos for %s: %s, %d of them for it alone"};
 constexpr LocalText kSearching = {"正在查找文件…", "Looking for files…"};
 constexpr LocalText kLooking = {"正在检查文件…", "Looking at the files…"};
 constexpr LocalText kGap = {"    ", "    "};

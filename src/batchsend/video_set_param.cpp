@@ -48,6 +48,9 @@ constexpr LocalText kSave = {"保存", "Save"};
 constexpr LocalText kConcernedTip = {"用于勾选的视频；未勾选时用于所选的视频",
                                      "For the ticked videos, or the chosen ones where none is "
                                      "ticked"};
+constexpr LocalText kCategoryTip = {"用于勾选的视频（未勾选时用于所选的视频），以及新添加的文件",
+                                    "For the ticked videos, or the chosen ones where none is "
+                                    "ticked, and for files that are added"};
 constexpr LocalText kFolderTip = {"子文件夹的名称作为类别",
                                   "Its sub-folders become categories by name"};
 constexpr LocalText kFilterHint = {"任意列中的文字", "Text in any column"};
@@ -196,9 +199,9 @@ wxSizer* CVideoSetParam::MakeVideoFields(wxWindow* pane) {
         run_.RemoveNumbers(event.IsChecked(), Concerned());
     });
     row->Add(removeNumbers_, middle);
-    for (wxWindow* control : {static_cast<wxWindow*>(category_), static_cast<wxWindow*>(code_),
-                              static_cast<wxWindow*>(removeNumbers_)})
-        control->SetToolTip(ToWx(kConcernedTip));
+    category_->SetToolTip(ToWx(kCategoryTip));
+    code_->SetToolTip(ToWx(kConcernedTip));
+    removeNumbers_->SetToolTip(ToWx(kConcernedTip));
     return row;
 }
 

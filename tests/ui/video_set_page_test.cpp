@@ -140,7 +140,7 @@ TEST_F(VideoSetPage, TakesFilesAndGivesThemWhatIsChosenBelow) {
         EXPECT_EQ(Video(0), "b.mp4|1  迪斯科|0");
         KeyIn(kSetVideos, WXK_DELETE);
         AwaitVideos(2);
-        EXPECT_TRUE(PumpUntil([&] { return Says(dialog, "Every player: 2 (0 B)"); }));
+        EXPECT_TRUE(PumpUntil([&] { return Says(dialog, "Videos for every player: 2 (0 B)"); }));
         EXPECT_FALSE(dialog->FindWindow(kSetGiveUp)->IsShown());
     });
 }
