@@ -68,6 +68,13 @@ bool SetRestartTime(PlayerArguments& arguments, std::string_view value) {
     return time.has_value();
 }
 
+bool SetSpacing(PlayerArguments& arguments, std::string_view value) {
+    constexpr int kMost = 1000;
+    const auto milliseconds = ParseNumber<int>(value, 0, kMost);
+    if (milliseconds) arguments.lineUp.spacing = std::chrono::milliseconds(*milliseconds);
+    return milliseconds.has_value();
+}
+
 bool SetLog(PlayerArguments& arguments, std::string_view value) {
     arguments.log = PathOfText(value);
     return !value.empty();
@@ -134,6 +141,10 @@ constexpr OptionRow kOptions[] = {
      "such as 2.5 A5 01 02: so many seconds after the start",
      SetSerialScript},
     {"--restart-time", "SECONDS", "how long a player is away that restarts (3)", SetRestartTime},
+    {"--spacing", "MS",
+     "least time between two packets of a player (40); tools may take those\n"
+     "that arrive together for one",
+     SetSpacing},
     {"--older-names", "", "answer command 10 in its form 1 with the layouts instead of the videos",
      SetOlderNames},
     {"--outputs", "LIST",

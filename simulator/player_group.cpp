@@ -72,6 +72,7 @@ PlayerOptions PlayerAt(const LineUpOptions& options, std::size_t index) {
     player.faults = own == options.ownFaults.end() ? options.faults : own->second;
     player.screens = ScreensAt(options, index);
     player.restartTime = options.restartTime;
+    player.pacing.spacing = options.spacing;
     player.log = options.log;
     return player;
 }

@@ -24,6 +24,7 @@ struct LineUpOptions {
     std::filesystem::path schema;  ///< file with the settings that all describe; empty: the sample
     std::filesystem::path serialScript;  ///< file of what all serial ports receive; empty: nothing
     std::chrono::milliseconds restartTime = kRestartTime;
+    std::chrono::milliseconds spacing = Pacing().spacing;
     bool olderNames = false;   ///< see `PlayerOptions`
     std::vector<int> outputs;  ///< of each, 1 or 2, the last for all after it; empty: as its model
     int width = Screens().width;    ///< of every output, in pixels
