@@ -38,6 +38,11 @@ namespace sontaro::bench {
 /// building the rows. Needs the toolkit.
 [[nodiscard]] std::vector<Figure> SettingsGrids();
 
+/// Videos that go to a simulated player in a process of its own: what a chunk takes more than in a
+/// bare loop that reads ahead, how late a timer of the window is meanwhile, how much faster reading
+/// ahead is where disk and network are slow, and the memory that it takes. Needs the toolkit.
+[[nodiscard]] std::vector<Figure> BatchSends();
+
 /// A table of 65,000 rows: what opening it takes beyond one that fills the window, and a row that
 /// comes beyond the redraw; against sorting as many records. Needs the toolkit.
 [[nodiscard]] std::vector<Figure> Tables();

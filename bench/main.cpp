@@ -37,6 +37,7 @@ int Run(const char* path) {
     const Toolkit toolkit;
     for (const Figure& figure : SettingsGrids()) Show(figures, figure);
     for (const Figure& figure : Tables()) Show(figures, figure);
+    for (const Figure& figure : BatchSends()) Show(figures, figure);
     Show(figures, MessageRoundTrip());
     if (!Write(figures, path)) {
         fmt::print(stderr, "cannot write {}\n", path);

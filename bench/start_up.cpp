@@ -1,17 +1,9 @@
-#include "base/folders.h"  // before Xlib, to which "Status" is a macro
+#include "bench/program.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <fmt/core.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <memory>
 #include <stdexcept>
 #include <thread>
 
@@ -73,58 +65,6 @@ class Display {
     ::Display* display_;
 };
 
-/// A program that runs as long as this object lives, in a session of its own: it finds nothing
-/// that another one has left behind.
-class Program {
-   public:
-    explicit Program(const char* path) {
-        static const std::filesystem::path runtimeFolder = RuntimeFolder();
-        std::string session = runtimeFolder / "session-XXXXXX";
-        if (!mkdtemp(session.data())) throw std::runtime_error("no folder for a session");
-        session_ = session;
-        setenv("XDG_RUNTIME_DIR", session.c_str(), 1);
-        char* const arguments[] = {const_cast<char*>(path), nullptr};
-        if (posix_spawn(&id_, path, nullptr, nullptr, arguments, environ) != 0)
-            throw std::runtime_error(std::string("cannot start ") + path);
-    }
-    ~Program() {
-        kill(id_, SIGTERM);
-        waitpid(id_, nullptr, 0);
-        std::error_code leftBehind;
-        std::filesystem::remove_all(session_, leftBehind);
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    /// Processor time that it has used, in clock ticks.
-    [[nodiscard]] long UsedTicks() const {
-        std::ifstream stat(Proc("stat"));
-        std::string word;
-        for (int i = 0; i < 13; ++i) stat >> word;
-        long user = 0;
-        long system = 0;
-        stat >> user >> system;
-        return user + system;
-    }
-
-    [[nodiscard]] double ResidentMegabytes() const {
-        std::ifstream status(Proc("status"));
-        for (std::string word; status >> word;) {
-            double kibibytes = 0;
-            if (word == "VmRSS:" && status >> kibibytes) return kibibytes / 1024;
-        }
-        throw std::runtime_error("a program ended by itself");
-    }
-
-   private:
-    [[nodiscard]] std::string Proc(const char* file) const {
-        return fmt::format("/proc/{}/{}", id_, file);
-    }
-
-    pid_t id_ = 0;
-    std::filesystem::path session_;
-};
-
 template <class Condition>
 void Await(const Stopwatch& stopwatch, Condition condition) {
     while (!condition()) {
@@ -153,7 +93,7 @@ double MillisecondsUntilPainted(Display& display, const char* path) {
     display.Clear();
     const unsigned long empty = display.ColourAt(0, 0);
     const Stopwatch stopwatch;
-    const Program program(path);
+    const Program program({path});
     AwaitPainted(display, empty);
     return stopwatch.Seconds() * 1e3;
 }
@@ -161,7 +101,7 @@ double MillisecondsUntilPainted(Display& display, const char* path) {
 double MegabytesWhenIdle(Display& display, const char* path) {
     display.Clear();
     const unsigned long empty = display.ColourAt(0, 0);
-    const Program program(path);
+    const Program program({path});
     AwaitPainted(display, empty);
     AwaitIdle(program);
     return program.ResidentMegabytes();
