@@ -1,6 +1,11 @@
 // Sends what the last journal says is left, or everything when there is none, and writes a journal.
 // Usage: send_what_is_left JOURNALS VIDEOS IP...: every file in VIDEOS to every player at port
-// 9000. Exits with 0 when nothing is left.
+// 9000. Says for each player, as the journal has it, how many videos have arrived. Exits with 0
+// when nothing is left.
+#include <fmt/core.h>
+
+#include <algorithm>
+
 #include "base/path_text.h"
 #include "base/program_arguments.h"
 #include "batchsend/uploader.h"
@@ -21,6 +26,16 @@ std::vector<UploadPlayer> Everything(const std::vector<std::string>& arguments) 
     return players;
 }
 
+void Tell(const RunJournal& journal) {
+    using Outcome = JournalEntry::Outcome;
+    for (std::size_t i = 0; i < journal.players.size(); ++i) {
+        const auto& videos = journal.entries[i];
+        fmt::print("{} {}/{} status {}\n", journal.players[i].target.ip,
+                   std::ranges::count(videos, Outcome::kDone, &JournalEntry::outcome),
+                   videos.size(), static_cast<int>(journal.statuses[i]));
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -31,5 +46,7 @@ int main() {
     const auto left = last ? FailedIn(*last) : Everything(arguments);
     if (left.empty()) return 0;
     test::Uploader(journals).Send(left);
-    return FailedIn(*LastJournal(journals)).empty() ? 0 : 3;
+    const RunJournal journal = *LastJournal(journals);
+    Tell(journal);
+    return FailedIn(journal).empty() ? 0 : 3;
 }
