@@ -62,8 +62,8 @@ struct FaultScript {
 /// changed-timeline, no-return, bad-checksum, empty-block, no-correction, other-resolution,
 /// hang-up, no-second-query, withhold=N (the N-th chunk of a video is not acknowledged, 0 is its
 /// announcement), withhold-once=N, lose-chunk=N, store-short, disk-full=MEBIBYTES, restart-at=N
-/// (the N-th of all chunks is not taken, and the player restarts), slow=BYTES (read in a second),
-/// result=N, items=N (settings that describe themselves have N items), unread=BLOCK,
+/// (the N-th of all chunks is not taken, and the player is away for a second), slow=BYTES (read in
+/// a second), result=N, items=N (settings that describe themselves have N items), unread=BLOCK,
 /// unsupported=BLOCK, refused=BLOCK, cut=BYTES, close-after=BYTES, delay=MILLISECONDS (also
 /// "500ms"), delay-ack=MILLISECONDS (of uploads alone). An empty script has none. Fails, with a
 /// reason for the user, on anything else.

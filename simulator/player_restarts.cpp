@@ -1,5 +1,7 @@
 #include "simulator/simulated_player.h"
 
+#include <algorithm>
+
 namespace sontaro::simulator {
 
 namespace {
@@ -45,11 +47,20 @@ void SimulatedPlayer::Answered(const DevicePacket& reply) {
     constexpr std::chrono::milliseconds kPatience{500};
     const std::lock_guard lock(mutex_);
     if (away_) return;
-    if (AnnouncesRestart(reply))
+    if (AnnouncesRestart(reply)) {
         nextRestartStep_ = Clock::now() + kPatience;
-    else if (nextRestartStep_ && reply.header.command == (kCommandCloseLinks | kReplyBit))
+        absence_ = options_.restartTime;
+    } else if (nextRestartStep_ && reply.header.command == (kCommandCloseLinks | kReplyBit)) {
         nextRestartStep_ = Clock::now();
+    }
     changed_.notify_all();
+}
+
+/// Nobody has been told: the player is back before long. The mutex is held.
+void SimulatedPlayer::RestartAtOnce() {
+    constexpr std::chrono::milliseconds kLongest{1000};
+    nextRestartStep_ = Clock::now();
+    absence_ = std::min(options_.restartTime, kLongest);
 }
 
 /// The body of a thread: leaves and returns in time.
@@ -72,7 +83,7 @@ void SimulatedPlayer::Leave(std::unique_lock<std::mutex>& lock) {
     Note("restarts");
     away_ = true;
     nextRestartStep_.reset();
-    if (!faults_.noReturn) nextRestartStep_ = Clock::now() + options_.restartTime;
+    if (!faults_.noReturn) nextRestartStep_ = Clock::now() + absence_;
     ListenOrRefuse(lock);  // whoever sees its link end is not to get another one
     for (const auto& connection : connections_) connection->End();
 }

@@ -251,7 +251,7 @@ std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
 Answer SimulatedPlayer::AnswerTo(const DevicePacket& request, const FaultScript& faults,
                                  PlayerState& state) {
     if (auto faulty = uploadFaults_.AnswerTo(request, faults, state)) {
-        if (faulty->restarts) nextRestartStep_ = Clock::now();
+        if (faulty->restarts) RestartAtOnce();
         return *std::move(faulty);
     }
     Answer answer = HandleRequest(state, request);

@@ -82,6 +82,7 @@ class SimulatedPlayer final : private ConnectionOwner {
     void ListenForRequests(const std::shared_ptr<Socket>& socket);
     void ListenOrRefuse(std::unique_lock<std::mutex>& lock);
     void CloseListener(std::unique_lock<std::mutex>& lock);
+    void RestartAtOnce();
     void RunRestarts();
     void Leave(std::unique_lock<std::mutex>& lock);
     void Return(std::unique_lock<std::mutex>& lock);
@@ -108,6 +109,7 @@ class SimulatedPlayer final : private ConnectionOwner {
     UploadFaults uploadFaults_;
     bool away_ = false;                                 // because of a restart
     std::optional<Clock::time_point> nextRestartStep_;  // to leave, or to return when away
+    std::chrono::milliseconds absence_{0};              // that the restart takes
     std::shared_ptr<Socket> listener_;                  // absent while connections are refused
     std::vector<std::shared_ptr<Socket>> discovery_;    // one per port; absent while stopped
     std::vector<std::shared_ptr<Connection>> connections_;
