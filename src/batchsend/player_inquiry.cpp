@@ -80,6 +80,12 @@ bool PlayerInquiry::IsAsking() const {
            std::ranges::find(players_, State::kAsking, &Player::state) != players_.end();
 }
 
+std::size_t PlayerInquiry::PlayersDone() const {
+    return static_cast<std::size_t>(std::ranges::count_if(players_, [](const Player& player) {
+        return player.state != State::kWaiting && player.state != State::kAsking;
+    }));
+}
+
 void PlayerInquiry::BeginRound() {
     connected_ = 0;
     mayConnect_ = true;

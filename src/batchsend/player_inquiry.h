@@ -44,6 +44,9 @@ class PlayerInquiry {
     void Handle(WindowMessage& message);
 
     [[nodiscard]] bool IsAsking() const;
+    [[nodiscard]] std::size_t PlayerCount() const { return players_.size(); }
+    /// With whom it is through, whatever has come of it.
+    [[nodiscard]] std::size_t PlayersDone() const;
     [[nodiscard]] InquiryState StateOf(std::size_t player) const { return players_[player].state; }
     [[nodiscard]] const PlayerFacts& FactsOf(std::size_t player) const {
         return players_[player].facts;

@@ -79,12 +79,12 @@ void SendPage::MakePlan() {
     hasRun_ = hasEnded_ = false;
     facts_.assign(set_.players.size(), {});
     plan_.reset();
+    phase_ = set_.players.size() > 0 ? SendPhase::kPlanning : SendPhase::kIdle;
     ShowPlan();
-    if (set_.players.size() == 0) return;
+    if (phase_ == SendPhase::kIdle) return;
     std::vector<Target> players;
     for (const SetPlayer& player : set_.players)
         players.push_back({player.ip, static_cast<std::uint16_t>(player.port), 0});
-    phase_ = SendPhase::kPlanning;
     inquiry_.Ask(std::move(players),
                  {Question::kFreeSpace, Question::kVideos, Question::kControlProtocol});
     view_.StateChanged();
@@ -111,11 +111,11 @@ void SendPage::ComposePlan() {
     ShowPlan();
 }
 
-/// In place of what the rows say of a run.
+/// In place of what the rows say of a run. Without a plan only the players are known.
 void SendPage::ShowPlan() {
     batch_ = plan_ ? SendBatch(set_, *plan_) : SendBatch();
     proofs_.assign(batch_.Players().size(), {});
-    run_.SetPlayers(plan_ ? plan_->Players() : std::vector<UploadPlayer>());
+    run_.SetPlayers(plan_ ? plan_->Players() : BatchPlan(set_, facts_).Players());
     view_.BatchChanged();
 }
 
@@ -293,14 +293,8 @@ std::string SendPage::SummaryText() const {
 }
 
 std::string SendPage::AskingText() const {
-    const bool isPlan = phase_ == SendPhase::kPlanning;
-    const std::size_t count = isPlan ? set_.players.size() : batch_.Players().size();
-    std::size_t over = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const InquiryState state = inquiry_.StateOf(i);
-        if (state != InquiryState::kWaiting && state != InquiryState::kAsking) ++over;
-    }
-    return fmt::sprintf(Localized(isPlan ? kPlanning : kProving), over, count);
+    const LocalText& text = phase_ == SendPhase::kPlanning ? kPlanning : kProving;
+    return fmt::sprintf(Localized(text), inquiry_.PlayersDone(), inquiry_.PlayerCount());
 }
 
 std::string SendPage::PlanText() const {

@@ -115,6 +115,7 @@ wxCheckBox* CVideoBatchSend::AddTick(wxSizer& row, int id, const LocalText& text
 wxStaticText* CVideoBatchSend::AddLine(wxSizer& row, int id, int proportion) {
     auto* line = new wxStaticText(this, id, "", wxDefaultPosition, wxDefaultSize,
                                   wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+    line->SetMinSize(wxSize(-1, LineHeight(*this)));  // in any script
     if (!row.IsEmpty()) row.AddSpacer(FromDIP(12));
     row.Add(line, wxSizerFlags(proportion).CentreVertical());
     return line;

@@ -1,14 +1,8 @@
-#include <gmock/gmock.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/dnd.h>
-#include <wx/grid.h>
 
-#include "app/features.h"
-#include "batchsend/set_page_ids.h"
-#include "devices/device_list.h"
-#include "devices/video_select_device.h"
-#include "ui/ui_support.h"
+#include "ui/video_set_support.h"
 
 namespace sontaro::test {
 namespace {
@@ -18,40 +12,7 @@ using testing::HasSubstr;
 
 enum PlayerColumn { kMode = 2, kState = 5 };
 
-/// The wizard over a main window, with two players.
-struct VideoSetPage : UiTest {
-    ~VideoSetPage() override {
-        EXPECT_TRUE(PumpUntil([&] { return !window; }));
-    }
-
-    /// Opens the wizard, ticks both players, goes on, takes `step`, and leaves with a yes.
-    void Run(const std::function<void()>& step) {
-        if (!players) StartPlayers(2);
-        window = OpenMainWindow();
-        script.Expect([&, step](wxDialog* opened) {
-            dialog = opened;
-            Press(dialog, kVideoSetScan);
-            auto* list = Find<DeviceList>(dialog, kVideoSetList);
-            ASSERT_TRUE(PumpUntil([&] { return list->GetItemCount() == 2; }));
-            Press(dialog, kVideoSetScan);
-            Press(dialog, kVideoSetSelectAll);
-            Press(dialog, wxID_FORWARD);
-            dialog->Raise();
-            EXPECT_TRUE(PumpUntil([&] { return dialog->IsActive() && Rows(kSetPlayers) == 3; }));
-            step();
-            if (!dialog) return;
-            prompts.answers = {true};
-            Press(dialog, wxID_CANCEL);
-        });
-        wxCommandEvent press(wxEVT_BUTTON, FeatureButton(Window::kSetParam));
-        window->GetEventHandler()->ProcessEvent(press);
-        window->Destroy();
-    }
-    [[nodiscard]] wxGrid& Grid(int id) const { return *Find<wxGrid>(dialog, id); }
-    [[nodiscard]] int Rows(int id) const { return Grid(id).GetNumberRows(); }
-    [[nodiscard]] std::string Cell(int id, int row, int column) const {
-        return FromWx(Grid(id).GetCellValue(row, column));
-    }
+struct VideoSetPage : VideoSetTest {
     /// A video as it is shown: name as sent, category and code.
     [[nodiscard]] std::string Video(int row) const {
         return Cell(kSetVideos, row, 3) + "|" + Cell(kSetVideos, row, 2) + "|" +
@@ -84,10 +45,6 @@ struct VideoSetPage : UiTest {
         return std::ranges::count(packets, kCommandSerialData,
                                   [](const auto& packet) { return packet.header.command; });
     }
-
-    wxWeakRef<CSontaroDlg> window;
-    wxWeakRef<wxDialog> dialog;
-    ModalScript script{};
 };
 
 TEST_F(VideoSetPage, ShowsThePlayersAndKeepsTheChosenOneAlive) {
@@ -147,43 +104,46 @@ TEST_F(VideoSetPage, TakesFilesAndGivesThemWhatIsChosenBelow) {
 
 TEST_F(VideoSetPage, IsThereAgainTheNextTimeWithItsNames) {
     prompts.files = {folder.Write("a.mp4", "")};
-    Run([&] {
-        AwaitAnswers();
-        Press(dialog, kSetAddFiles);
-        AwaitVideos(1);
-        script.Expect([](wxDialog* names) {
-            TypeInCell(*Find<wxPropertyGrid>(names, kSetAliases), "Category/1", "Dance");
-            Press(names, wxID_OK);
+    Run(
+        [&] {
+            AwaitAnswers();
+            Press(dialog, kSetAddFiles);
+            AwaitVideos(1);
+            script.Expect([](wxDialog* names) {
+                TypeInCell(*Find<wxPropertyGrid>(names, kSetAliases), "Category/1", "Dance");
+                Press(names, wxID_OK);
+            });
+            Press(dialog, kSetCategories);
+            EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
+            Press(dialog, wxID_FORWARD);
+            EXPECT_TRUE(directory.Find("Batch Send"));
+            EXPECT_THAT(folder.Read("Videos/VideoTypeProtocol.Json"), HasSubstr("\"Dance\""));
+            Press(dialog, wxID_BACKWARD);
+            AwaitAnswers();
+            EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
+            std::filesystem::remove(folder / "a.mp4");
+        },
+        [&] {
+            EXPECT_TRUE(PumpUntil([&] {
+                return Says(dialog, "⚠ The file cannot be read: " + TextOfPath(folder / "a.mp4"));
+            }));
+            AwaitAnswers();
+            EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
         });
-        Press(dialog, kSetCategories);
-        EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
-        Press(dialog, wxID_FORWARD);
-        EXPECT_TRUE(directory.Find("Batch Send"));
-        EXPECT_THAT(folder.Read("Videos/VideoTypeProtocol.Json"), HasSubstr("\"Dance\""));
-        Press(dialog, wxID_BACKWARD);
-        AwaitAnswers();
-        EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
-    });
-    EXPECT_TRUE(PumpUntil([&] { return !window; }));
-    std::filesystem::remove(folder / "a.mp4");
-    Run([&] {
-        EXPECT_TRUE(PumpUntil([&] {
-            return Says(dialog, "⚠ The file cannot be read: " + TextOfPath(folder / "a.mp4"));
-        }));
-        AwaitAnswers();
-        EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
-    });
 }
 
 TEST_F(VideoSetPage, EndsByForceWhileItAsksAndLooksForFiles) {
     Run([&] {
+        AwaitAnswers();
+        KeyIn(kSetPlayers, WXK_DOWN);
         players->Player(0).SetFaults(*simulator::ParseFaultScript("delay=300ms"));
         Press(dialog, kSetAskAgain);
+        folder.Write("a.mp4", "");
         Drop({folder.Path()});
         window->EndByForce();
         dialog = nullptr;
     });
-    EXPECT_EQ(prompts.boxes.size(), 0U);
+    EXPECT_THAT(prompts.boxes, testing::IsEmpty());
 }
 
 }  // namespace
