@@ -30,7 +30,7 @@ struct Feature {
     char key = ' ';                ///< mnemonic of the English text
     std::optional<Window> window;  ///< what it opens, where others find that by its title
     FeatureOpener open = nullptr;
-    WizardOpener openWizard = nullptr;  ///< in place of it; without both the feature is not built
+    WizardOpener openWizard = nullptr;  ///< in place of it
 
     [[nodiscard]] bool IsInLayout() const {
         return CurrentLanguage() == Language::kChinese || text.english != nullptr;

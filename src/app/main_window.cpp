@@ -24,7 +24,6 @@ namespace {
 constexpr int kIconDelayMilliseconds = 150;
 constexpr unsigned kAboutCommand = 16;  // in the system menu
 
-constexpr LocalText kNotBuilt = {"此功能尚未完成。", "This feature is not built yet."};
 constexpr LocalText kAbout = {"关于", "About"};
 constexpr LocalText kAboutEntry = {"关于 Sontaro(&A)...", "&About Sontaro..."};
 constexpr LocalText kPurpose = {"网络视频播放器的配置与遥控",
@@ -156,8 +155,6 @@ void CSontaroDlg::OpenFeature(const Feature& feature) {
     if (feature.openWizard) {
         feature.openWizard(this, services_, setup_.scan);
         ShowCurrentDevice();
-    } else if (!feature.open) {
-        services_.Messages().Inform(Localized(kNotBuilt));
     } else if (ChooseDevice()) {
         feature.open(this, services_, *current_);
     }

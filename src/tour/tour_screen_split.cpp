@@ -189,14 +189,6 @@ void TourScreenSplit::Send() {
     Step({}, Enabled(wxID_FORWARD), "the wizard stays open", "split-sent");
 }
 
-void TourScreenSplit::Fault(std::size_t player, const char* script, const std::string& line) {
-    const auto set = [this, player, script] {
-        Players().Player(player).SetFaults(*simulator::ParseFaultScript(script));
-    };
-    Step(
-        set, [] { return true; }, line);
-}
-
 void TourScreenSplit::Dismiss(const std::string& line) {
     Step(Pressing(wxID_OK), InFront(Window::kSetParam), line);
 }

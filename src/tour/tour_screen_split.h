@@ -23,8 +23,6 @@ class TourScreenSplit : public TourSteps {
     void Edit();
     void Send();
 
-    /// Has a player have faults from now on; an empty script has none.
-    void Fault(std::size_t player, const char* script, const std::string& line);
     void Dismiss(const std::string& line = "dismissed the message");
     [[nodiscard]] bool BothHold(const std::string& text);
 };

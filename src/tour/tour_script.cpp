@@ -20,6 +20,7 @@
 #include "tour/tour_screen_split.h"
 #include "tour/tour_settings.h"
 #include "tour/tour_timeline.h"
+#include "tour/tour_video_set.h"
 #include "videocontrol/video_control_buttons.h"
 #include "videocontrol/video_control_dialog.h"
 #include "widgets/front_dialog.h"
@@ -103,9 +104,6 @@ class TourScript : public TourSteps {
             Pressing(kAboutButton), [] { return !InFront(Window::kMain)(); },
             "pressed About: name, version, licence and libraries are shown", "about");
         Step(Pressing(wxID_OK), InFront(Window::kMain), "closed About");
-        Step(Pressing(FeatureButton(Window::kSetParam)), NoticeInFront,
-             "pressed Video Set: it says that it is not built yet", "not-built");
-        Step(Pressing(wxID_OK), InFront(Window::kMain), "dismissed the message");
     }
 
     void VisitScan() {
@@ -270,15 +268,16 @@ class TourExit : public TourSteps {
 
 }  // namespace
 
-void WriteTourScript(Tour& tour, simulator::PlayerGroup& players) {
+void WriteTourScript(Tour& tour, simulator::PlayerGroup& players,
+                     const std::filesystem::path& films) {
     // The steps refer to the stations for as long as the tour walks.
     using Stations = std::tuple<TourScript, TourSettings, TourPlayerControl, TourTimeline,
-                                TourScreenSplit, TourProtocol, TourExit>;
+                                TourScreenSplit, TourVideoSet, TourProtocol, TourExit>;
     static std::unique_ptr<Stations> stations;
     stations = std::make_unique<Stations>(
         TourScript(tour, players), TourSettings(tour, players), TourPlayerControl(tour, players),
-        TourTimeline(tour, players), TourScreenSplit(tour, players), TourProtocol(tour, players),
-        TourExit(tour, players));
+        TourTimeline(tour, players), TourScreenSplit(tour, players),
+        TourVideoSet(tour, players, films), TourProtocol(tour, players), TourExit(tour, players));
     std::apply([](auto&... station) { (station.Write(), ...); }, *stations);
 }
 

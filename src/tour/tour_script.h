@@ -7,7 +7,8 @@
 namespace sontaro {
 
 /// Adds a step for everything that Sontaro can do. What players report is checked at `players`,
-/// which outlive the tour.
-void WriteTourScript(Tour& tour, simulator::PlayerGroup& players);
+/// which outlive the tour. Its videos are made in the folder `films`.
+void WriteTourScript(Tour& tour, simulator::PlayerGroup& players,
+                     const std::filesystem::path& films);
 
 }  // namespace sontaro

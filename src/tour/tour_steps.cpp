@@ -47,4 +47,12 @@ void TourSteps::LeaveFeature(const std::string& picture) {
     Step(Pressing(wxID_YES), InFront(Window::kMain), "back in the main window");
 }
 
+void TourSteps::Fault(std::size_t player, const char* script, const std::string& line) {
+    const auto set = [this, player, script] {
+        Players().Player(player).SetFaults(*simulator::ParseFaultScript(script));
+    };
+    Step(
+        set, [] { return true; }, line);
+}
+
 }  // namespace sontaro

@@ -57,6 +57,9 @@ class TourSteps {
     /// Leaves the feature in front by Cancel and a Yes.
     void LeaveFeature(const std::string& picture = "");
 
+    /// Has a player have faults from now on; an empty script has none.
+    void Fault(std::size_t player, const char* script, const std::string& line);
+
     simulator::PlayerState State() { return Players().Player(0).State(); }
     std::string Address() { return FormatIpv4(Players().Player(0).Address().address); }
 

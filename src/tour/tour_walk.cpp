@@ -15,7 +15,7 @@ class TourWalk : public Walk {
         return std::make_unique<TourPrompts>(folder_);
     }
     void Start(simulator::PlayerGroup& players) override {
-        WriteTourScript(tour_, players);
+        WriteTourScript(tour_, players, TourPrompts::FilmFolder(folder_));
         tour_.Start();
     }
     [[nodiscard]] bool Succeeded() const override { return tour_.Succeeded(); }
