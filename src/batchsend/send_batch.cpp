@@ -27,6 +27,7 @@ constexpr LocalText kConfirmed = {"已确认 %d 个视频", "%d confirmed"};
 constexpr LocalText kOdd = {"%d 个有问题：", "%d not: "};
 constexpr LocalText kSettings = {"除类别名称外，设置也已改变：",
                                  "settings have changed besides the names of categories: "};
+constexpr LocalText kNothingThere = {"没有可核对的视频", "nothing to compare"};
 constexpr LocalText kNoAnswer = {"播放器没有应答，无法核对", "no answer: cannot be told"};
 
 std::string Joined(const std::vector<std::string>& texts) {
@@ -63,7 +64,8 @@ std::string SendPair::Text() const {
 
 std::string PlayerProof::Text() const {
     if (!isAnswered) return Localized(kNoAnswer);
-    std::string text = fmt::sprintf(Localized(kConfirmed), confirmed);
+    std::string text = confirmed + odd.size() == 0 ? Localized(kNothingThere)
+                                                   : fmt::sprintf(Localized(kConfirmed), confirmed);
     if (!odd.empty())
         text += Localized(kBetween) + fmt::sprintf(Localized(kOdd), odd.size()) + Joined(odd);
     if (!changedSettings.empty())

@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-enum PlayerColumn { kMode = 2, kState = 5 };
+enum PlayerColumn { kMode = 2, kState = 4 };
 
 struct VideoSetPage : VideoSetTest {
     /// A video as it is shown: name as sent, category and code.

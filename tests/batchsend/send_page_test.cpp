@@ -1,0 +1,164 @@
+// The last page of the wizard over real links, without its window.
+#include <gmock/gmock.h>
+
+#include "base/file.h"
+#include "base/path_text.h"
+#include "base/window_titles.h"
+#include "batchsend/chunk_reader.h"
+#include "batchsend/send_page.h"
+#include "exchange/plain_loop.h"
+#include "exchange/switchboard.h"
+#include "simulator/player_group.h"
+#include "support/recording_prompts.h"
+#include "support/temporary_folder.h"
+#include "support/test_network.h"
+
+namespace sontaro::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Two players and two videos for both.
+struct SendPageTest : testing::Test, SendPageView {
+    SendPageTest() {
+        for (std::size_t i = 0; i < 2; ++i) {
+            simulator::PlayerOptions options;
+            options.address = network.Player(i);
+            players.push_back(std::make_unique<simulator::PlayerGroup>(
+                std::vector<simulator::PlayerOptions>{options}));
+            EXPECT_TRUE(players[i]->Start());
+            const Endpoint at = players[i]->Player(0).Address();
+            set.players.Insert(i, {FormatIpv4(at.address), at.port, "", {}});
+        }
+        for (const char* name : {"a.mp4", "b.mp4"}) {
+            SetVideo video;
+            video.path = TextOfPath(folder.Write(name, name));
+            video.size = 5;
+            set.videos.Insert(set.videos.size(), video);
+        }
+    }
+    ~SendPageTest() override { directory.ShutDown(); }
+
+    void BatchChanged() override {}
+    void PlayerChanged(std::size_t) override {}
+    void VideoChanged(std::size_t) override {}
+    void StateChanged() override {}
+    void Pause(std::chrono::milliseconds) override {}
+
+    simulator::SimulatedPlayer& Player(std::size_t i) { return players[i]->Player(0); }
+    void Fault(std::size_t player, const char* faults) {
+        Player(player).SetFaults(*simulator::ParseFaultScript(faults));
+    }
+    void Await(SendPhase phase) {
+        EXPECT_TRUE(loop.RunUntil([&] { return page.Phase() == phase; }, std::chrono::seconds(20)));
+    }
+    void Enter() { page.Enter(set), Await(SendPhase::kIdle); }
+    /// Until the proof is over, too.
+    void AwaitEnd() { Await(SendPhase::kProving), Await(SendPhase::kIdle); }
+    [[nodiscard]] PlannedFate Fate(std::size_t player, std::size_t video) const {
+        return page.Batch().PairAt(player, video).fate;
+    }
+    [[nodiscard]] std::vector<std::string> Proofs() const {
+        std::vector<std::string> texts;
+        for (std::size_t i = 0; i < page.Rows().size(); ++i) texts.push_back(page.ProofText(i));
+        return texts;
+    }
+
+    static constexpr const char* kMainWindow = "Sending";
+
+    TestNetwork network;
+    TemporaryFolder folder;
+    std::vector<std::unique_ptr<simulator::PlayerGroup>> players;
+    VideoSet set;
+    PlainLoop loop;
+    WindowDirectory directory{loop};
+    RecordingPrompts prompts;
+    ThreadGroup threads;
+    ExchangeHub hub;
+    Switchboard switchboard{kMainWindow, {directory, threads, prompts}, hub};
+    WindowDirectory::Registration mainWindow =
+        directory.Register(kMainWindow, [this](auto& message) { switchboard.Handle(message); });
+    MainWindowChannel channel{directory, kMainWindow};
+    ChunkReader source{loop, threads};
+    SendPage page{source,
+                  *this,
+                  prompts,
+                  {channel, hub, loop},
+                  {folder / "runs", folder / "none.json",
+                   [] { return std::chrono::milliseconds(0); }, std::chrono::system_clock::now}};
+    WindowDirectory::Registration window = directory.Register(
+        TitleOf(Window::kBatchSend), [this](auto& message) { page.Handle(message); });
+};
+
+TEST_F(SendPageTest, PlansAroundPlayersThatAreAbsentOrFullAndSendsWhatIsLeftLater) {
+    Fault(0, "refuse");
+    Player(1).ChangeState([](auto& state) { state.diskMebibytes = 0; });
+    Enter();
+    EXPECT_EQ(Fate(0, 0), PlannedFate::kUnreachable);
+    EXPECT_EQ(Fate(1, 1), PlannedFate::kDoesNotFit);
+    EXPECT_THAT(page.SummaryText(), HasSubstr("1 players cannot be reached"));
+    Fault(0, "");
+    page.Start();
+    AwaitEnd();
+    EXPECT_EQ(page.SummaryText(),
+              "1 OK, 1 failed: " + FormatIpv4(network.Player(1)) + " (Small disk surplus).");
+    EXPECT_THAT(Proofs(), ElementsAre("2 confirmed", "nothing to compare"));
+    Player(1).ChangeState([](auto& state) { state.diskMebibytes = 100; });
+    page.SendFailed();
+    page.SendFailed();  // a second press
+    EXPECT_EQ(page.Rows().size(), 1U);
+    AwaitEnd();
+    EXPECT_THAT(Proofs(), ElementsAre("2 confirmed"));
+    EXPECT_FALSE(page.MaySendFailed());
+    EXPECT_THAT(prompts.boxes, IsEmpty());
+}
+
+TEST_F(SendPageTest, StartsWhileItPlansUnlessPlayersHaveToTellWhatTheyHave) {
+    Fault(1, "silent");
+    set.skipsPresent = true;
+    page.Enter(set);
+    page.Start();
+    EXPECT_EQ(page.Phase(), SendPhase::kPlanning);
+    page.SkipPresent(false);
+    page.Start();
+    EXPECT_TRUE(page.IsRunning());
+    page.Leave();
+    EXPECT_EQ(page.Phase(), SendPhase::kIdle);
+    Fault(1, "");
+    Enter();
+    page.SendFailed();
+    AwaitEnd();
+    EXPECT_THAT(Proofs(), ElementsAre("2 confirmed", "2 confirmed"));
+}
+
+TEST_F(SendPageTest, TellsWhichSettingsHaveChangedAndKeepsThemAsTheyWere) {
+    Enter();
+    const std::string before = Player(0).State().controlProtocol;
+    page.Start();
+    Player(0).ChangeState([](auto& state) {
+        state.controlProtocol.replace(state.controlProtocol.find("115200"), 6, "9600");
+    });
+    AwaitEnd();
+    EXPECT_THAT(Proofs()[0], HasSubstr("settings have changed besides the names of categories"));
+    EXPECT_EQ(Proofs()[1], "2 confirmed");
+    const auto journal = JournalsIn(folder / "runs").front();
+    EXPECT_EQ(*ReadFile(BesideJournal(journal, FormatIpv4(network.Player(0)) + ".json")), before);
+}
+
+TEST_F(SendPageTest, SaysWhatIsNotAsItWasSent) {
+    Enter();
+    Fault(0, "store-short");
+    page.Start();
+    AwaitEnd();
+    EXPECT_THAT(Proofs()[0], HasSubstr("2 not: a.mp4: differs: size"));
+    EXPECT_TRUE(page.Batch().PairAt(0, 0).IsTrouble());
+    Fault(0, "");
+    page.Start();
+    AwaitEnd();
+    EXPECT_EQ(Proofs()[0], "2 confirmed");
+}
+
+}  // namespace
+}  // namespace sontaro::test
