@@ -8,10 +8,13 @@
 #include <wx/timer.h>
 #include <wx/utils.h>
 
+#include <algorithm>
+
 #include "base/window_titles.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/front_dialog.h"
+#include "widgets/wrapped_text.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -20,6 +23,7 @@ namespace {
 
 constexpr LocalText kReplaceQuestion = {"文件已存在，要替换吗？",
                                         "The file exists already. Replace it?"};
+constexpr int kMostCharacters = 110;  // in a line of a box
 constexpr LocalText kNoSuchFile = {"没有这个文件！", "There is no such file!"};
 
 /// A program that is busy asks with its usual pointer. The toolkit's own way is not there on every
@@ -62,8 +66,11 @@ class QuestionCloser {
 
 int Show(const std::string& text, long style, Withdrawal* withdrawal = nullptr) {
     const AnswerablePointer answerable;
-    wxGenericMessageDialog box(FrontDialog(), ToWx(text), ToWx(ApplicationTitle()), style);
+    wxGenericMessageDialog box(FrontDialog(), "", ToWx(ApplicationTitle()), style);
     UseLanguageFont(box);
+    const int widest = wxGetClientDisplayRect().width * 2 / 3;
+    box.SetMessage(
+        WrappedText(box, ToWx(text), std::min(widest, kMostCharacters * LetterWidth(box))));
     if ((style & wxYES_NO) != 0) {
         box.SetYesNoLabels(ButtonLabel(kYesText, 'Y'), ButtonLabel(kNoText, 'N'));
     } else {

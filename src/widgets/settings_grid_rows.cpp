@@ -105,7 +105,9 @@ std::set<wxString> SettingsGridRows::FoldedGroups() const {
     std::set<wxString> folded;
     for (auto at = GetIterator(wxPG_ITERATE_ALL); !at.AtEnd(); at.Next()) {
         const wxPGProperty* property = at.GetProperty();
-        if (property->IsCategory() && !property->IsExpanded()) folded.insert(property->GetName());
+        // One without rows says that it is not expanded.
+        const bool isFolded = property->HasFlag(wxPG_PROP_COLLAPSED);
+        if (property->IsCategory() && isFolded) folded.insert(property->GetName());
     }
     return folded;
 }

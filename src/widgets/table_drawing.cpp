@@ -2,13 +2,13 @@
 
 #include <wx/control.h>
 #include <wx/renderer.h>
-#include <wx/textwrapper.h>
 
 #include <algorithm>
 
 #include "widgets/colours.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
+#include "widgets/wrapped_text.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -30,19 +30,6 @@ constexpr int kHalfTicked{wxCONTROL_UNDETERMINED};
 void SetInk(wxDC& canvas, const wxColour& colour) {
     if (canvas.GetTextForeground() != colour) canvas.SetTextForeground(colour);
 }
-
-/// Breaks a text into lines.
-class Lines : public wxTextWrapper {
-   public:
-    Lines(wxWindow& window, const wxString& text, int width) { Wrap(&window, text, width); }
-    [[nodiscard]] const wxString& Text() const { return text_; }
-
-   private:
-    void OnOutputLine(const wxString& line) override { text_ += line; }
-    void OnNewLine() override { text_ += '\n'; }
-
-    wxString text_;
-};
 
 }  // namespace
 
@@ -138,7 +125,7 @@ void TableDrawing::Message(wxDC& canvas, const wxRect& area, const wxString& tex
     canvas.Clear();
     canvas.SetFont(window_.GetFont());
     canvas.SetTextForeground(SystemColour(wxSYS_COLOUR_WINDOWTEXT));
-    canvas.DrawLabel(Lines(window_, text, area.width - 2 * border).Text(), area, wxALIGN_CENTRE);
+    canvas.DrawLabel(WrappedText(window_, text, area.width - 2 * border), area, wxALIGN_CENTRE);
 }
 
 /// The ground of a label, with a line to its right and one below.

@@ -121,6 +121,7 @@ TEST_F(SplitPageTest, SendsTheWallToAllPlayersAndFetchesItAgain) {
     Run([&] {
         AwaitComparison();
         EXPECT_EQ(ValueOf(kSort, "Sort/3"), Screen(1, 1));
+        EXPECT_TRUE(Grid(kSort).GetPropertyByName("Sort")->IsExpanded());
         Press(dialog, kSplitApply);
         Await("Edited, not sent.");
         Type(kSplit, kOverlap, "100");
