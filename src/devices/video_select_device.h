@@ -2,6 +2,7 @@
 #pragma once
 
 #include "devices/select_device_page.h"
+#include "widgets/wizard_dialog.h"
 
 namespace sontaro {
 

@@ -64,13 +64,19 @@ class QuestionCloser {
     wxTimer timer_;
 };
 
+/// The box itself cannot be measured before it is shown; it has its parent's font.
+wxString InLines(const wxWindow* parent, const wxString& text) {
+    if (!parent) return text;
+    const int widest = wxGetClientDisplayRect().width * 2 / 3;
+    return WrappedText(*parent, text, std::min(widest, kMostCharacters * LetterWidth(*parent)));
+}
+
 int Show(const std::string& text, long style, Withdrawal* withdrawal = nullptr) {
     const AnswerablePointer answerable;
-    wxGenericMessageDialog box(FrontDialog(), "", ToWx(ApplicationTitle()), style);
+    wxDialog* const parent = FrontDialog();
+    wxGenericMessageDialog box(parent, InLines(parent, ToWx(text)), ToWx(ApplicationTitle()),
+                               style);
     UseLanguageFont(box);
-    const int widest = wxGetClientDisplayRect().width * 2 / 3;
-    box.SetMessage(
-        WrappedText(box, ToWx(text), std::min(widest, kMostCharacters * LetterWidth(box))));
     if ((style & wxYES_NO) != 0) {
         box.SetYesNoLabels(ButtonLabel(kYesText, 'Y'), ButtonLabel(kNoText, 'N'));
     } else {

@@ -272,7 +272,7 @@ TEST_F(SetPages, ShowPlayersAndVideosWithWhatIsOdd) {
     EXPECT_THAT(FirstProblemText(*run), HasSubstr("(1 more)"));
     videos.SetTicked(0, true);
     run->Show(1);
-    EXPECT_EQ(row(players, 2), "192.168.1.22||Master|104.86 MB|2 (1.50 MB)|");
+    EXPECT_EQ(row(players, 2), "192.168.1.22||Master|104.86 MB|Answered|");
     EXPECT_EQ(SlotText(*run, 0), "1  Dance ≠");
     run->Show({});
     run->MoveDown({run->Videos().IdAt(0)});
