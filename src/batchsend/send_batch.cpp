@@ -20,6 +20,7 @@ constexpr LocalText kOutcomes[] = {
     {"已发送", "sent"},
     {"失败", "failed"},
     {"未发送，文件不可用", "left out, file unusable"},
+    {"未发送", "not sent"},
 };
 constexpr LocalText kColon = {"：", ": "};
 constexpr LocalText kBetween = {"；", "; "};
@@ -50,8 +51,7 @@ auto KeyOf(const UploadVideo& video) { return std::tuple(video.path, video.name,
 
 bool SendPair::IsTrouble() const {
     if (proof) return *proof != ProofKind::kConfirmed;
-    if (outcome != SendOutcome::kNone)
-        return outcome == SendOutcome::kFailed || outcome == SendOutcome::kLeftOut;
+    if (outcome != SendOutcome::kNone) return outcome >= SendOutcome::kFailed;
     return fate >= PlannedFate::kDoesNotFit;
 }
 
@@ -143,6 +143,7 @@ void SendBatch::Begin(const std::vector<UploadPlayer>& run) {
 
 std::optional<std::size_t> SendBatch::Take(const UploadEvent& event) {
     using Kind = UploadEvent::Kind;
+    if (event.kind == Kind::kPlayerEnded || event.kind == Kind::kRunEnded) EndTurn(event);
     if (event.kind == Kind::kPlayerBegun || event.kind == Kind::kPlayerEnded ||
         event.kind == Kind::kRunEnded || event.kind == Kind::kAcknowledged)
         return std::nullopt;
@@ -161,6 +162,18 @@ std::optional<std::size_t> SendBatch::Take(const UploadEvent& event) {
         default: pair.outcome = SendOutcome::kFailed; pair.note = NoteText(event.note);
     }
     return place;
+}
+
+/// Nothing is going to be sent any more of what has not been begun, whatever the plan was.
+void SendBatch::EndTurn(const UploadEvent& event) {
+    const bool isRun = event.kind == UploadEvent::Kind::kRunEnded;
+    for (std::size_t i = 0; i < run_.size(); ++i) {
+        if (!isRun && i != event.player) continue;
+        for (const std::size_t video : run_[i].videos) {
+            SendPair& pair = pairs_[run_[i].player][video];
+            if (pair.outcome == SendOutcome::kNone) pair.outcome = SendOutcome::kNotSent;
+        }
+    }
 }
 
 PlayerProof SendBatch::Prove(std::size_t player, const PlayerFacts& facts,

@@ -14,6 +14,7 @@ enum class SendOutcome : std::uint8_t {
     kDone,
     kFailed,
     kLeftOut,  ///< it could not be read at the start
+    kNotSent,  ///< the player's turn, or the run, has ended before it
 };
 
 struct SendPair {
@@ -71,14 +72,20 @@ class SendBatch {
 
     /// A run of these begins, which this batch has; of what it sends, nothing is known any more.
     void Begin(const std::vector<UploadPlayer>& run);
-    /// Follows the run. The place of the video that has changed; none: no video has.
+    /// Follows the run. The place of the video that has changed; none: no single one has.
     std::optional<std::size_t> Take(const UploadEvent& event);
+    /// Whether the run's player has got the video at that place of the run.
+    [[nodiscard]] bool IsDone(std::size_t player, std::size_t place) const {
+        const RunPlayer& run = run_[player];
+        return pairs_[run.player][run.videos[place]].outcome == SendOutcome::kDone;
+    }
     /// Compares what a player should have with what it says. `before`: its control protocol before
     /// the run, as far as it was asked.
     [[nodiscard]] PlayerProof Prove(std::size_t player, const PlayerFacts& facts,
                                     const std::optional<std::string>& before);
 
    private:
+    void EndTurn(const UploadEvent& event);
     [[nodiscard]] std::optional<std::size_t> PlayerOf(const Target& target) const;
     [[nodiscard]] std::optional<std::size_t> PlaceOf(const UploadVideo& video) const;
     std::size_t Add(BatchVideo video);

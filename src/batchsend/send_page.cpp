@@ -22,13 +22,15 @@ constexpr std::chrono::milliseconds kAtOnce{0};
 constexpr LocalText kPlanning = {"正在询问播放器（%d/%d）…", "Asking the players (%d/%d)…"};
 constexpr LocalText kProving = {"正在核对播放器中的视频（%d/%d）…",
                                 "Comparing what has arrived (%d/%d)…"};
-constexpr LocalText kPlan = {"将发送 %d 个视频到 %d 台播放器，共 %s。",
-                             "To be sent: %d videos to %d players, %s in all."};
+constexpr LocalText kPlan = {"将进行 %d 次视频传输（%d 台播放器），共 %s。",
+                             "To be sent: %d transfers of videos to %d players, %s in all."};
+constexpr LocalText kTooFull = {"%d 台播放器空间不足。", " %d players have too little room."};
 constexpr LocalText kEstimate = {"按上次的速度约需 %s。", " At the last speed it takes about %s."};
 constexpr LocalText kUnreached = {"无法连接 %d 台播放器。", " %d players cannot be reached."};
 constexpr LocalText kNothing = {"没有要发送的视频。", "There are no videos to be sent."};
 constexpr LocalText kResult = {"%d 台完成", "%d OK"};
 constexpr LocalText kFailed = {"，%d 台失败：", ", %d failed: "};
+constexpr LocalText kWaiting = {"，%d 台未开始", ", %d not begun"};
 constexpr LocalText kOneFailed = {"%s（%s）", "%s (%s)"};
 constexpr LocalText kBetween = {"、", ", "};
 constexpr LocalText kStop = {"。", "."};
@@ -45,7 +47,8 @@ std::string ReasonOf(const UploadRow& row) {
 
 SendPage::SendPage(VideoSource& source, SendPageView& view, Prompts& prompts,
                    const ExchangeServices& exchange, SendPlaces places)
-    : view_(view),
+    : source_(source),
+      view_(view),
       prompts_(prompts),
       places_(std::move(places)),
       tick_(exchange.timers),
@@ -63,6 +66,7 @@ void SendPage::Enter(VideoSet set) {
 void SendPage::Leave() {
     Stop();
     inquiry_.Cancel();
+    source_.Close();
     tick_.Stop();
     Become(SendPhase::kIdle);
 }
@@ -76,7 +80,7 @@ void SendPage::StateChanged() { view_.StateChanged(); }
 
 void SendPage::MakePlan() {
     if (IsRunning()) return;
-    hasRun_ = hasEnded_ = false;
+    hasRun_ = false;
     facts_.assign(set_.players.size(), {});
     plan_.reset();
     phase_ = set_.players.size() > 0 ? SendPhase::kPlanning : SendPhase::kIdle;
@@ -85,6 +89,14 @@ void SendPage::MakePlan() {
     std::vector<Target> players;
     for (const SetPlayer& player : set_.players)
         players.push_back({player.ip, static_cast<std::uint16_t>(player.port), 0});
+    const std::vector<std::filesystem::path> files = FilesOf(set_);
+    isLooking_ = !files.empty();
+    if (isLooking_)
+        source_.LookAt(files, [this, files](const VideoSource::Sizes& sizes) {
+            TakeFileSizes(set_, files, sizes);
+            isLooking_ = false;
+            PlanIfKnown();
+        });
     inquiry_.Ask(std::move(players),
                  {Question::kFreeSpace, Question::kVideos, Question::kControlProtocol});
     view_.StateChanged();
@@ -92,17 +104,20 @@ void SendPage::MakePlan() {
 
 void SendPage::Answered(std::size_t player) {
     if (phase_ == SendPhase::kProving) ProvePlayer(player);
-    const bool isOver = !inquiry_.IsAsking();
-    if (phase_ == SendPhase::kPlanning && isOver) {
-        ComposePlan();
-        return Become(SendPhase::kIdle);
-    }
-    if (phase_ == SendPhase::kProving && isOver) return ProofOver();
+    if (phase_ == SendPhase::kPlanning) return PlanIfKnown();
+    if (phase_ == SendPhase::kProving && !inquiry_.IsAsking()) return ProofOver();
+    view_.StateChanged();
+}
+
+/// What the files are is asked for as well: they may have changed since they were chosen.
+void SendPage::PlanIfKnown() {
+    if (phase_ == SendPhase::kPlanning && !isLooking_ && !inquiry_.IsAsking()) ComposePlan();
     view_.StateChanged();
 }
 
 /// With what is known by now.
 void SendPage::ComposePlan() {
+    phase_ = SendPhase::kIdle;
     for (std::size_t i = 0; i < set_.players.size(); ++i) {
         facts_[i] = inquiry_.FactsOf(i);
         if (facts_[i].controlProtocol) settings_[set_.players[i].ip] = *facts_[i].controlProtocol;
@@ -174,12 +189,12 @@ void SendPage::BeginRun(std::vector<UploadPlayer> players) {
 void SendPage::Continue() {
     if (!MayContinue()) return;
     inquiry_.Cancel();
+    proofs_.assign(batch_.Players().size(), {});
     Go();
     run_.Continue();
 }
 
 void SendPage::Go() {
-    hasEnded_ = false;
     figures_.Begin(places_.clock());
     Become(SendPhase::kRunning);
     Tick();
@@ -205,16 +220,21 @@ void SendPage::Stop() {
 void SendPage::Heard(const UploadEvent& event) {
     journal_->Add(event);
     figures_.Take(event, run_.Rows(), places_.clock());
-    if (const auto video = batch_.Take(event)) view_.VideoChanged(*video);
+    const auto changed = batch_.Take(event);
+    if (changed) view_.VideoChanged(*changed);
+    if (event.kind == UploadEvent::Kind::kPlayerEnded || event.kind == UploadEvent::Kind::kRunEnded)
+        AllVideosChanged();
     if (event.kind == UploadEvent::Kind::kRunEnded)
         RunEnded(event.note.kind == UploadNote::Kind::kStopped);
 }
 
 /// The proof is a pass of its own, which begins once the run is over altogether.
 void SendPage::RunEnded(bool isStopped) {
-    hasEnded_ = !isStopped;
     tick_.Stop();
-    ReadLastJournal();
+    if (journal_->IsWhole())
+        ReadLastJournal();
+    else
+        TakeFailedOfRun();
     Become(SendPhase::kIdle);
     if (!isStopped) tick_.Start(kAtOnce, [this] { Prove(); });
 }
@@ -224,6 +244,19 @@ void SendPage::ReadLastJournal() {
     hasJournal_ = journal.has_value();
     failed_ = journal ? FailedIn(*journal) : std::vector<UploadPlayer>();
     if (journal && journal->Speed() > 0) lastSpeed_ = journal->Speed();
+}
+
+/// Without a journal of this run the last one would be of another.
+void SendPage::TakeFailedOfRun() {
+    hasJournal_ = false;
+    failed_.clear();
+    for (std::size_t i = 0; i < Rows().size(); ++i) {
+        const UploadRow& row = Rows()[i];
+        UploadPlayer left{row.player.target, {}};
+        for (std::size_t place = 0; place < row.player.videos.size(); ++place)
+            if (!batch_.IsDone(i, place)) left.videos.push_back(row.player.videos[place]);
+        if (!left.videos.empty()) failed_.push_back(std::move(left));
+    }
 }
 
 void SendPage::Prove() {
@@ -244,10 +277,15 @@ void SendPage::ProvePlayer(std::size_t player) {
     proofs_[player] = batch_.Prove(
         player, facts, before == settings_.end() ? std::nullopt : std::optional(before->second));
     for (std::size_t i = 0; i < facts_.size(); ++i)
-        if (set_.players[i].ip == target.ip && facts.videos) facts_[i].videos = facts.videos;
-    for (std::size_t video = 0; video < batch_.Videos().size(); ++video) view_.VideoChanged(video);
+        if (set_.players[i].ip == target.ip && facts.isReached)
+            facts_[i] = {true, facts_[i].mode, std::nullopt, facts.videos, facts.controlProtocol};
+    AllVideosChanged();
     for (std::size_t row = 0; row < Rows().size(); ++row)
         if (Rows()[row].player.target == target) view_.PlayerChanged(row);
+}
+
+void SendPage::AllVideosChanged() {
+    for (std::size_t video = 0; video < batch_.Videos().size(); ++video) view_.VideoChanged(video);
 }
 
 void SendPage::ProofOver() {
@@ -280,7 +318,10 @@ double SendPage::Share() const {
     return run.all == 0 ? 0 : static_cast<double>(run.done) / static_cast<double>(run.all);
 }
 
-std::string SendPage::LineText() const { return sontaro::LineText(run_.Line()); }
+/// After a stop nothing is being sent.
+std::string SendPage::LineText() const {
+    return run_.MayContinue() ? "" : sontaro::LineText(run_.Line());
+}
 
 std::string SendPage::SummaryText() const {
     switch (phase_) {
@@ -301,26 +342,40 @@ std::string SendPage::PlanText() const {
     if (!plan_) return "";
     const PlanTotals& totals = plan_->Totals();
     const auto unreached = std::ranges::count(facts_, false, &PlayerFacts::isReached);
-    std::string text = totals.videos == 0 ? Localized(kNothing)
-                                          : fmt::sprintf(Localized(kPlan), totals.videos,
-                                                         totals.players, BytesText(totals.bytes));
+    const auto tooFull = std::ranges::count_if(plan_->Fates(), [](const auto& fates) {
+        return std::ranges::find(fates, PlannedFate::kDoesNotFit) != fates.end();
+    });
+    std::string text;
+    if (totals.videos > 0)
+        text =
+            fmt::sprintf(Localized(kPlan), totals.videos, totals.players, BytesText(totals.bytes));
+    else if (unreached == 0 && tooFull == 0)
+        text = Localized(kNothing);
     if (const auto seconds = plan_->Estimate(lastSpeed_); seconds && totals.videos > 0)
         text += fmt::sprintf(Localized(kEstimate), DurationText(*seconds));
-    return unreached == 0 ? text : text + fmt::sprintf(Localized(kUnreached), unreached);
+    if (tooFull > 0) text += fmt::sprintf(Localized(kTooFull), tooFull);
+    if (unreached > 0) text += fmt::sprintf(Localized(kUnreached), unreached);
+    return text;
 }
 
 std::string SendPage::ResultText() const {
     const auto whole = std::ranges::count_if(Rows(), &UploadRow::IsWhole);
     std::string failed;
     std::size_t count = 0;
+    std::size_t waiting = 0;
     for (const UploadRow& row : Rows()) {
         if (row.IsWhole()) continue;
+        if (!IsFinal(row.status) && row.status != UploadStatus::kInProgress) {
+            ++waiting;
+            continue;
+        }
         ++count;
         failed += (failed.empty() ? "" : Localized(kBetween)) +
                   fmt::sprintf(Localized(kOneFailed), row.player.target.ip, ReasonOf(row));
     }
     std::string text = fmt::sprintf(Localized(kResult), whole);
     if (count > 0) text += fmt::sprintf(Localized(kFailed), count) + failed;
+    if (waiting > 0) text += fmt::sprintf(Localized(kWaiting), waiting);
     text += Localized(kStop);
     return journal_->IsWhole() ? text : text + Localized(kNotKept);
 }

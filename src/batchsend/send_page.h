@@ -99,13 +99,15 @@ class SendPage : private BatchView {
     void Heard(const UploadEvent& event) override;
     void Pause(std::chrono::milliseconds time) override { view_.Pause(time); }
 
-    void Ask(SendPhase phase, std::vector<PlayerInquiry::Question> questions);
     void Answered(std::size_t player);
+    void PlanIfKnown();
     void ComposePlan();
     void ShowPlan();
     void BeginRun(std::vector<UploadPlayer> players);
     void RunEnded(bool isStopped);
     void ReadLastJournal();
+    void TakeFailedOfRun();
+    void AllVideosChanged();
     void ProvePlayer(std::size_t player);
     void KeepSettings();
     void Tick();
@@ -116,6 +118,7 @@ class SendPage : private BatchView {
     [[nodiscard]] std::string PlanText() const;
     [[nodiscard]] std::string ResultText() const;
 
+    VideoSource& source_;
     SendPageView& view_;
     Prompts& prompts_;
     const SendPlaces places_;
@@ -129,7 +132,7 @@ class SendPage : private BatchView {
     double lastSpeed_ = 0;                            // of the latest run, bytes a second
     bool hasJournal_ = false;
     bool hasRun_ = false;
-    bool hasEnded_ = false;  // the run that is shown, by itself
+    bool isLooking_ = false;  // at the files
     SendPhase phase_ = SendPhase::kIdle;
     std::optional<JournalWriter> journal_;
     UploadFigures figures_;

@@ -19,6 +19,5 @@ inline constexpr int kSendProgress = 2413;
 inline constexpr int kSendSummary = 2414;
 inline constexpr int kSendPace = 2415;
 inline constexpr int kSendAmounts = 2416;  ///< of the first of three
-inline constexpr int kSendFilter = 2419;
 
 }  // namespace sontaro

@@ -1,5 +1,7 @@
 #include "batchsend/send_tables.h"
 
+#include <algorithm>
+
 #include "batchsend/set_problems.h"
 
 namespace sontaro {
@@ -48,6 +50,10 @@ BatchMatrix::BatchMatrix(const SendPage& page)
     for (const Target& player : page.Batch().Players()) addresses_.push_back(player.ip);
     for (const std::string& address : addresses_)
         columns_.push_back({InBoth(address.c_str()), kPlayerCharacters});
+}
+
+bool BatchMatrix::IsUpToDate() const {
+    return std::ranges::equal(page_.Batch().Players(), addresses_, {}, &Target::ip);
 }
 
 std::string BatchMatrix::Text(std::size_t row, std::size_t column) const {

@@ -28,6 +28,9 @@ class BatchMatrix : public TableModel {
     /// Its columns are the players of the page's batch as they are now. `page` outlives the table.
     explicit BatchMatrix(const SendPage& page);
 
+    /// Whether its columns are still the players of the batch.
+    [[nodiscard]] bool IsUpToDate() const;
+
     [[nodiscard]] std::span<const TableColumn> Columns() const override { return columns_; }
     [[nodiscard]] std::size_t RowCount() const override { return page_.Batch().Videos().size(); }
     [[nodiscard]] std::string Text(std::size_t row, std::size_t column) const override;

@@ -137,8 +137,10 @@ void CVideoSetParam::ChoosePlayer() {
         run_.Show(SetPlayersTable::PlaceOfRow(*row));
 }
 
+/// Nothing is done to a row that the user does not see.
 std::vector<std::size_t> CVideoSetParam::ConcernedRows() const {
     std::vector<std::size_t> rows = videoRows_.TickedRows();
+    std::erase_if(rows, [this](std::size_t row) { return !videos_->IsListed(row); });
     return rows.empty() ? videos_->ChosenRows() : rows;
 }
 

@@ -72,7 +72,6 @@ void SetPageRun::Enter(std::vector<DeviceRecord> players) {
     TakePlayers(set_, players_);
     heard_.SetPlayers(set_.players);
     free_.assign(players_.size(), std::nullopt);
-    seen_.clear();
     Check();
     Ask();
     LookAtFiles();
@@ -266,38 +265,17 @@ void SetPageRun::Save(const std::filesystem::path& path) const {
     SaveVideoSet(set_, path, services_.prompts);
 }
 
-/// What has not been answered by then is asked for once more, as that is given up.
+/// All of them, as any may have changed. What has not been answered by then is given up.
 void SetPageRun::LookAtFiles() {
-    std::set<std::string> unseen;
-    const auto note = [&](const Elements<SetVideo>& videos) {
-        for (const SetVideo& video : videos)
-            if (!seen_.contains(video.path)) unseen.insert(video.path);
-    };
-    note(set_.videos);
-    for (const SetPlayer& player : set_.players) note(player.videos);
-    isLooking_ = !unseen.empty();
+    const Paths files = FilesOf(set_);
+    isLooking_ = !files.empty();
     if (!isLooking_) return;
-    Paths files;
-    for (const std::string& path : unseen) files.push_back(PathOfText(path));
     services_.source.LookAt(
         files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
 }
 
 void SetPageRun::TakeSizes(const Paths& files, const VideoSource::Sizes& sizes) {
-    std::map<std::string, const Result<std::uint64_t>*> known;
-    for (std::size_t i = 0; i < files.size(); ++i) known[TextOfPath(files[i])] = &sizes[i];
-    const auto take = [&](Elements<SetVideo>& videos) {
-        for (std::size_t i = 0; i < videos.size(); ++i) {
-            const auto size = known.find(videos[i].path);
-            if (size == known.end()) continue;
-            const bool isReadable = size->second->ok();
-            videos[i].trouble = isReadable ? "" : videos[i].path;
-            if (isReadable) videos[i].size = static_cast<std::int64_t>(**size->second);
-        }
-    };
-    for (const auto& [path, size] : known) seen_.insert(path);
-    take(set_.videos);
-    for (std::size_t i = 0; i < players_.size(); ++i) take(set_.players[i].videos);
+    TakeFileSizes(set_, files, sizes);
     isLooking_ = false;
     Check();
     view_.SetChanged();

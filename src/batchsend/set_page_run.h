@@ -101,8 +101,7 @@ class SetPageRun {
     std::vector<std::optional<std::uint64_t>> free_;  // bytes on the players' disks
     HeardNames heard_;
     std::vector<SetProblem> problems_;
-    std::set<std::string> seen_;  // files that have been looked at since the page was entered
-    std::vector<Found> found_;    // to be added once the names of categories are known
+    std::vector<Found> found_;  // to be added once the names of categories are known
     Place shown_;
     bool isEntered_ = false;
     bool isLooking_ = false;

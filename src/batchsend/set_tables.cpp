@@ -16,7 +16,7 @@ enum class PlayerColumn : std::size_t { kIp, kId, kMode, kFree, kState, kVideos 
 constexpr TableColumn kPlayerColumns[] = {
     {{"IP地址", "IP"}, 15},  {{"ID号 / 备注", "ID / Remarks"}, 16},
     {{"模式", "Mode"}, 11},  {{"剩余空间", "Free"}, 11, CellKind::kNumber},
-    {{"状态", "State"}, 16}, {{"视频", "Videos"}, 15, CellKind::kNumber},
+    {{"状态", "State"}, 22}, {{"视频", "Videos"}, 15, CellKind::kNumber},
 };
 
 enum class VideoColumn : std::size_t { kFile, kSize, kCategory, kName, kCode, kFolder };

@@ -208,7 +208,7 @@ void CVideoBatchSend::ShowMatrix() {
 
 void CVideoBatchSend::BatchChanged() {
     if (!playerTable_) return;
-    ShowMatrix();
+    if (!matrix_ || !matrix_->IsUpToDate()) ShowMatrix();
     playerTable_->RowsChanged();
     const bool isAsking = page_.Phase() == SendPhase::kPlanning;
     matrixTable_->SetEmptyText(Localized(isAsking ? kAsking : kNoVideos));
@@ -242,8 +242,7 @@ void CVideoBatchSend::EnableButtons() {
     enable(kSendProve, page_.MayProve());
     enable(kSendExport, page_.MayExport());
     if (!focused || focused->GetParent() != this || focused->IsThisEnabled()) return;
-    wxWindow* stop = FindWindow(kSendStop);
-    (stop->IsThisEnabled() ? stop : playerTable_->Grid().GetGridWindow())->SetFocus();
+    playerTable_->Grid().GetGridWindow()->SetFocus();  // a second press must not stop the run
 }
 
 void CVideoBatchSend::ShowFigures() {

@@ -9,6 +9,7 @@
 
 #include "base/result.h"
 #include "batchsend/upload_packets.h"
+#include "batchsend/video_set.h"
 
 namespace sontaro {
 
@@ -41,5 +42,11 @@ class VideoSource {
     /// Gives up everything that has been asked for, and the video that is open.
     virtual void Close() = 0;
 };
+
+/// The files of all videos of a page, each once.
+[[nodiscard]] std::vector<std::filesystem::path> FilesOf(const VideoSet& set);
+/// Has the videos know what has been seen of these files.
+void TakeFileSizes(VideoSet& set, const std::vector<std::filesystem::path>& files,
+                   const VideoSource::Sizes& sizes);
 
 }  // namespace sontaro

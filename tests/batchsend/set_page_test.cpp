@@ -262,8 +262,8 @@ TEST_F(SetPages, ShowPlayersAndVideosWithWhatIsOdd) {
         for (std::size_t i = 0; i < 5; ++i) texts += table.Text(place, i) + "|";
         return texts;
     };
-    EXPECT_EQ(row(players, 0), "All players||||2 (1.50 MB)|");
-    EXPECT_EQ(row(players, 1), "192.168.1.21|one|Master|1.05 MB|2 (1.50 MB)|");
+    EXPECT_EQ(row(players, 0), "All players|||||");
+    EXPECT_EQ(row(players, 1), "192.168.1.21|one|Master|1.05 MB|Answered|");
     EXPECT_THAT(players.CellCaution(1, 3), HasSubstr("Too little space"));
     EXPECT_THAT(players.CellCaution(2, 3), IsEmpty());
     EXPECT_EQ(row(videos, 0), "01 a.mp4|1.50 MB|1  舞曲 ≠|01 a.mp4|0|");
