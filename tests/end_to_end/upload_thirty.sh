@@ -32,6 +32,7 @@ start_player third 4
 send run
 await 60 "the second player gets nothing" has_stored 10
 kill -KILL "$killed"
+wait "$killed" 2>/dev/null || true
 status=0
 wait "$process" || status=$?
 [ $status -eq 3 ] || fail "the run ended with $status"
