@@ -152,6 +152,7 @@ Elements<SetVideo>& SetPageRun::VideosOf(Place player) {
 
 void SetPageRun::Add(Paths chosen, std::uint32_t slot) {
     if (!isEntered_ || chosen.empty()) return;
+    for (std::filesystem::path& path : chosen) path.make_preferred();  // one spelling for a file
     walk_.Begin(std::move(chosen), [this, player = shown_, slot](FoundFiles files) {
         found_.push_back({std::move(files), player, slot});
         TakeFound();

@@ -4,6 +4,8 @@
 #include <wx/image.h>
 #include <wx/log.h>
 
+#include <exception>
+
 #include "widgets/toolkit_quirks.h"
 
 namespace {
@@ -25,6 +27,18 @@ class TestApp : public wxApp {
     int OnRun() override {
         wxApp::OnRun();
         return result_;
+    }
+    bool OnExceptionInMainLoop() override {
+        OnUnhandledException();
+        return true;
+    }
+    /// In place of the toolkit's box, which would wait for an answer.
+    void OnUnhandledException() override {
+        try {
+            throw;
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << "exception: " << error.what();
+        }
     }
     void OnAssertFailure(const wxChar* file, int line, const wxChar*, const wxChar* condition,
                          const wxChar*) override {
