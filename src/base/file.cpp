@@ -1,6 +1,8 @@
 #include "base/file.h"
 
+#include <chrono>
 #include <fstream>
+#include <thread>
 
 #include "base/path_text.h"
 
@@ -23,6 +25,21 @@ Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
     return bytes;
 }
 
+namespace {
+
+/// Windows cannot replace a file for as long as anybody reads it, such as a virus scanner.
+void ReplaceFile(const fs::path& from, const fs::path& to, std::error_code& error) {
+    constexpr int kAttempts = 20;
+    constexpr std::chrono::milliseconds kPause{10};
+    for (int attempt = 1;; ++attempt) {
+        fs::rename(from, to, error);
+        if (error != std::errc::permission_denied || attempt == kAttempts) return;
+        std::this_thread::sleep_for(kPause);
+    }
+}
+
+}  // namespace
+
 Status WriteFileAtomically(const fs::path& path, std::string_view bytes) {
     std::error_code error;
     fs::create_directories(path.parent_path(), error);
@@ -37,7 +54,7 @@ Status WriteFileAtomically(const fs::path& path, std::string_view bytes) {
             return Error{"cannot write " + TextOfPath(path.filename())};
         }
     }
-    fs::rename(temporary, path, error);
+    ReplaceFile(temporary, path, error);
     if (!error) return Done{};
     std::error_code leftBehind;
     fs::remove(temporary, leftBehind);
