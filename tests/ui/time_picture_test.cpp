@@ -22,7 +22,10 @@ struct TimePicture : testing::Test {
         view->ShowVideoOf(1);
         EXPECT_TRUE(PumpUntil([&] { return frame->IsActive() && view->HasFocus(); }));
     }
-    ~TimePicture() override { frame->Destroy(); }
+    ~TimePicture() override {
+        frame->DestroyChildren();  // at once: the frame itself waits until the program is idle
+        frame->Destroy();
+    }
 
     /// Does something with the mouse or the keyboard, and waits until it has come.
     void Do(auto action) {

@@ -24,7 +24,10 @@ struct WallWindow : testing::Test {
         EXPECT_TRUE(PumpUntil([&] { return frame->IsActive() && view->HasFocus(); }));
         changes = 0;
     }
-    ~WallWindow() override { frame->Destroy(); }
+    ~WallWindow() override {
+        frame->DestroyChildren();  // at once: the frame itself waits until the program is idle
+        frame->Destroy();
+    }
 
     [[nodiscard]] wxPoint Middle(const WallSpot& spot) const {
         const WallFrame at = view->Frame();
