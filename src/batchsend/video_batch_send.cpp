@@ -11,6 +11,7 @@
 
 #include "batchsend/send_page_ids.h"
 #include "batchsend/video_set_files.h"
+#include "widgets/csv_file_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/table.h"
 #include "widgets/text_progress.h"
@@ -46,9 +47,7 @@ constexpr LocalText kNoVideos = {"没有为播放器选择视频。", "No videos
 constexpr LocalText kAsking = {"正在询问播放器…", "Asking the players…"};
 constexpr LocalText kAwake = {"正在发送视频", "Videos are being sent"};
 constexpr LocalText kExportCaption = {"导出发送记录", "Export the journal"};
-constexpr LocalText kCsvFilter = {"CSV表格(*.csv)|*.csv", "CSV tables (*.csv)|*.csv"};
 constexpr LocalText kExportName = {"发送记录", "Upload"};
-constexpr const char* kCsvExtension = "csv";
 
 SendPlaces PlacesFor(const CVideoSetWizard& wizard) {
     return {wizard.Journals(), wizard.VideoTypeFile(),
@@ -280,8 +279,7 @@ void CVideoBatchSend::Pause(std::chrono::milliseconds time) {
 
 void CVideoBatchSend::Export() {
     const auto path = wizard_.Services().Messages().ChooseFile(
-        {FileQuestion::Purpose::kSave, Localized(kExportCaption), Localized(kCsvFilter),
-         Localized(kExportName), kCsvExtension});
+        CsvFileQuestion(FileQuestion::Purpose::kSave, kExportCaption, kExportName));
     if (path) page_.Export(*path);
 }
 
