@@ -295,7 +295,7 @@ void SetPageRun::Remember() {
     RememberVideoSet(set_, services_.preferences);
 }
 
-bool SetPageRun::GoOn(std::optional<CategoryNames>& names) {
+bool SetPageRun::GoOn() {
     const auto isRefused = [](const SetProblem& problem) {
         return problem.kind == Kind::kTooLong || problem.kind == Kind::kNameTooLong;
     };
@@ -307,7 +307,7 @@ bool SetPageRun::GoOn(std::optional<CategoryNames>& names) {
         services_.prompts.Warn(ProblemText(set_, problem));
         return false;
     }
-    names = heard_.Of(shown_);
+    const auto names = heard_.Of(shown_);
     const auto kept = KeepVideoTypes(services_.videoTypeFile, set_, names, set_.writesNames);
     if (!kept) {
         services_.prompts.Warn(fmt::sprintf(Localized(kNamesNotKept), kept.reason()));

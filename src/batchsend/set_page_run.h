@@ -29,9 +29,9 @@ class SetPageRun {
     void Enter(std::vector<DeviceRecord> players);
     /// The page is left: nothing is waited for any more.
     void Leave();
-    /// Readies what the next page needs, and gives the names that players have. False when
-    /// something has to be changed first; the user has been told.
-    [[nodiscard]] bool GoOn(std::optional<CategoryNames>& names);
+    /// Readies what the next page needs. False when something has to be changed first; the user
+    /// has been told.
+    [[nodiscard]] bool GoOn();
     /// Takes a message that the main window forwards.
     void Handle(WindowMessage& message);
 
