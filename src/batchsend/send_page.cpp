@@ -381,11 +381,7 @@ std::string SendPage::ResultText() const {
 }
 
 std::string SendPage::PaceText() const {
-    if (!IsRunning()) return "";
-    const std::string speed = SpeedText(figures_, places_.clock());
-    const std::string silence = SilenceText(run_.SilentSeconds());
-    return speed.empty() || silence.empty() ? speed + silence
-                                            : speed + Localized(kBetween) + silence;
+    return IsRunning() ? sontaro::PaceText(figures_, run_.SilentSeconds(), places_.clock()) : "";
 }
 
 }  // namespace sontaro
