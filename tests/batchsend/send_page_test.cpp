@@ -3,13 +3,9 @@
 
 #include "base/file.h"
 #include "base/path_text.h"
-#include "base/window_titles.h"
-#include "batchsend/chunk_reader.h"
 #include "batchsend/send_page.h"
-#include "exchange/plain_loop.h"
-#include "exchange/switchboard.h"
+#include "batchsend/sending_surroundings.h"
 #include "simulator/player_group.h"
-#include "support/recording_prompts.h"
 #include "support/temporary_folder.h"
 #include "support/test_network.h"
 
@@ -21,7 +17,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 /// Two players and two videos for both.
-struct SendPageTest : testing::Test, SendPageView {
+struct SendPageTest : testing::Test, SendingSurroundings, SendPageView {
     SendPageTest() {
         for (std::size_t i = 0; i < 2; ++i) {
             simulator::PlayerOptions options;
@@ -39,8 +35,6 @@ struct SendPageTest : testing::Test, SendPageView {
             set.videos.Insert(set.videos.size(), video);
         }
     }
-    ~SendPageTest() override { directory.ShutDown(); }
-
     void BatchChanged() override {}
     void PlayerChanged(std::size_t) override {}
     void VideoChanged(std::size_t) override {}
@@ -66,26 +60,14 @@ struct SendPageTest : testing::Test, SendPageView {
         return texts;
     }
 
-    static constexpr const char* kMainWindow = "Sending";
-
     TestNetwork network;
     TemporaryFolder folder;
     std::vector<std::unique_ptr<simulator::PlayerGroup>> players;
     VideoSet set;
-    PlainLoop loop;
-    WindowDirectory directory{loop};
-    RecordingPrompts prompts;
-    ThreadGroup threads;
-    ExchangeHub hub;
-    Switchboard switchboard{kMainWindow, {directory, threads, prompts}, hub};
-    WindowDirectory::Registration mainWindow =
-        directory.Register(kMainWindow, [this](auto& message) { switchboard.Handle(message); });
-    MainWindowChannel channel{directory, kMainWindow};
-    ChunkReader source{loop, threads};
     SendPage page{source,
                   *this,
                   prompts,
-                  {channel, hub, loop},
+                  Exchange(),
                   {folder / "runs", folder / "none.json",
                    [] { return std::chrono::milliseconds(0); }, std::chrono::system_clock::now}};
     WindowDirectory::Registration window = directory.Register(
