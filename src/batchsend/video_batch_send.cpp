@@ -15,6 +15,7 @@
 #include "widgets/fonts.h"
 #include "widgets/table.h"
 #include "widgets/text_progress.h"
+#include "widgets/wrapped_text.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -170,7 +171,13 @@ wxSizer* CVideoBatchSend::MakeAmountsRow() {
 
 wxSizer* CVideoBatchSend::MakeEndRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    summary_ = AddLine(*row, kSendSummary, 1);
+    summary_ = new wxStaticText(this, kSendSummary, "", wxDefaultPosition, wxDefaultSize,
+                                wxST_NO_AUTORESIZE);
+    row->Add(summary_, wxSizerFlags(1).CentreVertical());
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        CallAfter(&CVideoBatchSend::ShowSummary);
+    });
     AddButton(*row, kSendFailedAgain, kFailedAgain, 'g', &SendPage::SendFailed);
     AddButton(*row, kSendProve, kProve, 'p', &SendPage::Prove);
     auto* button = new wxButton(this, kSendExport, ButtonLabel(kExport, 'E'));
@@ -246,7 +253,7 @@ void CVideoBatchSend::EnableButtons() {
 
 void CVideoBatchSend::ShowFigures() {
     ShowText(*line_, ToWx(page_.LineText()));
-    ShowText(*summary_, ToWx(page_.SummaryText()));
+    ShowSummary();
     ShowText(*pace_, ToWx(page_.PaceText()));
     progress_->SetPercent(page_.Percent());
     const UploadFigures& figures = page_.Figures();
@@ -255,6 +262,17 @@ void CVideoBatchSend::ShowFigures() {
         ShowText(*amounts_.at(i), page_.HasRun() ? ToWx(fmt::sprintf(Localized(kAmounts[i]),
                                                                      AmountText(*amounts[i])))
                                                  : wxString());
+}
+
+/// All of it can be read, in as many lines as it takes.
+void CVideoBatchSend::ShowSummary() {
+    const int width = summary_->GetClientSize().x;
+    const wxString text = WrappedText(*summary_, ToWx(page_.SummaryText()), width);
+    if (summary_->GetLabelText() == text) return;
+    summary_->SetLabelText(text);
+    const int lines = 1 + static_cast<int>(text.Freq('\n'));
+    summary_->SetMinSize(wxSize(1, lines * LineHeight(*this)));
+    Layout();
 }
 
 void CVideoBatchSend::ShowOnTaskbar() {

@@ -1,4 +1,5 @@
 #include <wx/checkbox.h>
+#include <wx/dcclient.h>
 
 #include "base/file.h"
 #include "batchsend/journal_writer.h"
@@ -105,6 +106,21 @@ TEST_F(VideoBatchSend, GoesOnWithWhatWasStoppedAndSendsAgainWhatFailed) {
         prompts.file = folder / "runs.csv";
         Press(dialog, kSendExport);
         EXPECT_THAT(folder.Read("runs.csv"), HasSubstr("夜场 2.mp4"));
+    });
+}
+
+TEST_F(VideoBatchSend, TellsInFullWhatFailed) {
+    RunPage([&] {
+        AwaitPlan();
+        Fault(0, "not-supported"), Fault(1, "not-supported");
+        Press(dialog, kSendStart);
+        AwaitSummary("0 OK, 2 failed: ");
+        PumpUntil([&] { return Enabled(kSendProve); });
+        Settle();
+        auto* summary = Find<wxStaticText>(dialog, kSendSummary);
+        const wxSize size = wxClientDC(summary).GetMultiLineTextExtent(summary->GetLabelText());
+        EXPECT_LE(size.x, summary->GetSize().x) << FromWx(summary->GetLabelText());
+        EXPECT_LE(size.y, summary->GetSize().y);
     });
 }
 
