@@ -134,8 +134,7 @@ TEST_F(VideoBatchSend, EndsByForceWhileItSends) {
         dialog = nullptr;
     });
     EXPECT_TRUE(PumpUntil([&] { return !window; }));
-    const auto last = LastJournal(folder / "Uploads");
-    EXPECT_THAT(FailedIn(*last), SizeIs(2));
+    EXPECT_THAT(FailedIn(*LatestJournalIn(folder / "Uploads").journal), SizeIs(2));
 }
 
 }  // namespace
