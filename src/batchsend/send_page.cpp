@@ -61,8 +61,7 @@ void SendPage::MakePlan() {
     ShowPlan();
     if (phase_ == SendPhase::kIdle) return;
     std::vector<Target> players;
-    for (const SetPlayer& player : set_.players)
-        players.push_back({player.ip, static_cast<std::uint16_t>(player.port), 0});
+    for (const UploadRow& row : Rows()) players.push_back(row.player.target);
     const std::vector<std::filesystem::path> files = FilesOf(set_);
     isLooking_ = !files.empty();
     if (isLooking_)
@@ -92,10 +91,8 @@ void SendPage::PlanIfKnown() {
 /// With what is known by now.
 void SendPage::ComposePlan() {
     phase_ = SendPhase::kIdle;
-    for (std::size_t i = 0; i < set_.players.size(); ++i) {
-        facts_[i] = inquiry_.FactsOf(i);
-        if (facts_[i].controlProtocol) settings_[set_.players[i].ip] = *facts_[i].controlProtocol;
-    }
+    for (std::size_t i = 0; i < set_.players.size(); ++i)
+        Learn(Rows()[i].player.target, inquiry_.FactsOf(i));
     plan_.emplace(set_, facts_);
     ShowPlan();
 }
@@ -123,8 +120,8 @@ void SendPage::TryAgain(bool wanted) {
 
 /// What players have cannot be skipped before they have told it.
 bool SendPage::MayStart() const {
-    return !IsRunning() && set_.players.size() > 0 &&
-           !(phase_ == SendPhase::kPlanning && set_.skipsPresent);
+    const bool areAsked = std::ranges::all_of(facts_, &PlayerFacts::isAsked);
+    return !IsRunning() && set_.players.size() > 0 && (areAsked || !set_.skipsPresent);
 }
 
 void SendPage::Start() {
@@ -132,6 +129,7 @@ void SendPage::Start() {
     if (phase_ == SendPhase::kPlanning) ComposePlan();
     inquiry_.Cancel();
     ShowPlan();
+    runsPlan_ = true;
     BeginRun(plan_->Players());
 }
 
@@ -143,11 +141,13 @@ void SendPage::SendFailed() {
         batch_ = SendBatch(failed_);
         proofs_.assign(failed_.size(), {});
     }
+    runsPlan_ = false;
     BeginRun(failed_);
 }
 
 void SendPage::BeginRun(std::vector<UploadPlayer> players) {
     journal_.emplace(places_.journals, players, places_.wallClock);
+    before_ = settings_;
     KeepSettings();
     batch_.Begin(players);
     for (std::size_t i = 0; i < proofs_.size(); ++i)
@@ -176,7 +176,7 @@ void SendPage::Go() {
 
 /// What the players said before the run, beside its journal.
 void SendPage::KeepSettings() {
-    for (const auto& [address, text] : settings_)
+    for (const auto& [address, text] : before_)
         // The run goes on without: only the comparison with it is lost.
         static_cast<void>(
             WriteFileAtomically(BesideJournal(journal_->Path(), address + ".json"), text));
@@ -194,10 +194,7 @@ void SendPage::Stop() {
 void SendPage::Heard(const UploadEvent& event) {
     journal_->Add(event);
     figures_.Take(event, run_.Rows(), places_.clock());
-    const auto changed = batch_.Take(event);
-    if (changed) view_.VideoChanged(*changed);
-    if (event.kind == UploadEvent::Kind::kPlayerEnded || event.kind == UploadEvent::Kind::kRunEnded)
-        AllVideosChanged();
+    for (const std::size_t video : batch_.Take(event)) view_.VideoChanged(video);
     if (event.kind == UploadEvent::Kind::kRunEnded)
         RunEnded(event.note.kind == UploadNote::Kind::kStopped);
 }
@@ -224,25 +221,29 @@ void SendPage::Prove() {
     view_.StateChanged();
 }
 
-/// What a player says of the run is also what the next plan goes by.
 void SendPage::ProvePlayer(std::size_t player) {
     const InquiryState state = inquiry_.StateOf(player);
     if (state == InquiryState::kWaiting || state == InquiryState::kAsking) return;
     const PlayerFacts& facts = inquiry_.FactsOf(player);
     const Target& target = batch_.Players()[player];
-    const auto before = settings_.find(target.ip);
+    const auto before = before_.find(target.ip);
     proofs_[player] = batch_.Prove(
-        player, facts, before == settings_.end() ? std::nullopt : std::optional(before->second));
-    for (std::size_t i = 0; i < facts_.size(); ++i)
-        if (set_.players[i].ip == target.ip && facts.isReached)
-            facts_[i] = {true, facts_[i].mode, std::nullopt, facts.videos, facts.controlProtocol};
-    AllVideosChanged();
+        player, facts, before == before_.end() ? std::nullopt : std::optional(before->second));
+    Learn(target, facts);
+    for (std::size_t video = 0; video < batch_.Videos().size(); ++video) view_.VideoChanged(video);
     for (std::size_t row = 0; row < Rows().size(); ++row)
         if (Rows()[row].player.target == target) view_.PlayerChanged(row);
 }
 
-void SendPage::AllVideosChanged() {
-    for (std::size_t video = 0; video < batch_.Videos().size(); ++video) view_.VideoChanged(video);
+/// What a player says after a run is also what the next plan goes by, and what the next run is
+/// compared with.
+void SendPage::Learn(const Target& player, const PlayerFacts& facts) {
+    if (facts.controlProtocol) settings_[player.ip] = *facts.controlProtocol;
+    for (std::size_t i = 0; i < facts_.size(); ++i) {
+        if (set_.players[i].ip != player.ip) continue;
+        if (facts.isReached) facts_[i] = facts;
+        facts_[i].isAsked |= facts.isAsked;
+    }
 }
 
 void SendPage::ProofOver() {

@@ -42,6 +42,8 @@ class SendPage : private BatchView {
     [[nodiscard]] SendPhase Phase() const { return phase_; }
     [[nodiscard]] bool MayStart() const;
     [[nodiscard]] bool MayContinue() const { return run_.MayContinue(); }
+    /// Whether `Start` would begin the run anew that was stopped, and not another one.
+    [[nodiscard]] bool StartsAnew() const { return MayContinue() && runsPlan_; }
     [[nodiscard]] bool MaySendFailed() const { return !IsRunning() && !failed_.empty(); }
     [[nodiscard]] bool MayProve() const { return phase_ == SendPhase::kIdle && hasRun_; }
     [[nodiscard]] bool MayExport() const { return !IsRunning() && latest_.journal; }
@@ -81,8 +83,8 @@ class SendPage : private BatchView {
     void BeginRun(std::vector<UploadPlayer> players);
     void RunEnded(bool isStopped);
     void TakeLatest(LatestJournal latest);
-    void AllVideosChanged();
     void ProvePlayer(std::size_t player);
+    void Learn(const Target& player, const PlayerFacts& facts);
     void KeepSettings();
     void Tick();
     void Become(SendPhase phase);
@@ -99,11 +101,13 @@ class SendPage : private BatchView {
     std::optional<BatchPlan> plan_;
     SendBatch batch_;
     std::vector<std::optional<PlayerProof>> proofs_;  // by the batch's players
-    std::map<std::string, std::string> settings_;     // before the run, by IP address
+    std::map<std::string, std::string> settings_;     // as heard last, by IP address
+    std::map<std::string, std::string> before_;       // those of them that the run began with
     LatestJournal latest_;
     std::vector<UploadPlayer> failed_;  // in it
     double lastSpeed_ = 0;              // of the latest run, bytes a second
     bool hasRun_ = false;
+    bool runsPlan_ = false;   // and not what failed earlier
     bool isLooking_ = false;  // at the files
     SendPhase phase_ = SendPhase::kIdle;
     std::optional<JournalWriter> journal_;

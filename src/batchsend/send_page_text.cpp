@@ -60,7 +60,8 @@ std::string ProvingText(std::size_t done, std::size_t all) {
 
 std::string PlanText(const BatchPlan& plan, std::span<const PlayerFacts> facts, double speed) {
     const PlanTotals& totals = plan.Totals();
-    const auto unreached = std::ranges::count(facts, false, &PlayerFacts::isReached);
+    const auto unreached = std::ranges::count_if(
+        facts, [](const PlayerFacts& player) { return player.isAsked && !player.isReached; });
     const auto tooFull = std::ranges::count_if(plan.Fates(), [](const auto& fates) {
         return std::ranges::find(fates, PlannedFate::kDoesNotFit) != fates.end();
     });

@@ -236,7 +236,7 @@ void CVideoBatchSend::StateChanged() {
 void CVideoBatchSend::EnableButtons() {
     const wxWindow* focused = FindFocus();
     const auto enable = [this](int id, bool may) { FindWindow(id)->Enable(may); };
-    const wxString label = ButtonLabel(page_.MayContinue() ? kFromStart : kStart, 'S');
+    const wxString label = ButtonLabel(page_.StartsAnew() ? kFromStart : kStart, 'S');
     if (start_->GetLabel() != label) start_->SetLabel(label);
     enable(kSendStart, page_.MayStart());
     enable(kSendContinue, page_.MayContinue());
