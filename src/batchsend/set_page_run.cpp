@@ -210,7 +210,7 @@ void SetPageRun::Take(const Found& found) {
 }
 
 void SetPageRun::Remove(const Ids& ids) {
-    for (const std::uint32_t id : ids) VideosOf(shown_).RemoveWithId(id);
+    VideosOf(shown_).RemoveWithIds(ids);
     Changed();
 }
 
@@ -230,14 +230,13 @@ void SetPageRun::PutInto(std::uint32_t slot, const Ids& ids) {
 }
 
 void SetPageRun::SetCode(std::uint32_t code, const Ids& ids) {
-    for (const std::uint32_t id : ids)
-        if (SetVideo* video = VideosOf(shown_).Find(id)) video->code = code;
+    ChangeVideos(VideosOf(shown_), ids, [code](SetVideo& video) { video.code = code; });
     Changed();
 }
 
 void SetPageRun::RemoveNumbers(bool wanted, const Ids& ids) {
-    for (const std::uint32_t id : ids)
-        if (SetVideo* video = VideosOf(shown_).Find(id)) video->removesNumbers = wanted;
+    ChangeVideos(VideosOf(shown_), ids,
+                 [wanted](SetVideo& video) { video.removesNumbers = wanted; });
     Changed();
 }
 

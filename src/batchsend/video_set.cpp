@@ -1,6 +1,7 @@
 #include "batchsend/video_set.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/path_text.h"
 #include "settings/record_table.h"
@@ -64,17 +65,38 @@ bool IsJustAsBefore(const SetPlayer& kept, const DeviceRecord& player) {
     return kept.ip == player.ip && kept.id == player.id;
 }
 
-bool IsAmong(std::span<const std::uint32_t> ids, std::uint32_t id) {
-    return std::ranges::find(ids, id) != ids.end();
-}
+/// Numbers of videos, among which many are looked for.
+class IdSet {
+   public:
+    explicit IdSet(std::span<const std::uint32_t> ids) : ids_(ids.begin(), ids.end()) {
+        std::ranges::sort(ids_);
+    }
+    [[nodiscard]] bool Has(std::uint32_t id) const { return std::ranges::binary_search(ids_, id); }
 
-void Exchange(Elements<SetVideo>& videos, std::size_t a, std::size_t b) {
-    std::vector<std::uint32_t> ids;
-    for (std::size_t i = 0; i < videos.size(); ++i) ids.push_back(videos.IdAt(i));
-    std::swap(ids[a], ids[b]);
-    std::swap(videos[a], videos[b]);
-    videos.Renumber(std::move(ids));
-}
+   private:
+    std::vector<std::uint32_t> ids_;
+};
+
+/// Exchanges neighbours, each of which takes its number along.
+class Exchange {
+   public:
+    explicit Exchange(Elements<SetVideo>& videos) : videos_(videos) {
+        for (std::size_t i = 0; i < videos.size(); ++i) ids_.push_back(videos.IdAt(i));
+    }
+    ~Exchange() { videos_.Renumber(std::move(ids_)); }
+    Exchange(const Exchange&) = delete;
+    Exchange& operator=(const Exchange&) = delete;
+
+    [[nodiscard]] std::uint32_t IdAt(std::size_t place) const { return ids_[place]; }
+    void WithNext(std::size_t place) {
+        std::swap(ids_[place], ids_[place + 1]);
+        std::swap(videos_[place], videos_[place + 1]);
+    }
+
+   private:
+    Elements<SetVideo>& videos_;
+    std::vector<std::uint32_t> ids_;
+};
 
 }  // namespace
 
@@ -138,22 +160,31 @@ void AddVideos(Elements<SetVideo>& videos, std::span<const std::string> paths, s
     }
 }
 
+void ChangeVideos(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
+                  const std::function<void(SetVideo&)>& change) {
+    const IdSet changed(ids);
+    for (std::size_t i = 0; i < videos.size(); ++i)
+        if (changed.Has(videos.IdAt(i))) change(videos[i]);
+}
+
 void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
                  std::uint32_t slot) {
-    for (const std::uint32_t id : ids)
-        if (SetVideo* video = videos.Find(id)) video->category = video->code = slot;
+    ChangeVideos(videos, ids, [slot](SetVideo& video) { video.category = video.code = slot; });
 }
 
 void MoveVideosUp(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids) {
-    for (std::size_t i = 1; i < videos.size(); ++i)
-        if (IsAmong(ids, videos.IdAt(i)) && !IsAmong(ids, videos.IdAt(i - 1)))
-            Exchange(videos, i - 1, i);
+    const IdSet moved(ids);
+    Exchange exchange(videos);
+    for (std::size_t i = 0; i + 1 < videos.size(); ++i)
+        if (moved.Has(exchange.IdAt(i + 1)) && !moved.Has(exchange.IdAt(i))) exchange.WithNext(i);
 }
 
 void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids) {
+    const IdSet moved(ids);
+    Exchange exchange(videos);
     for (std::size_t i = videos.size(); i-- > 1;)
-        if (IsAmong(ids, videos.IdAt(i - 1)) && !IsAmong(ids, videos.IdAt(i)))
-            Exchange(videos, i - 1, i);
+        if (moved.Has(exchange.IdAt(i - 1)) && !moved.Has(exchange.IdAt(i)))
+            exchange.WithNext(i - 1);
 }
 
 std::optional<std::uint32_t> SlotNamed(std::string_view name, const CategoryNames& players,

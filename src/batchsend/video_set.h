@@ -3,6 +3,7 @@
 
 #include <array>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -81,6 +82,9 @@ void TakePlayers(VideoSet& set, std::span<const DeviceRecord> players);
 
 /// Adds videos of a category behind the others.
 void AddVideos(Elements<SetVideo>& videos, std::span<const std::string> paths, std::uint32_t slot);
+/// Has `change` see the videos with these numbers.
+void ChangeVideos(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
+                  const std::function<void(SetVideo&)>& change);
 /// Puts the videos with these numbers into a category, whose code becomes theirs.
 void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
                  std::uint32_t slot);

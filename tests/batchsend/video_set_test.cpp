@@ -53,6 +53,10 @@ TEST_F(VideoSets, MoveRowsTogetherAndKeepTheirNumbers) {
     MoveVideosDown(videos, std::vector{ids[1], ids[2]});
     EXPECT_EQ(Order(), "dbca");
     EXPECT_EQ(videos.Find(ids[3])->path, "d");
+    videos.RemoveWithIds({ids[3], ids[1], 7});
+    EXPECT_EQ(Order(), "ca");
+    EXPECT_EQ(videos.Find(ids[0])->path, "a");
+    EXPECT_EQ(videos.Find(ids[1]), nullptr);
 }
 
 TEST_F(VideoSets, FindOrNameTheSlotOfAFolder) {
