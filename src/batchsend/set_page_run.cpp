@@ -74,8 +74,8 @@ void SetPageRun::Enter(std::vector<DeviceRecord> players) {
     free_.assign(players_.size(), std::nullopt);
     Check();
     Ask();
-    LookAtFiles();
     Show(shown_);
+    LookAtFiles();
 }
 
 void SetPageRun::Leave() {
@@ -123,7 +123,7 @@ void SetPageRun::PlayerAnswers(std::size_t player) {
     if (facts.free != free_[player]) {
         free_[player] = facts.free;
         Check();
-        view_.SetChanged();
+        view_.VideosChanged();
     }
     view_.PlayerChanged(player);
     TakeFound();
@@ -195,8 +195,8 @@ void SetPageRun::Take(const Found& found) {
         if (!slot->second) withoutSlot.insert(file.category);
         AddVideos(videos, std::span(&path, 1), slot->second.value_or(found.slot));
     }
-    LookAtFiles();
     Changed();
+    LookAtFiles();
     const FoundFiles& files = found.files;
     std::vector<std::string> told;
     if (!files.isWhole) told.push_back(fmt::sprintf(Localized(kCut), files.files.size()));
@@ -226,18 +226,18 @@ void SetPageRun::MoveDown(const Ids& ids) {
 
 void SetPageRun::PutInto(std::uint32_t slot, const Ids& ids) {
     SetCategory(VideosOf(shown_), ids, slot);
-    Changed();
+    Edited();
 }
 
 void SetPageRun::SetCode(std::uint32_t code, const Ids& ids) {
     ChangeVideos(VideosOf(shown_), ids, [code](SetVideo& video) { video.code = code; });
-    Changed();
+    Edited();
 }
 
 void SetPageRun::RemoveNumbers(bool wanted, const Ids& ids) {
     ChangeVideos(VideosOf(shown_), ids,
                  [wanted](SetVideo& video) { video.removesNumbers = wanted; });
-    Changed();
+    Edited();
 }
 
 CategoryNames SetPageRun::Names() const {
@@ -246,19 +246,19 @@ CategoryNames SetPageRun::Names() const {
 
 void SetPageRun::SetAliases(const std::array<CategoryAlias, kVideoCategories>& aliases) {
     set_.aliases = aliases;
-    Changed();
+    Edited();
 }
 
 void SetPageRun::WriteNames(bool wanted) {
     set_.writesNames = wanted;
-    Changed();
+    Edited();
 }
 
 void SetPageRun::Open(const std::filesystem::path& path) {
     if (!OpenVideoSet(set_, path, services_.prompts)) return;
     TakePlayers(set_, players_);
-    LookAtFiles();
     Changed();
+    LookAtFiles();
 }
 
 void SetPageRun::Save(const std::filesystem::path& path) const {
@@ -272,19 +272,30 @@ void SetPageRun::LookAtFiles() {
     if (!isLooking_) return;
     services_.source.LookAt(
         files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
+    view_.VideosChanged();
 }
 
 void SetPageRun::TakeSizes(const Paths& files, const VideoSource::Sizes& sizes) {
     TakeFileSizes(set_, files, sizes);
     isLooking_ = false;
     Check();
-    view_.SetChanged();
+    view_.VideosChanged();
 }
 
 void SetPageRun::Changed() {
+    Keep();
+    view_.SetChanged();
+}
+
+/// The same videos are there, in the same order.
+void SetPageRun::Edited() {
+    Keep();
+    view_.VideosChanged();
+}
+
+void SetPageRun::Keep() {
     Check();
     remember_.Start(kRest, [this] { Remember(); });
-    view_.SetChanged();
 }
 
 void SetPageRun::Check() { problems_ = ProblemsOf(set_, free_); }

@@ -91,6 +91,8 @@ class SetPageRun {
     void LookAtFiles();
     void TakeSizes(const Paths& files, const VideoSource::Sizes& sizes);
     void Changed();
+    void Edited();
+    void Keep();
     void Check();
     void Remember();
 

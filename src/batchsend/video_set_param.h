@@ -52,6 +52,7 @@ class CVideoSetParam : public WizardPage, private SetPageView {
     void RememberSash();
 
     void SetChanged() override;
+    void VideosChanged() override;
     void PlayerChanged(std::size_t player) override;
     void ChooseVideo(std::uint32_t id) override;
     void ShowPlayers();

@@ -91,6 +91,7 @@ struct SetPages : testing::Test, ExchangeBench, SetPageView {
     bool GoesOn() { return run->GoOn(); }
 
     void SetChanged() override { changed(); }
+    void VideosChanged() override {}
     void PlayerChanged(std::size_t) override {}
     void ChooseVideo(std::uint32_t id) override { chosen = id; }
 
