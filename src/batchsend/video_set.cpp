@@ -30,6 +30,7 @@ constexpr auto kPlayer = Rows<SetPlayer>({
 });
 constexpr auto kAlias = Rows<CategoryAlias>({
     {"name", kAt<&CategoryAlias::name>},
+    {"provisional", kAt<&CategoryAlias::isProvisional>},
 });
 constexpr auto kSet = Rows<VideoSet>({
     {"videos", kRecordAt<&VideoSet::videos, kVideo>},
@@ -97,6 +98,37 @@ class Exchange {
     Elements<SetVideo>& videos_;
     std::vector<std::uint32_t> ids_;
 };
+
+/// Has `change` see every video, those of absent players, too.
+void ForEachVideo(VideoSet& set, const std::function<void(SetVideo&)>& change) {
+    const auto see = [&](Elements<SetVideo>& videos) {
+        for (std::size_t i = 0; i < videos.size(); ++i) change(videos[i]);
+    };
+    see(set.videos);
+    for (auto* const players : {&set.players, &set.absent})
+        for (std::size_t i = 0; i < players->size(); ++i) see((*players)[i].videos);
+}
+
+using Slots = std::array<bool, kVideoCategories>;
+
+Slots UsedSlots(VideoSet& set) {
+    Slots used{};
+    ForEachVideo(set, [&](const SetVideo& video) { used.at(video.category) = true; });
+    return used;
+}
+
+std::optional<std::uint32_t> SlotWithName(std::string_view name, const CategoryNames& names) {
+    const auto slot = std::ranges::find(names, name);
+    if (slot == names.end()) return std::nullopt;
+    return static_cast<std::uint32_t>(slot - names.begin());
+}
+
+/// The first slot that has neither a name nor a video.
+std::optional<std::uint32_t> FreeSlot(const CategoryNames& names, const Slots& used) {
+    for (std::uint32_t slot = 0; slot < kVideoCategories; ++slot)
+        if (names.at(slot).empty() && !used.at(slot)) return slot;
+    return std::nullopt;
+}
 
 }  // namespace
 
@@ -187,15 +219,39 @@ void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> i
             exchange.WithNext(i - 1);
 }
 
-std::optional<std::uint32_t> SlotNamed(std::string_view name, const CategoryNames& players,
+std::optional<std::uint32_t> SlotNamed(std::string_view name, const CategoryNames* players,
                                        VideoSet& set) {
-    const CategoryNames names = NamesIn(set, players);
-    auto slot = std::ranges::find(names, name);
-    if (slot == names.end()) slot = std::ranges::find(names, "");
-    if (slot == names.end()) return std::nullopt;
-    const auto place = static_cast<std::size_t>(slot - names.begin());
-    if (slot->empty()) set.aliases[place].name = name;
-    return static_cast<std::uint32_t>(place);
+    const CategoryNames names = NamesIn(set, players ? *players : CategoryNames());
+    if (const auto slot = SlotWithName(name, names)) return slot;
+    const auto slot = FreeSlot(names, UsedSlots(set));
+    if (slot) set.aliases.at(*slot) = {std::string(name), players == nullptr};
+    return slot;
+}
+
+/// A slot stays with its videos where it can. All videos move at once: one slot's new place may be
+/// the old one of another.
+std::vector<SettledName> SettleNames(VideoSet& set, const CategoryNames& players) {
+    std::vector<SettledName> settled;
+    for (std::uint32_t slot = 0; slot < kVideoCategories; ++slot)
+        if (set.aliases.at(slot).isProvisional)
+            settled.push_back({std::exchange(set.aliases.at(slot), {}).name, slot, std::nullopt});
+    Slots used = UsedSlots(set);
+    for (SettledName& one : settled) {
+        const CategoryNames names = NamesIn(set, players);
+        one.to = SlotWithName(one.name, names);
+        if (one.to) continue;
+        one.to = names.at(one.from).empty() ? one.from : FreeSlot(names, used);
+        if (!one.to) continue;
+        set.aliases.at(*one.to).name = one.name;
+        used.at(*one.to) = true;
+    }
+    ForEachVideo(set, [&](SetVideo& video) {
+        const auto found = std::ranges::find(settled, video.category, &SettledName::from);
+        if (found == settled.end() || !found->to) return;
+        if (video.code == video.category) video.code = *found->to;
+        video.category = *found->to;
+    });
+    return settled;
 }
 
 Json::Value VideoSetToJson(const VideoSet& set) { return kSchemaOf<kSet>.ToJson(set); }
