@@ -14,8 +14,8 @@ using Kind = SetProblem::Kind;
 enum class PlayerColumn : std::size_t { kIp, kId, kMode, kFree, kState, kVideos };
 
 constexpr TableColumn kPlayerColumns[] = {
-    {{"IP地址", "IP"}, 15},  {{"ID号 / 备注", "ID / Remarks"}, 16},
-    {{"模式", "Mode"}, 11},  {{"剩余空间", "Free"}, 11, CellKind::kNumber},
+    {{"IP地址", "IP"}, 14},  {{"ID号 / 备注", "ID / Remarks"}, 11},
+    {{"模式", "Mode"}, 11},  {{"剩余空间", "Free"}, 10, CellKind::kNumber},
     {{"状态", "State"}, 22}, {{"视频", "Videos"}, 15, CellKind::kNumber},
 };
 
