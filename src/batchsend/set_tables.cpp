@@ -22,10 +22,10 @@ constexpr TableColumn kPlayerColumns[] = {
 enum class VideoColumn : std::size_t { kFile, kSize, kCategory, kName, kCode, kFolder };
 
 constexpr TableColumn kVideoColumns[] = {
-    {{"文件", "File"}, 22},
+    {{"文件", "File"}, 19},
     {{"大小", "Size"}, 10, CellKind::kNumber},
     {{"类别", "Category"}, 14},
-    {{"发送的名称", "Name as sent"}, 22},
+    {{"发送的名称", "Name as sent"}, 19},
     {{"代码", "Code"}, 7, CellKind::kNumber},
     {{"文件夹", "Folder"}, 40},
 };
