@@ -28,11 +28,11 @@ Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
 namespace {
 
 /// Windows cannot replace a file for as long as anybody reads it, such as a virus scanner.
-void ReplaceFile(const fs::path& from, const fs::path& to, std::error_code& error) {
+void ReplaceFile(const fs::path& source, const fs::path& target, std::error_code& error) {
     constexpr int kAttempts = 20;
     constexpr std::chrono::milliseconds kPause{10};
     for (int attempt = 1;; ++attempt) {
-        fs::rename(from, to, error);
+        fs::rename(source, target, error);
         if (error != std::errc::permission_denied || attempt == kAttempts) return;
         std::this_thread::sleep_for(kPause);
     }
