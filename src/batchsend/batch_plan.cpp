@@ -21,6 +21,7 @@ constexpr LocalText kFates[] = {
     {"将发送", "will be sent"},
     {"已有，仍将发送", "there already, will be sent"},
     {"尚未询问", "not asked yet"},
+    {"将发送，已有视频未知", "will be sent, what is there is not known"},
     {"已有，跳过", "there already, skipped"},
     {"空间不足", "does not fit"},
     {"无法连接", "cannot be reached"},
@@ -60,9 +61,7 @@ std::uint64_t BytesOf(const SetVideo& video) {
     return static_cast<std::uint64_t>(std::max<std::int64_t>(video.size, 0));
 }
 
-bool IsSent(Fate fate) {
-    return fate == Fate::kToSend || fate == Fate::kSendAnyway || fate == Fate::kNotAsked;
-}
+bool IsSent(Fate fate) { return fate >= Fate::kToSend && fate < Fate::kSkipped; }
 
 /// By itself, without regard to the others.
 Fate FateOf(const SetVideo& video, const PlayerFacts& facts, const Present& present,
@@ -70,6 +69,7 @@ Fate FateOf(const SetVideo& video, const PlayerFacts& facts, const Present& pres
     if (ProblemOf(video)) return Fate::kUnreadable;
     if (!facts.isAsked) return Fate::kNotAsked;
     if (!facts.isReached) return Fate::kUnreachable;
+    if (!facts.videos) return Fate::kListUnknown;
     if (!present.contains({video.Name(), video.size})) return Fate::kToSend;
     return skipsPresent ? Fate::kSkipped : Fate::kSendAnyway;
 }

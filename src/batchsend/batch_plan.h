@@ -16,6 +16,7 @@ enum class PlannedFate : std::uint8_t {
     kToSend,
     kSendAnyway,   ///< the player has it, but what is there is not skipped
     kNotAsked,     ///< it is sent, but the player has not been asked yet what it has
+    kListUnknown,  ///< it is sent, but the player has not told what it has
     kSkipped,      ///< the player has it
     kDoesNotFit,   ///< the player's disk is too small for what it is to get, so it gets nothing
     kUnreachable,  ///< the player does not answer

@@ -141,13 +141,33 @@ void SendBatch::Begin(const std::vector<UploadPlayer>& run) {
     }
 }
 
+void SendBatch::Resume(std::span<const UploadRow> rows) {
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (!IsFinal(rows[i].status)) Turn(i, i + 1, SendOutcome::kNotSent, SendOutcome::kNone);
+}
+
+void SendBatch::Learn(const VideoSet& set, const BatchPlan& plan) {
+    for (std::size_t i = 0; i < plan.Players().size(); ++i) {
+        const std::vector<const SetVideo*> videos = VideosFor(set, i);
+        const auto player = PlayerOf(plan.Players()[i].target);
+        for (std::size_t k = 0; player && k < videos.size(); ++k)
+            if (const auto place = PlaceOf(AsSent(*videos[k])))
+                if (SendPair& pair = pairs_[*player][*place]; pair.fate == PlannedFate::kNotAsked)
+                    pair.fate = plan.Fates()[i][k];
+    }
+}
+
 std::vector<std::size_t> SendBatch::Take(const UploadEvent& event) {
     using Kind = UploadEvent::Kind;
+    using enum SendOutcome;
+    const std::size_t player = event.player;
     switch (event.kind) {
-        case Kind::kPlayerBegun:
         case Kind::kAcknowledged: return {};
-        case Kind::kPlayerEnded: return EndTurns(event.player, event.player + 1);
-        case Kind::kRunEnded: return EndTurns(0, run_.size());
+        // Whatever its turn before has come to.
+        case Kind::kPlayerBegun: return Turn(player, player + 1, kNotSent, kNone);
+        // Nothing is going to be sent any more of what has not been begun, whatever the plan was.
+        case Kind::kPlayerEnded: return Turn(player, player + 1, kNone, kNotSent);
+        case Kind::kRunEnded: return Turn(0, run_.size(), kNone, kNotSent);
         default: return {TakeVideo(event)};
     }
 }
@@ -171,14 +191,15 @@ std::size_t SendBatch::TakeVideo(const UploadEvent& event) {
     return place;
 }
 
-/// Nothing is going to be sent any more of what has not been begun, whatever the plan was.
-std::vector<std::size_t> SendBatch::EndTurns(std::size_t first, std::size_t end) {
+/// Some of the players' videos turn from one outcome to the other.
+std::vector<std::size_t> SendBatch::Turn(std::size_t first, std::size_t end, SendOutcome from,
+                                         SendOutcome to) {
     std::vector<std::size_t> changed;
     for (std::size_t i = first; i < end; ++i)
         for (const std::size_t video : run_[i].videos) {
             SendPair& pair = pairs_[run_[i].player][video];
-            if (pair.outcome != SendOutcome::kNone) continue;
-            pair.outcome = SendOutcome::kNotSent;
+            if (pair.outcome != from) continue;
+            pair.outcome = to;
             changed.push_back(video);
         }
     return changed;

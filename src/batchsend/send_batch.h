@@ -73,6 +73,10 @@ class SendBatch {
 
     /// A run of these begins, which this batch has; of what it sends, nothing is known any more.
     void Begin(const std::vector<UploadPlayer>& run);
+    /// The run goes on after a stop: what these have not got is to come after all.
+    void Resume(std::span<const UploadRow> rows);
+    /// What has not been planned yet, as its player had not been asked, is as planned by now.
+    void Learn(const VideoSet& set, const BatchPlan& plan);
     /// Follows the run. The places of the videos of which something else is to be told now.
     std::vector<std::size_t> Take(const UploadEvent& event);
     /// Compares what a player should have with what it says. `before`: its control protocol before
@@ -81,17 +85,18 @@ class SendBatch {
                                     const std::optional<std::string>& before);
 
    private:
-    [[nodiscard]] std::size_t TakeVideo(const UploadEvent& event);
-    [[nodiscard]] std::vector<std::size_t> EndTurns(std::size_t first, std::size_t end);
-    [[nodiscard]] std::optional<std::size_t> PlayerOf(const Target& target) const;
-    [[nodiscard]] std::optional<std::size_t> PlaceOf(const UploadVideo& video) const;
-    std::size_t Add(BatchVideo video);
-
     /// A place of the run in this batch.
     struct RunPlayer {
         std::size_t player = 0;
         std::vector<std::size_t> videos;
     };
+
+    [[nodiscard]] std::size_t TakeVideo(const UploadEvent& event);
+    std::vector<std::size_t> Turn(std::size_t first, std::size_t end, SendOutcome from,
+                                  SendOutcome to);
+    [[nodiscard]] std::optional<std::size_t> PlayerOf(const Target& target) const;
+    [[nodiscard]] std::optional<std::size_t> PlaceOf(const UploadVideo& video) const;
+    std::size_t Add(BatchVideo video);
 
     std::vector<Target> players_;
     std::vector<BatchVideo> videos_;

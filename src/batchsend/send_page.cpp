@@ -62,17 +62,22 @@ void SendPage::MakePlan() {
     if (phase_ == SendPhase::kIdle) return;
     std::vector<Target> players;
     for (const UploadRow& row : Rows()) players.push_back(row.player.target);
-    const std::vector<std::filesystem::path> files = FilesOf(set_);
-    isLooking_ = !files.empty();
-    if (isLooking_)
-        source_.LookAt(files, [this, files](const VideoSource::Sizes& sizes) {
-            TakeFileSizes(set_, files, sizes);
-            isLooking_ = false;
-            PlanIfKnown();
-        });
     inquiry_.Ask(std::move(players),
                  {Question::kFreeSpace, Question::kVideos, Question::kControlProtocol});
+    LookAtFiles(&SendPage::PlanIfKnown);
     view_.StateChanged();
+}
+
+/// They may have changed since they were chosen.
+void SendPage::LookAtFiles(void (SendPage::*looked)()) {
+    const std::vector<std::filesystem::path> files = FilesOf(set_);
+    isLooking_ = !files.empty();
+    if (!isLooking_) return (this->*looked)();
+    source_.LookAt(files, [this, files, looked](const VideoSource::Sizes& sizes) {
+        TakeFileSizes(set_, files, sizes);
+        isLooking_ = false;
+        (this->*looked)();
+    });
 }
 
 void SendPage::Answered(std::size_t player) {
@@ -82,7 +87,6 @@ void SendPage::Answered(std::size_t player) {
     view_.StateChanged();
 }
 
-/// What the files are is asked for as well: they may have changed since they were chosen.
 void SendPage::PlanIfKnown() {
     if (phase_ == SendPhase::kPlanning && !isLooking_ && !inquiry_.IsAsking()) ComposePlan();
     view_.StateChanged();
@@ -121,13 +125,20 @@ void SendPage::TryAgain(bool wanted) {
 /// What players have cannot be skipped before they have told it.
 bool SendPage::MayStart() const {
     const bool areAsked = std::ranges::all_of(facts_, &PlayerFacts::isAsked);
-    return !IsRunning() && set_.players.size() > 0 && (areAsked || !set_.skipsPresent);
+    return !MayStop() && set_.players.size() > 0 && (areAsked || !set_.skipsPresent);
 }
 
 void SendPage::Start() {
     if (!MayStart()) return;
     if (phase_ == SendPhase::kPlanning) ComposePlan();
     inquiry_.Cancel();
+    if (!set_.skipsPresent) return BeginPlanned();
+    Become(SendPhase::kStarting);
+    LookAtFiles(&SendPage::BeginPlanned);
+}
+
+void SendPage::BeginPlanned() {
+    plan_.emplace(set_, facts_);
     ShowPlan();
     runsPlan_ = true;
     BeginRun(plan_->Players());
@@ -164,6 +175,8 @@ void SendPage::Continue() {
     if (!MayContinue()) return;
     inquiry_.Cancel();
     proofs_.assign(batch_.Players().size(), {});
+    batch_.Resume(Rows());
+    view_.BatchChanged();
     Go();
     run_.Continue();
 }
@@ -188,7 +201,10 @@ void SendPage::Tick() {
 }
 
 void SendPage::Stop() {
-    if (IsRunning()) run_.Stop();
+    if (IsRunning()) return run_.Stop();
+    if (!MayStop()) return;
+    source_.Close();
+    Become(SendPhase::kIdle);
 }
 
 void SendPage::Heard(const UploadEvent& event) {
@@ -248,6 +264,8 @@ void SendPage::Learn(const Target& player, const PlayerFacts& facts) {
 
 void SendPage::ProofOver() {
     if (plan_) plan_.emplace(set_, facts_);
+    if (plan_) batch_.Learn(set_, *plan_);
+    view_.BatchChanged();
     Become(SendPhase::kIdle);
 }
 
@@ -270,11 +288,6 @@ std::string SendPage::ProofText(std::size_t row) const {
     return proof ? proof->Text() : "";
 }
 
-double SendPage::Share() const {
-    const UploadAmount& run = figures_.Run();
-    return run.all == 0 ? 0 : static_cast<double>(run.done) / static_cast<double>(run.all);
-}
-
 /// After a stop nothing is being sent.
 std::string SendPage::LineText() const {
     return run_.MayContinue() ? "" : sontaro::LineText(run_.Line());
@@ -288,6 +301,8 @@ std::string SendPage::SummaryText() const {
 
 std::string SendPage::PhaseText() const {
     if (phase_ == SendPhase::kRunning) return "";
+    if (phase_ == SendPhase::kStarting || (phase_ == SendPhase::kPlanning && !inquiry_.IsAsking()))
+        return LookingText();
     if (phase_ == SendPhase::kPlanning)
         return PlanningText(inquiry_.PlayersDone(), inquiry_.PlayerCount());
     if (!hasRun_) return plan_ ? PlanText(*plan_, facts_, lastSpeed_) : "";

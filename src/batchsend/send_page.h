@@ -9,8 +9,6 @@
 
 namespace sontaro {
 
-enum class SendPhase : std::uint8_t { kIdle, kPlanning, kRunning, kProving };
-
 /// Asks the players before a run what it would do, runs it, and asks them afterwards what has
 /// arrived. User-interface thread.
 class SendPage : private BatchView {
@@ -28,8 +26,10 @@ class SendPage : private BatchView {
     void SkipPresent(bool wanted);
     void TryAgain(bool wanted);
 
+    /// Skipping goes by what the files are now: they are looked at first.
     void Start();
     void Continue();
+    /// Ends a run, or keeps one from beginning.
     void Stop();
     /// Runs exactly what did not end well in the latest run, also of an earlier program.
     void SendFailed();
@@ -41,6 +41,7 @@ class SendPage : private BatchView {
 
     [[nodiscard]] SendPhase Phase() const { return phase_; }
     [[nodiscard]] bool MayStart() const;
+    [[nodiscard]] bool MayStop() const { return IsRunning() || phase_ == SendPhase::kStarting; }
     [[nodiscard]] bool MayContinue() const { return run_.MayContinue(); }
     /// Whether `Start` would begin the run anew that was stopped, and not another one.
     [[nodiscard]] bool StartsAnew() const { return MayContinue() && runsPlan_; }
@@ -52,15 +53,12 @@ class SendPage : private BatchView {
     /// Whether a run has begun since the page was entered.
     [[nodiscard]] bool HasRun() const { return hasRun_; }
     [[nodiscard]] const VideoSet& Set() const { return set_; }
-
     [[nodiscard]] const SendBatch& Batch() const { return batch_; }
     [[nodiscard]] const std::vector<UploadRow>& Rows() const { return run_.Rows(); }
     /// What the player of that row has proved; empty: it has not been asked.
     [[nodiscard]] std::string ProofText(std::size_t row) const;
     /// Of the video in transfer.
     [[nodiscard]] double Percent() const { return run_.Percent(); }
-    /// Of the whole run, 0 to 1.
-    [[nodiscard]] double Share() const;
     [[nodiscard]] const UploadFigures& Figures() const { return figures_; }
 
     /// The status line: what is sent, or that it is done.
@@ -77,9 +75,11 @@ class SendPage : private BatchView {
     void Pause(std::chrono::milliseconds time) override { view_.Pause(time); }
 
     void Answered(std::size_t player);
+    void LookAtFiles(void (SendPage::*looked)());
     void PlanIfKnown();
     void ComposePlan();
     void ShowPlan();
+    void BeginPlanned();
     void BeginRun(std::vector<UploadPlayer> players);
     void RunEnded(bool isStopped);
     void TakeLatest(LatestJournal latest);

@@ -13,6 +13,7 @@ namespace sontaro {
 namespace {
 
 constexpr LocalText kPlanning = {"正在询问播放器（%d/%d）…", "Asking the players (%d/%d)…"};
+constexpr LocalText kLooking = {"正在检查文件…", "Looking at the files…"};
 constexpr LocalText kProving = {"正在核对播放器中的视频（%d/%d）…",
                                 "Comparing what has arrived (%d/%d)…"};
 constexpr LocalText kPlan = {"将进行 %d 次视频传输（%d 台播放器），共 %s。",
@@ -20,6 +21,8 @@ constexpr LocalText kPlan = {"将进行 %d 次视频传输（%d 台播放器）�
 constexpr LocalText kEstimate = {"按上次的速度约需 %s。", "At the last speed it takes about %s."};
 constexpr LocalText kTooFull = {"%d 台播放器空间不足。", "%d players have too little room."};
 constexpr LocalText kUnreached = {"无法连接 %d 台播放器。", "%d players cannot be reached."};
+constexpr LocalText kUntold = {"有 %d 台播放器未告知已有视频：将发送全部视频。",
+                               "Not known what is there already: %d, which get everything."};
 constexpr LocalText kNothing = {"没有要发送的视频。", "There are no videos to be sent."};
 constexpr LocalText kResult = {"%d 台完成", "%d OK"};
 constexpr LocalText kFailed = {"，%d 台失败：", ", %d failed: "};
@@ -55,6 +58,8 @@ std::string PlanningText(std::size_t done, std::size_t all) {
     return fmt::sprintf(Localized(kPlanning), done, all);
 }
 
+std::string LookingText() { return Localized(kLooking); }
+
 std::string ProvingText(std::size_t done, std::size_t all) {
     return fmt::sprintf(Localized(kProving), done, all);
 }
@@ -63,9 +68,13 @@ std::string PlanText(const BatchPlan& plan, std::span<const PlayerFacts> facts, 
     const PlanTotals& totals = plan.Totals();
     const auto unreached = std::ranges::count_if(
         facts, [](const PlayerFacts& player) { return player.isAsked && !player.isReached; });
-    const auto tooFull = std::ranges::count_if(plan.Fates(), [](const auto& fates) {
-        return std::ranges::find(fates, PlannedFate::kDoesNotFit) != fates.end();
-    });
+    const auto having = [&plan](PlannedFate fate) {
+        return std::ranges::count_if(plan.Fates(), [fate](const auto& fates) {
+            return std::ranges::find(fates, fate) != fates.end();
+        });
+    };
+    const auto tooFull = having(PlannedFate::kDoesNotFit);
+    const auto untold = having(PlannedFate::kListUnknown);
     std::string text;
     if (totals.videos > 0)
         text =
@@ -74,6 +83,7 @@ std::string PlanText(const BatchPlan& plan, std::span<const PlayerFacts> facts, 
         text = Localized(kNothing);
     if (const auto seconds = plan.Estimate(speed); seconds && totals.videos > 0)
         AddSentence(text, fmt::sprintf(Localized(kEstimate), DurationText(*seconds)));
+    if (untold > 0) AddSentence(text, fmt::sprintf(Localized(kUntold), untold));
     if (tooFull > 0) AddSentence(text, fmt::sprintf(Localized(kTooFull), tooFull));
     if (unreached > 0) AddSentence(text, fmt::sprintf(Localized(kUnreached), unreached));
     return text;

@@ -9,8 +9,10 @@
 
 namespace sontaro {
 
-/// So many of the players have been asked, before a run and after it.
+/// So many of the players have been asked, before a run and after it; and in between, maybe only
+/// the files' disk is waited for.
 [[nodiscard]] std::string PlanningText(std::size_t done, std::size_t all);
+[[nodiscard]] std::string LookingText();
 [[nodiscard]] std::string ProvingText(std::size_t done, std::size_t all);
 
 /// What a plan comes to. `facts` are those that it was made of, `speed` is that of an earlier run

@@ -10,6 +10,14 @@
 
 namespace sontaro {
 
+enum class SendPhase : std::uint8_t {
+    kIdle,
+    kPlanning,  ///< players are asked, and the files looked at
+    kStarting,  ///< the files are looked at once more before a run
+    kRunning,
+    kProving,
+};
+
 class SendPageView {
    public:
     virtual ~SendPageView() = default;

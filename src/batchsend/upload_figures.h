@@ -16,6 +16,10 @@ namespace sontaro {
 struct UploadAmount {
     std::uint64_t done = 0, all = 0;
 
+    /// 0 to 1.
+    [[nodiscard]] double Share() const {
+        return all == 0 ? 0 : static_cast<double>(done) / static_cast<double>(all);
+    }
     bool operator==(const UploadAmount&) const = default;
 };
 

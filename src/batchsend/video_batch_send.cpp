@@ -240,7 +240,7 @@ void CVideoBatchSend::EnableButtons() {
     if (start_->GetLabel() != label) start_->SetLabel(label);
     enable(kSendStart, page_.MayStart());
     enable(kSendContinue, page_.MayContinue());
-    enable(kSendStop, page_.IsRunning());
+    enable(kSendStop, page_.MayStop());
     enable(kSendPlan, page_.MayPlan());
     enable(kSendSkipPresent, !page_.IsRunning());
     enable(kSendTryAgain, !page_.IsRunning());
@@ -286,7 +286,7 @@ void CVideoBatchSend::ShowOnTaskbar() {
     if (!taskbar_)
         taskbar_ = std::make_unique<wxAppProgressIndicator>(
             wxGetTopLevelParent(wizard_.GetParent()), kTaskbarRange);
-    taskbar_->SetValue(static_cast<int>(kTaskbarRange * page_.Share()));
+    taskbar_->SetValue(static_cast<int>(kTaskbarRange * page_.Figures().Run().Share()));
 }
 
 /// Painted before, as nothing is meanwhile.

@@ -24,6 +24,7 @@ struct Plans : testing::Test {
         for (PlayerFacts& player : facts) player.isAsked = true;
         facts[0].isReached = facts[1].isReached = true;
         facts[0].free = facts[1].free = 1000;
+        facts[1].videos.emplace();
         facts[0].videos.emplace().screens[2].push_back({"Live", {{"a", 100}, {"b", 49}}});
     }
     static void Add(Elements<SetVideo>& videos, const std::string& path, std::int64_t size) {
@@ -52,6 +53,29 @@ TEST_F(Plans, SayWhatIsSentAndWhatIsThere) {
     facts[2].isAsked = false;
     EXPECT_THAT(Plan().Fates()[2], ElementsAre(kNotAsked, kNotAsked));
     EXPECT_EQ(Plan().Totals().bytes, 357U);
+    facts[1].videos.reset();
+    EXPECT_THAT(Plan().Fates()[1], ElementsAre(kListUnknown, kListUnknown, kListUnknown));
+    EXPECT_EQ(Plan().Totals().bytes, 357U);
+}
+
+TEST_F(Plans, AreToldAgainForWhatIsStillToCome) {
+    facts[2].isAsked = false;
+    const BatchPlan plan = Plan();
+    SendBatch batch(set, plan);
+    const std::vector<UploadPlayer> run = {plan.Players()[0], plan.Players()[1]};
+    const auto told = [&] { return batch.PairAt(0, 1).Text() + ", " + batch.PairAt(1, 1).Text(); };
+    batch.Begin(run);
+    batch.Take({UploadEvent::Kind::kRunEnded});
+    EXPECT_EQ(told(), "not sent, not sent");
+    std::vector<UploadRow> rows(2);
+    rows[0].status = UploadStatus::kTimedOut, rows[1].status = UploadStatus::kInProgress;
+    batch.Resume(rows);
+    EXPECT_EQ(told(), "not sent, will be sent");
+    batch.Take({UploadEvent::Kind::kPlayerBegun, 0});
+    EXPECT_EQ(told(), "will be sent, will be sent");
+    facts[2].isAsked = true;
+    batch.Learn(set, Plan());
+    EXPECT_EQ(batch.PairAt(2, 0).fate, kUnreachable);
 }
 
 TEST_F(Plans, SendNothingToAPlayerThatIsTooFull) {
@@ -65,11 +89,12 @@ TEST_F(Plans, SendNothingToAPlayerThatIsTooFull) {
 
 TEST_F(Plans, HaveATextForEveryFate) {
     std::string told;
-    for (const auto fate : {kNotMeant, kToSend, kSendAnyway, kNotAsked, kSkipped, kDoesNotFit,
-                            kUnreachable, kUnreadable})
+    for (const auto fate : {kNotMeant, kToSend, kSendAnyway, kNotAsked, kListUnknown, kSkipped,
+                            kDoesNotFit, kUnreachable, kUnreadable})
         told += TextOf(fate) + "; ";
     EXPECT_EQ(told,
-              "; will be sent; there already, will be sent; not asked yet; there already, skipped; "
+              "; will be sent; there already, will be sent; not asked yet; will be sent, what is "
+              "there is not known; there already, skipped; "
               "does not fit; cannot be reached; file unusable; ");
 }
 

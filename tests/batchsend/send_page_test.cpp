@@ -142,6 +142,33 @@ TEST_F(SendPageTest, BeginsAnewWhatWasStoppedAndNothingElse) {
     EXPECT_TRUE(page.MayContinue() && !page.StartsAnew());
 }
 
+TEST_F(SendPageTest, SkipsByWhatFilesAreWhenItStarts) {
+    Enter();
+    page.Start();
+    AwaitEnd();
+    page.SkipPresent(true);
+    folder.Write("a.mp4", "rendered anew");
+    page.Start();
+    EXPECT_EQ(page.SummaryText(), "Looking at the files…");
+    page.Stop();
+    EXPECT_TRUE(page.Phase() == SendPhase::kIdle && page.MayStart());
+    page.Start();
+    page.Start();  // a second press
+    AwaitEnd();
+    EXPECT_EQ(page.Rows()[0].player.videos.size(), 1U);
+    EXPECT_THAT(Proofs(), ElementsAre("2 confirmed", "2 confirmed"));
+}
+
+TEST_F(SendPageTest, SaysWhichPlayersHaveNotToldWhatTheyHave) {
+    Fault(0, "bad-list");
+    set.skipsPresent = true;
+    Enter();
+    EXPECT_EQ(Fate(0, 1), PlannedFate::kListUnknown);
+    EXPECT_THAT(page.SummaryText(),
+                EndsWith("Not known what is there already: 1, which get everything."));
+    EXPECT_TRUE(page.MayStart());
+}
+
 TEST_F(SendPageTest, SendsNamesOfCategoriesAgainThatHaveNotArrived) {
     const auto names = ReadCategoryNames(Player(0).State().controlProtocol);
     folder.Write("types.json", VideoTypeDocument(*names));
