@@ -1,0 +1,201 @@
+#include "cli/invocation.h"
+
+#include <fmt/printf.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "cli/nearest_word.h"
+
+namespace sontaro::cli {
+
+namespace {
+
+constexpr LocalText kUnknownCommand = {"没有命令 %s。", "there is no command %s."};
+constexpr LocalText kUnknownOption = {"没有选项 %s。", "there is no option %s."};
+constexpr LocalText kMeant = {"是否想输入 %s？", "Did you mean %s?"};
+constexpr LocalText kNeedsValue = {"%s 需要一个值。", "%s needs a value."};
+constexpr LocalText kTakesNoValue = {"%s 不带值。", "%s takes no value."};
+constexpr LocalText kDoesNotGo = {"%s 不能用于 %s。", "%s does not go with %s."};
+constexpr LocalText kGivenTwice = {"%s 重复了。", "%s is given twice."};
+constexpr LocalText kMissing = {"缺少 %s。", "%s is missing."};
+constexpr LocalText kTooMany = {"多余的参数 %s。", "there is no use for %s."};
+constexpr LocalText kNoBlock = {"没有设置块 %s。", "there is no block %s."};
+constexpr LocalText kNoAction = {"control 没有动作 %s。", "control has no action %s."};
+
+template <class... Values>
+Error Complaint(const LocalText& text, const Values&... values) {
+    return Error{fmt::sprintf(Localized(text), values...)};
+}
+
+/// The complaint, and what of `words` was probably meant.
+Error ComplaintAbout(const LocalText& text, const std::string& typed,
+                     const std::vector<std::string>& words) {
+    Error complaint = Complaint(text, typed);
+    if (const std::string meant = NearestWord(typed, words); !meant.empty())
+        complaint.reason += " " + fmt::sprintf(Localized(kMeant), meant);
+    return complaint;
+}
+
+template <class Rows>
+std::vector<std::string> NamesOf(const Rows& rows) {
+    std::vector<std::string> names;
+    for (const auto& row : rows) names.emplace_back(row.name);
+    return names;
+}
+
+std::string NamesForParser(const OptionRow& option) {
+    return option.shortName ? std::string(option.shortName) + "," + option.name : option.name;
+}
+
+/// The library's own complaint is about an option, and in English.
+Error ComplaintOf(const CLI::ParseError& error) {
+    const std::string text = error.what();
+    const std::string name = text.substr(0, text.find(':'));
+    const auto option = std::ranges::find(Options(), name, &OptionRow::name);
+    if (option == Options().end()) return Error{text};
+    return Complaint(option->value ? kNeedsValue : kTakesNoValue, name);
+}
+
+/// The library's parser, with all options of the table wherever they stand.
+class Parser {
+   public:
+    Parser() {
+        app_.set_help_flag();
+        app_.allow_windows_style_options(false);  // "/" begins paths
+        app_.allow_extras();
+        app_.require_subcommand(0, 1);
+        for (const OptionRow& row : Options()) AddOption(row);
+        for (const CommandRow& row : Commands()) AddCommand(row);
+    }
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
+
+    void Parse(std::vector<std::string> arguments) {
+        std::ranges::reverse(arguments);  // as the library takes them
+        app_.parse(std::move(arguments));
+    }
+    [[nodiscard]] const CommandRow* Command() const {
+        const auto commands = app_.get_subcommands();
+        return commands.empty() ? nullptr : FindCommand(commands.front()->get_name());
+    }
+    [[nodiscard]] std::vector<std::string> Arguments() const {
+        const auto commands = app_.get_subcommands();
+        return commands.empty() ? std::vector<std::string>()
+                                : commands.front()->get_option(kArguments)->results();
+    }
+    [[nodiscard]] std::map<OptionId, std::vector<std::string>> GivenOptions() const {
+        std::map<OptionId, std::vector<std::string>> given;
+        for (const auto& [id, option] : options_)
+            if (option->count() > 0) given.emplace(id, option->results());
+        return given;
+    }
+    [[nodiscard]] std::vector<std::string> Remaining() const { return app_.remaining(true); }
+
+   private:
+    static constexpr const char* kArguments = "ARGUMENTS";
+    static constexpr int kMostArguments = 100'000;
+
+    void AddOption(const OptionRow& row) {
+        CLI::Option* option =
+            row.value ? app_.add_option(NamesForParser(row)) : app_.add_flag(NamesForParser(row));
+        if (row.value)
+            option->allow_extra_args(false);  // it must not swallow what follows
+        else
+            option->disable_flag_override();
+        option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        options_.emplace(row.id, option);
+    }
+    void AddCommand(const CommandRow& row) {
+        CLI::App* command = app_.add_subcommand(row.name);
+        command->set_help_flag();
+        command->fallthrough();
+        command->add_option(kArguments)->expected(0, kMostArguments)->allow_extra_args(false);
+    }
+
+    CLI::App app_;
+    std::map<OptionId, CLI::Option*> options_;  // the library's own
+};
+
+Error ComplaintAboutRest(const std::string& argument, const CommandRow* command) {
+    if (!argument.starts_with('-'))
+        return command ? Complaint(kTooMany, argument)
+                       : ComplaintAbout(kUnknownCommand, argument, NamesOf(Commands()));
+    std::vector<OptionRow> taken;
+    std::ranges::copy_if(Options(), std::back_inserter(taken), [&](const OptionRow& option) {
+        return !command || Takes(*command, option);
+    });
+    return ComplaintAbout(kUnknownOption, argument.substr(0, argument.find('=')), NamesOf(taken));
+}
+
+bool IsWordOf(ValueKind kind, const std::string& text) {
+    if (kind == ValueKind::kBlockWord)
+        return std::ranges::find(BlockWords(), text) != BlockWords().end();
+    if (kind == ValueKind::kActionWord)
+        return std::ranges::find(Actions(), text, &ActionRow::name) != Actions().end();
+    return true;
+}
+
+Status CheckWord(ValueKind kind, const std::string& text) {
+    if (IsWordOf(kind, text)) return Done{};
+    if (kind == ValueKind::kActionWord) return ComplaintAbout(kNoAction, text, NamesOf(Actions()));
+    const auto blocks = BlockWords();
+    return ComplaintAbout(kNoBlock, text, {blocks.begin(), blocks.end()});
+}
+
+}  // namespace
+
+Result<Invocation> Invocation::Parse(const std::vector<std::string>& arguments) {
+    Parser parser;
+    try {
+        parser.Parse(arguments);
+    } catch (const CLI::ParseError& error) {
+        return ComplaintOf(error);
+    }
+    Invocation invocation;
+    invocation.command_ = parser.Command();
+    invocation.arguments_ = parser.Arguments();
+    invocation.options_ = parser.GivenOptions();
+    if (const auto rest = parser.Remaining(); !rest.empty())
+        return ComplaintAboutRest(rest.front(), invocation.command_);
+    if (const Status checked = invocation.Check(); !checked) return Error{checked.reason()};
+    return invocation;
+}
+
+Status Invocation::Check() const {
+    for (const auto& [id, values] : options_) {
+        const OptionRow& row = RowOf(id);
+        if (command_ && !Takes(*command_, row))
+            return Complaint(kDoesNotGo, row.name, command_->name);
+        if (!row.value) continue;
+        if (!row.mayRepeat && values.size() > 1) return Complaint(kGivenTwice, row.name);
+        // It stands for the next option, then, and its own value was forgotten.
+        const auto isOption = [](const std::string& value) { return value.starts_with("--"); };
+        if (std::ranges::any_of(values, isOption)) return Complaint(kNeedsValue, row.name);
+    }
+    return command_ ? CheckArguments() : Done{};
+}
+
+Status Invocation::CheckArguments() const {
+    const auto rows = command_->arguments;
+    for (std::size_t i = arguments_.size(); i < rows.size(); ++i)
+        if (rows[i].isRequired) return Complaint(kMissing, rows[i].name);
+    for (std::size_t i = 0; i < arguments_.size(); ++i) {
+        if (rows.empty() || (i >= rows.size() && !rows.back().mayRepeat))
+            return Complaint(kTooMany, arguments_[i]);
+        const Status word = CheckWord(rows[std::min(i, rows.size() - 1)].kind, arguments_[i]);
+        if (!word) return word;
+    }
+    return Done{};
+}
+
+bool AsksFor(OptionId id, const std::vector<std::string>& arguments) {
+    const OptionRow& row = RowOf(id);
+    for (const std::string& argument : arguments) {
+        if (argument == "--") return false;
+        if (argument == row.name || (row.shortName && argument == row.shortName)) return true;
+    }
+    return false;
+}
+
+}  // namespace sontaro::cli
