@@ -1,0 +1,78 @@
+// Connections of one's own to players, for programs without a main window.
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "base/thread_group.h"
+#include "exchange/exchange_hub.h"
+#include "exchange/plain_loop.h"
+#include "exchange/player_channel.h"
+#include "session/endpoint_claim.h"
+#include "session/packet_stream.h"
+
+namespace sontaro {
+
+/// Connects to whom it is sent to, and keeps the connection until either side ends it. What comes
+/// is passed on as the messages that windows get; refusals and the ends of connections are
+/// reported at the hub before. No reply ends a connection. Shows no boxes. The loop's thread.
+class SessionLinks : public PlayerChannel {
+   public:
+    using Heard = std::function<void(WindowMessage&)>;
+
+    /// How long connecting may take, during which nothing else happens.
+    static constexpr std::chrono::milliseconds kConnectLimit{1000};
+
+    /// All references outlive the links. The loop is closed with them.
+    SessionLinks(PlainLoop& loop, ExchangeHub& hub, Heard heard,
+                 std::chrono::milliseconds connectLimit = kConnectLimit);
+    /// Ends every connection at once.
+    ~SessionLinks() override;
+    SessionLinks(const SessionLinks&) = delete;
+    SessionLinks& operator=(const SessionLinks&) = delete;
+
+    /// Keeps the player for these links; sending to it does so as well. False when something else
+    /// in this process has it.
+    [[nodiscard]] bool Claim(const Endpoint& player);
+
+    /// Queues a packet, of which 10 MiB may wait. Without a packet every connection is closed as
+    /// soon as what is queued has gone out. A player that something else has is `kNoSlot`.
+    Sending Send(const Target& player, const SharedPacket& packet, Boxes boxes) override;
+
+    /// Ends the connection at once; what waits is not sent.
+    void Close(const Endpoint& player);
+    /// Whether everything that was sent to the player has gone out, or cannot any more.
+    [[nodiscard]] bool HasSentAll(const Endpoint& player) const;
+    [[nodiscard]] bool IsConnected(const Endpoint& player) const;
+    /// What is wrong with the last connection to the player; none while there is one.
+    [[nodiscard]] LinkTrouble TroubleWith(const Endpoint& player) const;
+
+   private:
+    class Connection;
+    struct Player {
+        EndpointClaim claim;
+        Target target = {};
+        std::shared_ptr<Connection> connection = {};  // its threads own it as well
+        PacketStream stream = {};                     // of that connection
+        LinkTrouble trouble = LinkTrouble::kNone;
+    };
+
+    [[nodiscard]] Player* Find(const Endpoint& player);
+    [[nodiscard]] const Player* Find(const Endpoint& player) const;
+    [[nodiscard]] LinkTrouble Connect(const Endpoint& endpoint, Player& player);
+    void Received(ConnectionNumber connection, ByteView piece);
+    void Ended(ConnectionNumber connection, LinkTrouble trouble);
+    void PassOn(const Target& sender, ConnectionNumber connection, const PacketHeader& header,
+                ByteView payload);
+    void CloseWhenSent();
+
+    PlainLoop& loop_;
+    ExchangeHub& hub_;
+    const Heard heard_;
+    const std::chrono::milliseconds connectLimit_;
+    bool started_ = false;  // the platform's sockets
+    std::map<Endpoint, Player> players_;
+    ThreadGroup threads_;
+};
+
+}  // namespace sontaro
