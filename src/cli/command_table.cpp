@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "cli/invocation.h"
+#include "session/settings_blocks.h"
 
 namespace sontaro::cli {
 
@@ -233,9 +234,6 @@ constexpr ActionRow kActions[] = {
     {"volume", "0-100", true, {"音量", "the volume"}},
     {"power", "on|off", true, {"开机或关机", "switch on or off"}},
 };
-
-constexpr const char* kBlockWords[] = {"control-protocol", "osd", "screen-split", "serial-port", "subtitles",
-                                       "touch", "cave", "player-control", "timeline"};
 // clang-format on
 
 }  // namespace
@@ -243,7 +241,12 @@ constexpr const char* kBlockWords[] = {"control-protocol", "osd", "screen-split"
 std::span<const CommandRow> Commands() { return kCommands; }
 std::span<const OptionRow> Options() { return kOptions; }
 std::span<const ActionRow> Actions() { return kActions; }
-std::span<const char* const> BlockWords() { return kBlockWords; }
+
+std::vector<std::string> BlockWords() {
+    std::vector<std::string> words;
+    for (const SettingsBlockKind& kind : SettingsBlocks()) words.emplace_back(kind.name);
+    return words;
+}
 
 const OptionRow& RowOf(OptionId id) { return *std::ranges::find(kOptions, id, &OptionRow::id); }
 

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/local_text.h"
 
@@ -134,7 +136,7 @@ struct ActionRow {
 };
 [[nodiscard]] std::span<const ActionRow> Actions();
 
-/// The words for the blocks of settings, in the order of the table of blocks.
-[[nodiscard]] std::span<const char* const> BlockWords();
+/// The names of the blocks of settings.
+[[nodiscard]] std::vector<std::string> BlockWords();
 
 }  // namespace sontaro::cli

@@ -91,7 +91,7 @@ std::string CallOf(const ActionRow& action) {
 
 std::string BlockList() {
     std::string list;
-    for (const char* word : BlockWords()) list += (list.empty() ? "" : ", ") + std::string(word);
+    for (const std::string& word : BlockWords()) list += (list.empty() ? "" : ", ") + word;
     return list;
 }
 
@@ -140,7 +140,7 @@ void AddManualCommand(std::string& page, const CommandRow& command) {
 std::string WordsFor(ValueKind kind) {
     std::string words;
     if (kind == ValueKind::kBlockWord)
-        for (const char* word : BlockWords()) words += std::string(words.empty() ? "" : " ") + word;
+        for (const std::string& word : BlockWords()) words += (words.empty() ? "" : " ") + word;
     if (kind == ValueKind::kActionWord)
         for (const ActionRow& row : Actions())
             words += std::string(words.empty() ? "" : " ") + row.name;

@@ -128,19 +128,12 @@ Error ComplaintAboutRest(const std::string& argument, const CommandRow* command)
     return ComplaintAbout(kUnknownOption, argument.substr(0, argument.find('=')), NamesOf(taken));
 }
 
-bool IsWordOf(ValueKind kind, const std::string& text) {
-    if (kind == ValueKind::kBlockWord)
-        return std::ranges::find(BlockWords(), text) != BlockWords().end();
-    if (kind == ValueKind::kActionWord)
-        return std::ranges::find(Actions(), text, &ActionRow::name) != Actions().end();
-    return true;
-}
-
 Status CheckWord(ValueKind kind, const std::string& text) {
-    if (IsWordOf(kind, text)) return Done{};
-    if (kind == ValueKind::kActionWord) return ComplaintAbout(kNoAction, text, NamesOf(Actions()));
-    const auto blocks = BlockWords();
-    return ComplaintAbout(kNoBlock, text, {blocks.begin(), blocks.end()});
+    const bool isAction = kind == ValueKind::kActionWord;
+    if (!isAction && kind != ValueKind::kBlockWord) return Done{};
+    const std::vector<std::string> words = isAction ? NamesOf(Actions()) : BlockWords();
+    if (std::ranges::find(words, text) != words.end()) return Done{};
+    return ComplaintAbout(isAction ? kNoAction : kNoBlock, text, words);
 }
 
 }  // namespace

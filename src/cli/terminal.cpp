@@ -1,0 +1,28 @@
+#include "cli/terminal.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <iostream>
+
+namespace sontaro::cli {
+
+std::optional<std::string> ReadTypedLine() {
+    std::string line;
+    if (!std::getline(std::cin, line)) return std::nullopt;
+    return line;
+}
+
+void StandardOutput::Write(std::string_view text) {
+    if (!isWhole_) return;
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (written && std::fflush(stdout) == 0) return;
+    isWhole_ = false;
+    isClosed_ = errno == EPIPE || errno == EINVAL;  // Windows says the latter
+}
+
+void StandardRemarks::Write(std::string_view text) {
+    // There is nobody to be told that it could not be told.
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+}
+
+}  // namespace sontaro::cli
