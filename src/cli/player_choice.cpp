@@ -42,10 +42,12 @@ std::vector<DeviceRecord> ThoseThatFit(const PlayerName& name,
 
 class Choice {
    public:
-    Choice(const Surroundings& surroundings, Venue venue, Identity identity)
+    Choice(const Surroundings& surroundings, Venue venue, Identity identity,
+           std::vector<Ipv4Address> range)
         : surroundings_(surroundings),
           venue_(std::move(venue)),
           identity_(identity),
+          range_(std::move(range)),
           known_(surroundings.data),
           remarks_(surroundings.config / "remarks.json") {}
 
@@ -90,6 +92,7 @@ class Choice {
     }
 
     Status Find() {
+        if (!range_.empty()) return Ask({.localAddresses = GivenAddress(), .asked = range_});
         const bool needsBroadcast =
             TakesAll() ||
             std::ranges::any_of(names_, [](const PlayerName& name) { return name.ip.empty(); });
@@ -189,18 +192,21 @@ class Choice {
         std::optional<DeviceRecord> player = known_.At(*address);
         if (player && (name.port == 0 || name.port == player->tcpPort)) {
             remarks_.ApplyTo(*player);
+            player->silent = true;
             return player;
         }
         if (name.port == 0) return std::nullopt;
         player.emplace();
         player->ip = name.ip;
         player->tcpPort = name.port;
+        player->silent = true;
         return player;
     }
 
     const Surroundings& surroundings_;
     const Venue venue_;
     const Identity identity_;
+    std::vector<Ipv4Address> range_;
     KnownPlayers known_;
     const DeviceRemarks remarks_;
     const JsonFile notes_{surroundings_.config / "remarks.json"};
@@ -216,13 +222,13 @@ Result<Venue> VenueOf(const Surroundings& surroundings) {
     return OpenVenue(surroundings.data, call.Value(OptionId::kVenue));
 }
 
-Result<ChosenPlayers> ChoosePlayers(const Surroundings& surroundings, Identity identity) {
+Result<ChosenPlayers> ChoosePlayers(const Surroundings& surroundings, Identity identity, std::vector<Ipv4Address> range) {
     const std::string local = surroundings.call.Value(OptionId::kLocalAddress);
     if (surroundings.call.Has(OptionId::kLocalAddress) && !ParseIpv4(local))
         return Error{Localized(kNoAddress)};
     Result<Venue> venue = VenueOf(surroundings);
     if (!venue) return Error{venue.reason()};
-    return Choice(surroundings, std::move(*venue), identity).Make();
+    return Choice(surroundings, std::move(*venue), identity, std::move(range)).Make();
 }
 
 }  // namespace sontaro::cli

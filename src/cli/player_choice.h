@@ -26,8 +26,10 @@ struct ChosenPlayers {
 /// and does not answer has the port that it had last. Fails with a reason for the user: wrong use,
 /// among it a name that fits several players, which are listed, and a local address that cannot be
 /// asked from.
+/// `range` is asked address by address in place of a broadcast, unless it is empty.
 [[nodiscard]] Result<ChosenPlayers> ChoosePlayers(const Surroundings& surroundings,
-                                                  Identity identity = Identity::kNotNeeded);
+                                                  Identity identity = Identity::kNotNeeded,
+                                                  std::vector<Ipv4Address> range = {});
 
 /// The venue of the call; an empty one when it names none. Fails with a reason for the user.
 [[nodiscard]] Result<Venue> VenueOf(const Surroundings& surroundings);

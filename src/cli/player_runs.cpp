@@ -57,8 +57,12 @@ class Reports {
     std::vector<std::optional<PlayerReport>> reports_;
 };
 
-PlayerReport CancelledReport() {
-    return PlayerReport::Of(FailureOf(SessionEnd{.how = End::kCancelled}));
+/// What is thrown is a fault of ours, and must not cost the other players their turn.
+PlayerReport Serve(const std::function<PlayerReport(const DeviceRecord&)>& work,
+                   const DeviceRecord& player) try {
+    return work(player);
+} catch (const std::exception& error) {
+    return PlayerReport::Of(FailureOf("fault", error.what()));
 }
 
 }  // namespace
@@ -91,7 +95,8 @@ void ForEachPlayer(const std::vector<DeviceRecord>& players, std::size_t paralle
     std::atomic<std::size_t> next = 0;
     const auto serve = [&] {
         for (std::size_t i = next++; i < players.size(); i = next++)
-            reports.Put(i, stop.stop_requested() ? CancelledReport() : work(players[i]));
+            reports.Put(i, stop.stop_requested() ? PlayerReport::Of(FailureOf(SessionEnd()))
+                                               : Serve(work, players[i]));
     };
     std::vector<std::jthread> threads;
     for (std::size_t i = 0; i < std::min(parallel, players.size()); ++i)
