@@ -96,9 +96,9 @@ constexpr OptionId kOfSet[] = {kRestart};
 constexpr OptionId kOfApply[] = {kFile, kForce, kDryRun, kRestart};
 constexpr OptionId kOfSend[] = {kPort};
 constexpr OptionId kOfUpload[] = {kCategory, kSkipPresent, kAgain, kDryRun};
-constexpr OptionId kNotOfUpload[] = {kParallel};
+constexpr OptionId kNotInTurn[] = {kParallel};
 constexpr OptionId kOfBackup[] = {kKeep, kOnlyChanged, kFlat};
-constexpr OptionId kOfRestore[] = {kOnly, kAs, kDryRun, kRestart};
+constexpr OptionId kOfRestore[] = {kOnly, kAs, kForce, kDryRun, kRestart};
 constexpr OptionId kOfCheck[] = {kBlock};
 constexpr OptionId kOfWatch[] = {kFor};
 
@@ -176,7 +176,7 @@ constexpr CommandRow kCommands[] = {
       "KEY is the stable path of a row, as compare shows it. Values are checked by the rules of the rows "
       "and read back. The player's present document is kept in the folder of data before."},
      kSetExamples, Restarts},
-    {CommandId::kApply, "apply", Players::kNamed, {}, kOfApply, {},
+    {CommandId::kApply, "apply", Players::kNamed, kBlockName, kOfApply, {},
      {"发送整个文档", "send a whole document"}, kNothing, kApplyExamples, ReachesAllOrRestarts},
     {CommandId::kControl, "control", Players::kNamed, kActionAndValue, {}, {},
      {"控制播放", "control the playback"},
@@ -188,7 +188,7 @@ constexpr CommandRow kCommands[] = {
      {"让播放器从端口发送一条指令", "have a player send one command from a port"},
      {"播放器不应答，所以只能说明指令已发出。", "The player answers nothing, so that only its having been sent is told."},
      kSendExamples},
-    {CommandId::kUpload, "upload", Players::kNamed, kSources, kOfUpload, kNotOfUpload,
+    {CommandId::kUpload, "upload", Players::kNamed, kSources, kOfUpload, kNotInTurn,
      {"发送视频", "send videos"},
      {"一台接一台地发送：先给出计划，之后读取视频列表作为证明。每次运行都有日志，--again 只发送其中未成功的部分。",
       "One player after another: a plan first, and their lists of videos as a proof afterwards. There is a "
@@ -215,7 +215,7 @@ constexpr CommandRow kCommands[] = {
       "Says what document it is and what is wrong with it, with line and column; timelines have their own "
       "checks. Exits 0 when it is sound, 1 when it is faulty, 4 when that cannot be told."},
      kCheckExamples},
-    {CommandId::kWatch, "watch", Players::kNamed, {}, kOfWatch, {},
+    {CommandId::kWatch, "watch", Players::kNamed, {}, kOfWatch, kNotInTurn,
      {"持续显示播放位置和状态", "show positions and states as they come"}, kNothing, kWatchExamples},
 };
 

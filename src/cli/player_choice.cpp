@@ -222,7 +222,8 @@ Result<Venue> VenueOf(const Surroundings& surroundings) {
     return OpenVenue(surroundings.data, call.Value(OptionId::kVenue));
 }
 
-Result<ChosenPlayers> ChoosePlayers(const Surroundings& surroundings, Identity identity, std::vector<Ipv4Address> range) {
+Result<ChosenPlayers> ChoosePlayers(const Surroundings& surroundings, Identity identity,
+                                    std::vector<Ipv4Address> range) {
     const std::string local = surroundings.call.Value(OptionId::kLocalAddress);
     if (surroundings.call.Has(OptionId::kLocalAddress) && !ParseIpv4(local))
         return Error{Localized(kNoAddress)};

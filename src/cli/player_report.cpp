@@ -38,10 +38,40 @@ Json::Value ObjectOf(const DeviceRecord& player, const Failure& failure) {
     return object;
 }
 
+void AddPlayer(Json::Value& object, const DeviceRecord& player) {
+    const Json::Value known = ObjectOf(player);
+    for (const std::string& key : known.getMemberNames()) object[key] = known[key];
+}
+
 void Tell(Output& output, const DeviceRecord& player, const Failure& failure) {
     if (output.IsJson()) return output.Object(ObjectOf(player, failure));
     const std::string part = failure.part.empty() ? "" : failure.part + ": ";
     output.Remark(NameOf(player) + ": " + part + failure.text);
+}
+
+ReportTeller::ReportTeller(Output& output, std::vector<std::string> headings)
+    : output_(output), table_([&] {
+          headings.insert(headings.begin(), {"IP", "ID"});
+          return std::move(headings);
+      }()) {}
+
+void ReportTeller::Take(const DeviceRecord& player, PlayerReport& report) {
+    for (Json::Value& object : report.objects) {
+        AddPlayer(object, player);
+        if (output_.IsJson()) output_.Object(object);
+    }
+    for (auto& row : report.rows) {
+        row.insert(row.begin(), {player.ip, player.id});
+        table_.Add(std::move(row));
+    }
+    if (!output_.IsJson())
+        for (const std::string& line : report.lines) output_.Line(line);
+    for (const Failure& failure : report.failures) Tell(output_, player, failure);
+    isWhole_ = isWhole_ && report.failures.empty();
+}
+
+void ReportTeller::End() {
+    if (!output_.IsJson()) output_.Table(table_);
 }
 
 }  // namespace sontaro::cli

@@ -49,7 +49,27 @@ struct PlayerReport {
 /// That object with "error".
 [[nodiscard]] Json::Value ObjectOf(const DeviceRecord& player, const Failure& failure);
 
+/// Gives an object what every object of a player has.
+void AddPlayer(Json::Value& object, const DeviceRecord& player);
+
 /// Tells of a failure.
 void Tell(Output& output, const DeviceRecord& player, const Failure& failure);
+
+/// Tells reports, one player after another; the rows of all of them together, at the end. One
+/// thread.
+class ReportTeller {
+   public:
+    /// The columns of the address and the ID come before `headings`.
+    ReportTeller(Output& output, std::vector<std::string> headings);
+    void Take(const DeviceRecord& player, PlayerReport& report);
+    void End();
+    /// Whether nothing has failed so far.
+    [[nodiscard]] bool IsWhole() const { return isWhole_; }
+
+   private:
+    Output& output_;
+    CellTable table_;
+    bool isWhole_ = true;
+};
 
 }  // namespace sontaro::cli

@@ -96,7 +96,7 @@ void ForEachPlayer(const std::vector<DeviceRecord>& players, std::size_t paralle
     const auto serve = [&] {
         for (std::size_t i = next++; i < players.size(); i = next++)
             reports.Put(i, stop.stop_requested() ? PlayerReport::Of(FailureOf(SessionEnd()))
-                                               : Serve(work, players[i]));
+                                                 : Serve(work, players[i]));
     };
     std::vector<std::jthread> threads;
     for (std::size_t i = 0; i < std::min(parallel, players.size()); ++i)
@@ -166,38 +166,24 @@ int RunForPlayers(const Surroundings& surroundings, Identity identity,
     Output& output = surroundings.output;
     TellMissing(surroundings, *chosen);
     if (const auto end = EndWithoutPlayers(surroundings, *chosen)) return *end;
-    std::vector<std::string> columns = {"IP", "ID"};
-    columns.insert(columns.end(), headings.begin(), headings.end());
-    CellTable table(columns);
+    ReportTeller teller(output, headings);
     std::size_t through = 0;
-    bool isWhole = chosen->missing.empty();
     const auto done = [&](const DeviceRecord& player, PlayerReport& report) {
-        for (Json::Value& object : report.objects) {
-            for (const Json::Value known = ObjectOf(player);
-                 const auto& key : known.getMemberNames())
-                object[key] = known[key];
-            if (output.IsJson()) output.Object(object);
-        }
-        for (auto& row : report.rows) {
-            row.insert(row.begin(), {player.ip, player.id});
-            table.Add(std::move(row));
-        }
-        if (!output.IsJson())
-            for (const std::string& line : report.lines) output.Line(line);
-        for (const Failure& failure : report.failures) Tell(output, player, failure);
-        isWhole = isWhole && report.failures.empty();
+        teller.Take(player, report);
         output.Progress(fmt::sprintf(Localized(kProgress), ++through, chosen->players.size()));
     };
+    const CommandRow& command = *surroundings.call.Command();
+    const bool isInTurn = Takes(command, RowOf(OptionId::kParallel));
     ForEachPlayer(
-        chosen->players, settings->parallel, surroundings.stop,
+        chosen->players, isInTurn ? settings->parallel : chosen->players.size(), surroundings.stop,
         [&](const DeviceRecord& player) {
             return WithSession(player, settings->session,
                                [&](Session& session) { return work(session, player); });
         },
         done);
-    if (!output.IsJson()) output.Table(table);
+    teller.End();
     if (surroundings.stop.stop_requested()) return kInterrupted;
-    return isWhole ? kAllWell : kSomeFailed;
+    return teller.IsWhole() && chosen->missing.empty() ? kAllWell : kSomeFailed;
 }
 
 }  // namespace sontaro::cli
