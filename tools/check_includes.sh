@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../src"
 
-floors=(base link exchange rooms widgets dialogs app tour)
+floors=(base link exchange rooms widgets dialogs app cli tour)
 
 # Files that have to do with the toolkit, and their headers.
 with_windows=$(grep -lE '#include (<wx/|"widgets/)' ./*/*.h ./*/*.cpp | sed 's/\.[a-z]*$//' | sort -u)
@@ -13,7 +13,7 @@ with_windows=$(grep -lE '#include (<wx/|"widgets/)' ./*/*.h ./*/*.cpp | sed 's/\
 node_of() {
     local folder=${1%%/*}
     case $folder in
-        base | link | exchange | widgets | app | tour) echo "$folder" ;;
+        base | link | exchange | widgets | app | cli | tour) echo "$folder" ;;
         *) if [[ $'\n'$with_windows$'\n' == *$'\n'"./$1"$'\n'* ]]; then
             echo "$folder-dialogs"
         else

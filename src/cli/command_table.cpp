@@ -59,7 +59,7 @@ constexpr OptionRow kOptions[] = {
      {"232:0 到 232:3、485、tcp:IP:端口、udp:IP:端口 或 dmx512",
       "232:0 to 232:3, 485, tcp:IP:PORT, udp:IP:PORT or dmx512"}},
     {kCategory, "-c", "--category", "C", kAnyText, false, kNamed,
-     {"视频类别：名称，或 1 到 64 的序号", "the category of the videos: its name, or its number from 1 to 64"}},
+     {"视频类别：名称，或 0 到 63 的编号", "the category of the videos: its name, or its number from 0 to 63"}},
     {kSkipPresent, nullptr, "--skip-present", nullptr, kAnyText, false, kNamed,
      {"跳过播放器上已有的视频", "leave out what a player has already"}},
     {kAgain, nullptr, "--again", nullptr, kAnyText, false, kNamed,

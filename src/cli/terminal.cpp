@@ -6,10 +6,14 @@
 
 namespace sontaro::cli {
 
-std::optional<std::string> ReadTypedLine() {
+std::optional<std::string> ReadTypedLine(const std::stop_token& stop) {
     std::string line;
-    if (!std::getline(std::cin, line)) return std::nullopt;
+    if (!AwaitInput(stop) || !std::getline(std::cin, line)) return std::nullopt;
     return line;
+}
+
+StandardOutput::StandardOutput(std::function<void()> failed) : failed_(std::move(failed)) {
+    KeepBytesOfOutput();
 }
 
 void StandardOutput::Write(std::string_view text) {
@@ -18,6 +22,7 @@ void StandardOutput::Write(std::string_view text) {
     if (written && std::fflush(stdout) == 0) return;
     isWhole_ = false;
     isClosed_ = errno == EPIPE || errno == EINVAL;  // Windows says the latter
+    failed_();
 }
 
 void StandardRemarks::Write(std::string_view text) {

@@ -1,3 +1,4 @@
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -42,6 +43,14 @@ bool ShowsChinese() {
     return IsUtf8Locale() && Environment("TERM") != "linux";
 }
 
-StandardOutput::StandardOutput() = default;
+void KeepBytesOfOutput() {}  // it never does anything else
+
+bool AwaitInput(const std::stop_token& stop) {
+    constexpr int kStep = 100;  // milliseconds
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    while (!stop.stop_requested())
+        if (poll(&input, 1, kStep) > 0) return true;
+    return false;
+}
 
 }  // namespace sontaro::cli

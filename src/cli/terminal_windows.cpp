@@ -19,8 +19,9 @@ bool ShowsChinese() {
     return SystemLanguage() == Language::kChinese;
 }
 
-StandardOutput::StandardOutput() {
-    _setmode(_fileno(stdout), _O_BINARY);  // documents are written as players have sent them
-}
+void KeepBytesOfOutput() { _setmode(_fileno(stdout), _O_BINARY); }
+
+// Ctrl+C ends what waits for a line.
+bool AwaitInput(const std::stop_token& stop) { return !stop.stop_requested(); }
 
 }  // namespace sontaro::cli

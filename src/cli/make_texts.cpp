@@ -1,0 +1,31 @@
+// Makes the texts that packages have of the table of commands, while they are built:
+// make_texts man DATE | completion | list
+#include <cstdio>
+#include <string_view>
+#include <vector>
+
+#include "app/application_title.h"
+#include "base/program_arguments.h"
+#include "cli/command_texts.h"
+
+namespace sontaro::cli {
+
+namespace {
+
+int Make(const std::vector<std::string>& arguments) {
+    std::string text;
+    if (arguments.size() == 2 && arguments[0] == "man")
+        text = ManualPage(ProgramVersion(), arguments[1]);
+    else if (arguments.size() == 1 && arguments[0] == "completion")
+        text = BashCompletion();
+    else if (arguments.size() == 1 && arguments[0] == "list")
+        text = CommandList();
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    return !text.empty() && written && std::fflush(stdout) == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+}  // namespace sontaro::cli
+
+int main() { return sontaro::cli::Make(sontaro::ProgramArguments()); }
