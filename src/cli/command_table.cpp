@@ -96,6 +96,8 @@ constexpr OptionId kOfSet[] = {kRestart};
 constexpr OptionId kOfApply[] = {kFile, kForce, kDryRun, kRestart};
 constexpr OptionId kOfSend[] = {kPort};
 constexpr OptionId kOfUpload[] = {kCategory, kSkipPresent, kAgain, kDryRun};
+constexpr OptionId kRequiredByApply[] = {kFile};
+constexpr OptionId kRequiredBySend[] = {kPort};
 constexpr OptionId kNotInTurn[] = {kParallel};
 constexpr OptionId kOfBackup[] = {kKeep, kOnlyChanged, kFlat};
 constexpr OptionId kOfRestore[] = {kOnly, kAs, kForce, kDryRun, kRestart};
@@ -152,7 +154,7 @@ bool SwitchesOff(const Invocation& call) {
 }
 
 constexpr CommandRow kCommands[] = {
-    {CommandId::kFind, "find", Players::kAllByDefault, kRange, {}, {},
+    {CommandId::kFind, "find", Players::kAllByDefault, kRange, {}, {}, {},
      {"查找播放器", "find players"},
      {"列出每台应答的播放器的地址、端口、MAC、ID、版本、通道和备注。给出范围（如 192.168.1.0/24）时逐个地址"
       "单播询问，每秒最多 100 个。使用 --expect 或 -p 时，缺少的播放器会被点名，并以 1 结束。",
@@ -160,62 +162,62 @@ constexpr CommandRow kCommands[] = {
       "addresses of a range such as 192.168.1.0/24 are asked one by one, at most 100 a second. With "
       "--expect or -p it names who is missing, and exits 1."},
      kFindExamples},
-    {CommandId::kShow, "show", Players::kNamed, {}, {}, {},
+    {CommandId::kShow, "show", Players::kNamed, {}, {}, {}, {},
      {"显示播放器的身份、模式、剩余空间和正在播放的内容", "show identity, mode, free space and what is playing"},
      {"正在播放的内容由播放器自己报告，最多等待 3 秒。",
       "Players tell by themselves what is playing: it is waited for, 3 s at most."},
      kShowExamples},
-    {CommandId::kVideos, "videos", Players::kNamed, {}, {}, {},
+    {CommandId::kVideos, "videos", Players::kNamed, {}, {}, {}, {},
      {"列出播放器上的视频", "list the videos of players"}, kNothing, kVideosExamples},
-    {CommandId::kGet, "get", Players::kNamed, kBlockName, kOfGet, {},
+    {CommandId::kGet, "get", Players::kNamed, kBlockName, kOfGet, {}, {},
      {"读取设置文档，与播放器发送的完全一致", "read a document as the player sent it"}, kNothing, kGetExamples},
-    {CommandId::kSet, "set", Players::kNamed, kBlockAndEdits, kOfSet, {},
+    {CommandId::kSet, "set", Players::kNamed, kBlockAndEdits, kOfSet, {}, {},
      {"修改单项设置", "change single settings"},
      {"KEY 是设置项的固定路径（compare 会显示）。值按照对话框中的规则检查，写入后读回核对。写入前播放器现有的文档"
       "会保存到数据文件夹。",
       "KEY is the stable path of a row, as compare shows it. Values are checked by the rules of the rows "
       "and read back. The player's present document is kept in the folder of data before."},
      kSetExamples, Restarts},
-    {CommandId::kApply, "apply", Players::kNamed, kBlockName, kOfApply, {},
+    {CommandId::kApply, "apply", Players::kNamed, kBlockName, kOfApply, kRequiredByApply, {},
      {"发送整个文档", "send a whole document"}, kNothing, kApplyExamples, ReachesAllOrRestarts},
-    {CommandId::kControl, "control", Players::kNamed, kActionAndValue, {}, {},
+    {CommandId::kControl, "control", Players::kNamed, kActionAndValue, {}, {}, {},
      {"控制播放", "control the playback"},
      {"播放器自己决定有哪些按钮：先读取按钮，再按类型选择。没有这样的按钮时失败，并列出已有的按钮。",
       "The player decides which buttons there are: they are fetched, and picked by their type. Without such "
       "a button it fails and lists those that there are."},
      kControlExamples, SwitchesOff},
-    {CommandId::kSend, "send", Players::kNamed, kHex, kOfSend, {},
+    {CommandId::kSend, "send", Players::kNamed, kHex, kOfSend, kRequiredBySend, {},
      {"让播放器从端口发送一条指令", "have a player send one command from a port"},
      {"播放器不应答，所以只能说明指令已发出。", "The player answers nothing, so that only its having been sent is told."},
      kSendExamples},
-    {CommandId::kUpload, "upload", Players::kNamed, kSources, kOfUpload, kNotInTurn,
+    {CommandId::kUpload, "upload", Players::kNamed, kSources, kOfUpload, {}, kNotInTurn,
      {"发送视频", "send videos"},
      {"一台接一台地发送：先给出计划，之后读取视频列表作为证明。每次运行都有日志，--again 只发送其中未成功的部分。",
       "One player after another: a plan first, and their lists of videos as a proof afterwards. There is a "
       "journal of each run; --again sends exactly what did not end well."},
      kUploadExamples},
-    {CommandId::kBackup, "backup", Players::kAllByDefault, kBackupFolder, kOfBackup, {},
+    {CommandId::kBackup, "backup", Players::kAllByDefault, kBackupFolder, kOfBackup, {}, {},
      {"备份播放器的全部设置", "back up all settings of players"},
      {"写入 DIR/时间/播放器/设置块.json 和清单；清单最后写入，因此中断的备份绝不会被当成完整的备份。播放器不支持的设置块"
       "记录在清单中，不算失败。",
       "Into DIR/TIME/PLAYER/BLOCK.json, with a manifest, which is written last: what was broken off is never "
       "taken for a backup. Blocks that a player does not support stand in the manifest, and are no failure."},
      kBackupExamples},
-    {CommandId::kCompare, "compare", Players::kAllByDefault, kTwoBackups, {}, {},
+    {CommandId::kCompare, "compare", Players::kAllByDefault, kTwoBackups, {}, {}, {},
      {"比较两份备份，或备份与现场", "compare two backups, or a backup and the venue"},
      {"相同时以 0 结束，不同为 1，无法判断为 4。", "Exits 0 when they are the same, 1 when they differ, 4 when that cannot be told."},
      kCompareExamples},
-    {CommandId::kRestore, "restore", Players::kNamed, kOneBackup, kOfRestore, {},
+    {CommandId::kRestore, "restore", Players::kNamed, kOneBackup, kOfRestore, {}, {},
      {"从备份恢复设置", "restore settings from a backup"},
      {"先显示计划，只发送不同的部分，并读回核对。", "Shows a plan first, sends only what differs, and reads it back."},
      kRestoreExamples, IsNoTrial},
-    {CommandId::kCheck, "check", Players::kNone, kDocument, kOfCheck, {},
+    {CommandId::kCheck, "check", Players::kNone, kDocument, kOfCheck, {}, {},
      {"检查文档文件", "check the file of a document"},
      {"说明是哪种文档、哪里有错（行和列），也检查时间线。无误时以 0 结束，有错为 1，无法判断为 4。",
       "Says what document it is and what is wrong with it, with line and column; timelines have their own "
       "checks. Exits 0 when it is sound, 1 when it is faulty, 4 when that cannot be told."},
      kCheckExamples},
-    {CommandId::kWatch, "watch", Players::kNamed, {}, kOfWatch, kNotInTurn,
+    {CommandId::kWatch, "watch", Players::kNamed, {}, kOfWatch, {}, kNotInTurn,
      {"持续显示播放位置和状态", "show positions and states as they come"}, kNothing, kWatchExamples},
 };
 
@@ -253,6 +255,10 @@ const OptionRow& RowOf(OptionId id) { return *std::ranges::find(kOptions, id, &O
 const CommandRow* FindCommand(std::string_view name) {
     const auto* found = std::ranges::find(kCommands, name, &CommandRow::name);
     return found == std::end(kCommands) ? nullptr : found;
+}
+
+bool IsRequired(const CommandRow& command, const OptionRow& option) {
+    return std::ranges::find(command.required, option.id) != command.required.end();
 }
 
 bool Takes(const CommandRow& command, const OptionRow& option) {

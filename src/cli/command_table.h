@@ -107,7 +107,8 @@ struct CommandRow {
     const char* name;
     Players players{};
     std::span<const ArgumentRow> arguments;
-    std::span<const OptionId> options;  ///< besides those of a scope
+    std::span<const OptionId> options;        ///< besides those of a scope
+    std::span<const OptionId> required = {};  ///< of those, what it cannot do without
     /// Of those of the players' scope that it does not take.
     std::span<const OptionId> without = {};
     LocalText help{};         ///< on one line
@@ -126,6 +127,8 @@ struct CommandRow {
 [[nodiscard]] const CommandRow* FindCommand(std::string_view name);
 /// Whether a command takes an option.
 [[nodiscard]] bool Takes(const CommandRow& command, const OptionRow& option);
+/// Whether a command cannot do without an option.
+[[nodiscard]] bool IsRequired(const CommandRow& command, const OptionRow& option);
 
 /// The words by which `control` is told what to do.
 struct ActionRow {

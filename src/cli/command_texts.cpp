@@ -95,6 +95,13 @@ std::string BlockList() {
     return list;
 }
 
+/// What a command does, as a sentence.
+std::string SentenceOf(std::string text, Language language) {
+    if (language == Language::kChinese) return text + "。";
+    if (text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    return text + '.';
+}
+
 std::string English(const LocalText& text) { return text.english; }
 
 /// A text in a manual page.
@@ -124,7 +131,8 @@ void AddManualExamples(std::string& page, const CommandRow& command) {
 }
 
 void AddManualCommand(std::string& page, const CommandRow& command) {
-    page += ".SS " + Roff(Usage(command)) + "\n" + Roff(English(command.help)) + ".\n";
+    page += ".SS " + Roff(Usage(command)) + "\n" +
+            Roff(SentenceOf(English(command.help), Language::kEnglish)) + "\n";
     if (*command.description.english) page += Roff(English(command.description)) + "\n";
     if (command.isFinal) page += Roff(English(kFinal)) + "\n";
     for (const OptionRow& option : Options())
@@ -203,8 +211,9 @@ std::string Usage(const CommandRow& command) {
     if (command.players == Players::kAllByDefault) usage += " [-p P]";
     for (const OptionRow& option : Options()) {
         if (option.scope != OptionScope::kNamed || !Takes(command, option)) continue;
-        usage += std::string(" [") + (option.shortName ? option.shortName : option.name) +
-                 (option.value ? std::string(" ") + option.value : "") + "]";
+        const std::string call = std::string(option.shortName ? option.shortName : option.name) +
+                                 (option.value ? std::string(" ") + option.value : "");
+        usage += IsRequired(command, option) ? " " + call : " [" + call + "]";
     }
     return usage;
 }
@@ -227,8 +236,7 @@ std::string CommandHelp(const CommandRow& command) {
     std::string text;
     AddParagraph(text, Localized(kCall) + "sontaro-cli " + Usage(command));
     text += '\n';
-    AddParagraph(text,
-                 Localized(command.help) + (CurrentLanguage() == Language::kChinese ? "。" : "."));
+    AddParagraph(text, SentenceOf(Localized(command.help), CurrentLanguage()));
     if (const std::string more = Localized(command.description); !more.empty())
         AddParagraph(text, more);
     if (command.isFinal) AddParagraph(text, Localized(kFinal));

@@ -21,7 +21,6 @@ constexpr LocalText kTakesNoValue = {"control %s 不带值。", "control %s take
 constexpr LocalText kNoVolume = {"音量为 0 到 100。", "the volume is 0 to 100."};
 constexpr LocalText kNoPower = {"power 需要 on 或 off。", "power takes on or off."};
 constexpr LocalText kPowerQuestion = {"要关闭播放器吗？", "Switch the players off?"};
-constexpr LocalText kPortMissing = {"缺少 --port。", "--port is missing."};
 constexpr LocalText kSent = {"已发送 %s", "sent %s"};
 
 /// The types that a player knows a button by; the first that it has counts.
@@ -138,7 +137,6 @@ int RunControl(const Surroundings& surroundings) {
 
 int RunSend(const Surroundings& surroundings) {
     const Invocation& call = surroundings.call;
-    if (!call.Has(OptionId::kPort)) return TellWrongUse(surroundings, Localized(kPortMissing));
     const auto node = ParseCommandToSend(call.Value(OptionId::kPort), call.Arguments());
     if (!node) return TellWrongUse(surroundings, node.reason());
     return RunForPlayers(

@@ -32,6 +32,8 @@ constexpr CharacterRange kWide[] = {
     {0x1F900, 0x1F9FF}, {0x20000, 0x2FFFD}, {0x30000, 0x3FFFD},
 };
 
+constexpr std::string_view kClosingMarks = "，。、；：）？”";
+
 template <std::size_t kCount>
 bool IsAmong(const CharacterRange (&ranges)[kCount], char32_t character) {
     const auto* range = std::ranges::lower_bound(ranges, character, {}, &CharacterRange::last);
@@ -104,15 +106,16 @@ std::vector<std::string> Wrapped(std::string_view text, std::size_t columns) {
         if (!lines.back().empty() || word != " ") lines.back() += word;
         word.clear();
     };
+    bool wasWide = false;
     for (std::string_view rest = valid; !rest.empty();) {
         const std::string_view character = TakeCharacter(rest);
         const bool isWide = WidthOf(CodeOf(character)) == 2;
         // A mark at the end of a clause stays with what it ends.
-        const bool isMark = character == "，" || character == "。" || character == "、" ||
-                            character == "；" || character == "：" || character == "）";
-        if ((isWide && !isMark) || character == " ") endWord();
+        const bool isMark = kClosingMarks.find(character) != std::string_view::npos;
+        if (character == " " || ((isWide || wasWide) && !isMark)) endWord();
         word += character;
         if (character == " ") endWord();
+        wasWide = isWide;
     }
     endWord();
     return lines;

@@ -48,16 +48,19 @@ std::string NamesForParser(const OptionRow& option) {
     return option.shortName ? std::string(option.shortName) + "," + option.name : option.name;
 }
 
-/// The library's own complaint is about an option, and in English.
+/// The library's own complaint begins with the option that it is about, and is in English.
 Error ComplaintOf(const CLI::ParseError& error) {
     const std::string text = error.what();
-    const std::string name = text.substr(0, text.find(':'));
-    const auto option = std::ranges::find(Options(), name, &OptionRow::name);
-    if (option == Options().end()) return Error{text};
-    return Complaint(option->value ? kNeedsValue : kTakesNoValue, name);
+    for (const OptionRow& row : Options()) {
+        const std::string name = row.name;
+        if (text.starts_with(name + ':')) return Complaint(kNeedsValue, name);
+        if (text.starts_with(name.substr(2) + ' ')) return Complaint(kTakesNoValue, name);
+    }
+    return Error{text};
 }
 
-/// The library's parser, with all options of the table wherever they stand.
+/// The library's parser, with all options of the table wherever they stand. Its own arguments would
+/// take some texts apart: they are what it leaves.
 class Parser {
    public:
     Parser() {
@@ -66,7 +69,8 @@ class Parser {
         app_.allow_extras();
         app_.require_subcommand(0, 1);
         for (const OptionRow& row : Options()) AddOption(row);
-        for (const CommandRow& row : Commands()) AddCommand(row);
+        for (const CommandRow& row : Commands())
+            app_.add_subcommand(row.name)->fallthrough()->set_help_flag();
     }
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
@@ -79,23 +83,16 @@ class Parser {
         const auto commands = app_.get_subcommands();
         return commands.empty() ? nullptr : FindCommand(commands.front()->get_name());
     }
-    [[nodiscard]] std::vector<std::string> Arguments() const {
-        const auto commands = app_.get_subcommands();
-        return commands.empty() ? std::vector<std::string>()
-                                : commands.front()->get_option(kArguments)->results();
-    }
     [[nodiscard]] std::map<OptionId, std::vector<std::string>> GivenOptions() const {
         std::map<OptionId, std::vector<std::string>> given;
         for (const auto& [id, option] : options_)
             if (option->count() > 0) given.emplace(id, option->results());
         return given;
     }
+    /// What is no option that there is, in its order.
     [[nodiscard]] std::vector<std::string> Remaining() const { return app_.remaining(true); }
 
    private:
-    static constexpr const char* kArguments = "ARGUMENTS";
-    static constexpr int kMostArguments = 100'000;
-
     void AddOption(const OptionRow& row) {
         CLI::Option* option =
             row.value ? app_.add_option(NamesForParser(row)) : app_.add_flag(NamesForParser(row));
@@ -106,26 +103,21 @@ class Parser {
         option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
         options_.emplace(row.id, option);
     }
-    void AddCommand(const CommandRow& row) {
-        CLI::App* command = app_.add_subcommand(row.name);
-        command->set_help_flag();
-        command->fallthrough();
-        command->add_option(kArguments)->expected(0, kMostArguments)->allow_extra_args(false);
-    }
 
     CLI::App app_;
     std::map<OptionId, CLI::Option*> options_;  // the library's own
 };
 
-Error ComplaintAboutRest(const std::string& argument, const CommandRow* command) {
-    if (!argument.starts_with('-'))
-        return command ? Complaint(kTooMany, argument)
-                       : ComplaintAbout(kUnknownCommand, argument, NamesOf(Commands()));
+Error NoCommand(const std::string& typed) {
+    return ComplaintAbout(kUnknownCommand, typed, NamesOf(Commands()));
+}
+
+Error NoOption(const std::string& typed, const CommandRow* command) {
     std::vector<OptionRow> taken;
     std::ranges::copy_if(Options(), std::back_inserter(taken), [&](const OptionRow& option) {
         return !command || Takes(*command, option);
     });
-    return ComplaintAbout(kUnknownOption, argument.substr(0, argument.find('=')), NamesOf(taken));
+    return ComplaintAbout(kUnknownOption, typed.substr(0, typed.find('=')), NamesOf(taken));
 }
 
 Status CheckWord(ValueKind kind, const std::string& text) {
@@ -139,18 +131,22 @@ Status CheckWord(ValueKind kind, const std::string& text) {
 }  // namespace
 
 Result<Invocation> Invocation::Parse(const std::vector<std::string>& arguments) {
+    const auto mark = std::ranges::find(arguments, "--");  // behind it there are no options
     Parser parser;
     try {
-        parser.Parse(arguments);
+        parser.Parse({arguments.begin(), mark});
     } catch (const CLI::ParseError& error) {
         return ComplaintOf(error);
     }
     Invocation invocation;
     invocation.command_ = parser.Command();
-    invocation.arguments_ = parser.Arguments();
     invocation.options_ = parser.GivenOptions();
-    if (const auto rest = parser.Remaining(); !rest.empty())
-        return ComplaintAboutRest(rest.front(), invocation.command_);
+    for (std::string& rest : parser.Remaining()) {
+        if (rest.size() > 1 && rest[0] == '-') return NoOption(rest, invocation.command_);
+        invocation.arguments_.push_back(std::move(rest));
+    }
+    if (mark != arguments.end())
+        invocation.arguments_.insert(invocation.arguments_.end(), mark + 1, arguments.end());
     if (const Status checked = invocation.Check(); !checked) return Error{checked.reason()};
     return invocation;
 }
@@ -166,10 +162,13 @@ Status Invocation::Check() const {
         const auto isOption = [](const std::string& value) { return value.starts_with("--"); };
         if (std::ranges::any_of(values, isOption)) return Complaint(kNeedsValue, row.name);
     }
-    return command_ ? CheckArguments() : Done{};
+    if (command_) return CheckArguments();
+    return arguments_.empty() ? Status(Done{}) : NoCommand(arguments_.front());
 }
 
 Status Invocation::CheckArguments() const {
+    for (const OptionId id : command_->required)
+        if (!Has(id)) return Complaint(kMissing, RowOf(id).name);
     const auto rows = command_->arguments;
     for (std::size_t i = arguments_.size(); i < rows.size(); ++i)
         if (rows[i].isRequired) return Complaint(kMissing, rows[i].name);

@@ -22,7 +22,6 @@ constexpr LocalText kNotWritten = {"无法写入 %s：%s", "%s cannot be written
 constexpr LocalText kNoEdit = {"“%s”不是 KEY=VALUE。", "\"%s\" is no KEY=VALUE."};
 constexpr LocalText kNotUsable = {"播放器的文档无法使用：%s",
                                   "the player's document is of no use: %s"};
-constexpr LocalText kFileMissing = {"缺少 -f FILE。", "-f FILE is missing."};
 constexpr LocalText kNotRead = {"无法读取 %s：%s", "%s cannot be read: %s"};
 constexpr LocalText kApplyQuestion = {"要把 %s 写入播放器吗？", "Write %s to the players?"};
 constexpr LocalText kSetQuestion = {"播放器会随之重启。继续吗？",
@@ -178,7 +177,6 @@ int RunSet(const Surroundings& surroundings) {
 int RunApply(const Surroundings& surroundings) {
     const Invocation& call = surroundings.call;
     const std::string name = call.Value(OptionId::kFile);
-    if (name.empty()) return TellWrongUse(surroundings, Localized(kFileMissing));
     const auto wanted = ReadFile(PathOfText(name));
     if (!wanted)
         return TellWrongUse(surroundings, fmt::sprintf(Localized(kNotRead), name, wanted.reason()));
