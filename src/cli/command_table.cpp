@@ -116,7 +116,7 @@ constexpr ExampleRow kGetExamples[] = {
     {"get timeline --all -o timelines/", {"每台播放器一个文件", "a file for each player"}},
 };
 constexpr ExampleRow kSetExamples[] = {
-    {"set osd texts/0=Welcome --all", {"改变字幕的第一行", "change the first line of the overlay"}},
+    {"set osd data/0/texts/0=Welcome --all", {"改变字幕的第一行", "change the first line of the overlay"}},
 };
 constexpr ExampleRow kApplyExamples[] = {
     {"apply player-control -f hall.json --all --dry-run", kNothing},
