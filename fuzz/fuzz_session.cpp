@@ -31,27 +31,33 @@ void Judge(const DevicePacket& packet) {
     }
 }
 
-/// The packets are those bytes, however they are cut.
+/// The bytes of all packets.
+Bytes Joined(const std::vector<DevicePacket>& packets) {
+    Bytes all;
+    for (const DevicePacket& packet : packets) {
+        const Bytes bytes = packet.Serialize();
+        all.insert(all.end(), bytes.begin(), bytes.end());
+    }
+    return all;
+}
+
+/// However they are cut, the same packets come of the same bytes, which are all there was to them.
 void FeedStream(ByteView input) {
     std::vector<DevicePacket> whole;
     PacketStream atOnce;
     const LinkTrouble trouble = atOnce.Take(input, whole);
-    std::vector<DevicePacket> joined;
+    std::vector<DevicePacket> cut;
     PacketStream inPieces;
     std::size_t size = 1;
     for (ByteView rest = input; !rest.empty(); rest = rest.subspan(size)) {
         size = std::min<std::size_t>(1 + rest.front() % 23, rest.size());
-        static_cast<void>(inPieces.Take(rest.first(size), joined));
+        static_cast<void>(inPieces.Take(rest.first(size), cut));
     }
-    Expect(whole == joined && inPieces.Take({}, joined) == trouble);
+    const Bytes bytes = Joined(whole);
+    Expect(inPieces.Take({}, cut) == trouble && Joined(cut) == bytes);
     Expect(inPieces.IsWithinPacket() == atOnce.IsWithinPacket());
-    for (const DevicePacket& packet : whole) {
-        const Bytes bytes = packet.Serialize();
-        Expect(bytes.size() <= input.size());
-        Expect(std::ranges::equal(ByteView(bytes).subspan(8), input.subspan(8, bytes.size() - 8)));
-        input = input.subspan(bytes.size());
-        Judge(packet);
-    }
+    Expect(bytes.size() <= input.size() && std::ranges::equal(bytes, input.first(bytes.size())));
+    for (const DevicePacket& packet : whole) Judge(packet);
 }
 
 /// The text up to the next zero byte, which is taken off the input.
