@@ -57,14 +57,20 @@ class BlockDocument {
     /// user; nothing has changed then. A value that the row has already leaves the text alone.
     [[nodiscard]] Status SetValue(const std::string& path, const std::string& value);
 
-    /// Takes the values of another document of the same block, by path; those of settings that
-    /// describe themselves by the keys that the player knows them by. What cannot be taken is told.
+    /// Takes the values of another document of the same block, by path. Of settings that describe
+    /// themselves the values alone go into this document, by the keys that the player knows them
+    /// by ("keyVal", which stand in place of paths in the answer), as far as they are within the
+    /// limits that this document has. What cannot be taken is told.
     [[nodiscard]] TakenValues TakeValues(const BlockDocument& others);
 
    private:
+    [[nodiscard]] Status Edit(const SettingsRow& row, const std::string& value);
+    [[nodiscard]] std::string WithChanges(const std::string& before) const;
+    [[nodiscard]] TakenValues TakeSelects(const BlockDocument& others);
+
     const SettingsBlockKind* kind_;
     std::string text_;
-    std::shared_ptr<SettingsDocument> document_;
+    std::unique_ptr<SettingsDocument> document_;
     Status usable_;
 };
 

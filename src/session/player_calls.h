@@ -36,12 +36,12 @@ Answered<VideoList> ReadVideos(Session& session);
 
 /// What is being played, as the player reports it by itself once a second.
 struct NowPlaying {
-    std::optional<VideoPosition> position;
-    std::string name;      ///< of the video; empty: it is not known
-    std::string usbVideo;  ///< the one being played from the USB disk
+    std::optional<VideoPosition> position;  ///< with the names of folder and video, if it says them
+    std::string usbVideo;                   ///< the one being played from the USB disk
+    std::vector<std::string> usbVideos;     ///< those that there are on it
 };
 /// Has the player report, and waits for that as long as `limit` says, which no report is no failure
-/// of. The listener of the session hears the reports as well.
+/// of. The session's listener hears the reports as well.
 Answered<NowPlaying> ReadNowPlaying(Session& session,
                                     std::chrono::milliseconds limit = std::chrono::seconds(3));
 /// What a message that nobody has asked for tells of what is being played; false when it does not.
@@ -53,8 +53,6 @@ bool TakeReport(const WindowMessage& message, NowPlaying& playing);
 Answered<std::vector<VideoCaption>> ReadCaptions(Session& session);
 /// A command of the remote control with the value of its own key, if it has one.
 SessionEnd SendVideoCommand(Session& session, VideoCommand command, const std::string& text = {});
-/// The names of the videos on the USB disk.
-Answered<std::vector<std::string>> ReadUsbVideos(Session& session);
 /// Has the player send a command to one of its ports at once, as the test of a timeline does. It
 /// answers nothing to that: a reply means that it has gone out.
 SessionEnd SendCommand(Session& session, const TimeNode& node);

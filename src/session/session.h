@@ -4,6 +4,7 @@
 #include <atomic>
 #include <memory>
 #include <stop_token>
+#include <utility>
 
 #include "base/result.h"
 #include "exchange/conversation.h"
@@ -48,8 +49,8 @@ class Session {
                     std::optional<std::chrono::milliseconds> limit = {});
 
     /// Who hears what nobody has asked for, within the calls of this class; must not call the
-    /// session. Nobody at first.
-    void SetListener(Heard heard) { heard_ = std::move(heard); }
+    /// session. Nobody at first. Gives back who did before.
+    Heard SetListener(Heard heard) { return std::exchange(heard_, std::move(heard)); }
 
     /// Listens for as long, or until `isEnough`, which is asked after everything that comes: a
     /// reply means that it was, timed out that it was not, which costs no connection. It connects
@@ -71,9 +72,9 @@ class Session {
     Session(const Endpoint& player, SessionOptions options);
 
     [[nodiscard]] bool IsCancelled() const;
-    [[nodiscard]] SessionEnd Cancelled();
-    [[nodiscard]] SessionEnd NotSentBecause(NotSent reason) const;
-    void Hear(WindowMessage& message);
+    SessionEnd CloseCancelled();
+    void HandleArrivals();
+    [[nodiscard]] SessionEnd EndOf(const Ended& ended) const;
 
     const Endpoint player_;
     const SessionOptions options_;

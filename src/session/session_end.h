@@ -29,7 +29,8 @@ struct SessionEnd {
     std::uint16_t code = 0;  ///< of a refusal
     NotSent reason{};        ///< of what was not sent
     LinkTrouble trouble{};   ///< of what was not sent, and of a link that has ended
-    std::string unreadable;  ///< why an answer is of no use; empty: it is, or there is none
+    /// Why an answer is of no use, or a document cannot be sent; empty: neither.
+    std::string unreadable = {};
 
     /// Whether the player has done what it was asked.
     explicit operator bool() const { return how == End::kReply && unreadable.empty(); }

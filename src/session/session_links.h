@@ -8,6 +8,7 @@
 #include "exchange/exchange_hub.h"
 #include "exchange/plain_loop.h"
 #include "exchange/player_channel.h"
+#include "exchange/reassembly.h"
 #include "session/endpoint_claim.h"
 #include "session/packet_stream.h"
 
@@ -35,11 +36,12 @@ class SessionLinks : public PlayerChannel {
     /// in this process has it.
     [[nodiscard]] bool Claim(const Endpoint& player);
 
-    /// Queues a packet, of which 10 MiB may wait. Without a packet every connection is closed as
-    /// soon as what is queued has gone out. A player that something else has is `kNoSlot`.
+    /// Queues a packet; 10 MiB may wait. Without a packet every connection is closed once what is
+    /// queued has gone out, within a second each; their ends are told later. A player that
+    /// something else has is `kNoSlot`.
     Sending Send(const Target& player, const SharedPacket& packet, Boxes boxes) override;
 
-    /// Ends the connection at once; what waits is not sent.
+    /// Ends the connection at once, and tells so; what waits is not sent.
     void Close(const Endpoint& player);
     /// Whether everything that was sent to the player has gone out, or cannot any more.
     [[nodiscard]] bool HasSentAll(const Endpoint& player) const;
@@ -54,23 +56,25 @@ class SessionLinks : public PlayerChannel {
         Target target = {};
         std::shared_ptr<Connection> connection = {};  // its threads own it as well
         PacketStream stream = {};                     // of that connection
+        bool isClosing = false;                       // its end is still to be told
         LinkTrouble trouble = LinkTrouble::kNone;
     };
 
-    [[nodiscard]] Player* Find(const Endpoint& player);
-    [[nodiscard]] const Player* Find(const Endpoint& player) const;
     [[nodiscard]] LinkTrouble Connect(const Endpoint& endpoint, Player& player);
+    [[nodiscard]] Player* Find(ConnectionNumber connection);
+    [[nodiscard]] const Player* Find(const Endpoint& player) const;
     void Received(ConnectionNumber connection, ByteView piece);
-    void Ended(ConnectionNumber connection, LinkTrouble trouble);
-    void PassOn(const Target& sender, ConnectionNumber connection, const PacketHeader& header,
-                ByteView payload);
+    void PassOn(const Reply& reply);
+    void PlayerEnded(ConnectionNumber connection, bool isOrderly);
+    void End(ConnectionNumber connection, LinkTrouble trouble);
     void CloseWhenSent();
 
     PlainLoop& loop_;
     ExchangeHub& hub_;
     const Heard heard_;
     const std::chrono::milliseconds connectLimit_;
-    bool started_ = false;  // the platform's sockets
+    const bool started_;  // the platform's sockets
+    ConnectionNumber lastNumber_ = 0;
     std::map<Endpoint, Player> players_;
     ThreadGroup threads_;
 };

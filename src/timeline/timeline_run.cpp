@@ -16,8 +16,6 @@ namespace {
 using State = TimelineState;
 
 constexpr LocalText kSaved = {"配置完成！", "Changes have been saved!"};
-constexpr LocalText kTooMany = {"命令条数太多了,删除一些吧！",
-                                "There are too many commands, please delete some!"};
 constexpr LocalText kNotThePlayers = {
     "尚未读到播放器自己的时间轴。仍要发送这些命令吗？",
     "The player's own timeline has not been read. Send these commands all the same?"};
@@ -174,7 +172,7 @@ void TimelineRun::Changed() {
 /// Whatever is being waited for is given up: its answer would be about something else.
 void TimelineRun::Save() {
     if (!MaySend()) return;
-    if (document_.IsTooLong()) return prompts_.Warn(Localized(kTooMany));
+    if (document_.IsTooLong()) return prompts_.Warn(Localized(kTooManyCommands));
     if (!known_ && !prompts_.Confirm(Localized(kNotThePlayers))) return;
     talk_.Cancel();
     reading_ = false;
