@@ -98,7 +98,11 @@ std::uint64_t OwnJson::Number(const Json::Value& object, const char* key, std::u
 }
 
 void OwnJson::Refuse(const Json::Value& value, std::string why) {
-    if (!trouble_) trouble_ = {PlaceOf(value, text_), std::move(why)};
+    Refuse({PlaceOf(value, text_), std::move(why)});
+}
+
+void OwnJson::Refuse(const TextTrouble& trouble) {
+    if (!trouble_) trouble_ = trouble;
 }
 
 }  // namespace sontaro

@@ -33,6 +33,7 @@ class OwnJson {
 
     /// Keeps a trouble with `value`, unless there is one.
     void Refuse(const Json::Value& value, std::string why);
+    void Refuse(const TextTrouble& trouble);
     /// The first one; none when all is well.
     [[nodiscard]] const std::optional<TextTrouble>& Trouble() const { return trouble_; }
 
