@@ -54,7 +54,11 @@ class BackupWriter {
     BackupWriter(BackupPlan plan, FileLock lock);
 
     [[nodiscard]] Status MakeFolder();
-    [[nodiscard]] Result<WrittenBackup> FinishTimed(BackupManifest manifest);
+    [[nodiscard]] Status PrepareFlat();
+    [[nodiscard]] std::optional<std::string> Reserve(const VenuePlayer& player);
+    [[nodiscard]] Status WriteBlock(const std::string& folder, const std::string& text,
+                                    ManifestBlock& block) const;
+    [[nodiscard]] Result<WrittenBackup> FinishTimed(const BackupManifest& manifest);
     [[nodiscard]] Result<WrittenBackup> FinishFlat(BackupManifest manifest);
     void Discard();
 
@@ -63,6 +67,7 @@ class BackupWriter {
     std::filesystem::path folder_;  // of this backup
     std::mutex mutex_;
     BackupManifest manifest_;
+    std::string trouble_;                   // with the first file that could not be written
     std::optional<BackupManifest> before_;  // of a flat backup that there was
     bool isFinished_ = false;
 };

@@ -48,6 +48,9 @@ class EarlierDocuments {
                                                               const std::string& later);
 
    private:
+    [[nodiscard]] static Status Put(const std::filesystem::path& folder, std::string_view text,
+                                    std::chrono::system_clock::time_point now);
+    void RemoveOldest(const std::filesystem::path& folder) const;
     [[nodiscard]] std::filesystem::path FolderOf(const VenuePlayer& player,
                                                  const SettingsBlockKind& kind) const;
 
