@@ -3,6 +3,7 @@
 #include "app/application_title.h"
 #include "base/folders.h"
 #include "base/path_text.h"
+#include "base/private_files.h"
 #include "cli/command_texts.h"
 #include "cli/commands.h"
 #include "cli/exit_code.h"
@@ -70,9 +71,12 @@ int RunProgram(const std::vector<std::string>& arguments, const ProgramWays& way
     const std::string language = call->Value(OptionId::kLanguage);
     if (!language.empty() && language != "zh" && language != "en")
         return RefuseArguments(Localized(kNoLanguage), output);
-    const std::string data = call->Value(OptionId::kData);
+    const std::string given = call->Value(OptionId::kData);
+    const std::filesystem::path data = given.empty() ? UserDataFolder() : PathOfText(given);
+    // Where it cannot be made, whoever needs it says so.
+    if (call->Command()->players != Players::kNone) static_cast<void>(MakePrivateFolder(data));
     const int code =
-        RunCommand({*call, output, ways.stop, data.empty() ? UserDataFolder() : PathOfText(data),
+        RunCommand({*call, output, ways.stop, data,
                     ways.config.empty() ? ConfigFolder() : ways.config, ways.confirm, ways.find});
     return ways.stop.stop_requested() ? kInterrupted : code;
 }

@@ -1,9 +1,12 @@
 // get, set and apply.
 #include <fmt/printf.h>
 
+#include <fstream>
+
 #include "base/file.h"
 #include "base/json.h"
 #include "base/path_text.h"
+#include "base/private_files.h"
 #include "cli/block_writes.h"
 #include "cli/cli_values.h"
 #include "cli/commands.h"
@@ -19,6 +22,7 @@ namespace {
 constexpr LocalText kSeveral = {"多台播放器需要 -o 文件夹或 --json。",
                                 "several players need -o with a folder, or --json."};
 constexpr LocalText kNotWritten = {"无法写入 %s：%s", "%s cannot be written: %s"};
+constexpr LocalText kNoPlace = {"写入失败", "writing has failed"};
 constexpr LocalText kNoEdit = {"“%s”不是 KEY=VALUE。", "\"%s\" is no KEY=VALUE."};
 constexpr LocalText kNotUsable = {"播放器的文档无法使用：%s",
                                   "the player's document is of no use: %s"};
@@ -29,6 +33,13 @@ constexpr LocalText kSetQuestion = {"播放器会随之重启。继续吗？",
 
 const SettingsBlockKind& KindOf(const Invocation& call) {
     return *FindSettingsBlock(call.Argument(0));  // the table has it checked
+}
+
+/// There may be one already, or a link to one.
+Status MakeFolder(const std::filesystem::path& folder) {
+    std::error_code error;
+    return std::filesystem::is_directory(folder, error) ? Status(Done{})
+                                                        : MakePrivateFolder(folder);
 }
 
 bool IsFolder(const std::string& output) {
@@ -54,12 +65,30 @@ Json::Value DocumentObject(const SettingsBlockKind& kind, const std::string& tex
     return object;
 }
 
+/// What is no plain file, such as a pipe, is written into; a file is replaced as a whole.
+Status WriteOutput(const std::filesystem::path& file, const std::string& text) {
+    std::error_code error;
+    const auto kind = std::filesystem::status(file, error).type();
+    if (kind != std::filesystem::file_type::regular &&
+        kind != std::filesystem::file_type::not_found) {
+        std::ofstream stream(file, std::ios::binary);
+        return stream << text << std::flush ? Status(Done{}) : Error{Localized(kNoPlace)};
+    }
+    if (file.has_parent_path())
+        if (const Status made = MakeFolder(file.parent_path()); !made) return made;
+    std::filesystem::path unfinished = file;
+    unfinished += ".new";
+    if (const Status written = WritePrivateFile(unfinished, text); !written) return written;
+    std::filesystem::rename(unfinished, file, error);
+    return error ? Status(Error{error.message()}) : Done{};
+}
+
 PlayerReport Store(const DeviceRecord& player, const BlockDocument& document,
                    const std::string& output) {
     PlayerReport report;
     const auto file = FileFor(output, player, document.Kind());
     const std::string name = TextOfPath(file);
-    if (const Status written = WriteFileAtomically(file, document.Text()); !written)
+    if (const Status written = WriteOutput(file, document.Text()); !written)
         return PlayerReport::Of(
             FailureOf("not-written", fmt::sprintf(Localized(kNotWritten), name, written.reason())));
     report.lines.push_back(name);
