@@ -48,11 +48,15 @@ const ModeText& TextOf(PlayerMode mode) {
 }
 
 std::string PlayingText(const NowPlaying& playing) {
-    std::string text = playing.position ? playing.position->folder : "";
-    const std::string video =
-        playing.name.empty() && playing.position ? playing.position->video : playing.name;
-    if (!video.empty()) text += (text.empty() ? "" : " -> ") + video;
-    if (!playing.usbVideo.empty()) text += (text.empty() ? "USB: " : ", USB: ") + playing.usbVideo;
+    std::string text;
+    const auto add = [&](const char* between, const std::string& part) {
+        if (!part.empty()) text += (text.empty() ? "" : between) + part;
+    };
+    if (playing.position) {
+        add("", playing.position->folder);
+        add(" -> ", playing.position->video);
+    }
+    add(", ", playing.usbVideo.empty() ? "" : "USB: " + playing.usbVideo);
     return text;
 }
 
@@ -64,7 +68,6 @@ Json::Value PlayingObject(const NowPlaying& playing) {
         if (!playing.position->folder.empty()) object["folder"] = playing.position->folder;
         if (!playing.position->video.empty()) object["video"] = playing.position->video;
     }
-    if (!playing.name.empty()) object["video"] = playing.name;
     if (!playing.usbVideo.empty()) object["usbVideo"] = playing.usbVideo;
     return object;
 }
