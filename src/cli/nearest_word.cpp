@@ -33,7 +33,7 @@ std::string NearestWord(std::string_view typed, std::span<const std::string> wor
     constexpr std::size_t kLongest = 40;  // what is longer is no slip
     if (typed.empty() || typed.size() > kLongest) return "";
     const std::string* nearest = nullptr;
-    std::size_t least = typed.size() / 3 + 2;  // beyond it, words are others
+    std::size_t least = std::max<std::size_t>(typed.size() / 3 + 1, 2);  // of other words
     for (const std::string& word : words) {
         const std::size_t distance = Distance(typed, word);
         if (distance >= least || distance >= word.size()) continue;
