@@ -32,6 +32,7 @@ constexpr auto kSlot = 10ms;
 /// From one port of a player to the other one.
 constexpr std::size_t kSlotsBetweenPorts = 2;
 constexpr auto kAfterError = 10ms;
+constexpr auto kBetweenShutdowns = 1ms;
 
 /// A bound socket and the thread that hands what comes over to the loop.
 class SearchSocket {
@@ -41,16 +42,27 @@ class SearchSocket {
     SearchSocket(PlainLoop& loop, Heard heard) : loop_(loop), heard_(std::move(heard)) {}
     SearchSocket(const SearchSocket&) = delete;
     SearchSocket& operator=(const SearchSocket&) = delete;
+    /// A thread that is just about to receive is not woken on every system.
     ~SearchSocket() {
         ended_ = true;
-        if (socket_.IsOpen()) socket_.Shutdown();
+        while (receiving_) {
+            socket_.Shutdown();
+            std::this_thread::sleep_for(kBetweenShutdowns);
+        }
         thread_.Join();
     }
 
     [[nodiscard]] bool Open(const Ipv4Address& local) {
         socket_ = Socket::Udp();
-        return socket_.IsOpen() && socket_.SetDiscoveryOptions() && socket_.Bind({local, 0}) &&
-               thread_.Start([this] { Receive(); });
+        if (!socket_.IsOpen() || !socket_.SetDiscoveryOptions() || !socket_.Bind({local, 0}))
+            return false;
+        receiving_ = true;
+        const bool started = thread_.Start([this] {
+            Receive();
+            receiving_ = false;
+        });
+        if (!started) receiving_ = false;
+        return started;
     }
     bool Send(const Endpoint& destination, const Bytes& request) {
         return socket_.SendTo(request, destination) == static_cast<std::int64_t>(request.size());
@@ -76,6 +88,7 @@ class SearchSocket {
     const Heard heard_;
     Socket socket_;
     std::atomic<bool> ended_ = false;
+    std::atomic<bool> receiving_ = false;
     ThreadGroup thread_;
 };
 

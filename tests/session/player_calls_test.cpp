@@ -69,6 +69,7 @@ TEST_F(Asked, EveryBlockIsReadAsItIsWrittenAndHeldAsItIsRead) {
         const auto again = ReadBlock(*session, kind);
         ASSERT_TRUE(again);
         EXPECT_EQ(again->Text(), read->Text());
+        EXPECT_EQ(*ReadBlockText(*session, kind), read->Text());
         EXPECT_EQ(again->RowsByPath().at(path).row.value, read->RowsByPath().at(path).row.value);
         EXPECT_THAT(DifferencesBetween(*read, *again), IsEmpty());
     }
