@@ -52,6 +52,7 @@ step "fuzz_player_control, one minute" fuzz fuzz_player_control
 step "fuzz_timeline, one minute" fuzz fuzz_timeline
 step "fuzz_screen_split, one minute" fuzz fuzz_screen_split
 step "fuzz_batch_send, one minute" fuzz fuzz_batch_send
+step "fuzz_session, one minute" fuzz fuzz_session
 
 echo
 printf '%s\n' "${steps[@]}"

@@ -78,7 +78,7 @@ Status BlockDocument::SetValue(const std::string& path, const std::string& value
     const auto found = rows.find(path);
     if (found == rows.end()) return Error{Localized(kNoSuchRow)};
     if (found->second.row.value == value) return Done{};
-    const std::string before = document_->Write();
+    const std::string before = kind_->describesItself ? document_->Write() : std::string();
     Status edited = Edit(found->second.row, value);
     if (edited) text_ = WithChanges(before);
     return edited;

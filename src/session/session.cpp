@@ -26,13 +26,17 @@ Session::Session(const Endpoint& player, SessionOptions options)
     : player_(player),
       options_(std::move(options)),
       links_(
-          loop_, hub_, [this](WindowMessage& message) { talk_.Take(message); },
-          options_.connectLimit),
+          loop_, hub_, [this](WindowMessage& message) { Hear(message); }, options_.connectLimit),
       talk_({links_, hub_, loop_}, TargetOf(player),
             {[this](WindowMessage& message) { heard_(message); }, [] {}}, Boxes::kMuted),
       stop_(options_.stop, [this] { loop_.Wake(); }) {}
 
 Session::~Session() = default;
+
+/// The conversation hears of the end of a connection by itself.
+void Session::Hear(WindowMessage& message) {
+    if (message.id != MessageId::kLinkEnded) talk_.Take(message);
+}
 
 Answered<WindowMessage> Session::Ask(Request request,
                                      std::optional<std::chrono::milliseconds> limit) {

@@ -71,6 +71,7 @@ class Session {
    private:
     Session(const Endpoint& player, SessionOptions options);
 
+    void Hear(WindowMessage& message);
     [[nodiscard]] bool IsCancelled() const;
     SessionEnd CloseCancelled();
     void HandleArrivals();

@@ -30,6 +30,7 @@ class SessionLinks::Connection {
     }
 
     [[nodiscard]] ConnectionNumber Number() const { return number_; }
+    [[nodiscard]] bool IsRunning() const { return running_; }
 
     [[nodiscard]] Sending Queue(SharedPacket packet) {
         const std::size_t size = packet->size();
@@ -80,15 +81,23 @@ class SessionLinks::Connection {
     }
 
     void ReceiveLoop() {
+        const bool isOrderly = ReceiveAll() && !broken_;
+        links_.loop_.Call([&] { links_.PlayerEnded(number_, isOrderly); });
+        End();
+    }
+
+    /// Whether it was the player that has ended the connection, and not in the middle of something
+    /// that could not be handled.
+    [[nodiscard]] bool ReceiveAll() try {
         const auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(kReceiveBuffer);
         std::int64_t count = 0;
         while ((count = ReceiveOnce({buffer.get(), kReceiveBuffer})) > 0) {
             const ByteView piece(buffer.get(), static_cast<std::size_t>(count));
-            if (!links_.loop_.Call([&] { links_.Received(number_, piece); })) break;
+            if (!links_.loop_.Call([&] { links_.Received(number_, piece); })) return false;
         }
-        const bool isOrderly = count == 0 && !broken_;
-        links_.loop_.Call([&] { links_.PlayerEnded(number_, isOrderly); });
-        End();
+        return count == 0;
+    } catch (const std::exception&) {  // no memory for what has come: the connection is lost
+        return false;
     }
 
     [[nodiscard]] std::int64_t ReceiveOnce(std::span<std::uint8_t> buffer) {
@@ -141,7 +150,9 @@ Sending SessionLinks::Send(const Target& target, const SharedPacket& packet, Box
     const Endpoint endpoint{*address, target.port};
     if (!Claim(endpoint)) return NotSent::kNoSlot;
     Player& player = players_.at(endpoint);
-    if (player.isClosing) End(player.connection->Number(), LinkTrouble::kClosed);
+    if (player.connection && !player.connection->IsRunning())
+        End(player.connection->Number(),
+            player.isClosing ? LinkTrouble::kClosed : LinkTrouble::kBroken);
     player.target = target;
     if (!player.connection) player.trouble = Connect(endpoint, player);
     return player.connection ? player.connection->Queue(packet) : NotSent::kConnectFailed;
@@ -206,7 +217,10 @@ void SessionLinks::End(ConnectionNumber connection, LinkTrouble trouble) {
     std::exchange(player->connection, nullptr)->End();
     player->isClosing = false;
     player->trouble = trouble;
-    hub_.Report({ExchangeNews::Kind::kLinkEnded, {player->target, {}, connection}});
+    const Origin origin{player->target, {}, connection};
+    WindowMessage message{MessageId::kLinkEnded, 0, {}, 0, origin};
+    heard_(message);
+    hub_.Report({ExchangeNews::Kind::kLinkEnded, origin});
 }
 
 void SessionLinks::PassOn(const Reply& reply) {
@@ -216,6 +230,7 @@ void SessionLinks::PassOn(const Reply& reply) {
         case ReplyKind::kUnknown: return;
         case ReplyKind::kNotSupported:
             hub_.Report({ExchangeNews::Kind::kNotSupported, origin});
+            if (closesOnNotSupported_) CloseWhenSent();
             return;
         case ReplyKind::kLayoutLocked:
             hub_.Report({ExchangeNews::Kind::kLayoutLocked, origin});

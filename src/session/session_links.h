@@ -15,8 +15,8 @@
 namespace sontaro {
 
 /// Connects to whom it is sent to, and keeps the connection until either side ends it. What comes
-/// is passed on as the messages that windows get; refusals and the ends of connections are
-/// reported at the hub before. No reply ends a connection. Shows no boxes. The loop's thread.
+/// is passed on as the messages that windows get, the end of a connection (`kLinkEnded`) among
+/// them; refusals and ends are reported at the hub as well. Shows no boxes. The loop's thread.
 class SessionLinks : public PlayerChannel {
    public:
     using Heard = std::function<void(WindowMessage&)>;
@@ -31,6 +31,10 @@ class SessionLinks : public PlayerChannel {
     ~SessionLinks() override;
     SessionLinks(const SessionLinks&) = delete;
     SessionLinks& operator=(const SessionLinks&) = delete;
+
+    /// Has what a player does not support cost all connections, as in the main window: procedures
+    /// that were written for that wait for the end of theirs.
+    void CloseOnNotSupported() { closesOnNotSupported_ = true; }
 
     /// Keeps the player for these links; sending to it does so as well. False when something else
     /// in this process has it.
@@ -74,6 +78,7 @@ class SessionLinks : public PlayerChannel {
     const Heard heard_;
     const std::chrono::milliseconds connectLimit_;
     const bool started_;  // the platform's sockets
+    bool closesOnNotSupported_ = false;
     ConnectionNumber lastNumber_ = 0;
     std::map<Endpoint, Player> players_;
     ThreadGroup threads_;
