@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../src"
 
-floors=(base link exchange rooms session widgets dialogs app tour)
+floors=(base link exchange rooms session venue widgets dialogs app tour)
 
 # Files that have to do with the toolkit, and their headers.
 with_windows=$(grep -lE '#include (<wx/|"widgets/)' ./*/*.h ./*/*.cpp | sed 's/\.[a-z]*$//' | sort -u)
@@ -13,7 +13,7 @@ with_windows=$(grep -lE '#include (<wx/|"widgets/)' ./*/*.h ./*/*.cpp | sed 's/\
 node_of() {
     local folder=${1%%/*}
     case $folder in
-        base | link | exchange | session | widgets | app | tour) echo "$folder" ;;
+        base | link | exchange | session | venue | widgets | app | tour) echo "$folder" ;;
         *) if [[ $'\n'$with_windows$'\n' == *$'\n'"./$1"$'\n'* ]]; then
             echo "$folder-dialogs"
         else
@@ -24,7 +24,7 @@ node_of() {
 
 floor_of() {
     case $1 in
-        *-dialogs) echo 6 ;;
+        *-dialogs) echo 7 ;;
         *) for i in "${!floors[@]}"; do
             [[ ${floors[i]} != "$1" ]] || { echo "$i"; return; }
         done
