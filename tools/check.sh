@@ -53,6 +53,7 @@ step "fuzz_timeline, one minute" fuzz fuzz_timeline
 step "fuzz_screen_split, one minute" fuzz fuzz_screen_split
 step "fuzz_batch_send, one minute" fuzz fuzz_batch_send
 step "fuzz_session, one minute" fuzz fuzz_session
+step "fuzz_manifest, one minute" fuzz fuzz_manifest
 
 echo
 printf '%s\n' "${steps[@]}"

@@ -12,7 +12,7 @@ namespace sontaro {
 
 namespace {
 
-constexpr OwnFileKind kFiles = {"sontaro-screen-split",
+constexpr OwnFileKind kFiles = {kWallFormat,
                                 {"它不是屏幕分割文件。", "it is no screen split file."}};
 constexpr LocalText kOtherScreens = {"它属于另一组播放器，或者内容不完整。",
                                      "it is about another set of players, or not whole."};
@@ -24,7 +24,6 @@ constexpr LocalText kLeftOut = {
     "The file has been opened, but not all of it: %d of its advanced settings do not fit those of "
     "the players, and have been left out."};
 
-constexpr const char* kWall = "wall";
 constexpr const char* kAdvanced = "advanced";
 constexpr const char* kRemembered = "screenSplitWalls";
 constexpr Json::ArrayIndex kMostRemembered = 32;
@@ -183,7 +182,7 @@ void SaveWallFile(const SplitDocument& document, const std::filesystem::path& pa
     const std::optional<Json::Value> wall = WallToJson(document);
     if (!wall) return prompts.Warn(Localized(kUnnamed));
     Json::Value content(Json::objectValue);
-    content[kWall] = *wall;
+    content[kWallMember] = *wall;
     content[kAdvanced] = document.Advanced().ToJson();
     SaveOwnFile(kFiles, std::move(content), path, prompts);
 }
@@ -191,7 +190,7 @@ void SaveWallFile(const SplitDocument& document, const std::filesystem::path& pa
 bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Prompts& prompts) {
     const auto content = OpenOwnFile(kFiles, path, prompts);
     if (!content) return false;
-    const auto wall = WallFromJson((*content)[kWall], document);
+    const auto wall = WallFromJson((*content)[kWallMember], document);
     if (!wall) {
         TellFileRefused(path, Localized(kOtherScreens), prompts);
         return false;

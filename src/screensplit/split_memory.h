@@ -7,6 +7,10 @@
 
 namespace sontaro {
 
+/// What a file of a wall says of itself, and what it holds.
+inline constexpr const char* kWallFormat = "sontaro-screen-split";
+inline constexpr const char* kWallMember = "wall";
+
 /// The wall of a document as JSON that names every screen by the ID of its player and the number of
 /// its output, since names carry addresses that change. None when two screens cannot be told apart.
 [[nodiscard]] std::optional<Json::Value> WallToJson(const SplitDocument& document);

@@ -34,20 +34,6 @@ std::optional<std::size_t> NextLine(std::string_view text, std::size_t begin) {
     return end + (text.substr(end, 2) == "\r\n" ? 2 : 1);
 }
 
-/// The place of a byte of a text without a mark.
-TextPlace PlaceOfByte(std::string_view text, std::size_t offset) {
-    offset = std::min(offset, text.size());
-    TextPlace place{1, 1};
-    std::size_t begin = 0;
-    for (auto next = NextLine(text, 0); next && *next <= offset; next = NextLine(text, begin)) {
-        begin = *next;
-        ++place.line;
-    }
-    for (const char byte : text.substr(begin, offset - begin))
-        if ((byte & 0xC0) != 0x80) ++place.column;  // of a character its first byte
-    return place;
-}
-
 /// The number behind `word` in what the parser says of an error; 0 when it says none.
 std::size_t NumberBehind(std::string_view message, std::string_view word) {
     std::size_t number = 0;
@@ -65,12 +51,12 @@ TextTrouble TroubleOf(const std::string& message, std::string_view text) {
     std::string_view why = std::string_view(message).substr(std::min(first + 1, message.size()));
     why = why.substr(0, why.find('\n'));
     why.remove_prefix(std::min(why.find_first_not_of(' '), why.size()));
-    std::size_t begin = 0;
+    std::size_t begin = text.size() - WithoutMark(text).size();
     const std::size_t line = NumberBehind(heading, "Line ");
     for (std::size_t i = 1; i < line; ++i) begin = NextLine(text, begin).value_or(text.size());
     const std::size_t column = std::max<std::size_t>(NumberBehind(heading, "Column "), 1);
     while (why.ends_with('.')) why.remove_suffix(1);
-    return {line == 0 ? TextPlace() : PlaceOfByte(text, begin + column - 1),
+    return {line == 0 ? TextPlace() : PlaceFinder(text).At(begin + column - 1),
             fmt::sprintf(Localized(kNoJson), DecodeUtf8(why))};
 }
 
@@ -81,12 +67,25 @@ std::string TextTrouble::Told() const {
     return fmt::sprintf(Localized(kAtPlace), place.line, place.column, why);
 }
 
-TextPlace PlaceAt(std::string_view text, std::size_t offset) {
-    const std::string_view plain = WithoutMark(text);
-    return PlaceOfByte(plain, offset - std::min(offset, text.size() - plain.size()));
+PlaceFinder::PlaceFinder(std::string_view text)
+    : text_(text), reached_(text.size() - WithoutMark(text).size()), place_{1, 1} {}
+
+TextPlace PlaceFinder::At(std::size_t offset) {
+    offset = std::min(offset, text_.size());
+    if (offset < reached_) *this = PlaceFinder(text_);
+    for (; reached_ < offset; ++reached_) {
+        const char byte = text_[reached_];
+        const bool isHalfEnd = byte == '\r' && text_.substr(reached_ + 1, 1) == "\n";
+        if ((byte == '\n' || byte == '\r') && !isHalfEnd)
+            place_ = {place_.line + 1, 1};
+        else if ((byte & 0xC0) != 0x80)  // of a character its first byte
+            ++place_.column;
+    }
+    return place_;
 }
 
 Placed<Json::Value> ReadJsonText(std::string_view text) {
+    const std::string_view whole = text;
     text = WithoutMark(text);
     Json::CharReaderBuilder builder;
     builder["collectComments"] = false;
@@ -100,11 +99,16 @@ Placed<Json::Value> ReadJsonText(std::string_view text) {
     } catch (const Json::Exception&) {
         return TextTrouble{{}, Localized(kTooDeep)};
     }
-    return TroubleOf(message, text);
+    return TroubleOf(message, whole);
+}
+
+std::size_t OffsetOf(const Json::Value& value, std::string_view text) {
+    return text.size() - WithoutMark(text).size() +
+           static_cast<std::size_t>(value.getOffsetStart());
 }
 
 TextPlace PlaceOf(const Json::Value& value, std::string_view text) {
-    return PlaceOfByte(WithoutMark(text), static_cast<std::size_t>(value.getOffsetStart()));
+    return PlaceFinder(text).At(OffsetOf(value, text));
 }
 
 }  // namespace sontaro

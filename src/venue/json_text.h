@@ -30,15 +30,28 @@ struct TextTrouble {
 template <class T>
 using Placed = std::variant<T, TextTrouble>;
 
-/// The place of the byte at `offset`.
-[[nodiscard]] TextPlace PlaceAt(std::string_view text, std::size_t offset);
+/// Finds places in a text, which outlives it. Bytes that are asked for one behind the other cost
+/// one walk through the text.
+class PlaceFinder {
+   public:
+    explicit PlaceFinder(std::string_view text);
+    /// The place of the byte at `offset`.
+    [[nodiscard]] TextPlace At(std::size_t offset);
+
+   private:
+    std::string_view text_;
+    std::size_t reached_;  // byte whose place is `place_`
+    TextPlace place_;
+};
 
 /// The document in `text`, whose values know where they stand in it (see `PlaceOf`). A byte order
 /// mark ahead is passed over. Keys that an object has twice are trouble, as is anything behind the
 /// document. Never throws.
 [[nodiscard]] Placed<Json::Value> ReadJsonText(std::string_view text);
 
-/// Where a value of such a document begins in its `text`.
+/// The byte at which a value of such a document begins in its `text`.
+[[nodiscard]] std::size_t OffsetOf(const Json::Value& value, std::string_view text);
+/// Its place; a `PlaceFinder` is for those of many.
 [[nodiscard]] TextPlace PlaceOf(const Json::Value& value, std::string_view text);
 
 }  // namespace sontaro

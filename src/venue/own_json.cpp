@@ -98,7 +98,7 @@ std::uint64_t OwnJson::Number(const Json::Value& object, const char* key, std::u
 }
 
 void OwnJson::Refuse(const Json::Value& value, std::string why) {
-    Refuse({PlaceOf(value, text_), std::move(why)});
+    if (!trouble_) trouble_ = {PlaceOf(value, text_), std::move(why)};
 }
 
 void OwnJson::Refuse(const TextTrouble& trouble) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <set>
 
 #include "base/encoding.h"
 #include "base/file.h"
@@ -80,9 +81,7 @@ class NameList {
         if (trouble_) return;
         Result<PlayerName> name = ReadPlayerName(text);
         if (!name) return Refuse(place, name.reason());
-        const bool isThere = std::ranges::any_of(
-            names_, [&](const PlayerName& other) { return other.text == name->text; });
-        if (isThere) return Refuse(place, Worded(kTwice, name->text));
+        if (!texts_.insert(name->text).second) return Refuse(place, Worded(kTwice, name->text));
         if (names_.size() == kMostPlayers) return Refuse(place, Worded(kTooMany, kMostPlayers));
         name->place = place;
         names_.push_back(std::move(*name));
@@ -96,18 +95,20 @@ class NameList {
 
    private:
     std::vector<PlayerName> names_;
+    std::set<std::string> texts_;
     std::optional<TextTrouble> trouble_;
 };
 
 Placed<std::vector<PlayerName>> ReadLines(std::string_view text) {
     NameList names;
+    PlaceFinder places(text);
     if (DecodeUtf8(text) != text) return TextTrouble{{}, Localized(kNotText)};
     std::size_t begin = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
     while (begin < text.size()) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());
         const std::string_view name = Trimmed(WithoutRemark(text.substr(begin, end - begin)));
         const auto offset = static_cast<std::size_t>(name.data() - text.data());
-        if (!name.empty()) names.Add(name, PlaceAt(text, offset));
+        if (!name.empty()) names.Add(name, places.At(offset));
         begin = end + 1;
     }
     if (names.Trouble()) return *names.Trouble();
@@ -116,9 +117,13 @@ Placed<std::vector<PlayerName>> ReadLines(std::string_view text) {
 
 std::vector<PlayerName> PlayersIn(OwnJson& json, std::string_view text) {
     NameList names;
+    PlaceFinder places(text);
     for (const Json::Value& name : json.List(json.Root(), kPlayers, kMostPlayers)) {
-        if (!name.isString()) names.Refuse(PlaceOf(name, text), Localized(kNoName));
-        names.Add(TextOf(name), PlaceOf(name, text));
+        const TextPlace place = places.At(OffsetOf(name, text));
+        if (name.isString())
+            names.Add(TextOf(name), place);
+        else
+            names.Refuse(place, Localized(kNoName));
     }
     if (names.Trouble()) json.Refuse(*names.Trouble());
     return names.Take();
