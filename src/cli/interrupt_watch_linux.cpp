@@ -11,10 +11,18 @@ namespace sontaro::cli {
 
 namespace {
 
+/// What the program was started without, such as by nohup, it goes on without.
+bool IsIgnored(int signal) {
+    struct sigaction action {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 sigset_t WatchedSignals() {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+    sigaddset(&signals, SIGTERM);
+    for (const int signal : {SIGINT, SIGHUP})
+        if (!IsIgnored(signal)) sigaddset(&signals, signal);
     return signals;
 }
 

@@ -67,7 +67,8 @@ complaint=$({ cli find "${everyone[@]}" --json | head -n 1 >/dev/null; } 2>&1)
 [ -z "$complaint" ] || fail "a closed pipe is complained about: $complaint"
 
 # An interruption ends it at once, with its own code.
-start waiting "$program" videos --local-address "$network.1" --data "$work/data" \
+# A shell has what it starts in the background ignore interruptions.
+start waiting env --default-signal=INT "$program" videos --local-address "$network.1" --data "$work/data" \
     -p "$network.9:9000" --timeout 60
 sleep 0.5
 kill -INT "$process"
