@@ -142,7 +142,8 @@ int CompareWithPlayers(const Surroundings& surroundings, const Backup& backup) {
     if (const auto end = EndWithoutPlayers(surroundings, *chosen)) return *end;
     const VenueReading venue = ReadVenueNow(surroundings, *chosen, *settings);
     if (surroundings.stop.stop_requested()) return kInterrupted;
-    return TellResult(surroundings, CompareWithVenue(backup, venue.documents, !chosen->isNamed),
+    return TellResult(surroundings,
+                      CompareWithVenue(backup, venue.documents, !chosen->isNamed && venue.isWhole),
                       venue.isWhole && chosen->missing.empty());
 }
 

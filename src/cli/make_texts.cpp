@@ -1,5 +1,5 @@
 // Makes the texts that packages have of the table of commands, while they are built:
-// make_texts man DATE | completion | list
+// make_texts man DATE | completion | list | help
 #include <cstdio>
 #include <string_view>
 #include <vector>
@@ -20,6 +20,8 @@ int Make(const std::vector<std::string>& arguments) {
         text = BashCompletion();
     else if (arguments.size() == 1 && arguments[0] == "list")
         text = CommandList();
+    else if (arguments.size() == 1 && arguments[0] == "help")  // as a literal of C++
+        text = "R\"help(" + ProgramHelp() + ")help\"\n";
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
     return !text.empty() && written && std::fflush(stdout) == 0 ? 0 : 1;
 }
