@@ -39,7 +39,9 @@ UploadPage::UploadPage(const Surroundings& surroundings, milliseconds connectLim
           loop_, hub_, [this](WindowMessage& message) { page_.Handle(message); }, connectLimit),
       source_(loop_, threads_),
       walk_(loop_, threads_),
-      page_(source_, *this, prompts_, {links_, hub_, loop_}, PlacesIn(surroundings.data)) {}
+      page_(source_, *this, prompts_, {links_, hub_, loop_}, PlacesIn(surroundings.data)) {
+    links_.CloseOnNotSupported();
+}
 
 UploadPage::~UploadPage() {
     page_.Leave();
