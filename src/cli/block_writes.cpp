@@ -25,7 +25,7 @@ std::string ListOf(const BlockComparison& comparison) {
     constexpr std::size_t kMost = 3;
     std::string list;
     for (std::size_t i = 0; i < comparison.differences.size() && i < kMost; ++i)
-        list += (i ? ", " : "") + comparison.differences[i].path;
+        list += (i > 0 ? ", " : "") + comparison.differences[i].path;
     return list + (comparison.differences.size() > kMost ? ", ..." : "");
 }
 

@@ -133,7 +133,7 @@ void AddManualExamples(std::string& page, const CommandRow& command) {
 void AddManualCommand(std::string& page, const CommandRow& command) {
     page += ".SS " + Roff(Usage(command)) + "\n" +
             Roff(SentenceOf(English(command.help), Language::kEnglish)) + "\n";
-    if (*command.description.english) page += Roff(English(command.description)) + "\n";
+    if (*command.description.english != '\0') page += Roff(English(command.description)) + "\n";
     if (command.isFinal) page += Roff(English(kFinal)) + "\n";
     for (const OptionRow& option : Options())
         if (option.scope == OptionScope::kNamed && Takes(command, option))

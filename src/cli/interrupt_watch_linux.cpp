@@ -17,11 +17,13 @@ bool IsIgnored(int signal) {
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
+constexpr int kLeave = SIGUSR1;  // that the watch itself is to end
+
 sigset_t WatchedSignals() {
     sigset_t signals;
     sigemptyset(&signals);
-    sigaddset(&signals, SIGTERM);
-    for (const int signal : {SIGINT, SIGHUP})
+    sigaddset(&signals, kLeave);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
         if (!IsIgnored(signal)) sigaddset(&signals, signal);
     return signals;
 }
@@ -38,7 +40,7 @@ class InterruptWatch::Impl {
     }
     ~Impl() {
         ending_ = true;
-        pthread_kill(thread_.native_handle(), SIGTERM);
+        pthread_kill(thread_.native_handle(), kLeave);
         thread_.join();
         pthread_sigmask(SIG_SETMASK, &before_, nullptr);
     }
@@ -51,6 +53,7 @@ class InterruptWatch::Impl {
     void Wait() {
         const sigset_t signals = WatchedSignals();
         for (int signal = 0; sigwait(&signals, &signal) == 0 && !ending_;) {
+            if (signal == kLeave) continue;
             if (isInterrupted_.exchange(true)) _exit(kInterrupted);
             interrupted_();
         }

@@ -40,6 +40,7 @@ Error ComplaintAbout(const LocalText& text, const std::string& typed,
 template <class Rows>
 std::vector<std::string> NamesOf(const Rows& rows) {
     std::vector<std::string> names;
+    names.reserve(rows.size());
     for (const auto& row : rows) names.emplace_back(row.name);
     return names;
 }
@@ -115,7 +116,7 @@ Error NoCommand(const std::string& typed) {
 Error NoOption(const std::string& typed, const CommandRow* command) {
     std::vector<OptionRow> taken;
     std::ranges::copy_if(Options(), std::back_inserter(taken), [&](const OptionRow& option) {
-        return !command || Takes(*command, option);
+        return command == nullptr || Takes(*command, option);
     });
     return ComplaintAbout(kUnknownOption, typed.substr(0, typed.find('=')), NamesOf(taken));
 }
@@ -175,7 +176,7 @@ Status Invocation::CheckArguments() const {
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
         if (rows.empty() || (i >= rows.size() && !rows.back().mayRepeat))
             return Complaint(kTooMany, arguments_[i]);
-        const Status word = CheckWord(rows[std::min(i, rows.size() - 1)].kind, arguments_[i]);
+        Status word = CheckWord(rows[std::min(i, rows.size() - 1)].kind, arguments_[i]);
         if (!word) return word;
     }
     return Done{};

@@ -15,7 +15,8 @@ constexpr LocalText kUseForce = {"要照样发送，请加 --force。",
 std::string Joined(const std::vector<std::string>& keys) {
     constexpr std::size_t kMost = 5;
     std::string list;
-    for (std::size_t i = 0; i < keys.size() && i < kMost; ++i) list += (i ? ", " : "") + keys[i];
+    for (std::size_t i = 0; i < keys.size() && i < kMost; ++i)
+        list += (i > 0 ? ", " : "") + keys[i];
     return list + (keys.size() > kMost ? ", ..." : "");
 }
 
@@ -26,11 +27,12 @@ std::optional<Failure> FailureOf(const BlockPlan& plan) {
     if (!plan.trouble.empty()) return FailureOf("invalid", plan.trouble, plan.kind->name);
     std::string why;
     const auto add = [&](const std::string& sentence) {
-        why += (why.empty() ? "" : " ") + sentence;
+        if (!why.empty()) why += ' ';
+        why += sentence;
     };
     if (!plan.unknown.empty()) add(fmt::sprintf(Localized(kUnknownKeys), Joined(plan.unknown)));
     if (!plan.missing.empty()) add(fmt::sprintf(Localized(kMissingKeys), Joined(plan.missing)));
-    for (const auto& [path, reason] : plan.refused) add(path + ": " + reason);
+    for (const auto& [path, reason] : plan.refused) add(fmt::format("{}: {}", path, reason));
     add(Localized(kUseForce));
     return FailureOf("doubtful", why, plan.kind->name);
 }

@@ -104,7 +104,7 @@ class Choice {
         }
         if (!single.asked.empty()) {
             single.localAddresses = GivenAddress();
-            if (const Status found = Ask(std::move(single)); !found) return found;
+            if (Status found = Ask(std::move(single)); !found) return found;
         }
         if (!needsBroadcast) return Done{};
         FindPlan all;

@@ -75,10 +75,10 @@ Status WriteOutput(const std::filesystem::path& file, const std::string& text) {
         return stream << text << std::flush ? Status(Done{}) : Error{Localized(kNoPlace)};
     }
     if (file.has_parent_path())
-        if (const Status made = MakeFolder(file.parent_path()); !made) return made;
+        if (Status made = MakeFolder(file.parent_path()); !made) return made;
     std::filesystem::path unfinished = file;
     unfinished += ".new";
-    if (const Status written = WritePrivateFile(unfinished, text); !written) return written;
+    if (Status written = WritePrivateFile(unfinished, text); !written) return written;
     std::filesystem::rename(unfinished, file, error);
     return error ? Status(Error{error.message()}) : Done{};
 }
