@@ -127,8 +127,7 @@ TEST_F(SettingsCommands, WhatCannotBeTakenBackIsAskedAbout) {
 }
 
 TEST_F(SettingsCommands, TheControlProtocolRestartsThePlayerOnRequestAlone) {
-    std::vector<std::string> edit = {"set", "control-protocol", "Serial/Play=A501", "-p",
-                                     Name(0)};
+    std::vector<std::string> edit = {"set", "control-protocol", "Serial/Play=A501", "-p", Name(0)};
     const auto restarts = [&] {
         return std::ranges::count_if(players.Player(0).ReceivedPackets(), [](const auto& packet) {
             return packet.header.command == kCommandSettings && packet.header.qualifier == 1;
