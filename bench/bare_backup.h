@@ -12,7 +12,6 @@ namespace sontaro::bench {
 /// player, read every block of settings and write it into a file in `folder`. Everything is on the
 /// disk then.
 [[nodiscard]] double SecondsOfBareBackup(const std::vector<Endpoint>& players,
-                                         const std::filesystem::path& folder,
-                                         std::size_t parallel);
+                                         const std::filesystem::path& folder, std::size_t parallel);
 
 }  // namespace sontaro::bench
