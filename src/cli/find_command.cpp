@@ -14,12 +14,21 @@ constexpr LocalText kNoRange = {"“%s”不是地址范围（如 192.168.1.0/24
 constexpr LocalText kVersionHeading = {"版本", "version"};
 constexpr LocalText kRemarkHeading = {"备注", "remark"};
 
+/// The codes that there are: 1 to 9 outputs, or one input and 1 to 9 outputs in the tens.
+void AddChannels(Json::Value& object, std::uint16_t code) {
+    const bool hasInput = code > 9 && code % 10 == 1;
+    const int outputs = hasInput ? code / 10 : code;
+    if (outputs < 1 || outputs > 9) return;
+    object["inputs"] = hasInput ? 1 : 0;
+    object["outputs"] = outputs;
+}
+
 Json::Value FoundObject(const DeviceRecord& player) {
     Json::Value object = ObjectOf(player);
     object["version"] = fmt::sprintf("%d.%d.%d", player.versionWord >> 12,
                                      player.versionWord >> 8 & 0xF, player.versionWord >> 4 & 0xF);
     if (player.fpgaVersion != 0) object["fpga"] = player.fpgaVersion;
-    object["channels"] = player.channelCode;
+    AddChannels(object, player.channelCode);
     object["versionText"] = player.versionText;
     if (player.sharesAddress) object["sharesAddress"] = true;
     return object;
