@@ -30,8 +30,11 @@ bool IsTextWanted(const std::vector<std::string>& arguments) {
 int Run(const std::vector<std::string>& arguments) {
     SurviveClosedPipes();
     std::stop_source stop;
-    StandardOutput results([&stop] { stop.request_stop(); });
     StandardRemarks remarks;
+    StandardOutput results([&] {
+        if (results.IsClosed()) remarks.Mute();
+        stop.request_stop();
+    });
     std::optional<InterruptWatch> watch;
     if (!IsTextWanted(arguments)) watch.emplace([&stop] { stop.request_stop(); });
     ProgramWays ways{results, remarks};

@@ -21,6 +21,7 @@ constexpr LocalText kNobodyNamed = {"请用 -p 指定播放器，或使用 --all
                                     "name players with -p, or take --all."};
 constexpr LocalText kAllAndNamed = {"--all 和 -p 不能同时使用。", "--all does not go with -p."};
 constexpr LocalText kAmbiguous = {"“%s”有多台播放器：%s。", "\"%s\" fits several players: %s."};
+constexpr LocalText kSearching = {"正在查找播放器…", "searching for players..."};
 constexpr LocalText kNoAddress = {"--local-address 需要一个 IPv4 地址。",
                                   "--local-address takes an IPv4 address."};
 
@@ -134,6 +135,7 @@ class Choice {
     }
 
     Status Ask(FindPlan plan) {
+        surroundings_.output.Progress(Localized(kSearching));
         plan.rounds = kRounds;
         plan.remarks = &remarks_;
         plan.stop = surroundings_.stop;

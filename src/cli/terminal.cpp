@@ -27,7 +27,7 @@ void StandardOutput::Write(std::string_view text) {
 
 void StandardRemarks::Write(std::string_view text) {
     // There is nobody to be told that it could not be told.
-    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+    if (!isMuted_) static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
 }
 
 }  // namespace sontaro::cli

@@ -1,6 +1,7 @@
 // The terminal that the program was started in.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <stop_token>
@@ -47,6 +48,11 @@ void KeepBytesOfOutput();
 class StandardRemarks : public TextSink {
    public:
     void Write(std::string_view text) override;
+    /// Nothing more is told.
+    void Mute() { isMuted_ = true; }
+
+   private:
+    std::atomic<bool> isMuted_ = false;
 };
 
 }  // namespace sontaro::cli
