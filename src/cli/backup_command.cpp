@@ -19,6 +19,9 @@ constexpr LocalText kNoFolder = {"缺少备份文件夹。", "the folder of the 
 constexpr LocalText kNoKeep = {"--keep 需要 1 到 100000。", "--keep takes 1 to 100000."};
 constexpr LocalText kFlatAlone = {"--flat 不能与 --keep 或 --only-changed 一起使用。",
                                   "--flat does not go with --keep or --only-changed."};
+constexpr LocalText kNobody = {
+    "它没有应答查找，无法得知是哪台播放器。",
+    "it has not answered the search, so that it is not known who it is."};
 constexpr LocalText kNothingRead = {"什么也没有读到，因此没有备份。",
                                     "nothing was read, so that there is no backup."};
 constexpr LocalText kWritten = {"备份：%s", "backup: %s"};
@@ -106,6 +109,8 @@ class BackupRun {
 
    private:
     PlayerReport Back(Session& session, const DeviceRecord& player) {
+        if (player.id.empty() && player.mac.empty())
+            return PlayerReport::Of(FailureOf("not-identified", Localized(kNobody)));
         const ReadDocuments read = ReadAll(session, player, AllKinds());
         PlayerReport report = ReportOf(read);
         if (surroundings_.stop.stop_requested()) return report;
