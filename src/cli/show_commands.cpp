@@ -115,13 +115,12 @@ class Shown {
         if (isLost_) return;
         const auto answer = read(session_);
         const SessionEnd& end = answer.HowItEnded();
-        if (answer) {
-            isReached_ = true;
-            return take(*answer);
-        }
+        const bool hasAnswered =
+            end.how == End::kReply || end.how == End::kRefused || end.how == End::kNotSupported;
+        isReached_ = isReached_ || hasAnswered;
+        isLost_ = !hasAnswered;
+        if (answer) return take(*answer);
         cells_.push_back(Localized(kUnknown));
-        isLost_ =
-            end.how != End::kNotSupported && end.how != End::kRefused && end.how != End::kReply;
         if (end.how == End::kNotSupported) return;  // an older player has no such thing to tell
         report_.failures.push_back(FailureOf(end, part));
     }
