@@ -58,8 +58,7 @@ void Connection::Receive() {
         if (count < 0 && IsTransientReceiveError(LastSocketError())) continue;
         if (count <= 0) break;
         const auto size = static_cast<std::size_t>(count);
-        parser.Append(ByteView(buffer).first(size));
-        if (!AwaitRead(size, speed) || !ServeAll(parser)) break;
+        if (!AwaitRead(size, speed) || !ServeAll(ByteView(buffer).first(size), parser)) break;
     }
     Leave();
 }
@@ -76,15 +75,15 @@ bool Connection::AwaitRead(std::size_t bytes, std::size_t speed) {
     return PauseUntil(readUntil_);
 }
 
-bool Connection::ServeAll(PacketParser& parser) {
+bool Connection::ServeAll(ByteView bytes, PacketParser& parser) {
     for (;;) {
-        const auto request = parser.Next();
+        const Result<const DevicePacket*> request = parser.Take(bytes);
         if (!request) {
             owner_.Note("closes the connection: " + request.reason());
             socket_.Shutdown();
             return false;
         }
-        if (!request->has_value()) return true;
+        if (!*request) return true;
         if (!ServeOne(**request)) return false;
     }
 }

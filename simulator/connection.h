@@ -62,7 +62,7 @@ class Connection {
     };
 
     [[nodiscard]] bool AwaitRead(std::size_t bytes, std::size_t speed);
-    [[nodiscard]] bool ServeAll(PacketParser& parser);
+    [[nodiscard]] bool ServeAll(ByteView bytes, PacketParser& parser);
     [[nodiscard]] bool ServeOne(const DevicePacket& request);
     [[nodiscard]] bool Queue(Answer answer);
     void Leave();

@@ -87,6 +87,7 @@ int Run(const PlayerArguments& arguments) {
     PrintedCommands printed;
     for (PlayerOptions& player : *players) {
         player.log = file.is_open() ? &log : nullptr;
+        player.remembersRequests = false;
         printed.AddTo(player);
     }
     return RunPlayers(*players);

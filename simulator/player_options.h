@@ -40,7 +40,8 @@ struct PlayerOptions {
     std::filesystem::path videoFolder = {};  ///< keeps the videos it is sent; empty: nothing does
     /// Is told what the player sends to its ports, as the log is; must not call the player.
     std::function<void(std::string_view)> printed = [](std::string_view) {};
-    EventLog* log = nullptr;  ///< outlives the player
+    EventLog* log = nullptr;        ///< outlives the player
+    bool remembersRequests = true;  ///< for `SimulatedPlayer::ReceivedPackets`
 };
 
 }  // namespace sontaro::simulator

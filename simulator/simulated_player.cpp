@@ -243,7 +243,7 @@ std::optional<Answer> SimulatedPlayer::Serve(const DevicePacket& request) {
         ChangeState([&](PlayerState& state) { answer = AnswerTo(request, faults, state); });
     if (answer) Spoil(*answer, faults);
     if (answer && !answer->note.empty()) Print(answer->note);
-    history_.Add(request);
+    if (options_.remembersRequests) history_.Add(request);
     return answer && answer->silent ? std::nullopt : answer;
 }
 

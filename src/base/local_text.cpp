@@ -9,6 +9,8 @@ namespace {
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): of the process
 std::atomic<Language> currentLanguage{Language::kEnglish};
 
+constexpr LocalText kSentenceGap = {"", " "};
+
 }  // namespace
 
 void SetLanguage(Language language) { currentLanguage = language; }
@@ -17,6 +19,11 @@ Language CurrentLanguage() { return currentLanguage; }
 
 std::string Localized(const LocalText& text) {
     return CurrentLanguage() == Language::kChinese ? text.chinese : text.english;
+}
+
+void AddSentence(std::string& text, const std::string& sentence) {
+    if (!text.empty() && !sentence.empty()) text += Localized(kSentenceGap);
+    text += sentence;
 }
 
 Language LanguageOfLocale(std::string_view localeName) {

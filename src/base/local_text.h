@@ -28,6 +28,10 @@ void SetLanguage(Language language);
 /// The form of `text` in the language of the process, UTF-8.
 [[nodiscard]] std::string Localized(const LocalText& text);
 
+/// Puts a sentence behind those that are there, with a blank between them where the language has
+/// one.
+void AddSentence(std::string& text, const std::string& sentence);
+
 /// The language that a POSIX locale name stands for: "zh_CN" (with or without a code set or
 /// modifier) is Chinese, every other name, other Chinese variants included, English.
 [[nodiscard]] Language LanguageOfLocale(std::string_view localeName);

@@ -20,6 +20,7 @@ constexpr LocalText kFates[] = {
     {"", ""},
     {"将发送", "will be sent"},
     {"已有，仍将发送", "there already, will be sent"},
+    {"尚未询问", "not asked yet"},
     {"已有，跳过", "there already, skipped"},
     {"空间不足", "does not fit"},
     {"无法连接", "cannot be reached"},
@@ -59,17 +60,26 @@ std::uint64_t BytesOf(const SetVideo& video) {
     return static_cast<std::uint64_t>(std::max<std::int64_t>(video.size, 0));
 }
 
-bool IsSent(Fate fate) { return fate == Fate::kToSend || fate == Fate::kSendAnyway; }
+bool IsSent(Fate fate) {
+    return fate == Fate::kToSend || fate == Fate::kSendAnyway || fate == Fate::kNotAsked;
+}
 
 /// By itself, without regard to the others.
-Fate FateOf(const SetVideo& video, bool isReached, const Present& present, bool skipsPresent) {
+Fate FateOf(const SetVideo& video, const PlayerFacts& facts, const Present& present,
+            bool skipsPresent) {
     if (ProblemOf(video)) return Fate::kUnreadable;
-    if (!isReached) return Fate::kUnreachable;
+    if (!facts.isAsked) return Fate::kNotAsked;
+    if (!facts.isReached) return Fate::kUnreachable;
     if (!present.contains({video.Name(), video.size})) return Fate::kToSend;
     return skipsPresent ? Fate::kSkipped : Fate::kSendAnyway;
 }
 
 }  // namespace
+
+UploadVideo AsSent(const SetVideo& video) {
+    return {PathOfText(video.path), video.Name(), static_cast<std::uint16_t>(video.code),
+            video.category};
+}
 
 BatchPlan::BatchPlan(const VideoSet& set, std::span<const PlayerFacts> facts) {
     for (std::size_t i = 0; i < set.players.size(); ++i) {
@@ -79,7 +89,7 @@ BatchPlan::BatchPlan(const VideoSet& set, std::span<const PlayerFacts> facts) {
         std::vector<Fate> fates;
         std::uint64_t bytes = 0;
         for (const SetVideo* video : videos) {
-            fates.push_back(FateOf(*video, facts[i].isReached, present, set.skipsPresent));
+            fates.push_back(FateOf(*video, facts[i], present, set.skipsPresent));
             if (IsSent(fates.back())) bytes += BytesOf(*video);
         }
         const auto sent = static_cast<std::size_t>(std::ranges::count_if(fates, IsSent));
@@ -87,9 +97,7 @@ BatchPlan::BatchPlan(const VideoSet& set, std::span<const PlayerFacts> facts) {
         players_.push_back({{player.ip, static_cast<std::uint16_t>(player.port), 0}, {}});
         for (std::size_t place = 0; place < videos.size(); ++place)
             if (fates[place] != Fate::kSkipped)
-                players_.back().videos.push_back({PathOfText(videos[place]->path),
-                                                  videos[place]->Name(),
-                                                  static_cast<std::uint16_t>(videos[place]->code)});
+                players_.back().videos.push_back(AsSent(*videos[place]));
         if (fits && sent > 0) {
             totals_.videos += sent;
             ++totals_.players;

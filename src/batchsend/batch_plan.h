@@ -15,6 +15,7 @@ enum class PlannedFate : std::uint8_t {
     kNotMeant,  ///< it does not go to this player
     kToSend,
     kSendAnyway,   ///< the player has it, but what is there is not skipped
+    kNotAsked,     ///< it is sent, but the player has not been asked yet what it has
     kSkipped,      ///< the player has it
     kDoesNotFit,   ///< the player's disk is too small for what it is to get, so it gets nothing
     kUnreachable,  ///< the player does not answer
@@ -25,6 +26,9 @@ struct PlanTotals {
     std::size_t videos = 0, players = 0;  ///< that are sent, and that get some
     std::uint64_t bytes = 0;
 };
+
+/// A video of the page as a run sends it.
+[[nodiscard]] UploadVideo AsSent(const SetVideo& video);
 
 /// The plan of a run. A video that a player has already has the name and size of one in its list,
 /// in whatever category.

@@ -1,5 +1,6 @@
 #include "batchsend/categories_dialog.h"
 
+#include <fmt/printf.h>
 #include <wx/propgrid/propgrid.h>
 
 #include "batchsend/set_page_ids.h"
@@ -28,6 +29,13 @@ constexpr LocalText kNobody = {"还没有播放器告知其类别名称。",
                                "No player has told the names of its categories yet."};
 constexpr LocalText kDiffer = {"各播放器的名称不同：", "Players call it differently: "};
 constexpr LocalText kOfPlayers = {"播放器：", "Players: "};
+constexpr LocalText kReplaced = {"留空时，一旦写入类别名称，所有播放器都采用 %s 的名称。",
+                                 "Left empty, all players get the name of %s as soon as names are "
+                                 "written."};
+constexpr LocalText kProvisional = {
+    "得知播放器的类别名称后，其视频会归入同名的类别，没有同名类别时归入空闲的类别。",
+    "Once players have told their names, its videos go to the category of this name, or else to "
+    "one without a name."};
 
 class CategoriesDialog : public KeyedDialog {
    public:
@@ -78,10 +86,10 @@ void CategoriesDialog::LayOut() {
 }
 
 SettingsRows CategoriesDialog::Rows() const {
-    const CategoryNames names = run_.Heard().Of(run_.Shown()).value_or(CategoryNames());
+    const CategoryNames* const names = run_.Heard().Of(run_.Shown());
     SettingsGroup group{"Categories", Localized(kHeading), {}};
     for (std::size_t slot = 0; slot < kVideoCategories; ++slot) {
-        const std::string& name = names.at(slot);
+        const std::string name = names ? names->at(slot) : "";
         const bool differs = run_.Heard().Differ(slot);
         const std::string number = std::to_string(slot + 1);
         group.rows.push_back(
@@ -93,15 +101,20 @@ SettingsRows CategoriesDialog::Rows() const {
 }
 
 std::string CategoriesDialog::HelpFor(std::size_t slot) const {
-    const std::string told = run_.Heard().Told(slot);
-    if (told.empty()) return Localized(kNobody) + '\n' + Localized(kExplanation);
-    return Localized(run_.Heard().Differ(slot) ? kDiffer : kOfPlayers) + told + '\n' +
-           Localized(kExplanation);
+    const HeardNames& heard = run_.Heard();
+    const std::string told = heard.Told(slot);
+    const bool isOpen = aliases_.at(slot).isProvisional;
+    if (told.empty())
+        return Localized(kNobody) + '\n' + Localized(isOpen ? kProvisional : kExplanation);
+    if (!heard.Differ(slot)) return Localized(kOfPlayers) + told + '\n' + Localized(kExplanation);
+    return Localized(kDiffer) + told + '\n' +
+           fmt::sprintf(Localized(kReplaced), heard.SourceOf(run_.Shown()));
 }
 
 EditAnswer CategoriesDialog::Edit(const SettingsEdit& edit) {
     const std::size_t slot = std::stoul(edit.key.substr(edit.key.find('/') + 1)) - 1;
-    aliases_.at(slot).name = edit.text;
+    CategoryAlias& alias = aliases_.at(slot);
+    alias = {edit.text, alias.isProvisional && !edit.text.empty()};
     return {EditAnswer::Outcome::kAccepted, edit.text};
 }
 

@@ -1,5 +1,7 @@
 #include "batchsend/heard_names.h"
 
+#include <algorithm>
+
 #include "base/local_text.h"
 #include "batchsend/video_types.h"
 
@@ -24,11 +26,29 @@ void HeardNames::Take(std::size_t player, const PlayerFacts& facts) {
         names_[addresses_[player]] = std::move(*names);
 }
 
-std::optional<CategoryNames> HeardNames::Of(std::optional<std::size_t> player) const {
-    if (player && names_.contains(addresses_[*player])) return names_.at(addresses_[*player]);
+const CategoryNames* HeardNames::Of(std::optional<std::size_t> player) const {
+    const auto names = names_.find(SourceOf(player));
+    return names == names_.end() ? nullptr : &names->second;
+}
+
+std::string HeardNames::SourceOf(std::optional<std::size_t> player) const {
+    if (player && names_.contains(addresses_[*player])) return addresses_[*player];
     for (const std::string& address : addresses_)
-        if (names_.contains(address)) return names_.at(address);
-    return std::nullopt;
+        if (names_.contains(address)) return address;
+    return "";
+}
+
+bool HeardNames::HaveOthersThan(const std::array<CategoryAlias, kVideoCategories>& aliases) const {
+    const bool isKnown = Of(std::nullopt) != nullptr;
+    for (std::size_t slot = 0; slot < kVideoCategories; ++slot) {
+        const std::string& alias = aliases.at(slot).name;
+        const auto isOther = [&](const std::string& address) {
+            const auto names = names_.find(address);
+            return names != names_.end() && names->second.at(slot) != alias;
+        };
+        if (!alias.empty() && (!isKnown || std::ranges::any_of(addresses_, isOther))) return true;
+    }
+    return false;
 }
 
 bool HeardNames::Differ(std::size_t slot) const {

@@ -16,8 +16,15 @@ class HeardNames {
     /// Takes what the player at that place has answered, if there are names in it.
     void Take(std::size_t player, const PlayerFacts& facts);
 
-    /// The names of that player, else of the first one that has told any; none: nobody has.
-    [[nodiscard]] std::optional<CategoryNames> Of(std::optional<std::size_t> player) const;
+    /// The names of that player, else of the first one that has told any, until another one does;
+    /// absent: nobody has.
+    [[nodiscard]] const CategoryNames* Of(std::optional<std::size_t> player) const;
+    /// Whose names those are; empty: nobody's.
+    [[nodiscard]] std::string SourceOf(std::optional<std::size_t> player) const;
+    /// Whether any of them calls a slot by another name than the user has given it, or may do so
+    /// as nobody has told names.
+    [[nodiscard]] bool HaveOthersThan(
+        const std::array<CategoryAlias, kVideoCategories>& aliases) const;
     /// Whether players call a slot by different names.
     [[nodiscard]] bool Differ(std::size_t slot) const;
     /// What each of them calls it, for the user.

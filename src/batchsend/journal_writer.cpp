@@ -76,6 +76,7 @@ Json::Value ToJson(const UploadPlayer& player) {
         added[kPath] = TextOfPath(video.path);
         added[kName] = video.name;
         added[kCode] = video.code;
+        if (video.category) added[kCategory] = *video.category;
     }
     return json;
 }
@@ -92,21 +93,20 @@ JournalWriter::JournalWriter(const fs::path& folder, const std::vector<UploadPla
         RemoveWithAllBeside(earlier[i]);
     path_ = FreePath(folder, clock_());
     file_.open(path_, std::ios::binary | std::ios::app);
-    Json::Value line(Json::objectValue);
-    line[kEvent] = kRun;
+    Json::Value line = LineOf(kRun);
     line[kFormat] = kFormatName;
     line[kVersion] = kThisVersion;
     line[kPlayers] = Json::Value(Json::arrayValue);
     for (const UploadPlayer& player : players) line[kPlayers].append(ToJson(player));
-    Write(std::move(line));
+    static_cast<void>(journal_.Begin(line));  // as it has just been made
+    Write(line);
 }
 
 void JournalWriter::Add(const UploadEvent& event) {
     using Kind = UploadEvent::Kind;
     const char* name = NameOf(event.kind);
     if (!name) return;
-    Json::Value line(Json::objectValue);
-    line[kEvent] = name;
+    Json::Value line = LineOf(name);
     if (event.kind != Kind::kRunEnded) line[kPlayer] = Json::UInt64(event.player);
     if (event.kind == Kind::kPlayerEnded)
         line[kStatus] = static_cast<Json::UInt>(event.status);
@@ -118,11 +118,18 @@ void JournalWriter::Add(const UploadEvent& event) {
     if (event.kind == Kind::kVideoDone)
         line[kSeconds] = duration<double>(clock_() - begun_[event.video]).count();
     if (const std::string note = NoteText(event.note); !note.empty()) line[kNote] = note;
-    Write(std::move(line));
+    journal_.Take(line);
+    Write(line);
 }
 
-void JournalWriter::Write(Json::Value line) {
+Json::Value JournalWriter::LineOf(const char* event) const {
+    Json::Value line(Json::objectValue);
+    line[kEvent] = event;
     line[kTime] = TimeText(clock_());
+    return line;
+}
+
+void JournalWriter::Write(const Json::Value& line) {
     file_ << WriteJsonLine(line) << '\n' << std::flush;
 }
 
@@ -135,13 +142,18 @@ std::vector<fs::path> JournalsIn(const fs::path& folder) {
     return journals;
 }
 
-std::optional<RunJournal> LastJournal(const fs::path& folder) {
+LatestJournal LatestJournalIn(const fs::path& folder) {
+    LatestJournal latest;
     for (const fs::path& path : JournalsIn(folder)) {
         const Result<std::string> text = ReadFile(path);
-        if (!text) continue;
-        if (Result<RunJournal> journal = ReadJournal(*text)) return std::move(*journal);
+        Result<RunJournal> journal = text ? ReadJournal(*text) : Error{text.reason()};
+        if (journal) {
+            latest.journal = std::move(*journal);
+            break;
+        }
+        latest.isLatest = false;
     }
-    return std::nullopt;
+    return latest;
 }
 
 fs::path BesideJournal(const fs::path& journal, std::string_view name) {

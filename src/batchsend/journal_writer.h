@@ -17,7 +17,8 @@ namespace sontaro {
 inline constexpr std::size_t kMostJournals = 50;
 
 /// Writes the journal of one run, each line as soon as it is known: whatever happens to the
-/// program, what stands in the file is true.
+/// program, what stands in the file is true. The journal is known here, too, whatever happens to
+/// the file.
 class JournalWriter {
    public:
     using Clock = std::function<std::chrono::system_clock::time_point()>;
@@ -32,21 +33,27 @@ class JournalWriter {
     /// False as soon as something could not be written.
     [[nodiscard]] bool IsWhole() const { return file_.good(); }
     [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+    [[nodiscard]] const RunJournal& Journal() const { return journal_; }
 
    private:
-    void Write(Json::Value line);
+    [[nodiscard]] Json::Value LineOf(const char* event) const;
+    void Write(const Json::Value& line);
 
     const Clock clock_;
     std::filesystem::path path_;
     std::ofstream file_;
+    RunJournal journal_;
     std::map<std::size_t, std::chrono::system_clock::time_point> begun_;  // by the video's place
 };
 
 /// The journals in `folder`, the latest first.
 [[nodiscard]] std::vector<std::filesystem::path> JournalsIn(const std::filesystem::path& folder);
 
-/// The latest journal in `folder` that can be read; none when there is none.
-[[nodiscard]] std::optional<RunJournal> LastJournal(const std::filesystem::path& folder);
+struct LatestJournal {
+    std::optional<RunJournal> journal;  ///< the latest that can be read; none: there is none
+    bool isLatest = true;               ///< false: there is a later one, which cannot be read
+};
+[[nodiscard]] LatestJournal LatestJournalIn(const std::filesystem::path& folder);
 
 /// Where something is kept that belongs to a run.
 [[nodiscard]] std::filesystem::path BesideJournal(const std::filesystem::path& journal,

@@ -11,7 +11,8 @@ namespace sontaro {
 
 /// What a player has answered. What it has not, or not in a form that can be read, is absent.
 struct PlayerFacts {
-    bool isReached = false;
+    bool isAsked = false;    ///< it has answered, or had its time to
+    bool isReached = false;  ///< it has answered something
     std::optional<PlayerMode> mode;
     std::optional<std::uint64_t> free;  ///< bytes on its disk
     std::optional<VideoList> videos;

@@ -158,6 +158,7 @@ void PlayerInquiry::LinkEnded(std::size_t place) {
 /// The conversation stays until the link ends, as the end of any link counts.
 void PlayerInquiry::Leave(std::size_t place, State state) {
     players_[place].state = state;
+    players_[place].facts.isAsked = state != State::kWaiting;
     changed_(place);
     if (!next_.IsRunning()) EndRoundIfOver();
 }

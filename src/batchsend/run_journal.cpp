@@ -1,6 +1,7 @@
 #include "batchsend/run_journal.h"
 
 #include <fmt/printf.h>
+#include <json/value.h>
 
 #include <algorithm>
 #include <array>
@@ -53,7 +54,8 @@ std::optional<std::uint16_t> ShortIn(const Json::Value& json, const char* key) {
 bool ReadVideo(const Json::Value& json, UploadVideo& video) {
     if (!json.isObject()) return false;
     const auto code = ShortIn(json, kCode);
-    video = {PathOfText(TextOf(json[kPath])), TextOf(json[kName]), code.value_or(0)};
+    video = {PathOfText(TextOf(json[kPath])), TextOf(json[kName]), code.value_or(0),
+             ShortIn(json, kCategory)};
     return code.has_value();
 }
 
@@ -65,21 +67,6 @@ bool ReadPlayer(const Json::Value& json, UploadPlayer& player) {
     for (Json::ArrayIndex i = 0; i < json[kVideos].size(); ++i)
         if (!ReadVideo(json[kVideos][i], player.videos[i])) return false;
     return port.has_value();
-}
-
-bool TakeFirstLine(const Json::Value& line, RunJournal& journal) {
-    const bool isOurs = line.isObject() && line[kEvent] == kRun && line[kFormat] == kFormatName &&
-                        line[kVersion].isInt() && line[kVersion].asInt() <= kThisVersion &&
-                        line[kPlayers].isArray();
-    if (!isOurs) return false;
-    journal.time = TextOf(line[kTime]);
-    journal.players.resize(line[kPlayers].size());
-    for (Json::ArrayIndex i = 0; i < line[kPlayers].size(); ++i)
-        if (!ReadPlayer(line[kPlayers][i], journal.players[i])) return false;
-    for (const UploadPlayer& player : journal.players)
-        journal.entries.emplace_back(player.videos.size());
-    journal.statuses.resize(journal.players.size());
-    return true;
 }
 
 void TakePlayerEnd(const Json::Value& line, std::size_t player, RunJournal& journal) {
@@ -106,23 +93,7 @@ void TakeVideo(const Json::Value& line, Kind kind, RunJournal::Place place, RunJ
     if (const auto bytes = NumberIn(line, kBytes)) entry.bytes = *bytes;
     if (line[kSeconds].isNumeric()) entry.seconds = line[kSeconds].asDouble();
     if (kind == Kind::kVideoBegun) journal.inFlight = place;
-}
-
-void TakeLine(const Json::Value& line, RunJournal& journal) {
-    if (!line.isObject() || !line[kEvent].isString()) return;
-    const std::string name = TextOf(line[kEvent]);
-    const auto* event =
-        std::ranges::find_if(kEventNames, [&](const auto& known) { return name == known.second; });
-    if (event == std::end(kEventNames)) return;
-    const Kind kind = event->first;
-    journal.hasEnded = kind == Kind::kRunEnded && TextOf(line[kNote]).empty();
-    if (kind == Kind::kRunEnded) return;
-    const auto player = NumberIn(line, kPlayer);
-    if (!player || *player >= journal.players.size()) return;
-    if (kind == Kind::kPlayerEnded) return TakePlayerEnd(line, *player, journal);
-    const auto video = NumberIn(line, kVideo);
-    if (!video || *video >= journal.entries[*player].size()) return;
-    TakeVideo(line, kind, {*player, *video}, journal);
+    if (kind == Kind::kVideoDone && journal.inFlight == place) journal.inFlight.reset();
 }
 
 std::string_view TakeText(std::string_view& rest) {
@@ -155,6 +126,37 @@ const char* journal_key::NameOf(Kind kind) {
     return name == std::end(kEventNames) ? nullptr : name->second;
 }
 
+bool RunJournal::Begin(const Json::Value& line) {
+    const bool isOurs = line.isObject() && line[kEvent] == kRun && line[kFormat] == kFormatName &&
+                        line[kVersion].isInt() && line[kVersion].asInt() <= kThisVersion &&
+                        line[kPlayers].isArray();
+    if (!isOurs) return false;
+    time = TextOf(line[kTime]);
+    players.resize(line[kPlayers].size());
+    for (Json::ArrayIndex i = 0; i < line[kPlayers].size(); ++i)
+        if (!ReadPlayer(line[kPlayers][i], players[i])) return false;
+    for (const UploadPlayer& player : players) entries.emplace_back(player.videos.size());
+    statuses.resize(players.size());
+    return true;
+}
+
+void RunJournal::Take(const Json::Value& line) {
+    if (!line.isObject() || !line[kEvent].isString()) return;
+    const std::string name = TextOf(line[kEvent]);
+    const auto* event =
+        std::ranges::find_if(kEventNames, [&](const auto& known) { return name == known.second; });
+    if (event == std::end(kEventNames)) return;
+    const Kind kind = event->first;
+    hasEnded = kind == Kind::kRunEnded && TextOf(line[kNote]).empty();
+    if (kind == Kind::kRunEnded) return;
+    const auto player = NumberIn(line, kPlayer);
+    if (!player || *player >= players.size()) return;
+    if (kind == Kind::kPlayerEnded) return TakePlayerEnd(line, *player, *this);
+    const auto video = NumberIn(line, kVideo);
+    if (!video || *video >= entries[*player].size()) return;
+    TakeVideo(line, kind, {*player, *video}, *this);
+}
+
 double RunJournal::Speed() const {
     double bytes = 0;
     double seconds = 0;
@@ -170,12 +172,9 @@ double RunJournal::Speed() const {
 Result<RunJournal> ReadJournal(std::string_view text) {
     RunJournal journal;
     const auto first = ParseJson(TakeText(text));
-    if (!first || !TakeFirstLine(*first, journal)) return Error{"the text is no journal of a run"};
+    if (!first || !journal.Begin(*first)) return Error{"the text is no journal of a run"};
     while (!text.empty())
-        if (const auto line = ParseJson(TakeText(text))) TakeLine(*line, journal);
-    if (const auto& place = journal.inFlight)
-        if (journal.entries[place->player][place->video].outcome == Outcome::kDone)
-            journal.inFlight.reset();
+        if (const auto line = ParseJson(TakeText(text))) journal.Take(*line);
     return journal;
 }
 
@@ -187,7 +186,7 @@ std::vector<UploadPlayer> FailedIn(const RunJournal& journal) {
         for (std::size_t video = 0; video < player.videos.size(); ++video)
             if (journal.entries[i][video].outcome != Outcome::kDone)
                 rest.videos.push_back(player.videos[video]);
-        if (rest.videos.empty()) continue;
+        if (rest.videos.empty() && journal.statuses[i] == UploadStatus::kDone) continue;
         const bool isFirst = journal.inFlight && journal.inFlight->player == i;
         if (isFirst) {
             const UploadVideo& first = player.videos[journal.inFlight->video];

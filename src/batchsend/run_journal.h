@@ -1,6 +1,8 @@
 // What has become of every video of a run, read from its journal.
 #pragma once
 
+#include <json/forwards.h>
+
 #include <optional>
 #include <span>
 #include <string_view>
@@ -37,8 +39,15 @@ struct RunJournal {
     /// The video that was begun last and is not done.
     struct Place {
         std::size_t player = 0, video = 0;
+
+        bool operator==(const Place&) const = default;
     };
     std::optional<Place> inFlight;
+
+    /// Begins with the line that says what the run is to do; false: the line is no such one.
+    [[nodiscard]] bool Begin(const Json::Value& line);
+    /// Takes one of the lines behind it. What makes no sense is passed over.
+    void Take(const Json::Value& line);
 
     /// Bytes a second of what is done; 0: nothing is.
     [[nodiscard]] double Speed() const;
@@ -49,7 +58,8 @@ struct RunJournal {
 [[nodiscard]] Result<RunJournal> ReadJournal(std::string_view text);
 
 /// Exactly what did not end well, for another run: the player and video that were in flight come
-/// first. Players of whom nothing is left are left out.
+/// first. A player that has all its videos is there without any when its turn did not end well: it
+/// may lack the names of the categories.
 [[nodiscard]] std::vector<UploadPlayer> FailedIn(const RunJournal& journal);
 
 /// A table for spreadsheets, with a row for each player and video.
@@ -71,6 +81,7 @@ inline constexpr const char* kVideos = "videos";
 inline constexpr const char* kPath = "path";
 inline constexpr const char* kName = "name";
 inline constexpr const char* kCode = "code";
+inline constexpr const char* kCategory = "category";  ///< absent where it is not known
 inline constexpr const char* kPlayer = "player";
 inline constexpr const char* kVideo = "video";
 inline constexpr const char* kBytes = "bytes";

@@ -28,6 +28,9 @@ constexpr LocalText kConfirmed = {"已确认 %d 个视频", "%d confirmed"};
 constexpr LocalText kOdd = {"%d 个有问题：", "%d not: "};
 constexpr LocalText kSettings = {"除类别名称外，设置也已改变：",
                                  "settings have changed besides the names of categories: "};
+constexpr LocalText kUnknownSettings = {"发送前的设置未知",
+                                        "the settings before the run are not known"};
+constexpr LocalText kNotCompared = {"设置无法比较", "the settings cannot be compared"};
 constexpr LocalText kNothingThere = {"没有可核对的视频", "nothing to compare"};
 constexpr LocalText kNoAnswer = {"播放器没有应答，无法核对", "no answer: cannot be told"};
 
@@ -68,25 +71,22 @@ std::string PlayerProof::Text() const {
                                                    : fmt::sprintf(Localized(kConfirmed), confirmed);
     if (!odd.empty())
         text += Localized(kBetween) + fmt::sprintf(Localized(kOdd), odd.size()) + Joined(odd);
-    if (!changedSettings.empty())
-        text += Localized(kBetween) + Localized(kSettings) + Joined(changedSettings);
+    if (!knowsSettingsBefore) return text + Localized(kBetween) + Localized(kUnknownSettings);
+    if (!changedSettings) return text + Localized(kBetween) + Localized(kNotCompared);
+    if (!changedSettings->empty())
+        text += Localized(kBetween) + Localized(kSettings) + Joined(*changedSettings);
     return text;
 }
 
 SendBatch::SendBatch(const VideoSet& set, const BatchPlan& plan) {
-    for (const SetPlayer& player : set.players)
-        players_.push_back({player.ip, static_cast<std::uint16_t>(player.port), 0});
+    for (const UploadPlayer& player : plan.Players()) players_.push_back(player.target);
     pairs_.resize(players_.size());
     for (std::size_t player = 0; player < players_.size(); ++player) {
         const std::vector<const SetVideo*> videos = VideosFor(set, player);
         for (std::size_t i = 0; i < videos.size(); ++i) {
             const SetVideo& video = *videos[i];
             const auto size = static_cast<std::uint64_t>(std::max<std::int64_t>(video.size, 0));
-            const std::size_t place =
-                Add({{PathOfText(video.path), video.Name(), static_cast<std::uint16_t>(video.code)},
-                     size,
-                     video.category});
-            pairs_[player][place].fate = plan.Fates()[player][i];
+            pairs_[player][Add({AsSent(video), size})].fate = plan.Fates()[player][i];
         }
     }
 }
@@ -96,7 +96,7 @@ SendBatch::SendBatch(const std::vector<UploadPlayer>& players) {
     pairs_.resize(players_.size());
     for (std::size_t player = 0; player < players_.size(); ++player)
         for (const UploadVideo& video : players[player].videos)
-            pairs_[player][Add({video, 0, video.code})].fate = PlannedFate::kToSend;
+            pairs_[player][Add({video})].fate = PlannedFate::kToSend;
 }
 
 std::size_t SendBatch::Add(BatchVideo video) {
@@ -141,12 +141,19 @@ void SendBatch::Begin(const std::vector<UploadPlayer>& run) {
     }
 }
 
-std::optional<std::size_t> SendBatch::Take(const UploadEvent& event) {
+std::vector<std::size_t> SendBatch::Take(const UploadEvent& event) {
     using Kind = UploadEvent::Kind;
-    if (event.kind == Kind::kPlayerEnded || event.kind == Kind::kRunEnded) EndTurn(event);
-    if (event.kind == Kind::kPlayerBegun || event.kind == Kind::kPlayerEnded ||
-        event.kind == Kind::kRunEnded || event.kind == Kind::kAcknowledged)
-        return std::nullopt;
+    switch (event.kind) {
+        case Kind::kPlayerBegun:
+        case Kind::kAcknowledged: return {};
+        case Kind::kPlayerEnded: return EndTurns(event.player, event.player + 1);
+        case Kind::kRunEnded: return EndTurns(0, run_.size());
+        default: return {TakeVideo(event)};
+    }
+}
+
+std::size_t SendBatch::TakeVideo(const UploadEvent& event) {
+    using Kind = UploadEvent::Kind;
     const RunPlayer& player = run_[event.player];
     const std::size_t place = player.videos[event.video];
     SendPair& pair = pairs_[player.player][place];
@@ -165,15 +172,16 @@ std::optional<std::size_t> SendBatch::Take(const UploadEvent& event) {
 }
 
 /// Nothing is going to be sent any more of what has not been begun, whatever the plan was.
-void SendBatch::EndTurn(const UploadEvent& event) {
-    const bool isRun = event.kind == UploadEvent::Kind::kRunEnded;
-    for (std::size_t i = 0; i < run_.size(); ++i) {
-        if (!isRun && i != event.player) continue;
+std::vector<std::size_t> SendBatch::EndTurns(std::size_t first, std::size_t end) {
+    std::vector<std::size_t> changed;
+    for (std::size_t i = first; i < end; ++i)
         for (const std::size_t video : run_[i].videos) {
             SendPair& pair = pairs_[run_[i].player][video];
-            if (pair.outcome == SendOutcome::kNone) pair.outcome = SendOutcome::kNotSent;
+            if (pair.outcome != SendOutcome::kNone) continue;
+            pair.outcome = SendOutcome::kNotSent;
+            changed.push_back(video);
         }
-    }
+    return changed;
 }
 
 PlayerProof SendBatch::Prove(std::size_t player, const PlayerFacts& facts,
@@ -185,13 +193,15 @@ PlayerProof SendBatch::Prove(std::size_t player, const PlayerFacts& facts,
         SendPair& pair = pairs_[player][place];
         if (!pair.IsThere()) continue;
         const BatchVideo& video = videos_[place];
-        const std::string category = video.category < names.size() ? names[video.category] : "";
+        const std::size_t slot = video.video.category.value_or(names.size());
+        const std::string category = slot < names.size() ? names[slot] : "";
         pair.proof = ProofOf(facts.videos, video.video.name, video.size, category);
         if (*pair.proof == ProofKind::kConfirmed)
             ++proof.confirmed;
         else
             proof.odd.push_back(video.video.name + Localized(kColon) + TextOf(*pair.proof));
     }
+    proof.knowsSettingsBefore = before.has_value();
     if (before && facts.controlProtocol)
         if (auto changed = DifferencesBesidesNames(*before, *facts.controlProtocol))
             proof.changedSettings = std::move(*changed);

@@ -38,17 +38,18 @@ struct SendPair {
 
 struct BatchVideo {
     UploadVideo video;
-    std::uint64_t size = 0;    ///< bytes, as they were planned or announced last
-    std::size_t category = 0;  ///< its slot, as far as that is known; else the code
+    std::uint64_t size = 0;  ///< bytes, as they were planned or announced last
 };
 
 /// What a player's list and settings say after a run.
 struct PlayerProof {
     std::size_t confirmed = 0;
     std::vector<std::string> odd;  ///< "name: what", of those that are not confirmed
-    /// Settings that differ from those before the run, besides the names of categories.
-    std::vector<std::string> changedSettings;
-    bool isAnswered = false;  ///< otherwise the player has said nothing
+    /// Settings that differ from those before the run, besides the names of categories; none: they
+    /// cannot be compared.
+    std::optional<std::vector<std::string>> changedSettings;
+    bool knowsSettingsBefore = false;  ///< those before the run
+    bool isAnswered = false;           ///< otherwise the player has said nothing
 
     /// For the user, on one line.
     [[nodiscard]] std::string Text() const;
@@ -72,20 +73,16 @@ class SendBatch {
 
     /// A run of these begins, which this batch has; of what it sends, nothing is known any more.
     void Begin(const std::vector<UploadPlayer>& run);
-    /// Follows the run. The place of the video that has changed; none: no single one has.
-    std::optional<std::size_t> Take(const UploadEvent& event);
-    /// Whether the run's player has got the video at that place of the run.
-    [[nodiscard]] bool IsDone(std::size_t player, std::size_t place) const {
-        const RunPlayer& run = run_[player];
-        return pairs_[run.player][run.videos[place]].outcome == SendOutcome::kDone;
-    }
+    /// Follows the run. The places of the videos of which something else is to be told now.
+    std::vector<std::size_t> Take(const UploadEvent& event);
     /// Compares what a player should have with what it says. `before`: its control protocol before
     /// the run, as far as it was asked.
     [[nodiscard]] PlayerProof Prove(std::size_t player, const PlayerFacts& facts,
                                     const std::optional<std::string>& before);
 
    private:
-    void EndTurn(const UploadEvent& event);
+    [[nodiscard]] std::size_t TakeVideo(const UploadEvent& event);
+    [[nodiscard]] std::vector<std::size_t> EndTurns(std::size_t first, std::size_t end);
     [[nodiscard]] std::optional<std::size_t> PlayerOf(const Target& target) const;
     [[nodiscard]] std::optional<std::size_t> PlaceOf(const UploadVideo& video) const;
     std::size_t Add(BatchVideo video);

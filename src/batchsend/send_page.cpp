@@ -1,13 +1,11 @@
 #include "batchsend/send_page.h"
 
-#include <fmt/printf.h>
-
 #include <algorithm>
 #include <utility>
 
 #include "base/file.h"
 #include "base/local_text.h"
-#include "batchsend/set_problems.h"
+#include "batchsend/send_page_text.h"
 #include "settings/settings_files.h"
 
 namespace sontaro {
@@ -18,30 +16,6 @@ using Question = PlayerInquiry::Question;
 
 constexpr std::chrono::milliseconds kFigurePeriod{500};
 constexpr std::chrono::milliseconds kAtOnce{0};
-
-constexpr LocalText kPlanning = {"正在询问播放器（%d/%d）…", "Asking the players (%d/%d)…"};
-constexpr LocalText kProving = {"正在核对播放器中的视频（%d/%d）…",
-                                "Comparing what has arrived (%d/%d)…"};
-constexpr LocalText kPlan = {"将进行 %d 次视频传输（%d 台播放器），共 %s。",
-                             "To be sent: %d transfers of videos to %d players, %s in all."};
-constexpr LocalText kTooFull = {"%d 台播放器空间不足。", " %d players have too little room."};
-constexpr LocalText kEstimate = {"按上次的速度约需 %s。", " At the last speed it takes about %s."};
-constexpr LocalText kUnreached = {"无法连接 %d 台播放器。", " %d players cannot be reached."};
-constexpr LocalText kNothing = {"没有要发送的视频。", "There are no videos to be sent."};
-constexpr LocalText kResult = {"%d 台完成", "%d OK"};
-constexpr LocalText kFailed = {"，%d 台失败：", ", %d failed: "};
-constexpr LocalText kWaiting = {"，%d 台未开始", ", %d not begun"};
-constexpr LocalText kOneFailed = {"%s（%s）", "%s (%s)"};
-constexpr LocalText kBetween = {"、", ", "};
-constexpr LocalText kStop = {"。", "."};
-constexpr LocalText kSentenceGap = {"", " "};
-constexpr LocalText kNotKept = {"无法写入发送记录。", " The journal cannot be written."};
-
-/// Why a row counts as failed, in a few words.
-std::string ReasonOf(const UploadRow& row) {
-    const std::string note = NoteText(row.note);
-    return note.empty() || row.status == UploadStatus::kDiskTooSmall ? StatusText(row) : note;
-}
 
 }  // namespace
 
@@ -59,7 +33,7 @@ void SendPage::Enter(VideoSet set) {
     set_ = std::move(set);
     run_.TryAgain(set_.triesAgain);
     settings_.clear();
-    ReadLastJournal();
+    if (!journal_) TakeLatest(LatestJournalIn(places_.journals));
     MakePlan();
 }
 
@@ -87,8 +61,7 @@ void SendPage::MakePlan() {
     ShowPlan();
     if (phase_ == SendPhase::kIdle) return;
     std::vector<Target> players;
-    for (const SetPlayer& player : set_.players)
-        players.push_back({player.ip, static_cast<std::uint16_t>(player.port), 0});
+    for (const UploadRow& row : Rows()) players.push_back(row.player.target);
     const std::vector<std::filesystem::path> files = FilesOf(set_);
     isLooking_ = !files.empty();
     if (isLooking_)
@@ -118,10 +91,8 @@ void SendPage::PlanIfKnown() {
 /// With what is known by now.
 void SendPage::ComposePlan() {
     phase_ = SendPhase::kIdle;
-    for (std::size_t i = 0; i < set_.players.size(); ++i) {
-        facts_[i] = inquiry_.FactsOf(i);
-        if (facts_[i].controlProtocol) settings_[set_.players[i].ip] = *facts_[i].controlProtocol;
-    }
+    for (std::size_t i = 0; i < set_.players.size(); ++i)
+        Learn(Rows()[i].player.target, inquiry_.FactsOf(i));
     plan_.emplace(set_, facts_);
     ShowPlan();
 }
@@ -149,8 +120,8 @@ void SendPage::TryAgain(bool wanted) {
 
 /// What players have cannot be skipped before they have told it.
 bool SendPage::MayStart() const {
-    return !IsRunning() && set_.players.size() > 0 &&
-           !(phase_ == SendPhase::kPlanning && set_.skipsPresent);
+    const bool areAsked = std::ranges::all_of(facts_, &PlayerFacts::isAsked);
+    return !IsRunning() && set_.players.size() > 0 && (areAsked || !set_.skipsPresent);
 }
 
 void SendPage::Start() {
@@ -158,6 +129,7 @@ void SendPage::Start() {
     if (phase_ == SendPhase::kPlanning) ComposePlan();
     inquiry_.Cancel();
     ShowPlan();
+    runsPlan_ = true;
     BeginRun(plan_->Players());
 }
 
@@ -169,11 +141,13 @@ void SendPage::SendFailed() {
         batch_ = SendBatch(failed_);
         proofs_.assign(failed_.size(), {});
     }
+    runsPlan_ = false;
     BeginRun(failed_);
 }
 
 void SendPage::BeginRun(std::vector<UploadPlayer> players) {
     journal_.emplace(places_.journals, players, places_.wallClock);
+    before_ = settings_;
     KeepSettings();
     batch_.Begin(players);
     for (std::size_t i = 0; i < proofs_.size(); ++i)
@@ -202,7 +176,7 @@ void SendPage::Go() {
 
 /// What the players said before the run, beside its journal.
 void SendPage::KeepSettings() {
-    for (const auto& [address, text] : settings_)
+    for (const auto& [address, text] : before_)
         // The run goes on without: only the comparison with it is lost.
         static_cast<void>(
             WriteFileAtomically(BesideJournal(journal_->Path(), address + ".json"), text));
@@ -220,10 +194,7 @@ void SendPage::Stop() {
 void SendPage::Heard(const UploadEvent& event) {
     journal_->Add(event);
     figures_.Take(event, run_.Rows(), places_.clock());
-    const auto changed = batch_.Take(event);
-    if (changed) view_.VideoChanged(*changed);
-    if (event.kind == UploadEvent::Kind::kPlayerEnded || event.kind == UploadEvent::Kind::kRunEnded)
-        AllVideosChanged();
+    for (const std::size_t video : batch_.Take(event)) view_.VideoChanged(video);
     if (event.kind == UploadEvent::Kind::kRunEnded)
         RunEnded(event.note.kind == UploadNote::Kind::kStopped);
 }
@@ -231,32 +202,15 @@ void SendPage::Heard(const UploadEvent& event) {
 /// The proof is a pass of its own, which begins once the run is over altogether.
 void SendPage::RunEnded(bool isStopped) {
     tick_.Stop();
-    if (journal_->IsWhole())
-        ReadLastJournal();
-    else
-        TakeFailedOfRun();
+    TakeLatest({journal_->Journal()});
     Become(SendPhase::kIdle);
     if (!isStopped) tick_.Start(kAtOnce, [this] { Prove(); });
 }
 
-void SendPage::ReadLastJournal() {
-    const std::optional<RunJournal> journal = LastJournal(places_.journals);
-    hasJournal_ = journal.has_value();
-    failed_ = journal ? FailedIn(*journal) : std::vector<UploadPlayer>();
-    if (journal && journal->Speed() > 0) lastSpeed_ = journal->Speed();
-}
-
-/// Without a journal of this run the last one would be of another.
-void SendPage::TakeFailedOfRun() {
-    hasJournal_ = false;
-    failed_.clear();
-    for (std::size_t i = 0; i < Rows().size(); ++i) {
-        const UploadRow& row = Rows()[i];
-        UploadPlayer left{row.player.target, {}};
-        for (std::size_t place = 0; place < row.player.videos.size(); ++place)
-            if (!batch_.IsDone(i, place)) left.videos.push_back(row.player.videos[place]);
-        if (!left.videos.empty()) failed_.push_back(std::move(left));
-    }
+void SendPage::TakeLatest(LatestJournal latest) {
+    latest_ = std::move(latest);
+    failed_ = latest_.journal ? FailedIn(*latest_.journal) : std::vector<UploadPlayer>();
+    if (latest_.journal && latest_.journal->Speed() > 0) lastSpeed_ = latest_.journal->Speed();
 }
 
 void SendPage::Prove() {
@@ -267,25 +221,29 @@ void SendPage::Prove() {
     view_.StateChanged();
 }
 
-/// What a player says of the run is also what the next plan goes by.
 void SendPage::ProvePlayer(std::size_t player) {
     const InquiryState state = inquiry_.StateOf(player);
     if (state == InquiryState::kWaiting || state == InquiryState::kAsking) return;
     const PlayerFacts& facts = inquiry_.FactsOf(player);
     const Target& target = batch_.Players()[player];
-    const auto before = settings_.find(target.ip);
+    const auto before = before_.find(target.ip);
     proofs_[player] = batch_.Prove(
-        player, facts, before == settings_.end() ? std::nullopt : std::optional(before->second));
-    for (std::size_t i = 0; i < facts_.size(); ++i)
-        if (set_.players[i].ip == target.ip && facts.isReached)
-            facts_[i] = {true, facts_[i].mode, std::nullopt, facts.videos, facts.controlProtocol};
-    AllVideosChanged();
+        player, facts, before == before_.end() ? std::nullopt : std::optional(before->second));
+    Learn(target, facts);
+    for (std::size_t video = 0; video < batch_.Videos().size(); ++video) view_.VideoChanged(video);
     for (std::size_t row = 0; row < Rows().size(); ++row)
         if (Rows()[row].player.target == target) view_.PlayerChanged(row);
 }
 
-void SendPage::AllVideosChanged() {
-    for (std::size_t video = 0; video < batch_.Videos().size(); ++video) view_.VideoChanged(video);
+/// What a player says after a run is also what the next plan goes by, and what the next run is
+/// compared with.
+void SendPage::Learn(const Target& player, const PlayerFacts& facts) {
+    if (facts.controlProtocol) settings_[player.ip] = *facts.controlProtocol;
+    for (std::size_t i = 0; i < facts_.size(); ++i) {
+        if (set_.players[i].ip != player.ip) continue;
+        if (facts.isReached) facts_[i] = facts;
+        facts_[i].isAsked |= facts.isAsked;
+    }
 }
 
 void SendPage::ProofOver() {
@@ -294,8 +252,7 @@ void SendPage::ProofOver() {
 }
 
 void SendPage::Export(const std::filesystem::path& path) {
-    if (const auto journal = LastJournal(places_.journals))
-        KeepSettingsFile(path, JournalCsv(*journal), prompts_);
+    if (latest_.journal) KeepSettingsFile(path, JournalCsv(*latest_.journal), prompts_);
 }
 
 void SendPage::Handle(WindowMessage& message) {
@@ -324,68 +281,24 @@ std::string SendPage::LineText() const {
 }
 
 std::string SendPage::SummaryText() const {
-    switch (phase_) {
-        case SendPhase::kPlanning: return AskingText();
-        case SendPhase::kProving: return ResultText() + Localized(kSentenceGap) + AskingText();
-        case SendPhase::kRunning: return "";
-        case SendPhase::kIdle: break;
-    }
-    return hasRun_ ? ResultText() : PlanText();
-}
-
-std::string SendPage::AskingText() const {
-    const LocalText& text = phase_ == SendPhase::kPlanning ? kPlanning : kProving;
-    return fmt::sprintf(Localized(text), inquiry_.PlayersDone(), inquiry_.PlayerCount());
-}
-
-std::string SendPage::PlanText() const {
-    if (!plan_) return "";
-    const PlanTotals& totals = plan_->Totals();
-    const auto unreached = std::ranges::count(facts_, false, &PlayerFacts::isReached);
-    const auto tooFull = std::ranges::count_if(plan_->Fates(), [](const auto& fates) {
-        return std::ranges::find(fates, PlannedFate::kDoesNotFit) != fates.end();
-    });
-    std::string text;
-    if (totals.videos > 0)
-        text =
-            fmt::sprintf(Localized(kPlan), totals.videos, totals.players, BytesText(totals.bytes));
-    else if (unreached == 0 && tooFull == 0)
-        text = Localized(kNothing);
-    if (const auto seconds = plan_->Estimate(lastSpeed_); seconds && totals.videos > 0)
-        text += fmt::sprintf(Localized(kEstimate), DurationText(*seconds));
-    if (tooFull > 0) text += fmt::sprintf(Localized(kTooFull), tooFull);
-    if (unreached > 0) text += fmt::sprintf(Localized(kUnreached), unreached);
+    std::string text = JournalText(latest_, !journal_ || journal_->IsWhole());
+    AddSentence(text, PhaseText());
     return text;
 }
 
-std::string SendPage::ResultText() const {
-    const auto whole = std::ranges::count_if(Rows(), &UploadRow::IsWhole);
-    std::string failed;
-    std::size_t count = 0;
-    std::size_t waiting = 0;
-    for (const UploadRow& row : Rows()) {
-        if (row.IsWhole()) continue;
-        if (!IsFinal(row.status) && row.status != UploadStatus::kInProgress) {
-            ++waiting;
-            continue;
-        }
-        ++count;
-        failed += (failed.empty() ? "" : Localized(kBetween)) +
-                  fmt::sprintf(Localized(kOneFailed), row.player.target.ip, ReasonOf(row));
-    }
-    std::string text = fmt::sprintf(Localized(kResult), whole);
-    if (count > 0) text += fmt::sprintf(Localized(kFailed), count) + failed;
-    if (waiting > 0) text += fmt::sprintf(Localized(kWaiting), waiting);
-    text += Localized(kStop);
-    return journal_->IsWhole() ? text : text + Localized(kNotKept);
+std::string SendPage::PhaseText() const {
+    if (phase_ == SendPhase::kRunning) return "";
+    if (phase_ == SendPhase::kPlanning)
+        return PlanningText(inquiry_.PlayersDone(), inquiry_.PlayerCount());
+    if (!hasRun_) return plan_ ? PlanText(*plan_, facts_, lastSpeed_) : "";
+    std::string text = ResultText(Rows());
+    if (phase_ == SendPhase::kProving)
+        AddSentence(text, ProvingText(inquiry_.PlayersDone(), inquiry_.PlayerCount()));
+    return text;
 }
 
 std::string SendPage::PaceText() const {
-    if (!IsRunning()) return "";
-    const std::string speed = SpeedText(figures_, places_.clock());
-    const std::string silence = SilenceText(run_.SilentSeconds());
-    return speed.empty() || silence.empty() ? speed + silence
-                                            : speed + Localized(kBetween) + silence;
+    return IsRunning() ? sontaro::PaceText(figures_, run_.SilentSeconds(), places_.clock()) : "";
 }
 
 }  // namespace sontaro

@@ -3,36 +3,11 @@
 
 #include "base/prompts.h"
 #include "batchsend/batch_run.h"
-#include "batchsend/journal_writer.h"
 #include "batchsend/player_inquiry.h"
 #include "batchsend/send_batch.h"
-#include "batchsend/upload_figures.h"
+#include "batchsend/send_page_view.h"
 
 namespace sontaro {
-
-/// What the page's procedure asks of its window.
-class SendPageView {
-   public:
-    virtual ~SendPageView() = default;
-    /// Other players or videos are shown.
-    virtual void BatchChanged() = 0;
-    /// What is told of the run's player at that place has changed.
-    virtual void PlayerChanged(std::size_t player) = 0;
-    /// What is told of the batch's video at that place has changed.
-    virtual void VideoChanged(std::size_t video) = 0;
-    /// What may be pressed, a line or a figure has changed.
-    virtual void StateChanged() = 0;
-    /// Blocks the thread for so long.
-    virtual void Pause(std::chrono::milliseconds time) = 0;
-};
-
-/// Where the page keeps what it knows, and what it reads time from.
-struct SendPlaces {
-    std::filesystem::path journals;              ///< a folder
-    std::filesystem::path videoTypeFile;         ///< which need not exist
-    std::function<UploadFigures::Time()> clock;  ///< never goes back
-    JournalWriter::Clock wallClock;
-};
 
 enum class SendPhase : std::uint8_t { kIdle, kPlanning, kRunning, kProving };
 
@@ -67,9 +42,11 @@ class SendPage : private BatchView {
     [[nodiscard]] SendPhase Phase() const { return phase_; }
     [[nodiscard]] bool MayStart() const;
     [[nodiscard]] bool MayContinue() const { return run_.MayContinue(); }
+    /// Whether `Start` would begin the run anew that was stopped, and not another one.
+    [[nodiscard]] bool StartsAnew() const { return MayContinue() && runsPlan_; }
     [[nodiscard]] bool MaySendFailed() const { return !IsRunning() && !failed_.empty(); }
     [[nodiscard]] bool MayProve() const { return phase_ == SendPhase::kIdle && hasRun_; }
-    [[nodiscard]] bool MayExport() const { return !IsRunning() && hasJournal_; }
+    [[nodiscard]] bool MayExport() const { return !IsRunning() && latest_.journal; }
     [[nodiscard]] bool MayPlan() const { return phase_ == SendPhase::kIdle; }
     [[nodiscard]] bool IsRunning() const { return phase_ == SendPhase::kRunning; }
     /// Whether a run has begun since the page was entered.
@@ -88,9 +65,9 @@ class SendPage : private BatchView {
 
     /// The status line: what is sent, or that it is done.
     [[nodiscard]] std::string LineText() const;
-    /// What the plan comes to, or how the last run has ended.
+    /// What there is to say of the journals, and what the plan or the last run has come to.
     [[nodiscard]] std::string SummaryText() const;
-    /// Speed and time left, and for how long the player has said nothing.
+    /// Speed and time left, or for how long the player has said nothing.
     [[nodiscard]] std::string PaceText() const;
 
    private:
@@ -105,33 +82,32 @@ class SendPage : private BatchView {
     void ShowPlan();
     void BeginRun(std::vector<UploadPlayer> players);
     void RunEnded(bool isStopped);
-    void ReadLastJournal();
-    void TakeFailedOfRun();
-    void AllVideosChanged();
+    void TakeLatest(LatestJournal latest);
     void ProvePlayer(std::size_t player);
+    void Learn(const Target& player, const PlayerFacts& facts);
     void KeepSettings();
     void Tick();
     void Become(SendPhase phase);
     void ProofOver();
     void Go();
-    [[nodiscard]] std::string AskingText() const;
-    [[nodiscard]] std::string PlanText() const;
-    [[nodiscard]] std::string ResultText() const;
+    [[nodiscard]] std::string PhaseText() const;
 
     VideoSource& source_;
     SendPageView& view_;
     Prompts& prompts_;
     const SendPlaces places_;
     VideoSet set_;
-    std::vector<PlayerFacts> facts_;  // before the run, by the set's players
+    std::vector<PlayerFacts> facts_;  // as they were heard last, by the set's players
     std::optional<BatchPlan> plan_;
     SendBatch batch_;
     std::vector<std::optional<PlayerProof>> proofs_;  // by the batch's players
-    std::map<std::string, std::string> settings_;     // before the run, by IP address
-    std::vector<UploadPlayer> failed_;                // in the latest journal
-    double lastSpeed_ = 0;                            // of the latest run, bytes a second
-    bool hasJournal_ = false;
+    std::map<std::string, std::string> settings_;     // as heard last, by IP address
+    std::map<std::string, std::string> before_;       // those of them that the run began with
+    LatestJournal latest_;
+    std::vector<UploadPlayer> failed_;  // in it
+    double lastSpeed_ = 0;              // of the latest run, bytes a second
     bool hasRun_ = false;
+    bool runsPlan_ = false;   // and not what failed earlier
     bool isLooking_ = false;  // at the files
     SendPhase phase_ = SendPhase::kIdle;
     std::optional<JournalWriter> journal_;

@@ -42,9 +42,15 @@ void Say(wxStaticText& line, const std::string& text) {
 }  // namespace
 
 void CVideoSetParam::SetChanged() {
+    videos_->RowsChanged();
+    VideosChanged();
+}
+
+/// A row stays although a filter would hide it now: a code is typed figure by figure.
+void CVideoSetParam::VideosChanged() {
     ShowPlayers();
     ShowCategories();
-    videos_->RowsChanged();
+    videos_->Grid().Refresh();
     ShowChosen();
     writeNames_->SetValue(run_.Set().writesNames);
     ShowState();
@@ -53,7 +59,7 @@ void CVideoSetParam::SetChanged() {
 
 void CVideoSetParam::PlayerChanged(std::size_t player) {
     players_->RowChanged(SetPlayersTable::RowOfPlace(player));
-    if (ShowCategories()) videos_->RowsChanged();
+    if (ShowCategories()) videos_->Grid().Refresh();
     EnableControls();
 }
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
+#include <span>
 #include <utility>
 
 #include "base/local_text.h"
@@ -32,20 +34,31 @@ constexpr LocalText kNoSlot = {"64 个类别都已使用，以下文件夹的视
 constexpr LocalText kNamesNotKept = {"无法保存类别名称：%s",
                                      "The names of the categories cannot be kept: %s"};
 constexpr LocalText kNamesUnknown = {
-    "还不知道播放器现有的类别名称，因此不会发送类别名称。仍要继续吗？",
-    "The names that players have for their categories are not known, so yours are not sent. Go on "
-    "all the same?"};
+    "还不知道播放器现有的类别名称，因此不会发送类别名称，视频按类别编号存放。仍要继续吗？",
+    "The names that players have for their categories are not known, so yours are not sent: the "
+    "videos go by the numbers of their categories. Go on all the same?"};
+constexpr LocalText kReplaced = {
+    "类别名称将写入所有播放器。未另外命名的类别都采用 %s 的名称，它会替换其他播放器中的名称：",
+    "The names of the categories are written to all players. Where you have given none, those of "
+    "%s replace those of the others:"};
+constexpr LocalText kGoOn = {"仍要继续吗？", "Go on all the same?"};
+constexpr LocalText kOneSlot = {"%d（%s）", "%d (%s)"};
+constexpr LocalText kSettled = {
+    "已得知播放器的类别名称。以下文件夹的视频改用对应的类别编号：",
+    "The names that players have for their categories are known now. The videos of these folders "
+    "have gone to another number:"};
+constexpr LocalText kOneSettled = {"%s：%d → %d", "%s: %d → %d"};
+constexpr LocalText kDropped = {
+    "播放器没有空闲的类别，以下名称已取消，视频仍在原编号的类别中：",
+    "Players have no category left for these names. The videos stay where they are:"};
+constexpr LocalText kOneDropped = {"%s：%d", "%s: %d"};
 
 /// Lines behind a heading, no more than a box has room for.
-std::string Listed(const std::string& heading, const std::set<std::string>& lines) {
+std::string Listed(const std::string& heading, std::span<const std::string> lines) {
     std::string text = heading;
-    std::size_t count = 0;
-    for (const std::string& line : lines) {
-        const bool isLast = ++count > kMostTold;
-        text += '\n' + (isLast ? "…" : line);
-        if (isLast) break;
-    }
-    return text;
+    for (const std::string& line : lines.first(std::min(lines.size(), kMostTold)))
+        text += '\n' + line;
+    return lines.size() > kMostTold ? text + "\n…" : text;
 }
 
 }  // namespace
@@ -74,8 +87,9 @@ void SetPageRun::Enter(std::vector<DeviceRecord> players) {
     free_.assign(players_.size(), std::nullopt);
     Check();
     Ask();
-    LookAtFiles();
     Show(shown_);
+    LookAtFiles();
+    SettleCategories();
 }
 
 void SetPageRun::Leave() {
@@ -123,9 +137,10 @@ void SetPageRun::PlayerAnswers(std::size_t player) {
     if (facts.free != free_[player]) {
         free_[player] = facts.free;
         Check();
-        view_.SetChanged();
+        view_.VideosChanged();
     }
     view_.PlayerChanged(player);
+    SettleCategories();
     TakeFound();
 }
 
@@ -184,7 +199,7 @@ void SetPageRun::Take(const Found& found) {
     Elements<SetVideo>& videos = VideosOf(found.player);
     std::set<std::string> paths;
     for (const SetVideo& video : videos) paths.insert(video.path);
-    const CategoryNames names = heard_.Of(shown_).value_or(CategoryNames());
+    const CategoryNames* const names = heard_.Of(shown_);
     std::map<std::string, std::optional<std::uint32_t>> slots = {{"", found.slot}};
     std::set<std::string> withoutSlot;
     for (const FoundFile& file : found.files.files) {
@@ -195,22 +210,41 @@ void SetPageRun::Take(const Found& found) {
         if (!slot->second) withoutSlot.insert(file.category);
         AddVideos(videos, std::span(&path, 1), slot->second.value_or(found.slot));
     }
-    LookAtFiles();
     Changed();
+    LookAtFiles();
     const FoundFiles& files = found.files;
     std::vector<std::string> told;
     if (!files.isWhole) told.push_back(fmt::sprintf(Localized(kCut), files.files.size()));
     if (!withoutSlot.empty())
-        told.push_back(Listed(fmt::sprintf(Localized(kNoSlot), found.slot + 1), withoutSlot));
-    if (!files.unreadable.empty())
-        told.push_back(
-            Listed(Localized(kNotSeen), {files.unreadable.begin(), files.unreadable.end()}));
+        told.push_back(Listed(fmt::sprintf(Localized(kNoSlot), found.slot + 1),
+                              std::vector(withoutSlot.begin(), withoutSlot.end())));
+    if (!files.unreadable.empty()) told.push_back(Listed(Localized(kNotSeen), files.unreadable));
     if (files.files.empty() && told.empty()) told.push_back(Localized(kNothingFound));
     for (const std::string& text : told) services_.prompts.Warn(text);
 }
 
+/// Folders whose categories were named while nobody had told names find theirs.
+void SetPageRun::SettleCategories() {
+    const CategoryNames* const names = heard_.Of(shown_);
+    if (!names) return;
+    const std::vector<SettledName> settled = SettleNames(set_, *names);
+    if (settled.empty()) return;
+    Changed();
+    std::vector<std::string> moved;
+    std::vector<std::string> dropped;
+    for (const SettledName& one : settled) {
+        if (!one.to)
+            dropped.push_back(fmt::sprintf(Localized(kOneDropped), one.name, one.from + 1));
+        else if (*one.to != one.from)
+            moved.push_back(
+                fmt::sprintf(Localized(kOneSettled), one.name, one.from + 1, *one.to + 1));
+    }
+    if (!moved.empty()) services_.prompts.Inform(Listed(Localized(kSettled), moved));
+    if (!dropped.empty()) services_.prompts.Warn(Listed(Localized(kDropped), dropped));
+}
+
 void SetPageRun::Remove(const Ids& ids) {
-    for (const std::uint32_t id : ids) VideosOf(shown_).RemoveWithId(id);
+    VideosOf(shown_).RemoveWithIds(ids);
     Changed();
 }
 
@@ -226,40 +260,43 @@ void SetPageRun::MoveDown(const Ids& ids) {
 
 void SetPageRun::PutInto(std::uint32_t slot, const Ids& ids) {
     SetCategory(VideosOf(shown_), ids, slot);
-    Changed();
+    Edited();
 }
 
 void SetPageRun::SetCode(std::uint32_t code, const Ids& ids) {
-    for (const std::uint32_t id : ids)
-        if (SetVideo* video = VideosOf(shown_).Find(id)) video->code = code;
-    Changed();
+    ChangeVideos(VideosOf(shown_), ids, [code](SetVideo& video) { video.code = code; });
+    Edited();
 }
 
 void SetPageRun::RemoveNumbers(bool wanted, const Ids& ids) {
-    for (const std::uint32_t id : ids)
-        if (SetVideo* video = VideosOf(shown_).Find(id)) video->removesNumbers = wanted;
-    Changed();
+    ChangeVideos(VideosOf(shown_), ids,
+                 [wanted](SetVideo& video) { video.removesNumbers = wanted; });
+    Edited();
 }
 
-CategoryNames SetPageRun::Names() const {
-    return NamesIn(set_, heard_.Of(shown_).value_or(CategoryNames()));
+std::string SetPageRun::NameOf(std::size_t slot) const {
+    const std::string& alias = set_.aliases.at(slot).name;
+    const CategoryNames* const names = heard_.Of(shown_);
+    return alias.empty() && names ? names->at(slot) : alias;
 }
 
 void SetPageRun::SetAliases(const std::array<CategoryAlias, kVideoCategories>& aliases) {
     set_.aliases = aliases;
-    Changed();
+    Edited();
+    SettleCategories();
 }
 
 void SetPageRun::WriteNames(bool wanted) {
     set_.writesNames = wanted;
-    Changed();
+    Edited();
 }
 
 void SetPageRun::Open(const std::filesystem::path& path) {
     if (!OpenVideoSet(set_, path, services_.prompts)) return;
     TakePlayers(set_, players_);
-    LookAtFiles();
     Changed();
+    LookAtFiles();
+    SettleCategories();
 }
 
 void SetPageRun::Save(const std::filesystem::path& path) const {
@@ -273,19 +310,30 @@ void SetPageRun::LookAtFiles() {
     if (!isLooking_) return;
     services_.source.LookAt(
         files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
+    view_.VideosChanged();
 }
 
 void SetPageRun::TakeSizes(const Paths& files, const VideoSource::Sizes& sizes) {
     TakeFileSizes(set_, files, sizes);
     isLooking_ = false;
     Check();
-    view_.SetChanged();
+    view_.VideosChanged();
 }
 
 void SetPageRun::Changed() {
+    Keep();
+    view_.SetChanged();
+}
+
+/// The same videos are there, in the same order.
+void SetPageRun::Edited() {
+    Keep();
+    view_.VideosChanged();
+}
+
+void SetPageRun::Keep() {
     Check();
     remember_.Start(kRest, [this] { Remember(); });
-    view_.SetChanged();
 }
 
 void SetPageRun::Check() { problems_ = ProblemsOf(set_, free_); }
@@ -295,7 +343,7 @@ void SetPageRun::Remember() {
     RememberVideoSet(set_, services_.preferences);
 }
 
-bool SetPageRun::GoOn(std::optional<CategoryNames>& names) {
+bool SetPageRun::GoOn() {
     const auto isRefused = [](const SetProblem& problem) {
         return problem.kind == Kind::kTooLong || problem.kind == Kind::kNameTooLong;
     };
@@ -307,14 +355,32 @@ bool SetPageRun::GoOn(std::optional<CategoryNames>& names) {
         services_.prompts.Warn(ProblemText(set_, problem));
         return false;
     }
-    names = heard_.Of(shown_);
-    const auto kept = KeepVideoTypes(services_.videoTypeFile, set_, names, set_.writesNames);
+    return KeepNames();
+}
+
+bool SetPageRun::KeepNames() {
+    const CategoryNames* const heard = heard_.Of(shown_);
+    const auto names = heard ? std::optional(*heard) : std::nullopt;
+    const bool isWanted = set_.writesNames || heard_.HaveOthersThan(set_.aliases);
+    if (isWanted && names && !MayReplaceNames()) return false;
+    const auto kept = KeepVideoTypes(services_.videoTypeFile, set_, names, isWanted);
     if (!kept) {
         services_.prompts.Warn(fmt::sprintf(Localized(kNamesNotKept), kept.reason()));
         return false;
     }
     return *kept != VideoTypeFile::kNamesUnknown ||
            services_.prompts.Confirm(Localized(kNamesUnknown));
+}
+
+/// The document has all 64 names: those of one player where the user has given none.
+bool SetPageRun::MayReplaceNames() const {
+    std::vector<std::string> replaced;
+    for (std::size_t slot = 0; slot < kVideoCategories; ++slot)
+        if (set_.aliases.at(slot).name.empty() && heard_.Differ(slot))
+            replaced.push_back(fmt::sprintf(Localized(kOneSlot), slot + 1, heard_.Told(slot)));
+    if (replaced.empty()) return true;
+    const std::string heading = fmt::sprintf(Localized(kReplaced), heard_.SourceOf(shown_));
+    return services_.prompts.Confirm(Listed(heading, replaced) + '\n' + Localized(kGoOn));
 }
 
 }  // namespace sontaro

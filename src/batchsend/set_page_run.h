@@ -1,8 +1,6 @@
 // The parameter page of the video set without its window.
 #pragma once
 
-#include <set>
-
 #include "batchsend/folder_walk.h"
 #include "batchsend/heard_names.h"
 #include "batchsend/player_inquiry.h"
@@ -29,9 +27,9 @@ class SetPageRun {
     void Enter(std::vector<DeviceRecord> players);
     /// The page is left: nothing is waited for any more.
     void Leave();
-    /// Readies what the next page needs, and gives the names that players have. False when
-    /// something has to be changed first; the user has been told.
-    [[nodiscard]] bool GoOn(std::optional<CategoryNames>& names);
+    /// Readies what the next page needs. False when something has to be changed first; the user has
+    /// been told.
+    [[nodiscard]] bool GoOn();
     /// Takes a message that the main window forwards.
     void Handle(WindowMessage& message);
 
@@ -63,8 +61,8 @@ class SetPageRun {
 
     // The categories.
     [[nodiscard]] const HeardNames& Heard() const { return heard_; }
-    /// The names as the user has them.
-    [[nodiscard]] CategoryNames Names() const;
+    /// The name of a slot as the user has it.
+    [[nodiscard]] std::string NameOf(std::size_t slot) const;
     void SetAliases(const std::array<CategoryAlias, kVideoCategories>& aliases);
     void WriteNames(bool wanted);
 
@@ -88,9 +86,14 @@ class SetPageRun {
     void PlayerAnswers(std::size_t player);
     void TakeFound();
     void Take(const Found& found);
+    void SettleCategories();
+    [[nodiscard]] bool KeepNames();
+    [[nodiscard]] bool MayReplaceNames() const;
     void LookAtFiles();
     void TakeSizes(const Paths& files, const VideoSource::Sizes& sizes);
     void Changed();
+    void Edited();
+    void Keep();
     void Check();
     void Remember();
 

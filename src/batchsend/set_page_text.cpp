@@ -33,7 +33,10 @@ constexpr LocalText kForOne = {"%s 的视频：%s，其中 %d 个只发给它",
 constexpr LocalText kSearching = {"正在查找文件…", "Looking for files…"};
 constexpr LocalText kLooking = {"正在检查文件…", "Looking at the files…"};
 constexpr LocalText kGap = {"    ", "    "};
+constexpr LocalText kProvisional = {"等待播放器类别名称的类别：%d 个",
+                                    "Categories that wait for the players' names: %d"};
 constexpr const char* kDifferent = " ≠";
+constexpr const char* kOpen = "?";  // behind a number
 
 const SetVideo& VideoOf(const VideoSet& set, const SetProblem& problem) {
     const auto& videos = problem.player ? set.players[*problem.player].videos : set.videos;
@@ -80,6 +83,8 @@ std::string TotalsText(const SetPageRun& run) {
                              : fmt::sprintf(Localized(kForAll), amount);
     if (run.IsSearching()) return text + Localized(kGap) + Localized(kSearching);
     if (run.IsLookingAtFiles()) return text + Localized(kGap) + Localized(kLooking);
+    const auto waiting = std::ranges::count(set.aliases, true, &CategoryAlias::isProvisional);
+    if (waiting > 0) text += Localized(kGap) + fmt::sprintf(Localized(kProvisional), waiting);
     return text;
 }
 
@@ -96,8 +101,9 @@ std::string FirstProblemText(const SetPageRun& run) {
 }
 
 std::string SlotText(const SetPageRun& run, std::size_t slot) {
-    const std::string name = run.Names().at(slot);
-    return std::to_string(slot + 1) + (name.empty() ? "" : "  ") + name +
+    const std::string name = run.NameOf(slot);
+    const bool isOpen = run.Set().aliases.at(slot).isProvisional;
+    return std::to_string(slot + 1) + (isOpen ? kOpen : "") + (name.empty() ? "" : "  ") + name +
            (run.Heard().Differ(slot) ? kDifferent : "");
 }
 

@@ -22,7 +22,8 @@ namespace sontaro {
 /// The first problem with what is shown, and how many more there are; empty: there is none.
 [[nodiscard]] std::string FirstProblemText(const SetPageRun& run);
 
-/// A category as it is offered: its number from 1, its name, and a mark where players differ.
+/// A category as it is offered: its number from 1, a question mark where that may change, its name,
+/// and a mark where players differ.
 [[nodiscard]] std::string SlotText(const SetPageRun& run, std::size_t slot);
 
 }  // namespace sontaro

@@ -15,8 +15,10 @@ namespace sontaro {
 class SetPageView {
    public:
     virtual ~SetPageView() = default;
-    /// Other players or videos are shown, or anything is told of them: shows all of it anew.
+    /// Other players or videos are shown, or others first: shows all of it anew.
     virtual void SetChanged() = 0;
+    /// Something else is told of them, all of which stay where they are.
+    virtual void VideosChanged() = 0;
     /// What is known of the player at that place has changed; names of categories, too.
     virtual void PlayerChanged(std::size_t player) = 0;
     /// Has that video of those shown looked at: something is wrong with it.

@@ -3,8 +3,7 @@
 #include <fmt/printf.h>
 
 #include <algorithm>
-#include <set>
-#include <utility>
+#include <unordered_set>
 
 #include "base/local_text.h"
 #include "batchsend/upload_packets.h"
@@ -25,26 +24,48 @@ constexpr LocalText kDoesNotFit = {"播放器空间不足：需要 %s，剩余 %
                                    "Too little space on the player: %s needed, %s free"};
 
 /// The names that one player has by then, by category and, apart from those, by code.
-using Names = std::set<std::pair<std::uint32_t, std::string>>;
+class Names {
+   public:
+    /// `forAll`: the names of what every player has, if there is anything; outlives these.
+    explicit Names(const Names* forAll = nullptr) : forAll_(forAll) {}
 
-void Check(const Elements<SetVideo>& videos, std::optional<std::size_t> player, Names& names,
-           std::vector<SetProblem>& problems) {
-    for (std::size_t i = 0; i < videos.size(); ++i) {
-        const SetVideo& video = videos[i];
-        if (const auto kind = ProblemOf(video))
-            problems.push_back({*kind, player, videos.IdAt(i), video.trouble});
-        const bool isNew = names.emplace(video.category, video.Name()).second;
-        const bool hasNewCode = names.emplace(kVideoCategories + video.code, video.Name()).second;
-        if (!isNew || !hasNewCode)
-            problems.push_back({Kind::kSameName, player, videos.IdAt(i), video.Name()});
+    /// False when another video has the name already.
+    bool Add(const SetVideo& video, const std::string& name) {
+        const bool isNew = Add(video.category, name);
+        return Add(kVideoCategories + video.code, name) && isNew;
     }
+
+   private:
+    bool Add(std::size_t slot, const std::string& name) {
+        const std::string key = std::to_string(slot) + '/' + name;
+        return !(forAll_ && forAll_->names_.contains(key)) && names_.insert(key).second;
+    }
+
+    const Names* const forAll_;
+    std::unordered_set<std::string> names_;
+};
+
+std::optional<Kind> ProblemOf(const SetVideo& video, const std::string& name) {
+    if (!video.trouble.empty()) return Kind::kUnreadable;
+    if (video.size > static_cast<std::int64_t>(kLongestVideo)) return Kind::kTooLong;
+    if (name.size() > kLongestVideoName) return Kind::kNameTooLong;
+    return std::nullopt;
 }
 
-std::uint64_t BytesFor(const VideoSet& set, std::size_t player) {
+/// Returns the bytes of those that can be sent.
+std::uint64_t Check(const Elements<SetVideo>& videos, std::optional<std::size_t> player,
+                    Names& names, std::vector<SetProblem>& problems) {
     std::uint64_t bytes = 0;
-    for (const SetVideo* video : VideosFor(set, player))
-        if (!ProblemOf(*video))
-            bytes += static_cast<std::uint64_t>(std::max<std::int64_t>(video->size, 0));
+    for (std::size_t i = 0; i < videos.size(); ++i) {
+        const SetVideo& video = videos[i];
+        const std::string name = video.Name();
+        if (const auto kind = ProblemOf(video, name))
+            problems.push_back({*kind, player, videos.IdAt(i), video.trouble});
+        else
+            bytes += static_cast<std::uint64_t>(std::max<std::int64_t>(video.size, 0));
+        if (!names.Add(video, name))
+            problems.push_back({Kind::kSameName, player, videos.IdAt(i), name});
+    }
     return bytes;
 }
 
@@ -62,22 +83,17 @@ std::string SetProblem::Told() const {
     return "";
 }
 
-std::optional<Kind> ProblemOf(const SetVideo& video) {
-    if (!video.trouble.empty()) return Kind::kUnreadable;
-    if (video.size > static_cast<std::int64_t>(kLongestVideo)) return Kind::kTooLong;
-    if (video.Name().size() > kLongestVideoName) return Kind::kNameTooLong;
-    return std::nullopt;
-}
+std::optional<Kind> ProblemOf(const SetVideo& video) { return ProblemOf(video, video.Name()); }
 
 std::vector<SetProblem> ProblemsOf(const VideoSet& set,
                                    std::span<const std::optional<std::uint64_t>> free) {
     std::vector<SetProblem> problems;
     Names forAll;
-    Check(set.videos, std::nullopt, forAll, problems);
+    const std::uint64_t bytes = Check(set.videos, std::nullopt, forAll, problems);
     for (std::size_t player = 0; player < set.players.size(); ++player) {
-        Names names = forAll;
-        Check(set.players[player].videos, player, names, problems);
-        const std::uint64_t needed = BytesFor(set, player);
+        Names names(&forAll);
+        const std::uint64_t needed =
+            bytes + Check(set.players[player].videos, player, names, problems);
         const bool hasVideos = set.videos.size() + set.players[player].videos.size() > 0;
         if (hasVideos && player < free.size() && free[player] && *free[player] <= needed)
             problems.push_back({Kind::kDoesNotFit, player, 0, "", needed, *free[player]});

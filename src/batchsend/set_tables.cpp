@@ -14,18 +14,18 @@ using Kind = SetProblem::Kind;
 enum class PlayerColumn : std::size_t { kIp, kId, kMode, kFree, kState, kVideos };
 
 constexpr TableColumn kPlayerColumns[] = {
-    {{"IP地址", "IP"}, 15},  {{"ID号 / 备注", "ID / Remarks"}, 16},
-    {{"模式", "Mode"}, 11},  {{"剩余空间", "Free"}, 11, CellKind::kNumber},
+    {{"IP地址", "IP"}, 14},  {{"ID号 / 备注", "ID / Remarks"}, 11},
+    {{"模式", "Mode"}, 11},  {{"剩余空间", "Free"}, 10, CellKind::kNumber},
     {{"状态", "State"}, 22}, {{"视频", "Videos"}, 15, CellKind::kNumber},
 };
 
 enum class VideoColumn : std::size_t { kFile, kSize, kCategory, kName, kCode, kFolder };
 
 constexpr TableColumn kVideoColumns[] = {
-    {{"文件", "File"}, 22},
+    {{"文件", "File"}, 19},
     {{"大小", "Size"}, 10, CellKind::kNumber},
     {{"类别", "Category"}, 14},
-    {{"发送的名称", "Name as sent"}, 22},
+    {{"发送的名称", "Name as sent"}, 19},
     {{"代码", "Code"}, 7, CellKind::kNumber},
     {{"文件夹", "Folder"}, 40},
 };

@@ -14,8 +14,10 @@ namespace {
 
 using Kind = UploadEvent::Kind;
 
-constexpr LocalText kSpeed = {"%s/秒，剩余 %s", "%s/s, %s left"};
+constexpr LocalText kLeft = {"%s/秒，剩余 %s", "%s/s, %s left"};
 constexpr LocalText kSilence = {"播放器已有 %d 秒没有应答", "No acknowledgement for %d s"};
+constexpr LocalText kSpeedAndSilence = {"%s/秒，播放器已有 %d 秒没有应答",
+                                        "%s/s, no acknowledgement for %d s"};
 constexpr int kLongSilence = 3;  // seconds
 
 }  // namespace
@@ -100,15 +102,13 @@ std::string DurationText(double seconds) {
     return fmt::sprintf("%d:%02d:%02d", whole / 3600, minutes, whole % 60);
 }
 
-std::string SpeedText(const UploadFigures& figures, UploadFigures::Time now) {
+std::string PaceText(const UploadFigures& figures, int silentSeconds, UploadFigures::Time now) {
+    const bool isSilent = silentSeconds >= kLongSilence;
     const auto left = figures.SecondsLeft(figures.Run(), now);
-    if (!left) return "";
-    const auto speed = static_cast<std::uint64_t>(figures.Speed(now));
-    return fmt::sprintf(Localized(kSpeed), BytesText(speed), DurationText(*left));
-}
-
-std::string SilenceText(int seconds) {
-    return seconds < kLongSilence ? "" : fmt::sprintf(Localized(kSilence), seconds);
+    if (!left) return isSilent ? fmt::sprintf(Localized(kSilence), silentSeconds) : "";
+    const std::string speed = BytesText(static_cast<std::uint64_t>(figures.Speed(now)));
+    return isSilent ? fmt::sprintf(Localized(kSpeedAndSilence), speed, silentSeconds)
+                    : fmt::sprintf(Localized(kLeft), speed, DurationText(*left));
 }
 
 }  // namespace sontaro

@@ -60,9 +60,10 @@ class UploadFigures {
 [[nodiscard]] std::string AmountText(const UploadAmount& amount);
 /// Hours, where there are any, minutes and seconds: "1:02:03", "2:03".
 [[nodiscard]] std::string DurationText(double seconds);
-/// The speed and what is left of the run, in the language of the user; empty while nothing moves.
-[[nodiscard]] std::string SpeedText(const UploadFigures& figures, UploadFigures::Time now);
-/// How long a player has said nothing; empty while that is nothing strange.
-[[nodiscard]] std::string SilenceText(int seconds);
+/// The speed and the time that is left of the run, in the language of the user. Once a player has
+/// said nothing for strangely many seconds, that is told in place of the time. Empty while neither
+/// is known.
+[[nodiscard]] std::string PaceText(const UploadFigures& figures, int silentSeconds,
+                                   UploadFigures::Time now);
 
 }  // namespace sontaro

@@ -1,56 +1,20 @@
 // What becomes of the players of a batch, and of their videos.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "link/window_message.h"
+#include "batchsend/upload_note.h"
 
 namespace sontaro {
-
-/// In the numbers that players' tools agree on.
-enum class UploadStatus : std::uint8_t {
-    kNotChosen = 0,
-    kTimedOut = 1,
-    kDiskTooSmall = 2,
-    kFewCategories = 3,
-    kNetworkFailure = 4,
-    kInProgress = 5,
-    kWaiting = 6,
-    kDone = 7,
-};
-
-/// Whether nothing more happens to a player by itself.
-[[nodiscard]] constexpr bool IsFinal(UploadStatus status) {
-    return status != UploadStatus::kNotChosen && status != UploadStatus::kInProgress &&
-           status != UploadStatus::kWaiting;
-}
-
-/// What is to be said of a player or of a video besides its status.
-struct UploadNote {
-    enum class Kind : std::uint8_t {
-        kNone,
-        kNotSent,       ///< `reason`
-        kUnreadable,    ///< the file `text` cannot be read
-        kChanged,       ///< the file `text` has got another size twice
-        kNotSupported,  ///< the player does not know the command
-        kRefused,       ///< the player will not keep the categories
-        kLinkLost,
-        kStopped,  ///< by the user
-        kLooking,  ///< the files are being looked at
-    };
-    Kind kind = Kind::kNone;
-    std::string text = {};
-    NotSent reason = {};
-};
 
 struct UploadVideo {
     std::filesystem::path path;
     std::string name;  ///< as sent, UTF-8
     std::uint16_t code = 0;
+    std::optional<std::uint32_t> category = {};  ///< its slot, which players are not told
 
     bool operator==(const UploadVideo&) const = default;
 };
@@ -91,8 +55,6 @@ struct UploadRow {
 
 /// What the list says of a player in its column "Update Video".
 [[nodiscard]] std::string StatusText(const UploadRow& row);
-/// What is to be said besides; empty: nothing.
-[[nodiscard]] std::string NoteText(const UploadNote& note);
 
 /// Something that has happened in a run. `video` is a place among the player's videos.
 struct UploadEvent {

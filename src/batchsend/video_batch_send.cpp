@@ -11,9 +11,11 @@
 
 #include "batchsend/send_page_ids.h"
 #include "batchsend/video_set_files.h"
+#include "widgets/csv_file_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/table.h"
 #include "widgets/text_progress.h"
+#include "widgets/wrapped_text.h"
 #include "widgets/wx_text.h"
 
 namespace sontaro {
@@ -46,9 +48,7 @@ constexpr LocalText kNoVideos = {"没有为播放器选择视频。", "No videos
 constexpr LocalText kAsking = {"正在询问播放器…", "Asking the players…"};
 constexpr LocalText kAwake = {"正在发送视频", "Videos are being sent"};
 constexpr LocalText kExportCaption = {"导出发送记录", "Export the journal"};
-constexpr LocalText kCsvFilter = {"CSV表格(*.csv)|*.csv", "CSV tables (*.csv)|*.csv"};
 constexpr LocalText kExportName = {"发送记录", "Upload"};
-constexpr const char* kCsvExtension = "csv";
 
 SendPlaces PlacesFor(const CVideoSetWizard& wizard) {
     return {wizard.Journals(), wizard.VideoTypeFile(),
@@ -171,7 +171,13 @@ wxSizer* CVideoBatchSend::MakeAmountsRow() {
 
 wxSizer* CVideoBatchSend::MakeEndRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    summary_ = AddLine(*row, kSendSummary, 1);
+    summary_ = new wxStaticText(this, kSendSummary, "", wxDefaultPosition, wxDefaultSize,
+                                wxST_NO_AUTORESIZE);
+    row->Add(summary_, wxSizerFlags(1).CentreVertical());
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        CallAfter(&CVideoBatchSend::ShowSummary);
+    });
     AddButton(*row, kSendFailedAgain, kFailedAgain, 'g', &SendPage::SendFailed);
     AddButton(*row, kSendProve, kProve, 'p', &SendPage::Prove);
     auto* button = new wxButton(this, kSendExport, ButtonLabel(kExport, 'E'));
@@ -230,7 +236,7 @@ void CVideoBatchSend::StateChanged() {
 void CVideoBatchSend::EnableButtons() {
     const wxWindow* focused = FindFocus();
     const auto enable = [this](int id, bool may) { FindWindow(id)->Enable(may); };
-    const wxString label = ButtonLabel(page_.MayContinue() ? kFromStart : kStart, 'S');
+    const wxString label = ButtonLabel(page_.StartsAnew() ? kFromStart : kStart, 'S');
     if (start_->GetLabel() != label) start_->SetLabel(label);
     enable(kSendStart, page_.MayStart());
     enable(kSendContinue, page_.MayContinue());
@@ -247,7 +253,7 @@ void CVideoBatchSend::EnableButtons() {
 
 void CVideoBatchSend::ShowFigures() {
     ShowText(*line_, ToWx(page_.LineText()));
-    ShowText(*summary_, ToWx(page_.SummaryText()));
+    ShowSummary();
     ShowText(*pace_, ToWx(page_.PaceText()));
     progress_->SetPercent(page_.Percent());
     const UploadFigures& figures = page_.Figures();
@@ -256,6 +262,17 @@ void CVideoBatchSend::ShowFigures() {
         ShowText(*amounts_.at(i), page_.HasRun() ? ToWx(fmt::sprintf(Localized(kAmounts[i]),
                                                                      AmountText(*amounts[i])))
                                                  : wxString());
+}
+
+/// All of it can be read, in as many lines as it takes.
+void CVideoBatchSend::ShowSummary() {
+    const int width = summary_->GetClientSize().x;
+    const wxString text = WrappedText(*summary_, ToWx(page_.SummaryText()), width);
+    if (summary_->GetLabelText() == text) return;
+    summary_->SetLabelText(text);
+    const int lines = 1 + static_cast<int>(text.Freq('\n'));
+    summary_->SetMinSize(wxSize(1, lines * LineHeight(*this)));
+    Layout();
 }
 
 void CVideoBatchSend::ShowOnTaskbar() {
@@ -280,8 +297,7 @@ void CVideoBatchSend::Pause(std::chrono::milliseconds time) {
 
 void CVideoBatchSend::Export() {
     const auto path = wizard_.Services().Messages().ChooseFile(
-        {FileQuestion::Purpose::kSave, Localized(kExportCaption), Localized(kCsvFilter),
-         Localized(kExportName), kCsvExtension});
+        CsvFileQuestion(FileQuestion::Purpose::kSave, kExportCaption, kExportName));
     if (path) page_.Export(*path);
 }
 

@@ -56,6 +56,7 @@ class CVideoBatchSend : public WizardPage, private SendPageView {
     void Pause(std::chrono::milliseconds time) override;
     void EnableButtons();
     void ShowFigures();
+    void ShowSummary();
     void ShowOnTaskbar();
     void Export();
 

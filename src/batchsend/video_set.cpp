@@ -1,6 +1,7 @@
 #include "batchsend/video_set.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/path_text.h"
 #include "settings/record_table.h"
@@ -29,6 +30,7 @@ constexpr auto kPlayer = Rows<SetPlayer>({
 });
 constexpr auto kAlias = Rows<CategoryAlias>({
     {"name", kAt<&CategoryAlias::name>},
+    {"provisional", kAt<&CategoryAlias::isProvisional>},
 });
 constexpr auto kSet = Rows<VideoSet>({
     {"videos", kRecordAt<&VideoSet::videos, kVideo>},
@@ -64,16 +66,68 @@ bool IsJustAsBefore(const SetPlayer& kept, const DeviceRecord& player) {
     return kept.ip == player.ip && kept.id == player.id;
 }
 
-bool IsAmong(std::span<const std::uint32_t> ids, std::uint32_t id) {
-    return std::ranges::find(ids, id) != ids.end();
+/// Numbers of videos, among which many are looked for.
+class IdSet {
+   public:
+    explicit IdSet(std::span<const std::uint32_t> ids) : ids_(ids.begin(), ids.end()) {
+        std::ranges::sort(ids_);
+    }
+    [[nodiscard]] bool Has(std::uint32_t id) const { return std::ranges::binary_search(ids_, id); }
+
+   private:
+    std::vector<std::uint32_t> ids_;
+};
+
+/// Exchanges neighbours, each of which takes its number along.
+class Exchange {
+   public:
+    explicit Exchange(Elements<SetVideo>& videos) : videos_(videos) {
+        for (std::size_t i = 0; i < videos.size(); ++i) ids_.push_back(videos.IdAt(i));
+    }
+    ~Exchange() { videos_.Renumber(std::move(ids_)); }
+    Exchange(const Exchange&) = delete;
+    Exchange& operator=(const Exchange&) = delete;
+
+    [[nodiscard]] std::uint32_t IdAt(std::size_t place) const { return ids_[place]; }
+    void WithNext(std::size_t place) {
+        std::swap(ids_[place], ids_[place + 1]);
+        std::swap(videos_[place], videos_[place + 1]);
+    }
+
+   private:
+    Elements<SetVideo>& videos_;
+    std::vector<std::uint32_t> ids_;
+};
+
+/// Has `change` see every video, those of absent players, too.
+void ForEachVideo(VideoSet& set, const std::function<void(SetVideo&)>& change) {
+    const auto see = [&](Elements<SetVideo>& videos) {
+        for (std::size_t i = 0; i < videos.size(); ++i) change(videos[i]);
+    };
+    see(set.videos);
+    for (auto* const players : {&set.players, &set.absent})
+        for (std::size_t i = 0; i < players->size(); ++i) see((*players)[i].videos);
 }
 
-void Exchange(Elements<SetVideo>& videos, std::size_t a, std::size_t b) {
-    std::vector<std::uint32_t> ids;
-    for (std::size_t i = 0; i < videos.size(); ++i) ids.push_back(videos.IdAt(i));
-    std::swap(ids[a], ids[b]);
-    std::swap(videos[a], videos[b]);
-    videos.Renumber(std::move(ids));
+using Slots = std::array<bool, kVideoCategories>;
+
+Slots UsedSlots(VideoSet& set) {
+    Slots used{};
+    ForEachVideo(set, [&](const SetVideo& video) { used.at(video.category) = true; });
+    return used;
+}
+
+std::optional<std::uint32_t> SlotWithName(std::string_view name, const CategoryNames& names) {
+    const auto slot = std::ranges::find(names, name);
+    if (slot == names.end()) return std::nullopt;
+    return static_cast<std::uint32_t>(slot - names.begin());
+}
+
+/// The first slot that has neither a name nor a video.
+std::optional<std::uint32_t> FreeSlot(const CategoryNames& names, const Slots& used) {
+    for (std::uint32_t slot = 0; slot < kVideoCategories; ++slot)
+        if (names.at(slot).empty() && !used.at(slot)) return slot;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -138,33 +192,66 @@ void AddVideos(Elements<SetVideo>& videos, std::span<const std::string> paths, s
     }
 }
 
+void ChangeVideos(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
+                  const std::function<void(SetVideo&)>& change) {
+    const IdSet changed(ids);
+    for (std::size_t i = 0; i < videos.size(); ++i)
+        if (changed.Has(videos.IdAt(i))) change(videos[i]);
+}
+
 void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
                  std::uint32_t slot) {
-    for (const std::uint32_t id : ids)
-        if (SetVideo* video = videos.Find(id)) video->category = video->code = slot;
+    ChangeVideos(videos, ids, [slot](SetVideo& video) { video.category = video.code = slot; });
 }
 
 void MoveVideosUp(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids) {
-    for (std::size_t i = 1; i < videos.size(); ++i)
-        if (IsAmong(ids, videos.IdAt(i)) && !IsAmong(ids, videos.IdAt(i - 1)))
-            Exchange(videos, i - 1, i);
+    const IdSet moved(ids);
+    Exchange exchange(videos);
+    for (std::size_t i = 0; i + 1 < videos.size(); ++i)
+        if (moved.Has(exchange.IdAt(i + 1)) && !moved.Has(exchange.IdAt(i))) exchange.WithNext(i);
 }
 
 void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids) {
+    const IdSet moved(ids);
+    Exchange exchange(videos);
     for (std::size_t i = videos.size(); i-- > 1;)
-        if (IsAmong(ids, videos.IdAt(i - 1)) && !IsAmong(ids, videos.IdAt(i)))
-            Exchange(videos, i - 1, i);
+        if (moved.Has(exchange.IdAt(i - 1)) && !moved.Has(exchange.IdAt(i)))
+            exchange.WithNext(i - 1);
 }
 
-std::optional<std::uint32_t> SlotNamed(std::string_view name, const CategoryNames& players,
+std::optional<std::uint32_t> SlotNamed(std::string_view name, const CategoryNames* players,
                                        VideoSet& set) {
-    const CategoryNames names = NamesIn(set, players);
-    auto slot = std::ranges::find(names, name);
-    if (slot == names.end()) slot = std::ranges::find(names, "");
-    if (slot == names.end()) return std::nullopt;
-    const auto place = static_cast<std::size_t>(slot - names.begin());
-    if (slot->empty()) set.aliases[place].name = name;
-    return static_cast<std::uint32_t>(place);
+    const CategoryNames names = NamesIn(set, players ? *players : CategoryNames());
+    if (const auto slot = SlotWithName(name, names)) return slot;
+    const auto slot = FreeSlot(names, UsedSlots(set));
+    if (slot) set.aliases.at(*slot) = {std::string(name), players == nullptr};
+    return slot;
+}
+
+/// A slot stays with its videos where it can. All videos move at once: one slot's new place may be
+/// the old one of another.
+std::vector<SettledName> SettleNames(VideoSet& set, const CategoryNames& players) {
+    std::vector<SettledName> settled;
+    for (std::uint32_t slot = 0; slot < kVideoCategories; ++slot)
+        if (set.aliases.at(slot).isProvisional)
+            settled.push_back({std::exchange(set.aliases.at(slot), {}).name, slot, std::nullopt});
+    Slots used = UsedSlots(set);
+    for (SettledName& one : settled) {
+        const CategoryNames names = NamesIn(set, players);
+        one.to = SlotWithName(one.name, names);
+        if (one.to) continue;
+        one.to = names.at(one.from).empty() ? one.from : FreeSlot(names, used);
+        if (!one.to) continue;
+        set.aliases.at(*one.to).name = one.name;
+        used.at(*one.to) = true;
+    }
+    ForEachVideo(set, [&](SetVideo& video) {
+        const auto found = std::ranges::find(settled, video.category, &SettledName::from);
+        if (found == settled.end() || !found->to) return;
+        if (video.code == video.category) video.code = *found->to;
+        video.category = *found->to;
+    });
+    return settled;
 }
 
 Json::Value VideoSetToJson(const VideoSet& set) { return kSchemaOf<kSet>.ToJson(set); }

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -52,6 +53,8 @@ struct SetPlayer {
 /// The name that a slot is given in place of the one that players have; empty: none.
 struct CategoryAlias {
     std::string name;
+    /// It was taken for a folder while nobody had told names: it may belong to another slot.
+    bool isProvisional = false;
 
     bool operator==(const CategoryAlias&) const = default;
 };
@@ -81,16 +84,31 @@ void TakePlayers(VideoSet& set, std::span<const DeviceRecord> players);
 
 /// Adds videos of a category behind the others.
 void AddVideos(Elements<SetVideo>& videos, std::span<const std::string> paths, std::uint32_t slot);
+/// Has `change` see the videos with these numbers.
+void ChangeVideos(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
+                  const std::function<void(SetVideo&)>& change);
 /// Puts the videos with these numbers into a category, whose code becomes theirs.
 void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
                  std::uint32_t slot);
 /// Moves them by one place; they stay one behind the other where there is no room.
 void MoveVideosUp(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
 void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
-/// The slot that has that name; else the first one without a name, which gets it. None when every
-/// slot has another one.
+/// The slot that has that name; else the first one without a name or a video, which gets it:
+/// provisionally where the names of players are not known. None when there is no such slot.
 [[nodiscard]] std::optional<std::uint32_t> SlotNamed(std::string_view name,
-                                                     const CategoryNames& players, VideoSet& set);
+                                                     const CategoryNames* players, VideoSet& set);
+
+/// What has become of a provisional name.
+struct SettledName {
+    std::string name;
+    std::uint32_t from = 0;
+    std::optional<std::uint32_t> to;  ///< the slot in which its videos are now; none: it is dropped
+
+    bool operator==(const SettledName&) const = default;
+};
+/// Brings the provisional names to what players have: each to the slot of that name, else to one
+/// without a name. The videos of a slot go along, with their codes where these are the slot.
+[[nodiscard]] std::vector<SettledName> SettleNames(VideoSet& set, const CategoryNames& players);
 
 /// The page as it is kept, and back; none when `json` is no such page. Slots and codes that there
 /// cannot be become 0.

@@ -22,8 +22,8 @@ namespace {
 constexpr const char* kPlayersName = "videoSetPlayers";  // in the preferences
 constexpr const char* kVideosName = "videoSetVideos";
 constexpr const char* kSashName = "videoSetSash";
-constexpr int kPlayersCharacters = 62;
-constexpr int kVideosCharacters = 96;
+constexpr int kPlayersCharacters = 72;
+constexpr int kVideosCharacters = 86;
 constexpr int kCategoryCharacters = 24;
 constexpr int kLines = 20;
 constexpr int kLeastPane = 260;

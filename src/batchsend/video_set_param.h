@@ -29,7 +29,7 @@ class CVideoSetParam : public WizardPage, private SetPageView {
 
     void Entered() override;
     void Left() override;
-    [[nodiscard]] bool GoOn() override { return run_.GoOn(wizard_.PlayersNames()); }
+    [[nodiscard]] bool GoOn() override { return run_.GoOn(); }
     [[nodiscard]] bool MayGoOn() const override { return !run_.IsSearching() && run_.IsEntered(); }
     void HandleMessage(WindowMessage& message) override { run_.Handle(message); }
 
@@ -52,6 +52,7 @@ class CVideoSetParam : public WizardPage, private SetPageView {
     void RememberSash();
 
     void SetChanged() override;
+    void VideosChanged() override;
     void PlayerChanged(std::size_t player) override;
     void ChooseVideo(std::uint32_t id) override;
     void ShowPlayers();

@@ -1,7 +1,6 @@
 // The wizard that sends videos to many players.
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include "batchsend/video_set.h"
@@ -23,10 +22,6 @@ class CVideoSetWizard : public WizardDialog {
     /// that page has been left by Next.
     [[nodiscard]] VideoSet& Set() { return set_; }
 
-    /// The names that the players have for their categories, as the parameter page has heard them;
-    /// none: it has not.
-    [[nodiscard]] std::optional<CategoryNames>& PlayersNames() { return names_; }
-
     /// The file of the names of categories that players are sent behind their videos.
     [[nodiscard]] std::filesystem::path VideoTypeFile() const;
 
@@ -35,7 +30,6 @@ class CVideoSetWizard : public WizardDialog {
 
    private:
     VideoSet set_;
-    std::optional<CategoryNames> names_;
     CVideoSelectDevice* devices_ = nullptr;
 };
 

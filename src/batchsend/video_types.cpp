@@ -29,14 +29,6 @@ constexpr auto kDocument = Rows<NamedTypes>({
     {kVideoType, kRecordAt<&NamedTypes::types, kType>},
 });
 
-bool HasOtherName(const VideoSet& set, const std::optional<CategoryNames>& players) {
-    for (std::size_t slot = 0; slot < kVideoCategories; ++slot) {
-        const std::string& alias = set.aliases[slot].name;
-        if (!alias.empty() && (!players || alias != players->at(slot))) return true;
-    }
-    return false;
-}
-
 void DropNames(Json::Value& document) {
     Json::Value& types = document[kVideoType];
     if (!types.isArray()) return;
@@ -88,7 +80,6 @@ std::string VideoTypeDocument(const CategoryNames& names) {
 
 Result<VideoTypeFile> KeepVideoTypes(const fs::path& path, const VideoSet& set,
                                      const std::optional<CategoryNames>& players, bool isWanted) {
-    isWanted |= HasOtherName(set, players);
     if (isWanted && players) {
         const Status written = WriteFileAtomically(path, VideoTypeDocument(NamesIn(set, *players)));
         if (!written) return Error{written.reason()};

@@ -25,9 +25,9 @@ enum class VideoTypeFile : std::uint8_t {
     kNamesUnknown,  ///< removed as well: what players call the other slots would be lost
 };
 
-/// Writes the document of the names to the file at `path` when the user has another name for a slot
-/// than the players, or `isWanted`; else there is to be no such file. `players` are the names that
-/// they have. Fails when the file cannot be written or removed.
+/// Writes the document of the names to the file at `path` when that is wanted; else there is to be
+/// no such file. `players` are the names for slots to which the user has given none. Fails when the
+/// file cannot be written or removed.
 [[nodiscard]] Result<VideoTypeFile> KeepVideoTypes(const std::filesystem::path& path,
                                                    const VideoSet& set,
                                                    const std::optional<CategoryNames>& players,

@@ -247,10 +247,10 @@ void ReplyRouter::RouteByTable(const Reply& reply) {
 void ReplyRouter::AcknowledgeControlProtocol(const Reply& reply) {
     if (reply.header.qualifier == kRestartQualifier)
         actions_.SendPacket(reply.sender, DevicePacket::Request(kCommandCloseLinks, 0));
-    // The timeline only reads it: an empty document is no confirmation there.
-    const bool isRead = directory_.Find(TitleOf(kPlayerTimeControl));
-    if (!isRead && !directory_.Find(TitleOf(kBatchSend)))
-        prompts_.Inform(Localized(kControlProtocolSaved));
+    // Some only read it: an empty document is no confirmation there. A run shows no boxes.
+    constexpr Window kSilent[] = {kPlayerTimeControl, kSetParam, kBatchSend};
+    const auto isOpen = [this](Window window) { return directory_.Find(TitleOf(window)); };
+    if (std::ranges::none_of(kSilent, isOpen)) prompts_.Inform(Localized(kControlProtocolSaved));
 }
 
 /// Whoever asked hears of it first: its request has ended by the time that the box is open.

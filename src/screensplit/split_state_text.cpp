@@ -14,7 +14,6 @@ using Kind = SplitStatus::Kind;
 using Why = SplitFailure::Why;
 
 constexpr LocalText kFailed = {"%s：%s", "%s: %s"};
-constexpr LocalText kSentenceGap = {"", " "};
 constexpr LocalText kNotCorrected = {"尚未调整几何校正和融合。",
                                      "geometric correction and fusion have not been adjusted."};
 constexpr LocalText kUnreadable = {"发来的配置无法读取。",
@@ -74,10 +73,11 @@ std::string TextOfSent(const SplitStatus& status) {
 
 std::string StateTextOf(const SplitRun& run) {
     if (const auto& failure = run.Failure()) {
-        const std::string why =
+        std::string text =
+            kCautionMark +
             fmt::sprintf(Localized(kFailed), run.AddressOf(failure->device), TextOf(*failure));
-        const std::string status = StatusTextOf(run);
-        return kCautionMark + why + (status.empty() ? "" : Localized(kSentenceGap) + status);
+        AddSentence(text, StatusTextOf(run));
+        return text;
     }
     if (run.IsBusy())
         return fmt::sprintf(Localized(kTasks[static_cast<std::size_t>(run.Task())]),

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace sontaro {
@@ -54,6 +55,18 @@ class Elements {
     /// Removes the record with that number, if there is one.
     void RemoveWithId(std::uint32_t id) {
         if (Find(id) != nullptr) Remove(PlaceOf(id));
+    }
+    /// Removes all that have one of these numbers.
+    void RemoveWithIds(std::vector<std::uint32_t> ids) {
+        std::ranges::sort(ids);
+        std::size_t kept = 0;
+        for (std::size_t place = 0; place < size(); ++place) {
+            if (std::ranges::binary_search(ids, ids_[place])) continue;
+            if (kept != place) records_[kept] = std::move(records_[place]);
+            ids_[kept++] = ids_[place];
+        }
+        records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(kept), records_.end());
+        ids_.resize(kept);
     }
     void Remove(std::size_t place) {
         const auto at = static_cast<std::ptrdiff_t>(place);

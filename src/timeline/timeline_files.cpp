@@ -7,6 +7,7 @@
 #include "settings/settings_files.h"
 #include "timeline/timeline_csv.h"
 #include "timeline/timeline_texts.h"
+#include "widgets/csv_file_texts.h"
 #include "widgets/json_file_texts.h"
 
 namespace sontaro {
@@ -21,8 +22,6 @@ constexpr JsonFileTexts kSaveTexts = {{"保存播放器时间轴控制文件", "
 
 constexpr LocalText kImportCaption = {"导入命令表格", "Import a table of commands"};
 constexpr LocalText kExportCaption = {"导出命令表格", "Export a table of commands"};
-constexpr LocalText kCsvFilter = {"CSV表格(*.csv)|*.csv", "CSV tables (*.csv)|*.csv"};
-constexpr const char* kCsvExtension = "csv";
 constexpr LocalText kReplaceQuestion = {
     "用文件中的 %d 条命令替换现有的全部命令吗？选择“否”则添加到现有命令中。",
     "Put the %d commands of the file in place of all there are? No adds them."};
@@ -41,8 +40,8 @@ std::optional<std::filesystem::path> AskForTimelineToSave(Prompts& prompts) {
 }
 
 NodeIds ImportCsv(TimelineDocument& document, Prompts& prompts) {
-    const auto path = prompts.ChooseFile({FileQuestion::Purpose::kOpen, Localized(kImportCaption),
-                                          Localized(kCsvFilter), "", kCsvExtension});
+    const auto path =
+        prompts.ChooseFile(CsvFileQuestion(FileQuestion::Purpose::kOpen, kImportCaption));
     if (!path) return {};
     const auto refuse = [&](const std::string& why) {
         prompts.Warn(fmt::sprintf(Localized(kNotImported), TextOfPath(path->filename()), why));
@@ -61,9 +60,8 @@ NodeIds ImportCsv(TimelineDocument& document, Prompts& prompts) {
 }
 
 void ExportCsv(const TimelineDocument& document, Prompts& prompts) {
-    const auto path =
-        prompts.ChooseFile({FileQuestion::Purpose::kSave, Localized(kExportCaption),
-                            Localized(kCsvFilter), Localized(kSaveTexts.name), kCsvExtension});
+    const auto path = prompts.ChooseFile(
+        CsvFileQuestion(FileQuestion::Purpose::kSave, kExportCaption, kSaveTexts.name));
     if (path) KeepSettingsFile(*path, TimelineCsv(document.Order()), prompts);
 }
 

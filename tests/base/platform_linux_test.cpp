@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
+#include <sys/fsuid.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 #include "base/file.h"
 #include "base/folders.h"
@@ -28,6 +32,28 @@ TEST(Files, StayAsTheyWereWhenTheDiskIsFull) {
     EXPECT_FALSE(WriteFileAtomically(folder / "settings.json", "second"));
     EXPECT_EQ(folder.Read("settings.json"), "first");
     EXPECT_FALSE(fs::is_symlink(folder / "settings.json.new"));
+}
+
+/// A folder that nobody may write to holds a file up as a reader does on other systems.
+TEST(Files, AreReplacedAsSoonAsNobodyHoldsThem) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.Write("settings.json", "first");
+    const fs::path temporary = folder.Write("settings.json.new", "");
+    fs::permissions(temporary, fs::perms::all);
+    fs::permissions(folder.Path(), fs::perms{0555});
+    std::atomic<bool> isOver = false;
+    std::thread writer([&] {
+        constexpr unsigned kNobody = 65534;
+        setfsuid(kNobody);  // of this thread alone: the superuser may write everywhere
+        EXPECT_TRUE(WriteFileAtomically(file, "second"));
+        isOver = true;
+    });
+    while (!isOver && folder.Read("settings.json.new") != "second") std::this_thread::yield();
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    fs::permissions(folder.Path(), fs::perms::all);
+    writer.join();
+    EXPECT_EQ(folder.Read("settings.json"), "second");
+    EXPECT_FALSE(fs::exists(temporary));
 }
 
 TEST(TempFolder, IsEmptiedWithoutFollowingLinks) {

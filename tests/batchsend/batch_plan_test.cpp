@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "batchsend/send_batch.h"
+#include "batchsend/video_types.h"
+
 namespace sontaro::test {
 namespace {
 
@@ -18,6 +21,7 @@ struct Plans : testing::Test {
                                {"192.168.1." + std::to_string(octet), 9000, "", {}});
         Add(set.videos, "x/a", 100), Add(set.videos, "x/b", 50);
         Add(set.players[1].videos, "x/c", 7);
+        for (PlayerFacts& player : facts) player.isAsked = true;
         facts[0].isReached = facts[1].isReached = true;
         facts[0].free = facts[1].free = 1000;
         facts[0].videos.emplace().screens[2].push_back({"Live", {{"a", 100}, {"b", 49}}});
@@ -43,8 +47,11 @@ TEST_F(Plans, SayWhatIsSentAndWhatIsThere) {
     const BatchPlan rest = Plan();
     EXPECT_THAT(rest.Fates()[0], ElementsAre(kSkipped, kToSend));
     EXPECT_EQ(rest.Totals().bytes, 207U);
-    EXPECT_THAT(rest.Players()[0].videos, ElementsAre(UploadVideo{"x/b", "b", 3}));
+    EXPECT_THAT(rest.Players()[0].videos, ElementsAre(UploadVideo{"x/b", "b", 3, 3}));
     EXPECT_EQ(rest.Players()[2].videos.size(), 2U);
+    facts[2].isAsked = false;
+    EXPECT_THAT(Plan().Fates()[2], ElementsAre(kNotAsked, kNotAsked));
+    EXPECT_EQ(Plan().Totals().bytes, 357U);
 }
 
 TEST_F(Plans, SendNothingToAPlayerThatIsTooFull) {
@@ -58,12 +65,12 @@ TEST_F(Plans, SendNothingToAPlayerThatIsTooFull) {
 
 TEST_F(Plans, HaveATextForEveryFate) {
     std::string told;
-    for (const auto fate :
-         {kNotMeant, kToSend, kSendAnyway, kSkipped, kDoesNotFit, kUnreachable, kUnreadable})
+    for (const auto fate : {kNotMeant, kToSend, kSendAnyway, kNotAsked, kSkipped, kDoesNotFit,
+                            kUnreachable, kUnreadable})
         told += TextOf(fate) + "; ";
     EXPECT_EQ(told,
-              "; will be sent; there already, will be sent; there already, skipped; does not fit; "
-              "cannot be reached; file unusable; ");
+              "; will be sent; there already, will be sent; not asked yet; there already, skipped; "
+              "does not fit; cannot be reached; file unusable; ");
 }
 
 TEST_F(Plans, ProveWhatPlayersHave) {
@@ -76,6 +83,25 @@ TEST_F(Plans, ProveWhatPlayersHave) {
     EXPECT_EQ(ProofOf(list, "c", 7, "Live"), kMissing);
     EXPECT_EQ(ProofOf(list, "a", 100, ""), kCannotTell);
     EXPECT_EQ(ProofOf(std::nullopt, "a", 100, "Live"), kCannotTell);
+}
+
+TEST_F(Plans, ProveByTheCategoryAndNotByTheCode) {
+    const std::vector<UploadPlayer> run = {
+        {{"192.168.1.21", 9000, 0}, {{"x/a", "a", 3, 5}, {"x/b", "b", 3}}}};
+    SendBatch batch(run);
+    batch.Begin(run);
+    for (const std::size_t video : {0U, 1U}) {
+        batch.Take({UploadEvent::Kind::kVideoBegun, 0, video, 100});
+        batch.Take({UploadEvent::Kind::kVideoDone, 0, video, 100});
+    }
+    CategoryNames names;
+    names[3] = "Jazz", names[5] = "Live";
+    facts[0].controlProtocol = VideoTypeDocument(names);
+    facts[0].videos->screens[2][0].videos[1].size = 100;
+    const std::string before = *facts[0].controlProtocol;
+    EXPECT_EQ(batch.Prove(0, facts[0], before).Text(), "1 confirmed; 1 not: b: cannot be told");
+    EXPECT_THAT(batch.Prove(0, facts[0], {}).Text(),
+                testing::EndsWith("; the settings before the run are not known"));
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ struct BatchUpload : testing::Test {
         return all;
     }
     [[nodiscard]] std::vector<UploadPlayer> Failed() const {
-        return FailedIn(*LastJournal(folder / "runs"));
+        return FailedIn(*LatestJournalIn(folder / "runs").journal);
     }
     void ExpectWhole(std::size_t player) {
         const Ipv4Address address = players.Player(player).Address().address;

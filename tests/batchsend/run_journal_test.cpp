@@ -13,7 +13,7 @@ using testing::ElementsAre;
 using Kind = UploadEvent::Kind;
 using Outcome = JournalEntry::Outcome;
 
-const UploadVideo kA = {PathOfText("/视频/01 晚风.mp4"), "晚风.mp4", 7};
+const UploadVideo kA = {PathOfText("/视频/01 晚风.mp4"), "晚风.mp4", 7, 12};
 const UploadVideo kB = {"b.mp4", "b, \"live\".mp4", 65'535};
 const UploadVideo kC = {"c.mp4", "c.mp4", 0};
 
@@ -58,7 +58,7 @@ TEST_F(Journals, TellWhatHasBecomeOfEveryVideo) {
     Add(Kind::kVideoFailed, 0, 1, 0, {UploadNote::Kind::kLinkLost});
     Add(Kind::kPlayerEnded, 0, 0);
     Add(Kind::kVideoBegun, 1, 1, 9);
-    const RunJournal journal = *LastJournal(folder / "runs");
+    const RunJournal journal = *LatestJournalIn(folder / "runs").journal;
     EXPECT_EQ(journal.players[1], (UploadPlayer{{"192.168.1.22", 9001, 0}, {kA, kB, kC}}));
     EXPECT_EQ(journal.entries[0][0],
               (JournalEntry{Outcome::kDone, 5'000'000'000, 50, "2026-11-18T11:07:30Z", ""}));
@@ -69,6 +69,19 @@ TEST_F(Journals, TellWhatHasBecomeOfEveryVideo) {
     EXPECT_EQ(journal.Speed(), 100'000'000);
     EXPECT_FALSE(journal.hasEnded);
     EXPECT_EQ(Told(FailedIn(journal)), "22:b.01c. 21:b.c. ");
+    EXPECT_EQ(writer->Journal().entries, journal.entries);
+    EXPECT_EQ(FailedIn(writer->Journal()), FailedIn(journal));
+}
+
+TEST_F(Journals, KeepAPlayerThatMayLackTheNamesOfItsCategories) {
+    Begin();
+    for (const std::size_t player : {0U, 1U}) Send(player, 0), Send(player, 1), Send(player, 2);
+    writer->Add({Kind::kPlayerEnded, 0, 0, 0, UploadStatus::kDone});
+    EXPECT_EQ(Told(FailedIn(writer->Journal())), "22: ");
+    Add(Kind::kPlayerEnded, 1, 0);
+    EXPECT_EQ(Told(FailedIn(*LatestJournalIn(folder / "runs").journal)), "22: ");
+    writer->Add({Kind::kPlayerEnded, 1, 0, 0, UploadStatus::kDone});
+    EXPECT_EQ(Told(FailedIn(writer->Journal())), "");
 }
 
 TEST_F(Journals, AreReadWhereverTheyAreCut) {
@@ -99,8 +112,10 @@ TEST_F(Journals, AreFiftyAtMost) {
     EXPECT_FALSE(exists(oldest) || exists(BesideJournal(oldest, "21.json")));
     EXPECT_EQ(JournalsIn(folder / "runs").size(), 50U);
     EXPECT_EQ(JournalsIn(folder / "runs")[0], writer->Path());
+    EXPECT_TRUE(LatestJournalIn(folder / "runs").isLatest);
     folder.Write("runs/99999999-000000-000.jsonl", "{\"event\"");
-    EXPECT_TRUE(LastJournal(folder / "runs"));
+    EXPECT_TRUE(LatestJournalIn(folder / "runs").journal);
+    EXPECT_FALSE(LatestJournalIn(folder / "runs").isLatest);
 }
 
 }  // namespace

@@ -3,13 +3,10 @@
 
 #include "base/file.h"
 #include "base/path_text.h"
-#include "base/window_titles.h"
-#include "batchsend/chunk_reader.h"
 #include "batchsend/send_page.h"
-#include "exchange/plain_loop.h"
-#include "exchange/switchboard.h"
+#include "batchsend/sending_surroundings.h"
+#include "batchsend/video_types.h"
 #include "simulator/player_group.h"
-#include "support/recording_prompts.h"
 #include "support/temporary_folder.h"
 #include "support/test_network.h"
 
@@ -17,11 +14,13 @@ namespace sontaro::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 /// Two players and two videos for both.
-struct SendPageTest : testing::Test, SendPageView {
+struct SendPageTest : testing::Test, SendingSurroundings, SendPageView {
     SendPageTest() {
         for (std::size_t i = 0; i < 2; ++i) {
             simulator::PlayerOptions options;
@@ -39,8 +38,6 @@ struct SendPageTest : testing::Test, SendPageView {
             set.videos.Insert(set.videos.size(), video);
         }
     }
-    ~SendPageTest() override { directory.ShutDown(); }
-
     void BatchChanged() override {}
     void PlayerChanged(std::size_t) override {}
     void VideoChanged(std::size_t) override {}
@@ -57,6 +54,13 @@ struct SendPageTest : testing::Test, SendPageView {
     void Enter() { page.Enter(set), Await(SendPhase::kIdle); }
     /// Until the proof is over, too.
     void AwaitEnd() { Await(SendPhase::kProving), Await(SendPhase::kIdle); }
+    [[nodiscard]] SendPlaces Places() const {
+        return {folder / "runs", folder / "types.json", [] { return std::chrono::milliseconds(0); },
+                std::chrono::system_clock::now};
+    }
+    [[nodiscard]] std::string Ip(std::size_t player) const {
+        return FormatIpv4(network.Player(player));
+    }
     [[nodiscard]] PlannedFate Fate(std::size_t player, std::size_t video) const {
         return page.Batch().PairAt(player, video).fate;
     }
@@ -66,28 +70,11 @@ struct SendPageTest : testing::Test, SendPageView {
         return texts;
     }
 
-    static constexpr const char* kMainWindow = "Sending";
-
     TestNetwork network;
     TemporaryFolder folder;
     std::vector<std::unique_ptr<simulator::PlayerGroup>> players;
     VideoSet set;
-    PlainLoop loop;
-    WindowDirectory directory{loop};
-    RecordingPrompts prompts;
-    ThreadGroup threads;
-    ExchangeHub hub;
-    Switchboard switchboard{kMainWindow, {directory, threads, prompts}, hub};
-    WindowDirectory::Registration mainWindow =
-        directory.Register(kMainWindow, [this](auto& message) { switchboard.Handle(message); });
-    MainWindowChannel channel{directory, kMainWindow};
-    ChunkReader source{loop, threads};
-    SendPage page{source,
-                  *this,
-                  prompts,
-                  {channel, hub, loop},
-                  {folder / "runs", folder / "none.json",
-                   [] { return std::chrono::milliseconds(0); }, std::chrono::system_clock::now}};
+    SendPage page{source, *this, prompts, Exchange(), Places()};
     WindowDirectory::Registration window = directory.Register(
         TitleOf(Window::kBatchSend), [this](auto& message) { page.Handle(message); });
 };
@@ -98,13 +85,13 @@ TEST_F(SendPageTest, PlansAroundPlayersThatAreAbsentOrFullAndSendsWhatIsLeftLate
     Enter();
     EXPECT_EQ(Fate(0, 0), PlannedFate::kUnreachable);
     EXPECT_EQ(Fate(1, 1), PlannedFate::kDoesNotFit);
-    EXPECT_THAT(page.SummaryText(), HasSubstr("1 players cannot be reached"));
+    EXPECT_EQ(page.SummaryText(), "1 players have too little room. 1 players cannot be reached.");
     Fault(0, "");
     page.Start();
     AwaitEnd();
-    EXPECT_EQ(page.SummaryText(),
-              "1 OK, 1 failed: " + FormatIpv4(network.Player(1)) + " (Small disk surplus).");
-    EXPECT_THAT(Proofs(), ElementsAre("2 confirmed", "nothing to compare"));
+    EXPECT_EQ(page.SummaryText(), "1 OK, 1 failed: " + Ip(1) + " (Small disk surplus).");
+    EXPECT_THAT(Proofs(), ElementsAre("2 confirmed; the settings before the run are not known",
+                                      "nothing to compare"));
     Player(1).ChangeState([](auto& state) { state.diskMebibytes = 100; });
     page.SendFailed();
     page.SendFailed();  // a second press
@@ -124,6 +111,7 @@ TEST_F(SendPageTest, StartsWhileItPlansUnlessPlayersHaveToTellWhatTheyHave) {
     page.SkipPresent(false);
     page.Start();
     EXPECT_TRUE(page.IsRunning());
+    EXPECT_EQ(Fate(1, 1), PlannedFate::kNotAsked);
     page.Leave();
     EXPECT_EQ(page.Phase(), SendPhase::kIdle);
     Fault(1, "");
@@ -131,6 +119,85 @@ TEST_F(SendPageTest, StartsWhileItPlansUnlessPlayersHaveToTellWhatTheyHave) {
     page.SendFailed();
     AwaitEnd();
     EXPECT_THAT(Proofs(), ElementsAre("2 confirmed", "2 confirmed"));
+}
+
+TEST_F(SendPageTest, SaysThatSettingsBeforeARunAreNotKnown) {
+    page.Enter(set);
+    page.Start();
+    AwaitEnd();
+    const std::string unknown = "2 confirmed; the settings before the run are not known";
+    EXPECT_THAT(Proofs(), ElementsAre(unknown, unknown));
+    page.Start();
+    AwaitEnd();
+    EXPECT_THAT(Proofs(), ElementsAre("2 confirmed", "2 confirmed"));
+}
+
+TEST_F(SendPageTest, BeginsAnewWhatWasStoppedAndNothingElse) {
+    Enter();
+    page.Start();
+    page.Stop();
+    EXPECT_TRUE(page.MayContinue() && page.StartsAnew());
+    page.SendFailed();
+    page.Stop();
+    EXPECT_TRUE(page.MayContinue() && !page.StartsAnew());
+}
+
+TEST_F(SendPageTest, SendsNamesOfCategoriesAgainThatHaveNotArrived) {
+    const auto names = ReadCategoryNames(Player(0).State().controlProtocol);
+    folder.Write("types.json", VideoTypeDocument(*names));
+    Enter();
+    Fault(1, "unsupported=1");
+    page.Start();
+    AwaitEnd();
+    EXPECT_EQ(page.SummaryText(), "1 OK, 1 failed: " + Ip(1) +
+                                      " (names of categories: The player does not support this).");
+    Fault(1, "");
+    page.SendFailed();
+    ASSERT_EQ(page.Rows().size(), 1U);
+    EXPECT_THAT(page.Rows()[0].player.videos, IsEmpty());
+    AwaitEnd();
+    EXPECT_EQ(page.SummaryText(), "1 OK.");
+    EXPECT_FALSE(page.MaySendFailed());
+}
+
+TEST_F(SendPageTest, SaysThatTheLatestJournalCannotBeRead) {
+    folder.Write("runs/99999999-000000-000.jsonl", "{\"event\"");
+    Enter();
+    EXPECT_THAT(page.SummaryText(), StartsWith("The latest journal cannot be read. To be sent: "));
+    EXPECT_FALSE(page.MaySendFailed() || page.MayExport());
+    page.Leave();
+    const UploadPlayer earlier{page.Rows()[1].player.target, {{"gone.mp4", "gone.mp4", 0}}};
+    JournalWriter(folder / "runs", {earlier},
+                  [] { return std::chrono::system_clock::time_point(); });
+    SendPage again(source, *this, prompts, Exchange(), Places());
+    again.Enter({});
+    EXPECT_EQ(again.SummaryText(),
+              "The latest journal cannot be read. What can be sent again and exported is that of "
+              "an earlier run, of 1970-01-01T00:00:00Z.");
+    EXPECT_TRUE(again.MaySendFailed() && again.MayExport());
+}
+
+TEST_F(SendPageTest, SendsAgainWhatFailedWithoutAJournal) {
+    folder.Write("runs", "no folder");
+    Enter();
+    Player(0).ChangeState([](auto& state) { state.diskMebibytes = 0; });
+    Fault(1, "withhold=0");
+    page.Start();
+    const SendPair& inFlight = page.Batch().PairAt(1, 0);
+    EXPECT_TRUE(loop.RunUntil([&] { return inFlight.outcome == SendOutcome::kUnderWay; },
+                              std::chrono::seconds(20)));
+    EXPECT_THAT(page.SummaryText(), StartsWith("The journal cannot be written: "));
+    page.Stop();
+    page.Leave();
+    Fault(1, "");
+    Enter();
+    page.Export(folder / "runs.csv");
+    EXPECT_THAT(folder.Read("runs.csv"), HasSubstr("a.mp4,0,5,failed"));
+    page.SendFailed();
+    EXPECT_EQ(page.Rows()[0].player.target.ip, Ip(1));
+    AwaitEnd();
+    EXPECT_THAT(page.SummaryText(),
+                EndsWith("1 OK, 1 failed: " + Ip(0) + " (Small disk surplus)."));
 }
 
 TEST_F(SendPageTest, TellsWhichSettingsHaveChangedAndKeepsThemAsTheyWere) {
@@ -143,8 +210,17 @@ TEST_F(SendPageTest, TellsWhichSettingsHaveChangedAndKeepsThemAsTheyWere) {
     AwaitEnd();
     EXPECT_THAT(Proofs()[0], HasSubstr("settings have changed besides the names of categories"));
     EXPECT_EQ(Proofs()[1], "2 confirmed");
-    const auto journal = JournalsIn(folder / "runs").front();
-    EXPECT_EQ(*ReadFile(BesideJournal(journal, FormatIpv4(network.Player(0)) + ".json")), before);
+    const auto kept = [&] {
+        return *ReadFile(BesideJournal(JournalsIn(folder / "runs").front(), Ip(0) + ".json"));
+    };
+    EXPECT_EQ(kept(), before);
+    page.Prove();
+    Await(SendPhase::kIdle);
+    EXPECT_THAT(Proofs()[0], HasSubstr("settings have changed besides the names of categories"));
+    page.Start();
+    AwaitEnd();
+    EXPECT_EQ(Proofs()[0], "2 confirmed");
+    EXPECT_EQ(kept(), Player(0).State().controlProtocol);
 }
 
 TEST_F(SendPageTest, SaysWhatIsNotAsItWasSent) {

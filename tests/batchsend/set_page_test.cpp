@@ -88,9 +88,10 @@ struct SetPages : testing::Test, ExchangeBench, SetPageView {
             listed += fmt::format("{}@{} ", video.Name(), video.category);
         return listed;
     }
-    bool GoesOn() { return run->GoOn(names); }
+    bool GoesOn() { return run->GoOn(); }
 
     void SetChanged() override { changed(); }
+    void VideosChanged() override {}
     void PlayerChanged(std::size_t) override {}
     void ChooseVideo(std::uint32_t id) override { chosen = id; }
 
@@ -102,7 +103,6 @@ struct SetPages : testing::Test, ExchangeBench, SetPageView {
     JsonFile preferences{folder / "preferences.json"};
     FakeSource source;
     VideoSet set;
-    std::optional<CategoryNames> names;
     std::optional<std::uint32_t> chosen;
     std::function<void()> changed = [] {};
     std::optional<SetPageRun> run;
@@ -238,16 +238,60 @@ TEST_F(SetPages, KeepTheDocumentOfTheNamesWhereItIsNeeded) {
     Enter({Player(21)});
     EXPECT_FALSE(giveName("Konzert"));
     EXPECT_EQ(prompts.boxes.size(), 1U);
-    EXPECT_FALSE(names || std::filesystem::exists(types));
+    EXPECT_FALSE(std::filesystem::exists(types));
     Answers(21);
     EXPECT_TRUE(giveName("Konzert"));
-    EXPECT_EQ(names->at(1), "Live");
     const CategoryNames written = *ReadCategoryNames(*ReadFile(types));
     EXPECT_EQ(written[0] + written[1], "舞曲Konzert");
     EXPECT_TRUE(giveName("Live"));
     EXPECT_FALSE(std::filesystem::exists(types));
     run->WriteNames(true);
     EXPECT_TRUE(GoesOn() && std::filesystem::exists(types));
+}
+
+TEST_F(SetPages, GiveAllPlayersTheNamesOfOneOnlyAfterAYes) {
+    Enter({Player(21), Player(22)});
+    Answers(21),
+        Answers(22, 100, R"({"VideoType": [{"TypeName": "Dance"}, {"TypeName": "Rock"}]})");
+    EXPECT_TRUE(GoesOn() && !std::filesystem::exists(types));
+    std::array<CategoryAlias, kVideoCategories> aliases;
+    aliases[1].name = "Live";
+    run->SetAliases(aliases);
+    EXPECT_FALSE(GoesOn() || std::filesystem::exists(types));
+    prompts.answers = {true, true};
+    for (const std::size_t place : {0U, 1U}) {
+        run->Show(place);
+        EXPECT_TRUE(GoesOn());
+        const CategoryNames written = *ReadCategoryNames(*ReadFile(types));
+        EXPECT_EQ(written[0] + written[1], place == 0 ? "舞曲Live" : "DanceLive");
+    }
+    EXPECT_EQ(prompts.boxes.back(),
+              Question("The names of the categories are written to all players. Where you have "
+                       "given none, those of 192.168.1.22 replace those of the others:\n"
+                       "1 (192.168.1.21: 舞曲; 192.168.1.22: Dance)\nGo on all the same?"));
+}
+
+TEST_F(SetPages, KeepTheNumbersOfFoldersOpenUntilPlayersHaveToldTheirNames) {
+    for (const char* name : {"v/loose", "v/Live/x", "v/New/y"}) folder.Write(name, "");
+    Enter({Player(21)});
+    timers.Advance(5s);
+    Add({folder / "v"});
+    EXPECT_EQ(Listed(), "loose@0 x@1 y@2 ");
+    EXPECT_EQ(SlotText(*run, 1), "2?  Live");
+    EXPECT_THAT(TotalsText(*run), HasSubstr("wait for the players' names: 2"));
+    EXPECT_FALSE(GoesOn() || std::filesystem::exists(types));
+    prompts.boxes.clear();
+    run->Leave();
+    OpenWizard();
+    Enter({Player(21)});
+    Answers(21, 100,
+            R"({"VideoType": [{"TypeName": "a"}, {"TypeName": "Jazz"}, {"TypeName": "Live"}]})");
+    EXPECT_EQ(Listed(), "loose@0 x@2 y@3 ");
+    EXPECT_EQ(SlotText(*run, 1) + SlotText(*run, 3), "2  Jazz4  New");
+    ASSERT_EQ(prompts.boxes.size(), 1U);
+    EXPECT_THAT(prompts.boxes[0].text, HasSubstr("\nLive: 2 → 3\nNew: 3 → 4"));
+    EXPECT_TRUE(GoesOn());
+    EXPECT_EQ(ReadCategoryNames(*ReadFile(types))->at(1), "Jazz");
 }
 
 TEST_F(SetPages, ShowPlayersAndVideosWithWhatIsOdd) {

@@ -50,11 +50,13 @@ TEST_F(Figures, CountWhatHasBeenAcknowledgedAndTakeBackWhatIsNotSentToItsEnd) {
 }
 
 TEST_F(Figures, AreOfTheLastTenSeconds) {
-    EXPECT_EQ(SpeedText(figures, now), "");
+    EXPECT_EQ(PaceText(figures, 2, now), "");
+    EXPECT_EQ(PaceText(figures, 3, now), "No acknowledgement for 3 s");
     Take(Kind::kPlayerBegun, 0, 100), Take(Kind::kVideoBegun, 0, 100);
     now += 2s;
     Take(Kind::kAcknowledged, 0, 40);
-    EXPECT_EQ(SpeedText(figures, now), "20 B/s, 0:08 left");
+    EXPECT_EQ(PaceText(figures, 2, now), "20 B/s, 0:08 left");
+    EXPECT_EQ(PaceText(figures, 3, now), "20 B/s, no acknowledgement for 3 s");
     now += 8s;
     Take(Kind::kAcknowledged, 0, 50);
     EXPECT_EQ(figures.Speed(now), 5);

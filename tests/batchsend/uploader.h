@@ -1,20 +1,15 @@
 // A run over real links, with videos on a disk.
 #pragma once
 
-#include "base/window_titles.h"
 #include "batchsend/batch_run.h"
-#include "batchsend/chunk_reader.h"
 #include "batchsend/journal_writer.h"
-#include "exchange/plain_loop.h"
-#include "exchange/switchboard.h"
-#include "support/recording_prompts.h"
+#include "batchsend/sending_surroundings.h"
 
 namespace sontaro::test {
 
 /// The page without its window; keeps a journal of each run.
-struct Uploader : BatchView {
+struct Uploader : SendingSurroundings, BatchView {
     explicit Uploader(std::filesystem::path folder) : journals(std::move(folder)) {}
-    ~Uploader() override { directory.ShutDown(); }
 
     /// False when the run does not come to its end.
     bool Send(const std::vector<UploadPlayer>& players) {
@@ -28,21 +23,9 @@ struct Uploader : BatchView {
     void Heard(const UploadEvent& event) override { journal->Add(event); }
     void Pause(std::chrono::milliseconds) override {}
 
-    static constexpr const char* kMainWindow = "Upload";
-
     const std::filesystem::path journals;
-    PlainLoop loop;
-    WindowDirectory directory{loop};
-    RecordingPrompts prompts;
-    ThreadGroup threads;
-    ExchangeHub hub;
-    Switchboard switchboard{kMainWindow, {directory, threads, prompts}, hub};
-    WindowDirectory::Registration mainWindow =
-        directory.Register(kMainWindow, [this](auto& message) { switchboard.Handle(message); });
-    MainWindowChannel channel{directory, kMainWindow};
-    ChunkReader source{loop, threads};
     std::optional<JournalWriter> journal;
-    BatchRun run{source, *this, {channel, hub, loop}, journals / "none.json"};
+    BatchRun run{source, *this, Exchange(), journals / "none.json"};
     WindowDirectory::Registration page = directory.Register(
         TitleOf(Window::kBatchSend), [this](auto& message) { run.Handle(message); });
 };

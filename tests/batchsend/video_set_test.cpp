@@ -53,18 +53,45 @@ TEST_F(VideoSets, MoveRowsTogetherAndKeepTheirNumbers) {
     MoveVideosDown(videos, std::vector{ids[1], ids[2]});
     EXPECT_EQ(Order(), "dbca");
     EXPECT_EQ(videos.Find(ids[3])->path, "d");
+    videos.RemoveWithIds({ids[3], ids[1], 7});
+    EXPECT_EQ(Order(), "ca");
+    EXPECT_EQ(videos.Find(ids[0])->path, "a");
+    EXPECT_EQ(videos.Find(ids[1]), nullptr);
 }
 
 TEST_F(VideoSets, FindOrNameTheSlotOfAFolder) {
     CategoryNames names;
     names[0] = "舞曲", names[2] = "Live";
-    EXPECT_EQ(SlotNamed("Live", names, set), 2U);
-    EXPECT_EQ(SlotNamed("New", names, set), 1U);
-    EXPECT_EQ(NamesIn(set, names)[1], "New");
+    Add(set.players[0].videos, "a", 1, 1);
+    EXPECT_EQ(SlotNamed("Live", &names, set), 2U);
+    EXPECT_EQ(SlotNamed("New", &names, set), 3U) << "the second one has a video";
+    EXPECT_EQ(NamesIn(set, names)[3], "New");
     set.aliases[2].name = "Concerts";
-    EXPECT_EQ(SlotNamed("Live", names, set), 3U);
+    EXPECT_EQ(SlotNamed("Live", &names, set), 4U);
     names.fill("x");
-    EXPECT_EQ(SlotNamed("y", names, set), std::nullopt);
+    EXPECT_EQ(SlotNamed("y", &names, set), std::nullopt);
+}
+
+TEST_F(VideoSets, TakeProvisionalNamesToTheSlotsThatPlayersHaveForThem) {
+    for (const char* name : {"Rock", "Jazz", "New", "Odd"})
+        Add(set.videos, name, 1, *SlotNamed(name, nullptr, set));
+    set.videos[1].code = 70;
+    set.absent.Insert(0, {"192.168.1.23", 9000, "", set.videos});
+    CategoryNames names;
+    names.fill("x");
+    names[0] = "Jazz", names[1] = "Rock", names[2] = "";
+    EXPECT_THAT(SettleNames(set, names),
+                ElementsAre(SettledName{"Rock", 0, 1}, SettledName{"Jazz", 1, 0},
+                            SettledName{"New", 2, 2}, SettledName{"Odd", 3, std::nullopt}));
+    for (const auto& videos : {set.videos, set.absent[0].videos}) {
+        EXPECT_EQ(videos[0].category * 100 + videos[0].code, 101U);
+        EXPECT_EQ(videos[1].category * 100 + videos[1].code, 70U);
+        EXPECT_EQ(videos[2].category * 10 + videos[3].category, 23U);
+    }
+    std::array<CategoryAlias, kVideoCategories> aliases;
+    aliases[2].name = "New";
+    EXPECT_EQ(set.aliases, aliases);
+    EXPECT_THAT(SettleNames(set, names), testing::IsEmpty());
 }
 
 TEST_F(VideoSets, TellWhatCannotBeSent) {
@@ -96,7 +123,7 @@ TEST_F(VideoSets, AreSavedAndOpenedAgainAndStayWhenAFileIsNoneOfTheirs) {
     set.videos[0].code = 65'535;
     set.videos[0].removesNumbers = set.skipsPresent = set.triesAgain = true;
     Add(set.players[1].videos, "b.mp4", SetVideo::kUnknownSize);
-    set.aliases[63].name = "舞曲";
+    set.aliases[63] = {"舞曲", true};
     SaveVideoSet(set, folder / "a.json", prompts);
     VideoSet opened;
     EXPECT_TRUE(OpenVideoSet(opened, folder / "a.json", prompts));

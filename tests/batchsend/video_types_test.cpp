@@ -27,19 +27,17 @@ struct VideoTypes : testing::Test {
     std::optional<CategoryNames> players;
 };
 
-TEST_F(VideoTypes, AreWrittenForAnotherNameUnlessThatWouldTakeNamesAway) {
-    EXPECT_EQ(Keep(), VideoTypeFile::kRemoved);
-    EXPECT_EQ(Keep(true), VideoTypeFile::kWritten);
-    set.aliases[0].name = "舞曲";
+TEST_F(VideoTypes, AreWrittenWhenWantedUnlessThatWouldTakeNamesAway) {
     EXPECT_EQ(Keep(), VideoTypeFile::kRemoved);
     set.aliases[1].name = "New";
-    EXPECT_EQ(Keep(), VideoTypeFile::kWritten);
+    EXPECT_EQ(Keep(true), VideoTypeFile::kWritten);
     const auto json = ParseJson(folder.Read("Videos/types.json"));
     EXPECT_THAT(json->getMemberNames(), ElementsAre("VideoType"));
     EXPECT_THAT((*json)["VideoType"][63].getMemberNames(), ElementsAre("TypeName"));
     EXPECT_EQ(*ReadCategoryNames(folder.Read("Videos/types.json")), NamesIn(set, *players));
+    EXPECT_EQ(Keep(), VideoTypeFile::kRemoved);
     players.reset();
-    EXPECT_EQ(Keep(), VideoTypeFile::kNamesUnknown);
+    EXPECT_EQ(Keep(true), VideoTypeFile::kNamesUnknown);
 }
 
 TEST_F(VideoTypes, AreNoDifferenceAnythingElseIs) {

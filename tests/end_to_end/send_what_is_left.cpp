@@ -42,11 +42,11 @@ int main() {
     const std::vector<std::string> arguments = ProgramArguments();
     if (arguments.size() < 3) return 2;
     const std::filesystem::path journals = PathOfText(arguments[0]);
-    const auto last = LastJournal(journals);
+    const auto last = LatestJournalIn(journals).journal;
     const auto left = last ? FailedIn(*last) : Everything(arguments);
     if (left.empty()) return 0;
     test::Uploader(journals).Send(left);
-    const RunJournal journal = *LastJournal(journals);
+    const RunJournal journal = *LatestJournalIn(journals).journal;
     Tell(journal);
     return FailedIn(journal).empty() ? 0 : 3;
 }

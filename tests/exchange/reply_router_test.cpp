@@ -208,8 +208,10 @@ TEST_F(Routing, RefusalsAndAcknowledgementsAreToldToWhoAskedThenInABox) {
     Open({kUart, kVideo});
     for (const auto& [command, selector, outcome] : outcomes)
         EXPECT_EQ(Route(command, selector), outcome);
-    Open({kTimeline});
-    EXPECT_EQ(Route(0x83, 1), "PlayerTimeControl 617 0; ") << "an empty document has been read";
+    for (const LocalText& reader : {kTimeline, kSetParam}) {
+        Open({reader});
+        EXPECT_EQ(Route(0x83, 1), reader.english + std::string(" 617 0; ")) << "it has been read";
+    }
     Open(kAllWindows);
     for (const unsigned unsupported : {0xC3U, 0x03U, 0x43U, 0x80U, 0xFBU})
         EXPECT_EQ(

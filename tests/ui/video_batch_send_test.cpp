@@ -1,4 +1,5 @@
 #include <wx/checkbox.h>
+#include <wx/dcclient.h>
 
 #include "base/file.h"
 #include "batchsend/journal_writer.h"
@@ -108,6 +109,21 @@ TEST_F(VideoBatchSend, GoesOnWithWhatWasStoppedAndSendsAgainWhatFailed) {
     });
 }
 
+TEST_F(VideoBatchSend, TellsInFullWhatFailed) {
+    RunPage([&] {
+        AwaitPlan();
+        Fault(0, "not-supported"), Fault(1, "not-supported");
+        Press(dialog, kSendStart);
+        AwaitSummary("0 OK, 2 failed: ");
+        PumpUntil([&] { return Enabled(kSendProve); });
+        Settle();
+        auto* summary = Find<wxStaticText>(dialog, kSendSummary);
+        const wxSize size = wxClientDC(summary).GetMultiLineTextExtent(summary->GetLabelText());
+        EXPECT_LE(size.x, summary->GetSize().x) << FromWx(summary->GetLabelText());
+        EXPECT_LE(size.y, summary->GetSize().y);
+    });
+}
+
 TEST_F(VideoBatchSend, EndsByForceWhileItSends) {
     RunPage([&] {
         AwaitPlan();
@@ -118,8 +134,7 @@ TEST_F(VideoBatchSend, EndsByForceWhileItSends) {
         dialog = nullptr;
     });
     EXPECT_TRUE(PumpUntil([&] { return !window; }));
-    const auto last = LastJournal(folder / "Uploads");
-    EXPECT_THAT(FailedIn(*last), SizeIs(2));
+    EXPECT_THAT(FailedIn(*LatestJournalIn(folder / "Uploads").journal), SizeIs(2));
 }
 
 }  // namespace

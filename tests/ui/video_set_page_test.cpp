@@ -1,6 +1,7 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/dnd.h>
+#include <wx/srchctrl.h>
 
 #include "ui/video_set_support.h"
 
@@ -99,6 +100,31 @@ TEST_F(VideoSetPage, TakesFilesAndGivesThemWhatIsChosenBelow) {
         AwaitVideos(2);
         EXPECT_TRUE(PumpUntil([&] { return Says(dialog, "Videos for every player: 2 (0 B)"); }));
         EXPECT_FALSE(dialog->FindWindow(kSetGiveUp)->IsShown());
+    });
+}
+
+TEST_F(VideoSetPage, TakesACodeFigureByFigureWhateverTheFilterLeaves) {
+    prompts.files = {folder.Write("a.mp4", ""), folder.Write("b.mp4", "")};
+    Run([&] {
+        AwaitAnswers();
+        Press(dialog, kSetAddFiles);
+        AwaitVideos(2);
+        auto* code = Find<wxTextCtrl>(dialog, kSetCode);
+        const auto type = [&](const char* text) {
+            code->SetFocus();
+            code->SelectAll();
+            Settle();
+            wxUIActionSimulator().Text(text);
+            Settle();
+        };
+        Grid(kSetVideos).SelectAll();
+        Settle();
+        type("54321");
+        Find<wxSearchCtrl>(dialog, kSetFilter)->SetValue("54321");
+        KeyIn(kSetVideos, WXK_HOME), Key(WXK_DOWN), Key(WXK_UP);
+        type("12");
+        EXPECT_EQ(Video(0), "a.mp4|1  迪斯科|12");
+        EXPECT_EQ(Video(1), "b.mp4|1  迪斯科|54321");
     });
 }
 

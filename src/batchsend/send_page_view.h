@@ -1,0 +1,36 @@
+// What the last page's procedure asks of its window, and where it keeps what it knows.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+
+#include "batchsend/journal_writer.h"
+#include "batchsend/upload_figures.h"
+
+namespace sontaro {
+
+class SendPageView {
+   public:
+    virtual ~SendPageView() = default;
+    /// Other players or videos are shown.
+    virtual void BatchChanged() = 0;
+    /// What is told of the run's player at that place has changed.
+    virtual void PlayerChanged(std::size_t player) = 0;
+    /// What is told of the batch's video at that place has changed.
+    virtual void VideoChanged(std::size_t video) = 0;
+    /// What may be pressed, a line or a figure has changed.
+    virtual void StateChanged() = 0;
+    /// Blocks the thread for so long.
+    virtual void Pause(std::chrono::milliseconds time) = 0;
+};
+
+/// Where the page keeps what it knows, and what it reads time from.
+struct SendPlaces {
+    std::filesystem::path journals;              ///< a folder
+    std::filesystem::path videoTypeFile;         ///< which need not exist
+    std::function<UploadFigures::Time()> clock;  ///< never goes back
+    JournalWriter::Clock wallClock;
+};
+
+}  // namespace sontaro
