@@ -118,10 +118,13 @@ Result<std::optional<BackupManifest>> FlatBackup::Recover(const fs::path& folder
 
 std::string FlatBackup::FolderIn(const std::optional<BackupManifest>& before,
                                  const VenuePlayer& player) {
-    if (before)
-        for (const ManifestPlayer& entry : before->players)
-            if (entry.player.id == player.id && entry.player.mac == player.mac) return entry.folder;
-    return FolderNameOf({player.id, ""});
+    bool isAnothers = false;
+    for (const ManifestPlayer& entry : before ? before->players : std::vector<ManifestPlayer>()) {
+        if (entry.player.id != player.id) continue;
+        if (entry.player.mac == player.mac) return entry.folder;
+        isAnothers = true;
+    }
+    return FolderNameOf({player.id, isAnothers ? player.mac : ""});
 }
 
 Result<bool> FlatBackup::Replace(const fs::path& folder,

@@ -144,6 +144,10 @@ TEST_F(Backups, OfTwoPlayersWithOneIdAreHeldApart) {
     EXPECT_FALSE(Write(Flat(), {second, first}).isNew);
     EXPECT_EQ(Files(), before);
     EXPECT_EQ(Backup::Open(folder.Path())->PlayerWithId("A"), std::nullopt);
+    second.player.mac = "02:00:7F:00:00:04";
+    Write(Flat(), {second});  // who comes alone, and for the first time, gets nobody's folder
+    EXPECT_EQ(folder.Read("A/osd.json"), "{}");
+    EXPECT_EQ(folder.Read("A@02007F000004/osd.json"), "{ }");
 }
 
 TEST_F(Backups, RemoveOfKilledRunsOnlyWhatIsCertainlyTheirs) {
