@@ -196,7 +196,7 @@ BlockPlan PlanParts(const SettingsBlockKind& kind, const std::string& wanted,
 }
 
 bool IsRead(const BlockReading* reading) {
-    return reading && reading->outcome == BlockReading::Outcome::kRead;
+    return reading != nullptr && reading->outcome == BlockReading::Outcome::kRead;
 }
 
 }  // namespace
