@@ -47,12 +47,16 @@ Request ReadRequest(const SettingsBlockKind& kind) {
 
 }  // namespace
 
-Answered<BlockDocument> ReadBlock(Session& session, const SettingsBlockKind& kind) {
-    return AskFor(session, ReadRequest(kind), [&](const WindowMessage& answer) {
-        return std::optional<BlockDocument>(std::in_place, kind,
-                                            std::string(AsText(PayloadOf(answer))),
-                                            BlockDocument::Source::kPlayer);
+Answered<std::string> ReadBlockText(Session& session, const SettingsBlockKind& kind) {
+    return AskFor(session, ReadRequest(kind), [](const WindowMessage& answer) {
+        return std::optional(std::string(AsText(PayloadOf(answer))));
     });
+}
+
+Answered<BlockDocument> ReadBlock(Session& session, const SettingsBlockKind& kind) {
+    Answered<std::string> text = ReadBlockText(session, kind);
+    if (!text) return text.HowItEnded();
+    return BlockDocument(kind, std::move(*text), BlockDocument::Source::kPlayer);
 }
 
 /// Without a text it would be a question.

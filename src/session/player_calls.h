@@ -14,6 +14,8 @@ namespace sontaro {
 
 // Settings
 
+/// The exact text of the block as the player holds it, which nobody looks at.
+Answered<std::string> ReadBlockText(Session& session, const SettingsBlockKind& kind);
 /// The block as the player holds it. A document that is of no use is an answer, too.
 Answered<BlockDocument> ReadBlock(Session& session, const SettingsBlockKind& kind);
 

@@ -240,9 +240,9 @@ void SessionLinks::PassOn(const Reply& reply) {
     }
 }
 
-void SessionLinks::Close(const Endpoint& endpoint) {
-    const Player* player = Find(endpoint);
-    if (player && player->connection) End(player->connection->Number(), LinkTrouble::kClosed);
+void SessionLinks::Close(const Endpoint& player) {
+    const Player* found = Find(player);
+    if (found && found->connection) End(found->connection->Number(), LinkTrouble::kClosed);
 }
 
 void SessionLinks::CloseWhenSent() {
@@ -255,20 +255,20 @@ void SessionLinks::CloseWhenSent() {
     }
 }
 
-bool SessionLinks::HasSentAll(const Endpoint& endpoint) const {
-    const Player* player = Find(endpoint);
-    return !player || !player->connection || player->connection->HasSentAll();
+bool SessionLinks::HasSentAll(const Endpoint& player) const {
+    const Player* found = Find(player);
+    return found == nullptr || !found->connection || found->connection->HasSentAll();
 }
 
-bool SessionLinks::IsConnected(const Endpoint& endpoint) const {
-    const Player* player = Find(endpoint);
-    return player && player->connection;
+bool SessionLinks::IsConnected(const Endpoint& player) const {
+    const Player* found = Find(player);
+    return found != nullptr && found->connection != nullptr;
 }
 
-LinkTrouble SessionLinks::TroubleWith(const Endpoint& endpoint) const {
-    const Player* player = Find(endpoint);
-    if (!player) return LinkTrouble::kNone;
-    return player->connection ? LinkTrouble::kNone : player->trouble;
+LinkTrouble SessionLinks::TroubleWith(const Endpoint& player) const {
+    const Player* found = Find(player);
+    if (!found || found->connection) return LinkTrouble::kNone;
+    return found->trouble;
 }
 
 }  // namespace sontaro

@@ -43,7 +43,7 @@ class SessionLinks : public PlayerChannel {
     /// Queues a packet; 10 MiB may wait. Without a packet every connection is closed once what is
     /// queued has gone out, within a second each; their ends are told later. A player that
     /// something else has is `kNoSlot`.
-    Sending Send(const Target& player, const SharedPacket& packet, Boxes boxes) override;
+    Sending Send(const Target& target, const SharedPacket& packet, Boxes boxes) override;
 
     /// Ends the connection at once, and tells so; what waits is not sent.
     void Close(const Endpoint& player);

@@ -21,6 +21,7 @@ struct Asked : testing::Test {
     Asked() {
         simulator::PlayerOptions options;
         options.address = network.Player(0);
+        options.pacing.spacing = 0ms;
         options.restartTime = 1ms;
         options.state.mode = 2;
         player = std::make_unique<SimulatedPlayer>(options);
@@ -69,6 +70,7 @@ TEST_F(Asked, EveryBlockIsReadAsItIsWrittenAndHeldAsItIsRead) {
         const auto again = ReadBlock(*session, kind);
         ASSERT_TRUE(again);
         EXPECT_EQ(again->Text(), read->Text());
+        EXPECT_EQ(*ReadBlockText(*session, kind), read->Text());
         EXPECT_EQ(again->RowsByPath().at(path).row.value, read->RowsByPath().at(path).row.value);
         EXPECT_THAT(DifferencesBetween(*read, *again), IsEmpty());
     }
