@@ -32,5 +32,7 @@ void SaveWallFile(const SplitDocument& document, const std::filesystem::path& pa
 /// Takes such a file for the same set of screens, and says so when not all of its advanced settings
 /// fit; or says what is wrong with it and changes nothing.
 bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Prompts& prompts);
+/// The same for a document that one of the players held earlier.
+bool OpenEarlierWall(SplitDocument& document, std::string_view text, Prompts& prompts);
 
 }  // namespace sontaro

@@ -130,6 +130,7 @@ void TimelineRun::ReadFailed(const Ended& ended) {
 /// take their time: the window may have sent something else meanwhile.
 void TimelineRun::TakeTimeline(std::string_view text) {
     answered_ = true;
+    held_.Learn(text);
     Result<TimelineContent> content =
         text.empty() ? TimelineContent() : document_.Read(text, TimelineSource::kPlayer);
     known_ = content.ok();
@@ -179,6 +180,7 @@ void TimelineRun::Save() {
     const auto text = std::make_shared<const std::string>(document_.Write());
     const TimelineDocument::State state = document_.CurrentState();
     Enter(State::kSent);
+    held_.GiveUp();
     talk_.Ask(WaitOn(WriteSettings(kBlockPlayerTimeline, *text)),
               [this, text, state](const Ended& ended) { SendEnded(text, state, ended); });
 }
@@ -186,6 +188,7 @@ void TimelineRun::Save() {
 void TimelineRun::SendEnded(const std::shared_ptr<const std::string>& sent,
                             TimelineDocument::State state, const Ended& ended) {
     waited_ = {};
+    held_.SendingEnded(ended.how, *sent);
     reason_ = ended.reason;
     switch (ended.how) {
         case End::kReply: break;
@@ -210,6 +213,7 @@ void TimelineRun::Compare(const std::string& sent, const Ended& ended) {
     if (ended.how == End::kCancelled) return;
     if (ended.how != End::kReply) return Settle(State::kUncompared);
     const std::string_view held = AsText(PayloadOf(*ended.reply));
+    held_.Learn(held);
     difference_ = {};
     if (held == sent) return Settle(State::kEqual);
     NameTable names;
@@ -226,6 +230,16 @@ void TimelineRun::OpenFile(const std::filesystem::path& path) {
     const Status taken =
         text ? document_.Take(*text, TimelineSource::kFile) : Error{Localized(kFileUnreadable)};
     if (!taken) return TellFileRefused(path, taken.reason(), prompts_);
+    FileTaken();
+}
+
+void TimelineRun::OpenEarlier(const std::string& text) {
+    if (!document_.Take(text, TimelineSource::kFile))
+        return prompts_.Warn(Localized(kEarlierUnusable));
+    FileTaken();
+}
+
+void TimelineRun::FileTaken() {
     opened_ = true;
     view_.ShowNodes();
     Changed();
