@@ -33,10 +33,9 @@ std::string ListOf(const BlockComparison& comparison) {
 
 std::optional<Failure> WriteWithProof(const Surroundings& surroundings, Session& session,
                                       const DeviceRecord& player, const BlockWrite& write) {
-    VenuePlayer keeper = VenuePlayerOf(player);
-    if (keeper.id.empty()) keeper.id = player.ip;  // it has not said who it is
     EarlierDocuments earlier(EarlierDocumentsFolder(surroundings.data));
-    if (const Status kept = earlier.Keep(keeper, write.kind, write.present); !kept)
+    if (const Status kept = earlier.Keep(OwnerOfDocuments(player), write.kind, write.present);
+        !kept)
         return FailureOf("not-kept", fmt::sprintf(Localized(kNotKept), kept.reason()),
                          write.kind.name);
     const SessionEnd written = WriteBlock(session, write.kind, write.text, write.restart);

@@ -183,6 +183,12 @@ Result<BlockComparison> EarlierDocuments::ChangesSince(const EarlierDocument& do
     return CompareTexts(kind, *text, later);
 }
 
+VenuePlayer OwnerOfDocuments(const DeviceRecord& player) {
+    VenuePlayer owner = VenuePlayerOf(player);
+    if (owner.id.empty()) owner.id = player.ip;
+    return owner;
+}
+
 fs::path EarlierDocumentsFolder(const fs::path& data) { return data / "earlier"; }
 
 }  // namespace sontaro

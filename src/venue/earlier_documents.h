@@ -58,6 +58,9 @@ class EarlierDocuments {
     std::uint64_t mostBytes_;
 };
 
+/// By whom documents are kept: a player that has not said who it is has its address for a name.
+[[nodiscard]] VenuePlayer OwnerOfDocuments(const DeviceRecord& player);
+
 /// Where the user's earlier documents are in a data folder.
 [[nodiscard]] std::filesystem::path EarlierDocumentsFolder(const std::filesystem::path& data);
 
