@@ -23,6 +23,7 @@
 #include "support/recording_prompts.h"
 #include "support/temporary_folder.h"
 #include "support/test_network.h"
+#include "venue/document_keeper.h"
 #include "widgets/ui_gate.h"
 #include "widgets/wx_text.h"
 
@@ -167,7 +168,9 @@ class UiTest : public testing::Test {
     JsonFile preferences{folder / "preferences.json"};
     DeviceRemarks remarks{folder / "remarks.json"};
     ExchangeHub hub;
-    UiServices services{{directory, threads, prompts}, hub, gate, preferences, folder.Path()};
+    DocumentKeeper documents{folder / "earlier", gate, threads};
+    UiServices services{
+        {directory, threads, prompts}, hub, gate, preferences, documents, folder.Path()};
 };
 
 /// Dialogs of features over a real main window, with a player that is simulated.
