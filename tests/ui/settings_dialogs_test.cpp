@@ -147,6 +147,7 @@ TEST_F(SettingsWindows, OpenWhatThePlayerHeldEarlierAsAStepThatIsUndone) {
         Press(dialog, wxID_OK);
         Reply(Window::kCave, MessageId::kCave, "", 1);
         Earlier(dialog, [&](wxDialog* earlier) {
+            EXPECT_EQ(Find<wxGrid>(earlier, kEarlierGrid)->GetNumberRows(), 1);
             EXPECT_THAT(Cell(earlier, kEarlierGrid, 0, 2),
                         testing::HasSubstr("波特率: 9600 → 19200"));
             EXPECT_EQ(Cell(earlier, kLaterChangesGrid, 0, 1), "9600");
