@@ -118,7 +118,7 @@ TEST_F(Procedure, GivesAwayNothingThatItDoesNotKnowThePlayerToHold) {
     run.Read();
     channel.refusal.reset();
     OpenFileWith("a"), Log();
-    prompts.answers = {true};
+    prompts.answers = {true, true};
     run.Save();
     EXPECT_EQ(Log(), "send 1a; ");
     LoseLink();
