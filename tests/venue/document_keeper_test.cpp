@@ -35,8 +35,8 @@ struct WindowsDocuments : testing::Test {
         EXPECT_TRUE(ui.PumpUntil([&] { return listed.has_value(); }));
         return *listed;
     }
-    static std::string Overlay(int speed) {
-        return With(FactoryText("osd"), "data/0/speed", speed);
+    static std::string Overlay(int percent) {
+        return With(FactoryText("osd"), "data/0/transparent", percent);
     }
     static std::vector<std::string> Cells(const TableModel& table, std::size_t row) {
         std::vector<std::string> cells;
@@ -57,7 +57,7 @@ struct WindowsDocuments : testing::Test {
 
 TEST_F(WindowsDocuments, AreListedTheLatestFirstWithWhatWasChangedAfterEach) {
     EXPECT_THAT(List(), IsEmpty());
-    for (const int speed : {1, 2, 1}) keeping->Keep(device, Overlay(speed));
+    for (const int percent : {1, 2, 1}) keeping->Keep(device, Overlay(percent));
     keeping->Keep(Device("B"), Overlay(7));
     const auto states = List(Overlay(3));
     ASSERT_THAT(states, SizeIs(2)) << "equal ones are there once";
@@ -76,7 +76,7 @@ TEST_F(WindowsDocuments, AreListedTheLatestFirstWithWhatWasChangedAfterEach) {
 }
 
 TEST_F(WindowsDocuments, SayWhyThereIsNothingToCompare) {
-    for (const int speed : {1, 2}) keeping->Keep(device, Overlay(speed));
+    for (const int percent : {1, 2}) keeping->Keep(device, Overlay(percent));
     auto states = List();
     EXPECT_FALSE(states.at(0).changes);
     EXPECT_THAT(TextBesideChanges(states[0]), HasSubstr("has not been read"));
@@ -111,7 +111,7 @@ TEST_F(WindowsDocuments, AreToldToNobodyWhoHasGone) {
 }
 
 TEST_F(WindowsDocuments, AreOnTheDiskWhenTheProgramHasEnded) {
-    for (const int speed : {1, 2, 3}) keeping->Keep(device, Overlay(speed));
+    for (const int percent : {1, 2, 3}) keeping->Keep(device, Overlay(percent));
     keeper.reset();
     EXPECT_THAT(EarlierDocuments(folder / "earlier").List(OwnerOfDocuments(device), Kind("osd")),
                 SizeIs(3));
