@@ -92,12 +92,14 @@ SettingsRows CategoriesDialog::Rows() const {
         const std::string name = names ? names->at(slot) : "";
         const bool differs = run_.Heard().Differ(slot);
         const std::string number = std::to_string(slot + 1);
+        std::string caption = (differs ? kCautionMark : "") + number;
+        if (!name.empty()) caption.append("  ").append(name);
         group.rows.push_back(
-            {"Category/" + number, RowKind::kText,
-             (differs ? kCautionMark : "") + number + (name.empty() ? "" : "  ") + name,
-             aliases_.at(slot).name, HelpFor(slot)});
+            {"Category/" + number, RowKind::kText, caption, aliases_.at(slot).name, HelpFor(slot)});
     }
-    return {group};
+    SettingsRows rows;
+    rows.push_back(std::move(group));
+    return rows;
 }
 
 std::string CategoriesDialog::HelpFor(std::size_t slot) const {

@@ -11,6 +11,7 @@ namespace {
 
 constexpr LocalText kNoName = {"（无）", "(none)"};
 constexpr LocalText kBetween = {"；", "; "};
+constexpr LocalText kNext = {"、", ", "};
 constexpr LocalText kColon = {"：", ": "};
 
 }  // namespace
@@ -39,14 +40,13 @@ std::string HeardNames::SourceOf(std::optional<std::size_t> player) const {
 }
 
 bool HeardNames::HaveOthersThan(const std::array<CategoryAlias, kVideoCategories>& aliases) const {
-    const bool isKnown = Of(std::nullopt) != nullptr;
     for (std::size_t slot = 0; slot < kVideoCategories; ++slot) {
         const std::string& alias = aliases.at(slot).name;
         const auto isOther = [&](const std::string& address) {
             const auto names = names_.find(address);
-            return names != names_.end() && names->second.at(slot) != alias;
+            return names == names_.end() || names->second.at(slot) != alias;
         };
-        if (!alias.empty() && (!isKnown || std::ranges::any_of(addresses_, isOther))) return true;
+        if (!alias.empty() && std::ranges::any_of(addresses_, isOther)) return true;
     }
     return false;
 }
@@ -61,6 +61,13 @@ bool HeardNames::Differ(std::size_t slot) const {
         first = &name;
     }
     return false;
+}
+
+std::string HeardNames::Silent() const {
+    std::string silent;
+    for (const std::string& address : addresses_)
+        if (!names_.contains(address)) silent += (silent.empty() ? "" : Localized(kNext)) + address;
+    return silent;
 }
 
 std::string HeardNames::Told(std::size_t slot) const {

@@ -22,11 +22,13 @@ class HeardNames {
     /// Whose names those are; empty: nobody's.
     [[nodiscard]] std::string SourceOf(std::optional<std::size_t> player) const;
     /// Whether any of them calls a slot by another name than the user has given it, or may do so
-    /// as nobody has told names.
+    /// as it has not told its names.
     [[nodiscard]] bool HaveOthersThan(
         const std::array<CategoryAlias, kVideoCategories>& aliases) const;
     /// Whether players call a slot by different names.
     [[nodiscard]] bool Differ(std::size_t slot) const;
+    /// The addresses of those that have not told names, for the user; empty: there are none.
+    [[nodiscard]] std::string Silent() const;
     /// What each of them calls it, for the user.
     [[nodiscard]] std::string Told(std::size_t slot) const;
 

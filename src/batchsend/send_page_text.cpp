@@ -40,6 +40,7 @@ constexpr LocalText kEarlier = {"重新发送和导出使用的是更早的发�
 /// Why a row counts as failed, in a few words. With all videos there, it is the names of the
 /// categories that are not.
 std::string ReasonOf(const UploadRow& row) {
+    if (row.status == UploadStatus::kInProgress) return NoteText({UploadNote::Kind::kStopped});
     const std::string note = NoteText(row.note);
     const std::string reason =
         note.empty() || row.status == UploadStatus::kDiskTooSmall ? StatusText(row) : note;

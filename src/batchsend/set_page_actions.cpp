@@ -118,14 +118,14 @@ void CVideoSetParam::ShowState() {
 /// The keyboard does not stay where nothing can be pressed any more.
 void CVideoSetParam::EnableControls() {
     const wxWeakRef<wxWindow> focused = FindFocus();
-    const bool hadFocus = focused && IsDescendant(focused);
+    const bool hadFocus = focused != nullptr && IsDescendant(focused);
     const bool hasConcerned = !fieldsFor_.second.empty();
     const auto enable = [this](int id, bool may) { FindWindow(id)->Enable(may); };
     enable(kSetAskAgain, run_.MayAskAgain());
     for (const int id : {kSetRemove, kSetUp, kSetDown, kSetCode, kSetRemoveNumbers})
         enable(id, hasConcerned);
     FindWindow(kSetGiveUp)->Show(run_.IsSearching());
-    const bool isGone = !focused || !focused->IsThisEnabled() || !focused->IsShown();
+    const bool isGone = focused == nullptr || !focused->IsThisEnabled() || !focused->IsShown();
     if (hadFocus && isGone) videos_->Grid().GetGridWindow()->SetFocus();
 }
 

@@ -41,6 +41,9 @@ constexpr LocalText kReplaced = {
     "类别名称将写入所有播放器。未另外命名的类别都采用 %s 的名称，它会替换其他播放器中的名称：",
     "The names of the categories are written to all players. Where you have given none, those of "
     "%s replace those of the others:"};
+constexpr LocalText kUnknownReplaced = {
+    "类别名称（%s 的名称）也将写入以下播放器，它们目前的类别名称未知：%s。",
+    "The names, those of %s, are also written to players whose own ones are not known: %s."};
 constexpr LocalText kGoOn = {"仍要继续吗？", "Go on all the same?"};
 constexpr LocalText kOneSlot = {"%d（%s）", "%d (%s)"};
 constexpr LocalText kSettled = {
@@ -186,7 +189,7 @@ void SetPageRun::GiveUpSearch() {
 void SetPageRun::TakeFound() {
     const auto hasCategory = [](const FoundFile& file) { return !file.category.empty(); };
     const auto isReady = [&](const Found& found) {
-        return heard_.Of(shown_) || !inquiry_.IsAsking() ||
+        return heard_.Of(shown_) != nullptr || !inquiry_.IsAsking() ||
                std::ranges::none_of(found.files.files, hasCategory);
     };
     std::vector<Found> ready;
@@ -378,9 +381,15 @@ bool SetPageRun::MayReplaceNames() const {
     for (std::size_t slot = 0; slot < kVideoCategories; ++slot)
         if (set_.aliases.at(slot).name.empty() && heard_.Differ(slot))
             replaced.push_back(fmt::sprintf(Localized(kOneSlot), slot + 1, heard_.Told(slot)));
-    if (replaced.empty()) return true;
-    const std::string heading = fmt::sprintf(Localized(kReplaced), heard_.SourceOf(shown_));
-    return services_.prompts.Confirm(Listed(heading, replaced) + '\n' + Localized(kGoOn));
+    const std::string silent = heard_.Silent();
+    if (replaced.empty() && silent.empty()) return true;
+    const std::string source = heard_.SourceOf(shown_);
+    std::string question;
+    if (!replaced.empty())
+        question = Listed(fmt::sprintf(Localized(kReplaced), source), replaced) + '\n';
+    if (!silent.empty())
+        question += fmt::sprintf(Localized(kUnknownReplaced), source, silent) + '\n';
+    return services_.prompts.Confirm(question + Localized(kGoOn));
 }
 
 }  // namespace sontaro

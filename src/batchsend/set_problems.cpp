@@ -38,7 +38,7 @@ class Names {
    private:
     bool Add(std::size_t slot, const std::string& name) {
         const std::string key = std::to_string(slot) + '/' + name;
-        return !(forAll_ && forAll_->names_.contains(key)) && names_.insert(key).second;
+        return (forAll_ == nullptr || !forAll_->names_.contains(key)) && names_.insert(key).second;
     }
 
     const Names* const forAll_;

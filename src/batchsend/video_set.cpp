@@ -102,11 +102,11 @@ class Exchange {
 /// Has `change` see every video, those of absent players, too.
 void ForEachVideo(VideoSet& set, const std::function<void(SetVideo&)>& change) {
     const auto see = [&](Elements<SetVideo>& videos) {
-        for (std::size_t i = 0; i < videos.size(); ++i) change(videos[i]);
+        for (SetVideo& video : videos) change(video);
     };
     see(set.videos);
     for (auto* const players : {&set.players, &set.absent})
-        for (std::size_t i = 0; i < players->size(); ++i) see((*players)[i].videos);
+        for (SetPlayer& player : *players) see(player.videos);
 }
 
 using Slots = std::array<bool, kVideoCategories>;

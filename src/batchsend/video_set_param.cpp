@@ -56,7 +56,7 @@ constexpr LocalText kFolderTip = {"子文件夹的名称作为类别",
 constexpr LocalText kFilterHint = {"任意列中的文字", "Text in any column"};
 constexpr LocalText kNoVideos = {
     "还没有视频。按“添加文件”或“添加文件夹”，或从文件管理器拖到这里。",
-    "There are no videos yet. Press \"Add files\" or \"Add folder\", or drag some here."};
+    R"(There are no videos yet. Press "Add files" or "Add folder", or drag some here.)"};
 /// Takes files and folders of the system's file manager.
 class DropTarget : public wxFileDropTarget {
    public:

@@ -15,6 +15,7 @@ std::vector<std::filesystem::path> FilesOf(const VideoSet& set) {
     note(set.videos);
     for (const SetPlayer& player : set.players) note(player.videos);
     std::vector<std::filesystem::path> files;
+    files.reserve(paths.size());
     for (const std::string& path : paths) files.push_back(PathOfText(path));
     return files;
 }
@@ -24,16 +25,16 @@ void TakeFileSizes(VideoSet& set, const std::vector<std::filesystem::path>& file
     std::map<std::string, const Result<std::uint64_t>*> known;
     for (std::size_t i = 0; i < files.size(); ++i) known[TextOfPath(files[i])] = &sizes[i];
     const auto take = [&](Elements<SetVideo>& videos) {
-        for (std::size_t i = 0; i < videos.size(); ++i) {
-            const auto size = known.find(videos[i].path);
+        for (SetVideo& video : videos) {
+            const auto size = known.find(video.path);
             if (size == known.end()) continue;
             const bool isReadable = size->second->ok();
-            videos[i].trouble = isReadable ? "" : videos[i].path;
-            if (isReadable) videos[i].size = static_cast<std::int64_t>(**size->second);
+            video.trouble = isReadable ? "" : video.path;
+            if (isReadable) video.size = static_cast<std::int64_t>(**size->second);
         }
     };
     take(set.videos);
-    for (std::size_t i = 0; i < set.players.size(); ++i) take(set.players[i].videos);
+    for (SetPlayer& player : set.players) take(player.videos);
 }
 
 }  // namespace sontaro

@@ -19,6 +19,8 @@ class Elements {
     [[nodiscard]] std::size_t size() const { return records_.size(); }
     [[nodiscard]] Record& operator[](std::size_t place) { return records_[place]; }
     [[nodiscard]] const Record& operator[](std::size_t place) const { return records_[place]; }
+    [[nodiscard]] auto begin() { return records_.begin(); }
+    [[nodiscard]] auto end() { return records_.end(); }
     [[nodiscard]] auto begin() const { return records_.begin(); }
     [[nodiscard]] auto end() const { return records_.end(); }
     [[nodiscard]] std::uint32_t IdAt(std::size_t place) const { return ids_[place]; }

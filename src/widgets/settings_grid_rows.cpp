@@ -106,7 +106,7 @@ std::set<wxString> SettingsGridRows::FoldedGroups() const {
     for (auto at = GetIterator(wxPG_ITERATE_ALL); !at.AtEnd(); at.Next()) {
         const wxPGProperty* property = at.GetProperty();
         // One without rows says that it is not expanded.
-        const bool isFolded = property->HasFlag(wxPG_PROP_COLLAPSED);
+        const bool isFolded = property->HasFlag(wxPG_PROP_COLLAPSED) != 0;
         if (property->IsCategory() && isFolded) folded.insert(property->GetName());
     }
     return folded;

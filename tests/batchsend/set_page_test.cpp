@@ -271,6 +271,21 @@ TEST_F(SetPages, GiveAllPlayersTheNamesOfOneOnlyAfterAYes) {
                        "1 (192.168.1.21: 舞曲; 192.168.1.22: Dance)\nGo on all the same?"));
 }
 
+TEST_F(SetPages, WriteTheNamesForPlayersThatHaveNotToldTheirOwn) {
+    Enter({Player(21), Player(22)});
+    Answers(21);
+    timers.Advance(5s);
+    std::array<CategoryAlias, kVideoCategories> aliases;
+    aliases[0].name = "舞曲";
+    run->SetAliases(aliases);
+    EXPECT_FALSE(GoesOn() || std::filesystem::exists(types));
+    EXPECT_EQ(prompts.boxes.back(),
+              Question("The names, those of 192.168.1.21, are also written to players whose own "
+                       "ones are not known: 192.168.1.22.\nGo on all the same?"));
+    prompts.answers = {true};
+    EXPECT_TRUE(GoesOn() && std::filesystem::exists(types));
+}
+
 TEST_F(SetPages, KeepTheNumbersOfFoldersOpenUntilPlayersHaveToldTheirNames) {
     for (const char* name : {"v/loose", "v/Live/x", "v/New/y"}) folder.Write(name, "");
     Enter({Player(21)});
