@@ -2,6 +2,7 @@
 
 #include <fmt/printf.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "base/json.h"
@@ -86,6 +87,10 @@ Status BlockDocument::SetValue(const std::string& path, const std::string& value
 
 Status BlockDocument::Edit(const SettingsRow& row, const std::string& value) {
     if (row.kind == RowKind::kReadOnly) return Error{Localized(kReadOnly)};
+    // Where players describe a choice, it is the grid that offers nothing else.
+    const bool isOffered = std::ranges::find(row.choices, value) != row.choices.end();
+    if (kind_->describesItself && row.kind == RowKind::kChoice && !isOffered)
+        return Error{WhyNot(row, {})};
     const EditAnswer answer = document_->Edit({row.key, value});
     if (answer.outcome != EditAnswer::Outcome::kAccepted) return Error{WhyNot(row, answer)};
     return Done{};

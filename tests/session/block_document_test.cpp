@@ -31,7 +31,7 @@ std::string Set(BlockDocument& document, const std::string& path, const std::str
 }
 
 TEST(BlockDocument, KeepsTheTextOfThePlayerUntilAValueIsAnotherOne) {
-    const std::string text = R"({ "data":[{"osdEnable":1, "texts":["a"]}] })";
+    const std::string text = R"({ "data":[{"osdEnable":true, "texts":["a"]}] })";
     BlockDocument osd = Of("osd", text);
     EXPECT_EQ(Set(osd, "data/0/osdEnable", "1"), "=1");
     EXPECT_EQ(osd.Text(), text);
