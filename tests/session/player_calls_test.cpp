@@ -21,6 +21,7 @@ struct Asked : testing::Test {
     Asked() {
         simulator::PlayerOptions options;
         options.address = network.Player(0);
+        options.pacing.spacing = 0ms;
         options.restartTime = 1ms;
         options.state.mode = 2;
         player = std::make_unique<SimulatedPlayer>(options);

@@ -34,6 +34,7 @@ struct Talking : testing::Test {
     Talking() {
         simulator::PlayerOptions options;
         options.address = network.Player(0);
+        options.pacing.spacing = 0ms;
         player = std::make_unique<SimulatedPlayer>(options);
         EXPECT_TRUE(player->Start());
         session = OpenSession(player->Address(), {.stop = stop.get_token()});
@@ -145,6 +146,7 @@ TEST_F(Talking, SessionsOfManyPlayersRunBesideEachOther) {
     simulator::LineUpOptions options;
     options.count = 9;
     options.baseAddress = network.Player(0);
+    options.spacing = 0ms;
     simulator::PlayerGroup players(*simulator::LineUp(options));
     ASSERT_TRUE(players.Start());
     std::atomic<int> answers = 0;
