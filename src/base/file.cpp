@@ -26,12 +26,12 @@ Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
 }
 
 // Windows cannot replace a file for as long as anybody reads it, such as a virus scanner.
-Status MoveOver(const fs::path& from, const fs::path& to) {
+Status MoveOver(const fs::path& from, const fs::path& target) {
     constexpr int kAttempts = 20;
     constexpr std::chrono::milliseconds kPause{10};
     for (int attempt = 1;; ++attempt) {
         std::error_code error;
-        fs::rename(from, to, error);
+        fs::rename(from, target, error);
         if (!error) return Done{};
         if (error != std::errc::permission_denied || attempt == kAttempts)
             return Error{error.message()};

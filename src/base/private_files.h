@@ -16,7 +16,7 @@ namespace sontaro {
 /// is no such file.
 [[nodiscard]] Status WritePrivateFile(const std::filesystem::path& path, std::string_view bytes);
 
-/// Waits until the file is on its disk; on Linux with all else that was written there.
-[[nodiscard]] Status SyncWritten(const std::filesystem::path& file);
+/// Waits until the file at `path` is on its disk; on Linux with all else that was written there.
+[[nodiscard]] Status SyncWritten(const std::filesystem::path& path);
 
 }  // namespace sontaro

@@ -208,12 +208,12 @@ std::string WriteManifest(const BackupManifest& manifest) {
 Placed<BackupManifest> ReadManifest(std::string_view text) { return ManifestReader(text).Read(); }
 
 bool HoldTheSame(const BackupManifest& first, const BackupManifest& second) {
-    return std::ranges::equal(Sorted(first), Sorted(second),
-                              [](const auto& one, const auto& other) {
-                                  const ManifestPlayer& a = *std::get<2>(one);
-                                  const ManifestPlayer& b = *std::get<2>(other);
-                                  return a.player == b.player && a.blocks == b.blocks;
-                              });
+    return std::ranges::equal(
+        Sorted(first), Sorted(second), [](const auto& one, const auto& other) {
+            const ManifestPlayer& entry = *std::get<2>(one);
+            const ManifestPlayer& match = *std::get<2>(other);
+            return entry.player == match.player && entry.blocks == match.blocks;
+        });
 }
 
 }  // namespace sontaro

@@ -178,8 +178,8 @@ void BackupStore::RemoveLeftovers() {
         const fs::path mark = folder / backup_files::kUnfinished;
         if (!fs::exists(mark, error)) {
             if (fs::is_empty(folder, error)) fs::remove(folder, error);
-        } else if (Backup::OpenOwn(folder)) {
-            fs::remove(mark, error);
+        } else if (fs::exists(folder / kManifestName, error)) {
+            fs::remove(mark, error);  // it comes last, and goes first: all else is there
         } else {
             static_cast<void>(backup_files::RemoveBackup(folder));  // what is left is no backup
         }

@@ -95,9 +95,12 @@ std::optional<std::string> BackupWriter::Reserve(const VenuePlayer& player) {
         return std::ranges::find(manifest_.players, folder, &ManifestPlayer::folder) !=
                manifest_.players.end();
     };
+    const bool isThere = std::ranges::any_of(manifest_.players, [&](const ManifestPlayer& entry) {
+        return entry.player.id == player.id && entry.player.mac == player.mac;
+    });
     std::string folder = FlatBackup::FolderIn(before_, player);
     if (isTaken(folder)) folder = FolderNameOf({player.id, player.mac});
-    if (isTaken(folder)) return std::nullopt;
+    if (isThere || isTaken(folder)) return std::nullopt;
     manifest_.players.push_back({player, folder, {}});
     return folder;
 }

@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 
+#include "base/hex_command.h"
 #include "base/json.h"
 #include "session/block_document.h"
 #include "venue/document_leaves.h"
@@ -34,6 +35,14 @@ std::string Worded(const LocalText& text, const Values&... values) {
 std::string_view LastPart(std::string_view path) {
     const std::size_t slash = path.rfind('/');
     return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+/// Whether a value was taken; commands may have another spelling.
+bool IsTaken(const Json::Value& value, const Json::Value& taken) {
+    if (IsSameLeaf(value, taken)) return true;
+    if (!value.isString() || !taken.isString()) return false;
+    const auto command = NormalizedHexCommand(TextOf(value));
+    return command && command == NormalizedHexCommand(TextOf(taken));
 }
 
 /// Compares what stands in a document with what is read of it.
@@ -78,23 +87,23 @@ class BlockCheck {
             Add(Weight::kRemark, nullptr, path, Localized(kMissing));
     }
 
+    /// Of what describes a setting nothing is said: it is the player's affair.
     void CheckLeaf(const DocumentLeaf& leaf,
                    const std::map<std::string, const Json::Value*>& others) {
-        const auto other = others.find(leaf.path);
-        if (other != others.end()) {
-            if (IsSameLeaf(*leaf.value, *other->second)) return;
-            told_.insert(leaf.item.empty() ? leaf.path : leaf.item);
-            return Add(Weight::kFault, leaf.value, leaf.path,
+        const std::string& path = leaf.item.empty() ? leaf.path : leaf.item;
+        if (!leaf.item.empty() && !leaf.IsSelect()) return;
+        if (const auto other = others.find(leaf.path); other != others.end()) {
+            if (IsTaken(*leaf.value, *other->second)) return;
+            told_.insert(path);
+            return Add(Weight::kFault, leaf.value, path,
                        Worded(kNotTaken, LeafText(*other->second)));
         }
         const auto under = others.lower_bound(leaf.path + '/');
-        const bool isOther = under != others.end() && IsUnder(under->first, leaf.path);
-        if (isOther)
-            Add(Weight::kFault, leaf.value, leaf.path, Localized(kPassedOver));
-        else if (leaf.item.empty())
-            Add(Weight::kRemark, leaf.value, leaf.path, Localized(kUnknown));
-        else if (leaf.IsSelect())
-            Add(Weight::kFault, leaf.value, leaf.item, Localized(kPassedOver));
+        if (under != others.end() && IsUnder(under->first, leaf.path))
+            Add(Weight::kFault, leaf.value, path, Localized(kPassedOver));
+        else
+            Add(Weight::kRemark, leaf.value, path,
+                Localized(leaf.item.empty() ? kUnknown : kPassedOver));
     }
 
     void CheckRows(const BlockDocument& document) {

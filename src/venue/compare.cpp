@@ -136,7 +136,7 @@ BlockComparison OneSided(const BlockReading& reading, Sides sides, const BlockRe
 }
 
 bool IsRead(const BlockReading* reading) {
-    return reading && reading->outcome == BlockReading::Outcome::kRead;
+    return reading != nullptr && reading->outcome == BlockReading::Outcome::kRead;
 }
 
 template <class Documents>
@@ -239,7 +239,8 @@ Result<std::vector<PlayerComparison>> CompareWithVenue(const Backup& first,
         return Result<PlayerDocuments>(second[player]);
     });
     if (compared && !isWhole)
-        std::erase_if(*compared, [](const PlayerComparison& player) { return !player.second; });
+        std::erase_if(*compared,
+                      [](const PlayerComparison& player) { return player.second == nullptr; });
     return compared;
 }
 

@@ -28,7 +28,9 @@ struct PlayerComparison {
     const VenuePlayer* second = nullptr;       ///< absent: only the first side has it
     std::vector<BlockComparison> blocks = {};  ///< those that differ
 
-    [[nodiscard]] bool IsSame() const { return first && second && blocks.empty(); }
+    [[nodiscard]] bool IsSame() const {
+        return first != nullptr && second != nullptr && blocks.empty();
+    }
 };
 
 /// Most differences of a block that are listed.

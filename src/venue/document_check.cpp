@@ -142,7 +142,7 @@ class Check {
     DocumentCheck Run() {
         auto read = ReadJsonText(text_);
         const Trouble trouble = TroubleOf(read);
-        if (trouble && !block_ && ReadJournal(text_)) {
+        if (trouble && block_ == nullptr && ReadJournal(text_)) {
             check_.kind = FileKind::kJournal;
             CheckJournal(text_, findings_);
             return Finished({});
@@ -161,15 +161,16 @@ class Check {
         const std::size_t first = text_.find_first_not_of("\xEF\xBB\xBF \t\r\n");
         const bool isJson =
             first != std::string::npos && (text_[first] == '{' || text_[first] == '[');
-        return isJson || block_;
+        return isJson || block_ != nullptr;
     }
 
     void Look(const Json::Value& json) {
         const bool isObject = json.isObject();
         const FileKind own = isObject ? KindOfFormat(json["format"]) : FileKind::kUnknown;
-        const SettingsBlockKind* block =
-            block_ || !isObject || own != FileKind::kUnknown ? block_ : BlockOf(text_, json);
-        if (block) return LookAtBlock(*block, json);
+        const SettingsBlockKind* block = block_ != nullptr || !isObject || own != FileKind::kUnknown
+                                             ? block_
+                                             : BlockOf(text_, json);
+        if (block != nullptr) return LookAtBlock(*block, json);
         check_.kind = own;
         if (own == FileKind::kUnknown) return LookAtRemarks(json);
         if (own == FileKind::kManifest) trouble_ = TroubleOf(ReadManifest(text_));
@@ -190,7 +191,7 @@ class Check {
 
     void LookAtBlock(const SettingsBlockKind& block, const Json::Value& json) {
         const bool isTimeline = block.readBlock == kBlockPlayerTimeline;
-        const bool isAnyOfFour = block.describesItself && !block_;
+        const bool isAnyOfFour = block.describesItself && block_ == nullptr;
         check_.kind = FileKind::kSettings;
         if (isTimeline) check_.kind = FileKind::kTimeline;
         if (isAnyOfFour) check_.kind = FileKind::kOwnDescription;

@@ -101,9 +101,12 @@ std::vector<DocumentLeaf> LeavesOf(const SettingsBlockKind& kind, const Json::Va
     return leaves;
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): values hold values, which the reader limits
 bool IsSameLeaf(const Json::Value& first, const Json::Value& second) {
-    if (first == second) return true;
-    return first.isNumeric() && second.isNumeric() && first.asDouble() == second.asDouble();
+    if (first.isNumeric() && second.isNumeric())
+        return first == second || first.asDouble() == second.asDouble();
+    if (first.isArray() && second.isArray()) return std::ranges::equal(first, second, IsSameLeaf);
+    return first == second;
 }
 
 std::string LeafText(const Json::Value& value) {

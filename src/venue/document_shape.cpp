@@ -72,14 +72,14 @@ std::vector<std::string> KeysBeyond(const Shape& shape, const Shape& other) {
 
 ShapeDifference CompareShapes(const Json::Value& first, const Json::Value& second) {
     if (!first.isObject() || first.empty()) return {};
-    Shape one;
-    Shape other;
-    AddShape(first, "", one);
-    AddShape(second, "", other);
-    ShapeDifference difference{KeysBeyond(other, one), KeysBeyond(one, other), {}};
-    for (const auto& [key, types] : other.types) {
-        const auto held = one.types.find(key);
-        if (held != one.types.end() && !std::ranges::includes(held->second, types))
+    Shape held;
+    Shape added;
+    AddShape(first, "", held);
+    AddShape(second, "", added);
+    ShapeDifference difference{KeysBeyond(added, held), KeysBeyond(held, added), {}};
+    for (const auto& [key, types] : added.types) {
+        const auto known = held.types.find(key);
+        if (known != held.types.end() && !std::ranges::includes(known->second, types))
             difference.otherTypes.emplace(key, Localized(kOtherType));
     }
     return difference;

@@ -100,6 +100,18 @@ void KeepEarlier(const fs::path& folder, const ManifestPlayer& earlier, Manifest
     std::ranges::sort(player.blocks, {}, [](const ManifestBlock& block) { return block.kind; });
 }
 
+void KeepEarlier(const fs::path& folder, const BackupManifest& before, BackupManifest& manifest) {
+    for (const ManifestPlayer& earlier : before.players) {
+        auto player = std::ranges::find(manifest.players, earlier.folder, &ManifestPlayer::folder);
+        if (player == manifest.players.end()) {
+            std::error_code error;  // who has removed the folder has no use for the player
+            if (!fs::exists(folder / PathOfText(earlier.folder), error)) continue;
+            player = manifest.players.insert(player, {earlier.player, earlier.folder, {}});
+        }
+        KeepEarlier(folder, earlier, *player);
+    }
+}
+
 }  // namespace
 
 Result<std::optional<BackupManifest>> FlatBackup::Recover(const fs::path& folder) {
@@ -118,24 +130,20 @@ Result<std::optional<BackupManifest>> FlatBackup::Recover(const fs::path& folder
 
 std::string FlatBackup::FolderIn(const std::optional<BackupManifest>& before,
                                  const VenuePlayer& player) {
+    bool isAnothers = false;
     if (before)
-        for (const ManifestPlayer& entry : before->players)
-            if (entry.player.id == player.id && entry.player.mac == player.mac) return entry.folder;
-    return FolderNameOf({player.id, ""});
+        for (const ManifestPlayer& entry : before->players) {
+            if (entry.player.id != player.id) continue;
+            if (entry.player.mac == player.mac) return entry.folder;
+            isAnothers = true;
+        }
+    return FolderNameOf({player.id, isAnothers ? player.mac : ""});
 }
 
 Result<bool> FlatBackup::Replace(const fs::path& folder,
                                  const std::optional<BackupManifest>& before,
                                  BackupManifest manifest) {
-    for (const ManifestPlayer& earlier : before ? before->players : std::vector<ManifestPlayer>()) {
-        auto player = std::ranges::find(manifest.players, earlier.folder, &ManifestPlayer::folder);
-        if (player == manifest.players.end()) {
-            std::error_code error;  // who has removed the folder has no use for the player
-            if (!fs::exists(folder / PathOfText(earlier.folder), error)) continue;
-            player = manifest.players.insert(player, {earlier.player, earlier.folder, {}});
-        }
-        KeepEarlier(folder, earlier, *player);
-    }
+    if (before) KeepEarlier(folder, *before, manifest);
     std::ranges::sort(manifest.players, {}, &ManifestPlayer::folder);
     if (before && manifest == *before && !HasNewFiles(folder, manifest)) return false;
     const Status put =

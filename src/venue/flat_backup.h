@@ -19,7 +19,7 @@ class FlatBackup {
     [[nodiscard]] static Result<std::optional<BackupManifest>> Recover(
         const std::filesystem::path& folder);
 
-    /// The name of a player's folder, which is the one that it has already.
+    /// The name of a player's folder: the one that it has already, and never another player's.
     [[nodiscard]] static std::string FolderIn(const std::optional<BackupManifest>& before,
                                               const VenuePlayer& player);
 

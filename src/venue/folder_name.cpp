@@ -79,7 +79,8 @@ std::string CaseText(std::string_view letters) {
 }
 
 std::string Encode(const std::string& id, bool escapesFirst) {
-    std::string name, letters;
+    std::string name;
+    std::string letters;
     for (std::size_t place = 0; place < id.size();) {
         const std::size_t plain = escapesFirst && place == 0 ? 0 : PlainBytes(id, place);
         if (plain == 0) AddEscaped(name, id[place]);

@@ -70,12 +70,12 @@ class BlockPlanner {
     /// False when the wanted document is of no use. A player without commands may have sent nothing
     /// at all.
     bool TakeWanted() {
-        const BlockDocument document(kind_, wanted_, Source::kPlayer);
-        if (wanted_.empty() && kind_.readBlock != kBlockPlayerTimeline)
+        if (wanted_.empty() && kind_.readBlock == kBlockPlayerTimeline) wanted_ = kNoCommands;
+        const BlockDocument document(kind_, wanted_, Source::kFile);
+        if (wanted_.empty())
             plan_.trouble = Localized(kEmpty);
         else if (!document.Usable())
             plan_.trouble = Worded(kUnusable, document.Usable().reason());
-        if (wanted_.empty()) wanted_ = kNoCommands;
         if (auto json = ParseJson(wanted_)) wantedJson_ = std::move(*json);
         if (auto json = ParseJson(present_)) presentJson_ = std::move(*json);
         return plan_.trouble.empty();
@@ -196,7 +196,7 @@ BlockPlan PlanParts(const SettingsBlockKind& kind, const std::string& wanted,
 }
 
 bool IsRead(const BlockReading* reading) {
-    return reading && reading->outcome == BlockReading::Outcome::kRead;
+    return reading != nullptr && reading->outcome == BlockReading::Outcome::kRead;
 }
 
 }  // namespace

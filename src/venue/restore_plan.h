@@ -29,19 +29,21 @@ struct BlockPlan {
     std::map<std::string, std::string> refused = {};  ///< path, and why the player's value stays
     std::string trouble = {};  ///< why nothing at all can be done, for the user; empty: it can
 
-    /// Whether it is to be sent although not everything fits; false: everything does, or nothing
-    /// is to be sent.
+    /// Whether not everything of the wanted document fits the player.
     [[nodiscard]] bool HasDoubts() const {
         return !unknown.empty() || !missing.empty() || !refused.empty();
     }
-    /// Whether it is refused: with doubts, `text` is empty unless they are overruled.
+    /// Whether nothing is sent because of that, or of the trouble.
     [[nodiscard]] bool IsRefused() const {
         return !trouble.empty() || (text.empty() && HasDoubts());
     }
 };
 
 struct PlanOptions {
-    bool force = false;    ///< unknown and missing keys do not count: the player's values stay
+    /// Sends what has doubts: unknown keys as well, where settings do not describe themselves, and
+    /// missing ones as the player has them. What is refused stays the player's all the same; a
+    /// value of another type than the player's keeps the whole block from being sent.
+    bool force = false;
     std::string key = {};  ///< only what stands under it; empty: everything
 };
 

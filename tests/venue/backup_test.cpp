@@ -1,9 +1,15 @@
 #include <gmock/gmock.h>
 
-#include "base/file.h"
+#ifndef _WIN32
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
+
 #include "support/temporary_folder.h"
 #include "venue/backup_store.h"
 #include "venue/backup_writer.h"
+#include "venue/earlier_documents.h"
 #include "venue/folder_name.h"
 #include "venue/venue_samples.h"
 
@@ -18,6 +24,25 @@ using testing::IsEmpty;
 
 constexpr const char* kFirst = "20261121T203000Z";
 constexpr const char* kSecond = "20261122T203000Z";
+
+#ifndef _WIN32
+/// No file gets larger than that, as on a disk that is full, until the end of the scope.
+class SmallFiles {
+   public:
+    explicit SmallFiles(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SmallFiles() { setrlimit(RLIMIT_FSIZE, &before_); }
+    SmallFiles(const SmallFiles&) = delete;
+    SmallFiles& operator=(const SmallFiles&) = delete;
+
+   private:
+    rlimit before_{};
+};
+#endif
 
 struct Backups : testing::Test {
     /// The plan of a run on that day of November.
@@ -107,6 +132,25 @@ TEST_F(Backups, AreTheUsersAlone) {
 }
 #endif
 
+#ifndef _WIN32
+TEST_F(Backups, AreNoneWhenTheDiskIsFull) {
+    const TemporaryFolder data;
+    EarlierDocuments earlier(data / "earlier");
+    const std::string large(5000, 'x');
+    auto writer = BackupWriter::Begin(OnDay(21));
+    {
+        const SmallFiles limit(1000);
+        EXPECT_FALSE((*writer)->Add(One(large)));
+        EXPECT_FALSE(earlier.Keep(PlayerNamed("A"), Kind("osd"), large));
+    }
+    EXPECT_TRUE((*writer)->Add({PlayerNamed("B"), {ReadOf("osd", "{}")}}));
+    EXPECT_THAT((*writer)->Finish().reason(), HasSubstr("cannot be written"));
+    writer->reset();
+    EXPECT_THAT(Files(), IsEmpty());
+    EXPECT_THAT(earlier.List(PlayerNamed("A"), Kind("osd")), IsEmpty());
+}
+#endif
+
 TEST_F(Backups, AreNoneBeforeTheyAreFinished) {
     auto writer = BackupWriter::Begin(OnDay(21));
     ASSERT_TRUE(writer && (*writer)->Add(One("{}")));
@@ -144,6 +188,10 @@ TEST_F(Backups, OfTwoPlayersWithOneIdAreHeldApart) {
     EXPECT_FALSE(Write(Flat(), {second, first}).isNew);
     EXPECT_EQ(Files(), before);
     EXPECT_EQ(Backup::Open(folder.Path())->PlayerWithId("A"), std::nullopt);
+    second.player.mac = "02:00:7F:00:00:04";
+    Write(Flat(), {second});  // who comes alone, and for the first time, gets nobody's folder
+    EXPECT_EQ(folder.Read("A/osd.json"), "{}");
+    EXPECT_EQ(folder.Read("A@02007F000004/osd.json"), "{ }");
 }
 
 TEST_F(Backups, RemoveOfKilledRunsOnlyWhatIsCertainlyTheirs) {

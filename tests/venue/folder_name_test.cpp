@@ -11,8 +11,6 @@
 namespace sontaro::test {
 namespace {
 
-using testing::AnyOf;
-
 std::string Capitals(std::string text) {
     for (char& letter : text)
         if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
@@ -58,8 +56,8 @@ TEST(FolderName, IsValidAndNobodyElsesForAnyTwelveBytes) {
 }
 
 TEST(FolderName, IsNoPlayersWhenItIsSpelledOtherwise) {
-    for (const char* name : {"", ".", "..", "a", "A+1", "a+0", "a+01", "a+2", "A+", "%4", "%41",
-                             "A B", "%zz", "A@02", "A@02007F00000G", "CON", "é", "A%2e%2"})
+    for (const char* name : {"", ".", "..", "a+0", "a+01", "a+2", "A+", "%4", "%41", "A B", "%zz",
+                             "A@02", "A@02007F00000G", "CON", "é", "A%2e%2"})
         EXPECT_EQ(OwnerOfFolder(name), std::nullopt) << name;
 }
 

@@ -115,7 +115,7 @@ TEST(RestorePlan, OfAPartLeavesTheRestAlone) {
     EXPECT_EQ(*ParseJson(Plan("cave", own, kOwn, {false, "g/level"}).text),
               *ParseJson(With(kOwn, kLevel + "select", 7)));
     EXPECT_EQ(Plan("cave", own, kOwn, {false, "g"}).rows.size(), 3U);
-    EXPECT_EQ(Plan("cave", own, kOwn, {false, "g/many/2"}).rows.size(), 1U);
+    EXPECT_EQ(Plan("cave", own, kOwn, {false, "g/many/3"}).rows.size(), 1U);
     EXPECT_THAT(Plan("osd", wanted, osd, {false, "data/0/colour"}).trouble,
                 HasSubstr("data/0/colour"));
     const std::string wall = FactoryText("screen-split");
