@@ -67,7 +67,7 @@ expect 1 cli get osd -p DEAD -p HALL1 --json --timeout 0.5
 [ "$(jq -r 'select(.document) | .id' "$work/last.log")" = HALL1 ] || fail "the other one was left out"
 
 # Whoever reads no more is no reason to complain.
-complaint=$({ cli find "${everyone[@]}" --json | head -n 1 >/dev/null; } 2>&1)
+complaint=$({ cli find "${everyone[@]}" --json | head -n 1 >/dev/null || true; } 2>&1)
 [ -z "$complaint" ] || fail "a closed pipe is complained about: $complaint"
 
 # An interruption ends it at once, with its own code.
