@@ -13,6 +13,7 @@ namespace sontaro::cli {
 namespace {
 
 int Make(const std::vector<std::string>& arguments) {
+    SetLanguage(Language::kEnglish);
     std::string text;
     if (arguments.size() == 2 && arguments[0] == "man")
         text = ManualPage(ProgramVersion(), arguments[1]);

@@ -23,8 +23,13 @@ DeviceRecord Player(const std::string& ip, const std::string& id, const std::str
 /// A network that answers as the test says.
 struct Choice : testing::Test, Caller {
     Choice() {
+        SetLanguage(Language::kEnglish);
         find = [this](const FindPlan& plan) -> Result<std::vector<DeviceRecord>> {
             plans.push_back(plan);
+            isEnough.clear();
+            for (std::size_t i = 0; i <= there.size(); ++i)
+                isEnough.push_back(
+                    plan.isEnough({there.begin(), there.begin() + static_cast<std::ptrdiff_t>(i)}));
             std::vector<DeviceRecord> answering;
             for (const DeviceRecord& player : there) {
                 const bool isAsked =
@@ -57,6 +62,7 @@ struct Choice : testing::Test, Caller {
                                        Player("127.0.0.3", "HALL2", "Bar"),
                                        Player("127.0.0.4", "HALL3", "Bar")};
     std::vector<FindPlan> plans;
+    std::vector<bool> isEnough;  // to the last plan: nobody, the first one, the first two, ...
 };
 
 TEST_F(Choice, PlayersAreNamedByAddressIdOrRemarkAndServedOnce) {
@@ -78,12 +84,11 @@ TEST_F(Choice, ASearchIsOverOnceEverybodyWhoIsNamedHasAnswered) {
     folder.Write("config/remarks.json",
                  R"({"a":{"Remarks":"Bar"},"b":{"Remarks":"Bar"},"c":{"Remarks":"Stage"}})");
     Chosen({"-p", "HALL1", "-p", "Stage"});
-    EXPECT_FALSE(plans.back().isEnough({}));
-    EXPECT_TRUE(plans.back().isEnough({there[0]}));
-    Chosen({"-p", "Bar"});
-    EXPECT_FALSE(plans.back().isEnough({there[1]}));  // another one has that remark
+    EXPECT_THAT(isEnough, ElementsAre(false, true, true, true));
+    Chosen({"-p", "Bar"});  // another one has that remark
+    EXPECT_THAT(isEnough, ElementsAre(false, false, false, true));
     Chosen({"--all"});
-    EXPECT_FALSE(plans.back().isEnough(there));
+    EXPECT_THAT(isEnough, ElementsAre(false, false, false, false));
 }
 
 TEST_F(Choice, AnAddressThatDoesNotAnswerHasThePortThatItHadLast) {

@@ -23,7 +23,8 @@ struct SettingsCommands : CliTest {
         std::error_code error;
         for (const auto& entry :
              std::filesystem::recursive_directory_iterator(folder / "data", error))
-            if (entry.is_regular_file() && entry.path().filename() != "players.json") ++files;
+            if (entry.path().extension() == ".json" && entry.path().filename() != "players.json")
+                ++files;
         return files;
     }
 };

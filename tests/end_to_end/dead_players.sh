@@ -8,7 +8,7 @@ export LC_ALL=C.UTF-8
 parallel=9 timeout=1 dead=3
 
 start players "$player" --count 40 --base-address "$network.2" --name HALL \
-    --fault 5:refuse --fault 17:silent --fault 33:close-after=20
+    --fault 5:refuse --fault 17:silent --fault 33:close-after=8
 await 20 "the players do not start" grep -q 'HALL40 ready' "$work/players.log"
 for ((i = 1; i <= 40; ++i)); do echo "HALL$i"; done >"$work/hall.txt"
 

@@ -51,8 +51,12 @@ expect 1 cli compare "$backup" "${everyone[@]}" --json
 expect 2 cli restore "$backup" "${everyone[@]}"
 expect 0 cli restore "$backup" "${everyone[@]}" --yes
 expect 0 cli compare "$backup" "${everyone[@]}"
-later=$(cli backup "$work/backups" "${everyone[@]}" --only-changed --json | jq -r 'select(.backup)')
-[ "$(jq -r .isNew <<<"$later")" = false ] || fail "an unchanged venue was backed up again"
+new_backup() {
+    cli backup "$work/backups" "${everyone[@]}" --only-changed --json |
+        jq -r 'select(.backup).isNew'
+}
+new_backup >/dev/null
+[ "$(new_backup)" = false ] || fail "an unchanged venue was backed up again"
 
 # One that is dead: told by its name, and no reason to leave the others out.
 start dead "$player" --base-address "$network.9" --name DEAD --fault silent
@@ -63,7 +67,7 @@ expect 1 cli get osd -p DEAD -p HALL1 --json --timeout 0.5
 [ "$(jq -r 'select(.document) | .id' "$work/last.log")" = HALL1 ] || fail "the other one was left out"
 
 # Whoever reads no more is no reason to complain.
-complaint=$({ cli find "${everyone[@]}" --json | head -n 1 >/dev/null; } 2>&1)
+complaint=$({ cli find "${everyone[@]}" --json | head -n 1 >/dev/null || true; } 2>&1)
 [ -z "$complaint" ] || fail "a closed pipe is complained about: $complaint"
 
 # An interruption ends it at once, with its own code.
