@@ -43,6 +43,10 @@ namespace sontaro::bench {
 /// ahead is where disk and network are slow, and the memory that it takes. Needs the toolkit.
 [[nodiscard]] std::vector<Figure> BatchSends();
 
+/// sontaro-cli: its help against a program that prints the same text, and the backup of a hundred
+/// players against a bare loop.
+[[nodiscard]] std::vector<Figure> CommandLine();
+
 /// A table of 65,000 rows: what opening it takes beyond one that fills the window, and a row that
 /// comes beyond the redraw; against sorting as many records. Needs the toolkit.
 [[nodiscard]] std::vector<Figure> Tables();

@@ -33,6 +33,7 @@ int Run(const char* path) {
     for (const Figure& figure : Documents()) Show(figures, figure);
     for (const Figure& figure : Timelines()) Show(figures, figure);
     for (const Figure& figure : ScreenSplits()) Show(figures, figure);
+    for (const Figure& figure : CommandLine()) Show(figures, figure);
     for (const Figure& figure : StartUp()) Show(figures, figure);
     const Toolkit toolkit;
     for (const Figure& figure : SettingsGrids()) Show(figures, figure);

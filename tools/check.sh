@@ -52,6 +52,9 @@ step "fuzz_player_control, one minute" fuzz fuzz_player_control
 step "fuzz_timeline, one minute" fuzz fuzz_timeline
 step "fuzz_screen_split, one minute" fuzz fuzz_screen_split
 step "fuzz_batch_send, one minute" fuzz fuzz_batch_send
+step "fuzz_session, one minute" fuzz fuzz_session
+step "fuzz_manifest, one minute" fuzz fuzz_manifest
+step "fuzz_cli_values, one minute" fuzz fuzz_cli_values
 
 echo
 printf '%s\n' "${steps[@]}"

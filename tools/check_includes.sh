@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../src"
 
-floors=(base link exchange rooms widgets dialogs app tour)
+floors=(base link exchange rooms session venue widgets dialogs app cli tour)
 
 # Files that have to do with the toolkit, and their headers.
 with_windows=$(grep -lE '#include (<wx/|"widgets/)' ./*/*.h ./*/*.cpp | sed 's/\.[a-z]*$//' | sort -u)
@@ -13,7 +13,7 @@ with_windows=$(grep -lE '#include (<wx/|"widgets/)' ./*/*.h ./*/*.cpp | sed 's/\
 node_of() {
     local folder=${1%%/*}
     case $folder in
-        base | link | exchange | widgets | app | tour) echo "$folder" ;;
+        base | link | exchange | session | venue | widgets | app | cli | tour) echo "$folder" ;;
         *) if [[ $'\n'$with_windows$'\n' == *$'\n'"./$1"$'\n'* ]]; then
             echo "$folder-dialogs"
         else
@@ -24,7 +24,7 @@ node_of() {
 
 floor_of() {
     case $1 in
-        *-dialogs) echo 5 ;;
+        *-dialogs) echo 7 ;;
         *) for i in "${!floors[@]}"; do
             [[ ${floors[i]} != "$1" ]] || { echo "$i"; return; }
         done
@@ -47,6 +47,11 @@ while IFS=: read -r file line; do
     edges+="$upper $lower"$'\n'
     if (($(floor_of "$lower") > $(floor_of "$upper"))); then
         echo "$file includes $to.h, which is above it" >&2
+        failed=1
+    fi
+    # Windows go through the main window's links: a second connection to a player is in their way.
+    if [[ $lower == session && $upper =~ ^(widgets|app|tour|.*-dialogs)$ ]]; then
+        echo "$file has to do with windows, and includes $to.h" >&2
         failed=1
     fi
     # The pages on which players are chosen are there for the features' wizards.

@@ -8,10 +8,11 @@ packages=(
     # build
     g++ cmake ninja-build ccache pkg-config
     libwxgtk3.2-dev libglib2.0-dev libfontconfig-dev libjsoncpp-dev libfmt-dev
+    libcli11-dev
     # windows on a virtual display: the tour, the tests and the pictures they leave
     xvfb xauth xdotool x11-utils fonts-noto-cjk adwaita-icon-theme librsvg2-common
     # tests and measurements
-    libgtest-dev libgmock-dev libx11-dev dbus-daemon at-spi2-core
+    libgtest-dev libgmock-dev libx11-dev dbus-daemon at-spi2-core jq groff-base
     # checks
     clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14
 )

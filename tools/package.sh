@@ -11,7 +11,7 @@ export SOURCE_DATE_EPOCH
 rm -rf "$packages"
 mkdir -p "$packages"
 
-tools/build.sh release sontaro sontaro-player package_texts
+tools/build.sh release sontaro sontaro-cli sontaro-player package_texts
 cpack --config build/release/CPackConfig.cmake -B build/cpack >build/cpack.log 2>&1 || {
     cat build/cpack.log >&2
     exit 1

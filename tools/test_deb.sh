@@ -53,5 +53,8 @@ quietly unshare --net --mount tools/headless.sh "$self" tour "$root"
 pictures=("$root"/home/user/pictures/*.png)
 ((${#pictures[@]} >= 21)) || fail "The tour left only ${#pictures[@]} pictures."
 
+in_root sontaro-cli --help | grep -q restore || fail "sontaro-cli tells no commands."
+[[ -s $root/usr/share/bash-completion/completions/sontaro-cli ]] || fail "There is no completion."
+
 quietly in_root apt-get purge -y sontaro
 [[ -z $(names) ]] || fail "Left behind: $(names)"

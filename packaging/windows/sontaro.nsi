@@ -89,6 +89,7 @@ FunctionEnd
 
 Section
     !insertmacro RequireStopped sontaro.exe
+    !insertmacro RequireStopped sontaro-cli.exe
     !insertmacro RequireStopped sontaro-player.exe
     Call RemoveEarlier
     SetOutPath $INSTDIR
@@ -111,8 +112,10 @@ SectionEnd
 ; What the customer made stays: Templates beside the program, and the settings in the user's profile.
 Section un.
     !insertmacro RequireStopped sontaro.exe
+    !insertmacro RequireStopped sontaro-cli.exe
     !insertmacro RequireStopped sontaro-player.exe
     Delete "$INSTDIR\sontaro.exe"
+    Delete "$INSTDIR\sontaro-cli.exe"
     Delete "$INSTDIR\sontaro-player.exe"
     Delete "$INSTDIR\README.txt"
     RMDir /r "$INSTDIR\licences"

@@ -111,8 +111,11 @@ void CSontaroApp::OpenMainWindow() {
     remarks_ = std::make_unique<DeviceRemarks>(UserFile("remarks.json"));
     const std::filesystem::path folder =
         commandLine_.demoPlayers ? ProgramFolder() / "Demo" : ProgramFolder();
+    documents_ = std::make_unique<DocumentKeeper>(
+        EarlierDocumentsFolder(commandLine_.demoPlayers ? folder : UserDataFolder()), *gate_,
+        *threads_);
     const UiServices services{
-        {*directory_, *threads_, *prompts_}, hub_, *gate_, *preferences_, folder};
+        {*directory_, *threads_, *prompts_}, hub_, *gate_, *preferences_, *documents_, folder};
     std::string address = commandLine_.localAddress;
     if (address.empty() && commandLine_.demoPlayers) address = kDemoLocalAddress;
     const auto temporary = EnsureTempFolder(folder);
@@ -139,6 +142,7 @@ int CSontaroApp::OnRun() {
 
 int CSontaroApp::OnExit() {
     if (directory_) directory_->ShutDown();
+    documents_.reset();
     if (threads_) threads_->Join();
     walk_.reset();
     players_.reset();

@@ -11,6 +11,7 @@
 #include "app/single_instance.h"
 #include "app/walk.h"
 #include "simulator/player_group.h"
+#include "venue/document_keeper.h"
 #include "widgets/message_prompts.h"
 #include "widgets/ui_gate.h"
 
@@ -53,6 +54,7 @@ class CSontaroApp : public wxApp {
     std::unique_ptr<Prompts> prompts_;
     std::unique_ptr<JsonFile> preferences_;
     std::unique_ptr<DeviceRemarks> remarks_;
+    std::unique_ptr<DocumentKeeper> documents_;
     CSontaroDlg* window_ = nullptr;  // owned by the toolkit
 };
 

@@ -25,20 +25,19 @@ Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
     return bytes;
 }
 
-namespace {
-
-/// Windows cannot replace a file for as long as anybody reads it, such as a virus scanner.
-void ReplaceFile(const fs::path& source, const fs::path& target, std::error_code& error) {
+// Windows cannot replace a file for as long as anybody reads it, such as a virus scanner.
+Status MoveOver(const fs::path& from, const fs::path& target) {
     constexpr int kAttempts = 20;
     constexpr std::chrono::milliseconds kPause{10};
     for (int attempt = 1;; ++attempt) {
-        fs::rename(source, target, error);
-        if (error != std::errc::permission_denied || attempt == kAttempts) return;
+        std::error_code error;
+        fs::rename(from, target, error);
+        if (!error) return Done{};
+        if (error != std::errc::permission_denied || attempt == kAttempts)
+            return Error{error.message()};
         std::this_thread::sleep_for(kPause);
     }
 }
-
-}  // namespace
 
 Status WriteFileAtomically(const fs::path& path, std::string_view bytes) {
     std::error_code error;
@@ -54,11 +53,9 @@ Status WriteFileAtomically(const fs::path& path, std::string_view bytes) {
             return Error{"cannot write " + TextOfPath(path.filename())};
         }
     }
-    ReplaceFile(temporary, path, error);
-    if (!error) return Done{};
-    std::error_code leftBehind;
-    fs::remove(temporary, leftBehind);
-    return Error{error.message()};
+    Status moved = MoveOver(temporary, path);
+    if (!moved) fs::remove(temporary, error);
+    return moved;
 }
 
 }  // namespace sontaro

@@ -17,4 +17,8 @@ namespace sontaro {
 /// temporary file beside it, which then takes its name. Missing folders are created.
 [[nodiscard]] Status WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
 
+/// Gives the file at `from` the name `target`, in place of the file that has it.
+[[nodiscard]] Status MoveOver(const std::filesystem::path& from,
+                              const std::filesystem::path& target);
+
 }  // namespace sontaro

@@ -16,6 +16,8 @@ class BatchView {
     /// What may be pressed, the status line or the figures have changed.
     virtual void StateChanged() = 0;
     virtual void Heard(const UploadEvent& event) = 0;
+    /// The control protocol of a player is about to be written over by the names of categories.
+    virtual void NamesGo(std::size_t /*player*/) {}
     /// Blocks the thread for so long: players are not spoken to any sooner after one another.
     virtual void Pause(std::chrono::milliseconds time) = 0;
 };
@@ -68,6 +70,7 @@ class BatchRun : private PlayerUpload::Owner {
     using SizeOfFile = std::map<std::filesystem::path, Result<std::uint64_t>>;
 
     void Heard(UploadEvent event) override;
+    void DocumentGoes() override { view_.NamesGo(current_); }
     void Changed() override;
     void Ended(UploadStatus status, UploadNote note) override;
 

@@ -273,6 +273,7 @@ void PlayerUpload::BeginDocument() {
     source_.ReadDocument(document_, [this](const VideoSource::Document& document) {
         if (!document) return Say({UploadNote::Kind::kUnreadable, TextOfPath(document_)});
         if (!*document) return Complete();
+        owner_.DocumentGoes();
         Ask({VideoTypePacket(**document), JudgeVideoTypes}, &PlayerUpload::TakeDocumentAnswer);
     });
 }

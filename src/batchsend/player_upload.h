@@ -23,6 +23,8 @@ class PlayerUpload {
         virtual ~Owner() = default;
         /// `event.player` is for the owner to fill in.
         virtual void Heard(UploadEvent event) = 0;
+        /// The document of the categories is about to be written over what the player holds.
+        virtual void DocumentGoes() {}
         /// Row, line or figures have changed.
         virtual void Changed() = 0;
         /// The upload has come to its end and does nothing more. It must not be destroyed yet.

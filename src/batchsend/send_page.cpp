@@ -33,6 +33,7 @@ void SendPage::Enter(VideoSet set) {
     set_ = std::move(set);
     run_.TryAgain(set_.triesAgain);
     settings_.clear();
+    held_.clear();
     if (!journal_) TakeLatest(LatestJournalIn(places_.journals));
     MakePlan();
 }
@@ -215,6 +216,9 @@ void SendPage::Heard(const UploadEvent& event) {
         RunEnded(event.note.kind == UploadNote::Kind::kStopped);
 }
 
+/// Once, also where it goes once more.
+void SendPage::NamesGo(std::size_t player) { held_[Rows()[player].player.target.ip].GiveUp(); }
+
 /// The proof is a pass of its own, which begins once the run is over altogether.
 void SendPage::RunEnded(bool isStopped) {
     tick_.Stop();
@@ -254,7 +258,12 @@ void SendPage::ProvePlayer(std::size_t player) {
 /// What a player says after a run is also what the next plan goes by, and what the next run is
 /// compared with.
 void SendPage::Learn(const Target& player, const PlayerFacts& facts) {
-    if (facts.controlProtocol) settings_[player.ip] = *facts.controlProtocol;
+    if (facts.controlProtocol) {
+        settings_[player.ip] = *facts.controlProtocol;
+        HeldDocument& held = held_[player.ip];
+        held.KeepBy([this, player](std::string text) { places_.keep(player, std::move(text)); });
+        held.Learn(*facts.controlProtocol);
+    }
     for (std::size_t i = 0; i < facts_.size(); ++i) {
         if (set_.players[i].ip != player.ip) continue;
         if (facts.isReached) facts_[i] = facts;

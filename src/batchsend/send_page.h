@@ -6,6 +6,7 @@
 #include "batchsend/player_inquiry.h"
 #include "batchsend/send_batch.h"
 #include "batchsend/send_page_view.h"
+#include "settings/held_document.h"
 
 namespace sontaro {
 
@@ -72,6 +73,7 @@ class SendPage : private BatchView {
     void RowChanged(std::size_t player) override { view_.PlayerChanged(player); }
     void StateChanged() override;
     void Heard(const UploadEvent& event) override;
+    void NamesGo(std::size_t player) override;
     void Pause(std::chrono::milliseconds time) override { view_.Pause(time); }
 
     void Answered(std::size_t player);
@@ -103,6 +105,7 @@ class SendPage : private BatchView {
     std::vector<std::optional<PlayerProof>> proofs_;  // by the batch's players
     std::map<std::string, std::string> settings_;     // as heard last, by IP address
     std::map<std::string, std::string> before_;       // those of them that the run began with
+    std::map<std::string, HeldDocument> held_;        // the same, as far as it is still there
     LatestJournal latest_;
     std::vector<UploadPlayer> failed_;  // in it
     double lastSpeed_ = 0;              // of the latest run, bytes a second

@@ -39,6 +39,9 @@ struct SendPlaces {
     std::filesystem::path videoTypeFile;         ///< which need not exist
     std::function<UploadFigures::Time()> clock;  ///< never goes back
     JournalWriter::Clock wallClock;
+    /// Keeps the control protocol that a player holds, and comes back at once.
+    std::function<void(const Target& player, std::string text)> keep = [](const Target&,
+                                                                          const std::string&) {};
 };
 
 }  // namespace sontaro

@@ -9,8 +9,11 @@
 #include <wx/stattext.h>
 #include <wx/utils.h>
 
+#include <algorithm>
+
 #include "batchsend/send_page_ids.h"
 #include "batchsend/video_set_files.h"
+#include "widgets/common_texts.h"
 #include "widgets/csv_file_texts.h"
 #include "widgets/fonts.h"
 #include "widgets/table.h"
@@ -50,15 +53,6 @@ constexpr LocalText kAwake = {"正在发送视频", "Videos are being sent"};
 constexpr LocalText kExportCaption = {"导出发送记录", "Export the journal"};
 constexpr LocalText kExportName = {"发送记录", "Upload"};
 
-SendPlaces PlacesFor(const CVideoSetWizard& wizard) {
-    return {wizard.Journals(), wizard.VideoTypeFile(),
-            [] {
-                return std::chrono::duration_cast<UploadFigures::Time>(
-                    std::chrono::steady_clock::now().time_since_epoch());
-            },
-            std::chrono::system_clock::now};
-}
-
 void ShowText(wxStaticText& line, const wxString& text) {
     if (line.GetLabelText() == text) return;
     line.SetLabelText(text);
@@ -71,12 +65,29 @@ CVideoBatchSend::CVideoBatchSend(CVideoSetWizard& wizard)
     : WizardPage(wizard, Window::kBatchSend),
       wizard_(wizard),
       reader_(wizard.Services().Directory().Thread(), wizard.Services().link.threads),
-      page_(reader_, *this, wizard.Services().Messages(), wizard.Exchange(), PlacesFor(wizard)),
+      keeping_(wizard.Services().documents, kBlockControlProtocol, [this] { ShowSummary(); }),
+      page_(reader_, *this, wizard.Services().Messages(), wizard.Exchange(), Places()),
       players_(page_) {
     LayOut();
 }
 
 CVideoBatchSend::~CVideoBatchSend() { DestroyChildren(); }  // they show the page's tables
+
+SendPlaces CVideoBatchSend::Places() {
+    return {wizard_.Journals(), wizard_.VideoTypeFile(),
+            [] {
+                return std::chrono::duration_cast<UploadFigures::Time>(
+                    std::chrono::steady_clock::now().time_since_epoch());
+            },
+            std::chrono::system_clock::now,
+            [this](const Target& player, std::string text) { Keep(player, std::move(text)); }};
+}
+
+/// One whose address has been left since then is nobody's to keep.
+void CVideoBatchSend::Keep(const Target& player, std::string text) {
+    const auto device = std::ranges::find(wizard_.Players(), player.ip, &DeviceRecord::ip);
+    if (device != wizard_.Players().end()) keeping_.Keep(*device, std::move(text));
+}
 
 void CVideoBatchSend::LayOut() {
     const int gap = FromDIP(10);
@@ -267,7 +278,9 @@ void CVideoBatchSend::ShowFigures() {
 /// All of it can be read, in as many lines as it takes.
 void CVideoBatchSend::ShowSummary() {
     const int width = summary_->GetClientSize().x;
-    const wxString text = WrappedText(*summary_, ToWx(page_.SummaryText()), width);
+    std::string summary = page_.SummaryText();
+    if (!keeping_.Trouble().empty()) AddSentence(summary, kCautionMark + keeping_.Trouble());
+    const wxString text = WrappedText(*summary_, ToWx(summary), width);
     if (summary_->GetLabelText() == text) return;
     summary_->SetLabelText(text);
     const int lines = 1 + static_cast<int>(text.Freq('\n'));

@@ -8,6 +8,7 @@
 #include "batchsend/chunk_reader.h"
 #include "batchsend/send_tables.h"
 #include "batchsend/video_set_wizard.h"
+#include "venue/document_keeper.h"
 
 class wxAppProgressIndicator;
 class wxButton;
@@ -59,9 +60,12 @@ class CVideoBatchSend : public WizardPage, private SendPageView {
     void ShowSummary();
     void ShowOnTaskbar();
     void Export();
+    [[nodiscard]] SendPlaces Places();
+    void Keep(const Target& player, std::string text);
 
     CVideoSetWizard& wizard_;
     ChunkReader reader_;
+    BlockKeeping keeping_;
     SendPage page_;
     UploadTable players_;
     std::unique_ptr<BatchMatrix> matrix_;  // for the players of the batch

@@ -8,23 +8,22 @@ namespace sontaro {
 
 namespace {
 
-constexpr OwnFileKind kFiles = {"sontaro-video-set",
+constexpr OwnFileKind kFiles = {kVideoSetFormat,
                                 {"它不是视频配置文件。", "it is no file of a video set."}};
-constexpr const char* kSet = "set";
 constexpr const char* kRemembered = "videoSet";
 
 }  // namespace
 
 void SaveVideoSet(const VideoSet& set, const std::filesystem::path& path, Prompts& prompts) {
     Json::Value content(Json::objectValue);
-    content[kSet] = VideoSetToJson(set);
+    content[kVideoSetMember] = VideoSetToJson(set);
     SaveOwnFile(kFiles, std::move(content), path, prompts);
 }
 
 bool OpenVideoSet(VideoSet& set, const std::filesystem::path& path, Prompts& prompts) {
     const auto content = OpenOwnFile(kFiles, path, prompts);
     if (!content) return false;
-    auto opened = VideoSetFromJson((*content)[kSet]);
+    auto opened = VideoSetFromJson((*content)[kVideoSetMember]);
     if (opened)
         set = std::move(*opened);
     else

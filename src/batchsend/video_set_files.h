@@ -7,6 +7,10 @@
 
 namespace sontaro {
 
+/// What such a file says of itself, and what it holds.
+inline constexpr const char* kVideoSetFormat = "sontaro-video-set";
+inline constexpr const char* kVideoSetMember = "set";
+
 /// Writes the page to a file of Sontaro's own, and says whether that worked.
 void SaveVideoSet(const VideoSet& set, const std::filesystem::path& path, Prompts& prompts);
 /// Takes such a file, or says what is wrong with it and changes nothing.

@@ -92,7 +92,10 @@ void CControlProtocol::LayOut(const DeviceRecord& player) {
     state_->SetId(kProtocolState);
     column->Add(MakeLearningRow(), line);
     wxSizer* foot = MakeFileButtonRow(kOpenProtocol, kSaveProtocol);
-    undo_.emplace(*this, *foot, run_.Settings(), [this] { return grids_->Commit(); });
+    const auto commit = [this] { return grids_->Commit(); };
+    undo_.emplace(*this, *foot, run_.Settings(), commit);
+    earlier_.emplace(*this, *foot, kOpenProtocol, Services(), player, run_.Settings(), commit,
+                     [this] { StateChanged(); });
     column->Add(foot, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
@@ -159,12 +162,13 @@ bool CControlProtocol::IsEditingCategory() const { return grids_->Grid(kCategory
 
 void CControlProtocol::StateChanged() {
     const SettingsRun& settings = run_.Settings();
-    state_->SetLabelText(StateText());
+    earlier_->ShowState(*state_, StateText());
     line_->SetLabelText(LineText());
     ShowReadAgain(settings.IsConnected() || !asked_);
     FindWindow(kReadAgainButton)->Enable(!settings.IsLocked());
     FindWindow(wxID_OK)->Enable(settings.MaySend());
     FindWindow(kOpenProtocol)->Enable(settings.MayOpen());
+    earlier_->Enable(settings.MayOpen());
     FindWindow(kSaveProtocol)->Enable(settings.MayKeep());
     undo_->Enable();
 }
@@ -180,11 +184,11 @@ void CControlProtocol::AskForFile(FileQuestion::Purpose purpose) {
         run_.Settings().OpenFile(*path);
 }
 
-wxString CControlProtocol::StateText() const {
+std::string CControlProtocol::StateText() const {
     const SettingsRun& settings = run_.Settings();
     if (settings.State() != SettingsState::kWaiting || settings.SecondsWithoutAnswer() > 0)
-        return ToWx(StateTextOf(settings));
-    return ToWx(kSteps[static_cast<std::size_t>(run_.Asking().CurrentStep())]);
+        return StateTextOf(settings);
+    return Localized(kSteps[static_cast<std::size_t>(run_.Asking().CurrentStep())]);
 }
 
 wxString CControlProtocol::LineText() const {

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "controlprotocol/control_protocol_run.h"
+#include "widgets/earlier_settings.h"
 #include "widgets/feature_dialog.h"
 #include "widgets/tabbed_grids.h"
 #include "widgets/undo_buttons.h"
@@ -54,7 +55,7 @@ class CControlProtocol : public FeatureDialog, private ControlProtocolView {
     void StateChanged() override;
 
     void AskForFile(FileQuestion::Purpose purpose);
-    [[nodiscard]] wxString StateText() const;
+    [[nodiscard]] std::string StateText() const;
     [[nodiscard]] wxString LineText() const;
 
     ControlProtocolRun run_;
@@ -63,6 +64,7 @@ class CControlProtocol : public FeatureDialog, private ControlProtocolView {
     wxStaticText* line_ = nullptr;
     wxCheckBox* learns_ = nullptr;
     std::optional<UndoButtons> undo_;
+    std::optional<EarlierSettings> earlier_;
     bool asked_ = false;  // the player; before, there is nothing to connect again
     bool leaving_ = false;
 };

@@ -63,6 +63,9 @@ struct NumberWidths {
 /// A player as headings name it: its address, its ID and the user's note about it.
 [[nodiscard]] std::string PlayerText(const DeviceRecord& device);
 
+/// Where the preferences have the local address that has served last.
+inline constexpr const char* kLocalAddressKey = "localAddress";
+
 /// The local address to show at first: the remembered one even when it is no longer on offer, as
 /// silently scanning from another network would look like dead players; else the first on offer;
 /// empty when there is none at all. An address that stands for the machine's own name is not

@@ -19,7 +19,6 @@ namespace {
 
 constexpr int kScanTimer = 4;
 constexpr int kTickMilliseconds = 1000;
-constexpr const char* kLocalAddressKey = "localAddress";
 
 constexpr LocalText kLocalIp = {"本机IP：", "Local IP:"};
 constexpr LocalText kHint = {"右键点击拷贝ID号到剪切板；双击修改备注",

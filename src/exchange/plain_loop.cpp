@@ -1,6 +1,7 @@
 #include "exchange/plain_loop.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sontaro {
 
@@ -41,13 +42,22 @@ void PlainLoop::Cancel(Id id) {
     std::erase_if(deadlines_, [id](const auto& entry) { return entry.second.id == id; });
 }
 
+void PlainLoop::Wake() {
+    {
+        const std::lock_guard lock(mutex_);
+        woken_ = true;
+    }
+    pushed_.notify_all();
+}
+
 bool PlainLoop::RunUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit) {
     const Clock::time_point end = Clock::now() + limit;
     while (!holds()) {
         if (RunJob() || RunTimer()) continue;
         if (Clock::now() >= end) return false;
         std::unique_lock lock(mutex_);
-        pushed_.wait_until(lock, NextDeadline(end), [this] { return !jobs_.empty(); });
+        pushed_.wait_until(lock, NextDeadline(end),
+                           [this] { return !jobs_.empty() || std::exchange(woken_, false); });
     }
     return true;
 }

@@ -24,6 +24,9 @@ class PlainLoop : public UiThread, public Timers {
     Id After(std::chrono::milliseconds delay, std::function<void()> call) override;
     void Cancel(Id id) override;
 
+    /// Has `RunUntil` ask its question anew. Any thread.
+    void Wake();
+
     /// Serves other threads and timers until `holds`, which is asked after each of them; false
     /// when it does not hold after `limit`.
     [[nodiscard]] bool RunUntil(const std::function<bool()>& holds,
@@ -44,6 +47,7 @@ class PlainLoop : public UiThread, public Timers {
     std::condition_variable pushed_;
     std::deque<std::packaged_task<void()>> jobs_;
     bool closed_ = false;
+    bool woken_ = false;
     std::multimap<Clock::time_point, Deadline> deadlines_;  // of the loop's own thread
     Id lastId_ = 0;
 };

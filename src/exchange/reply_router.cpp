@@ -42,17 +42,16 @@ Message ForwardWithBlock(const Reply& reply, MessageId id) {
 
 /// A document (argument 0), which may be empty, or the confirmation of a write (argument 1). The
 /// answer to a test (argument 2) is no news.
-Message ForwardTimeline(const Reply& reply, MessageId id) {
+bool IsTimelineNews(const Reply& reply) {
     constexpr std::uint16_t kTested = 2;
-    if (reply.header.argument == kTested) return {};
-    return ForwardWithArgument(reply, id);
+    return reply.header.argument != kTested;
 }
 
 /// The same, but an empty document is no news either.
-Message ForwardSettings(const Reply& reply, MessageId id) {
+bool IsSettingsNews(const Reply& reply) {
     constexpr std::uint16_t kDocument = 0;
-    if (reply.header.argument == kDocument && reply.payload.empty()) return {};
-    return ForwardTimeline(reply, id);
+    const bool isEmpty = reply.header.argument == kDocument && reply.payload.empty();
+    return !isEmpty && IsTimelineNews(reply);
 }
 
 Message ForwardControlProtocol(const Reply& reply, MessageId id) {
@@ -133,6 +132,7 @@ struct RoutingRow {
     Delivery delivery{};
     MessageId message{};
     Message (*make)(const Reply&, MessageId) = nullptr;
+    bool (*isNews)(const Reply&) = nullptr;  // for windows; absent: whatever it is
 };
 
 constexpr auto kFirst = Delivery::kFirstOpen;
@@ -145,12 +145,12 @@ constexpr RoutingRow kRoutes[] = {
     {kCommandSettings, kBlockOsd, {{kOsd}}, kFirst, MessageId::kOsd, ForwardWithArgument},
     {kCommandSettings, kBlockScreenSplitRead, {{kSetParam}}, kFirst, MessageId::kScreenSplit, ForwardWithBlock},
     {kCommandSettings, kBlockScreenSplitWrite, {{kSetParam}}, kFirst, MessageId::kScreenSplit, ForwardWithBlock},
-    {kCommandSettings, kBlockExtendedSerialPort, {{kExtendedSerialPort}}, kFirst, MessageId::kExtendedSerialPort, ForwardSettings},
-    {kCommandSettings, kBlockSubtitles, {{kSubtitles}}, kFirst, MessageId::kSubtitles, ForwardSettings},
-    {kCommandSettings, kBlockTouchAction, {{kTouchAction}}, kFirst, MessageId::kTouchAction, ForwardSettings},
-    {kCommandSettings, kBlockCave, {{kCave}}, kFirst, MessageId::kCave, ForwardSettings},
-    {kCommandSettings, kBlockPlayerControl, {{kPlayerControl}}, kFirst, MessageId::kPlayerControl, ForwardSettings},
-    {kCommandSettings, kBlockPlayerTimeline, {{kPlayerTimeControl}}, kFirst, MessageId::kPlayerControl, ForwardTimeline},
+    {kCommandSettings, kBlockExtendedSerialPort, {{kExtendedSerialPort}}, kFirst, MessageId::kExtendedSerialPort, ForwardWithArgument, IsSettingsNews},
+    {kCommandSettings, kBlockSubtitles, {{kSubtitles}}, kFirst, MessageId::kSubtitles, ForwardWithArgument, IsSettingsNews},
+    {kCommandSettings, kBlockTouchAction, {{kTouchAction}}, kFirst, MessageId::kTouchAction, ForwardWithArgument, IsSettingsNews},
+    {kCommandSettings, kBlockCave, {{kCave}}, kFirst, MessageId::kCave, ForwardWithArgument, IsSettingsNews},
+    {kCommandSettings, kBlockPlayerControl, {{kPlayerControl}}, kFirst, MessageId::kPlayerControl, ForwardWithArgument, IsSettingsNews},
+    {kCommandSettings, kBlockPlayerTimeline, {{kPlayerTimeControl}}, kFirst, MessageId::kPlayerControl, ForwardWithArgument, IsTimelineNews},
     {kCommandPlayerState, kAnyBlock, {{kPlayerControl, kPlayerTimeControl, kControlProtocol, kVideoControl, kBatchSend, kSetParam}}, kFirst, MessageId::kPlayerState, ForwardWithArgument},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl, kBatchSend, kControlProtocol, kSetParam}}, kFirst, MessageId::kPlayerState, ForwardPlayerData},
     {kCommandPlayerData, kAnyBlock, {{kVideoControl}}, kFirst, MessageId::kPlayerStatus, MakeStatus},
@@ -168,13 +168,18 @@ bool Takes(const RoutingRow& row, const Reply& reply) {
            (row.block == kAnyBlock || row.block == reply.header.subCommand);
 }
 
+/// What a reply becomes by a route; none when it is of a wrong length.
+Message MessageBy(const RoutingRow& row, const Reply& reply) {
+    Message message = row.make(reply, row.message);
+    if (message) message->origin = OriginOf(reply);
+    return message;
+}
+
 void Follow(const RoutingRow& row, const Reply& reply, WindowDirectory& directory) {
+    if (row.isNews && !row.isNews(reply)) return;
     for (const std::optional<Window>& window : row.windows) {
         if (!window || !directory.Find(TitleOf(*window))) continue;
-        if (Message message = row.make(reply, row.message)) {
-            message->origin = OriginOf(reply);
-            directory.Send(TitleOf(*window), *message);
-        }
+        if (Message message = MessageBy(row, reply)) directory.Send(TitleOf(*window), *message);
         if (row.delivery == kFirst) return;
     }
 }
@@ -200,18 +205,32 @@ void TellFirstOpen(WindowDirectory& directory, std::initializer_list<Window> win
 
 }  // namespace
 
+ReplyKind KindOf(const PacketHeader& received) {
+    const std::uint8_t command = CommandNumber(received.command);
+    if (command == kCommandNone) return ReplyKind::kNotSupported;
+    if (!HasRoute(command)) return ReplyKind::kUnknown;
+    const bool isLocked = command == kCommandLayoutState && received.argument == kLayoutIsLocked;
+    return isLocked ? ReplyKind::kLayoutLocked : ReplyKind::kForwarded;
+}
+
+std::vector<WindowMessage> MessagesOf(const Reply& received) {
+    Reply reply = received;
+    reply.header.command = CommandNumber(received.header.command);
+    std::vector<WindowMessage> messages;
+    for (const RoutingRow& row : kRoutes)
+        if (Takes(row, reply))
+            if (Message message = MessageBy(row, reply)) messages.push_back(std::move(*message));
+    return messages;
+}
+
 void ReplyRouter::Route(const Reply& received) {
     Reply reply = received;
     reply.header.command = CommandNumber(received.header.command);
-    if (reply.header.command == kCommandNone) {
-        RefuseNotSupported(OriginOf(received));
-    } else if (!HasRoute(reply.header.command)) {
-        actions_.CloseLinks();
-    } else if (reply.header.command == kCommandLayoutState &&
-               reply.header.argument == kLayoutIsLocked) {
-        RefuseLocked(OriginOf(reply));
-    } else {
-        RouteByTable(reply);
+    switch (KindOf(received.header)) {
+        case ReplyKind::kNotSupported: return RefuseNotSupported(OriginOf(received));
+        case ReplyKind::kUnknown: return actions_.CloseLinks();
+        case ReplyKind::kLayoutLocked: return RefuseLocked(OriginOf(reply));
+        case ReplyKind::kForwarded: return RouteByTable(reply);
     }
 }
 

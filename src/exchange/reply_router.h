@@ -1,6 +1,8 @@
 // Brings each reply of a player to the open dialog that asked for it.
 #pragma once
 
+#include <vector>
+
 #include "base/prompts.h"
 #include "base/window_directory.h"
 #include "exchange/exchange_hub.h"
@@ -8,6 +10,19 @@
 #include "link/window_message.h"
 
 namespace sontaro {
+
+/// What is to be done with a reply.
+enum class ReplyKind : std::uint8_t {
+    kNotSupported,  ///< the player does not know the command
+    kUnknown,       ///< nobody here knows the command
+    kLayoutLocked,  ///< it refuses command 52
+    kForwarded,     ///< it becomes messages
+};
+[[nodiscard]] ReplyKind KindOf(const PacketHeader& received);
+
+/// The messages that a forwarded reply becomes, for whoever has no windows: documents that are no
+/// news to a window are among them. None of a reply of a wrong length.
+[[nodiscard]] std::vector<WindowMessage> MessagesOf(const Reply& received);
 
 /// What routing asks of the main window.
 class RouterActions {

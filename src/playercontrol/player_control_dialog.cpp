@@ -96,7 +96,10 @@ void CPlayerControl::LayOut(const DeviceRecord& player) {
     column->Add(parts, wxSizerFlags(line).Proportion(1));
     column->Add(MakeStateRow(state_), line);
     wxSizer* foot = MakeFileButtonRow(kOpenPlayerControl, kSavePlayerControl);
-    undo_.emplace(*this, *foot, run_.Settings(), [this] { return grid_->Commit(); });
+    const auto commit = [this] { return grid_->Commit(); };
+    undo_.emplace(*this, *foot, run_.Settings(), commit);
+    earlier_.emplace(*this, *foot, kOpenPlayerControl, Services(), player, run_.Settings(), commit,
+                     [this] { StateChanged(); });
     column->Add(foot, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
@@ -214,10 +217,11 @@ void CPlayerControl::ChooseRow(const std::string& key) {
 void CPlayerControl::StateChanged() {
     const SettingsRun& settings = run_.Settings();
     const auto note = run_.Note();
-    state_->SetLabelText(ToWx(note ? Localized(*note) : StateTextOf(settings)));
+    earlier_->ShowState(*state_, note ? Localized(*note) : StateTextOf(settings));
     ShowReadAgain(settings.IsConnected() || !asked_);
     FindWindow(wxID_OK)->Enable(run_.MaySend());
     FindWindow(kOpenPlayerControl)->Enable(settings.MayOpen());
+    earlier_->Enable(settings.MayOpen());
     FindWindow(kSavePlayerControl)->Enable(settings.MayKeep());
     FindWindow(kAddAsType)->Enable(ChosenCategory().has_value());
     undo_->Enable();

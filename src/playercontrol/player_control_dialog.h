@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "playercontrol/player_control_run.h"
+#include "widgets/earlier_settings.h"
 #include "widgets/feature_dialog.h"
 #include "widgets/settings_grid.h"
 #include "widgets/undo_buttons.h"
@@ -70,6 +71,7 @@ class CPlayerControl : public FeatureDialog, private PlayerControlView {
     wxTreeCtrl* videos_ = nullptr;
     wxStaticText* state_ = nullptr;
     std::optional<UndoButtons> undo_;
+    std::optional<EarlierSettings> earlier_;
     bool asked_ = false;  // the player; before, there is nothing to connect again
     bool shown_ = false;  // rows have been
 };

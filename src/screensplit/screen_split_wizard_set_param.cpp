@@ -188,6 +188,7 @@ wxSizer* CScreenSplitWizardSetParam::MakeFileRow() {
                                  [this] { Walk(&SplitDocument::Undo); },
                                  [this] { Walk(&SplitDocument::Redo); }};
     undo_.emplace(*this, *row, actions, [this] { return grids_->Commit(); });
+    OfferEarlier(*row);
     row->AddStretchSpacer();
     AddButton(*row, kSplitHelp, kHelpText, 'l', &CScreenSplitWizardSetParam::ShowHelp);
     return row;
@@ -294,8 +295,7 @@ void CScreenSplitWizardSetParam::StateChanged() {
 
 void CScreenSplitWizardSetParam::ShowState() {
     const wxString text = ToWx(StateTextOf(run_));
-    line_->SetLabelText(text);
-    line_->SetToolTip(text);
+    earlier_->ShowState(*line_, StateTextOf(run_));
     const bool hasScreens = !document_.Names().empty();
     for (std::size_t i = 0; i < grids_->Count(); ++i)
         grids_->Grid(i).SetEmptyText(hasScreens ? ToWx(kEmptyGrids[i]) : text);
@@ -327,6 +327,7 @@ void CScreenSplitWizardSetParam::EnableControls() {
     enable(kSplitLastWall, may && lastWall_ && !isLast);
     enable(kSplitRetry, run_.MayRetry());
     enable(kSplitOpen, may && isKnown);
+    earlier_->Enable(may && isKnown);
     enable(kSplitSave, may && (document_.IsLaidOut() || !isAsFetched));
     undo_->Enable();
     view_->SetEditable(may);

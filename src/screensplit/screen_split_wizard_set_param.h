@@ -9,6 +9,7 @@
 #include "screensplit/screen_split_set_wizard.h"
 #include "screensplit/split_page_ids.h"
 #include "screensplit/split_run.h"
+#include "widgets/earlier_settings.h"
 #include "widgets/undo_buttons.h"
 
 class wxGauge;
@@ -50,6 +51,7 @@ class CScreenSplitWizardSetParam : public WizardPage, private SplitView {
     [[nodiscard]] wxSizer* MakeSourceRow();
     [[nodiscard]] wxSizer* MakeStateRow();
     [[nodiscard]] wxSizer* MakeFileRow();
+    void OfferEarlier(wxSizer& foot);
     void AddButton(wxSizer& row, int id, const LocalText& text, char key, Action action);
     void PlaceSash();
     [[nodiscard]] int GridsWidth() const;
@@ -104,6 +106,7 @@ class CScreenSplitWizardSetParam : public WizardPage, private SplitView {
     wxGauge* progress_ = nullptr;
     wxStaticText* line_ = nullptr;
     std::optional<UndoButtons> undo_;
+    std::optional<EarlierSettings> earlier_;
 };
 
 /// Runs the wizard, modally.

@@ -200,8 +200,12 @@ SplitDocument::Refusal SplitDocument::TakeOverWall() {
 }
 
 std::optional<SplitWall> SplitDocument::FetchedWall() const {
-    if (!configuration_ || !Size()) return std::nullopt;
-    auto wall = WallOf(configuration_->Screens(), names_.size(), state_.shown.direction);
+    return configuration_ ? WallIn(*configuration_) : std::nullopt;
+}
+
+std::optional<SplitWall> SplitDocument::WallIn(const SplitConfiguration& configuration) const {
+    if (!Size()) return std::nullopt;
+    auto wall = WallOf(configuration.Screens(), names_.size(), state_.shown.direction);
     return wall && WithinLimits(*wall, *Size()) == *wall ? std::move(wall) : std::nullopt;
 }
 

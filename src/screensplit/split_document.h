@@ -79,6 +79,9 @@ class SplitDocument {
     /// there are any, or says why not.
     [[nodiscard]] Refusal UseWall(const SplitWall& wall,
                                   std::optional<CustomEntries> advanced = {});
+    /// The wall of these screens that a document tells; none when grids could not tell it without a
+    /// change.
+    [[nodiscard]] std::optional<SplitWall> WallIn(const SplitConfiguration& configuration) const;
     /// Takes the wall that the fetched document tells, or says why not.
     [[nodiscard]] Refusal TakeOverWall();
     /// Puts the fetched document back whole; only with one.
@@ -98,7 +101,6 @@ class SplitDocument {
     bool Redo();
 
    private:
-    /// None when grids could not tell it without a change.
     [[nodiscard]] std::optional<SplitWall> FetchedWall() const;
     [[nodiscard]] SplitState Editable() const;
     bool Do(SplitState state, Series series = 0);

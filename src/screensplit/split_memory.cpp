@@ -12,7 +12,7 @@ namespace sontaro {
 
 namespace {
 
-constexpr OwnFileKind kFiles = {"sontaro-screen-split",
+constexpr OwnFileKind kFiles = {kWallFormat,
                                 {"它不是屏幕分割文件。", "it is no screen split file."}};
 constexpr LocalText kOtherScreens = {"它属于另一组播放器，或者内容不完整。",
                                      "it is about another set of players, or not whole."};
@@ -24,7 +24,15 @@ constexpr LocalText kLeftOut = {
     "The file has been opened, but not all of it: %d of its advanced settings do not fit those of "
     "the players, and have been left out."};
 
-constexpr const char* kWall = "wall";
+constexpr LocalText kEarlierLeftOut = {
+    "当时的 %d 项高级参数与播放器现有的不符，未采用。",
+    "Not all of it has been taken: %d of its advanced settings do not fit those of the players, "
+    "and have been left out."};
+constexpr LocalText kNoEarlierWall = {
+    "当时的大屏不是由这些分幕组成的单行或单列，或其重叠、缩放超出可设置的范围，未作任何更改。",
+    "The wall of that time is no single row or column of these screens, or has overlaps or zoom "
+    "beyond what can be set. Nothing has been changed."};
+
 constexpr const char* kAdvanced = "advanced";
 constexpr const char* kRemembered = "screenSplitWalls";
 constexpr Json::ArrayIndex kMostRemembered = 32;
@@ -98,6 +106,19 @@ std::optional<std::vector<SplitSlot>> SlotsIn(const Json::Value& json,
         slots.push_back(slot.asInt() < 0 ? SplitSlot() : SplitSlot(places[place]));
     }
     return slots;
+}
+
+/// Takes a wall with the values of advanced settings, and says so when not all of these fit.
+bool UseWith(SplitDocument& document, const SplitWall& wall, const CustomEntries& values,
+             const LocalText& leftOutText, Prompts& prompts) {
+    CustomEntries advanced = document.Advanced();
+    const std::size_t leftOut = advanced.TakeValues(values);
+    if (const auto refusal = document.UseWall(wall, std::move(advanced))) {
+        prompts.Warn(Localized(*refusal));
+        return false;
+    }
+    if (leftOut > 0) prompts.Warn(fmt::sprintf(Localized(leftOutText), leftOut));
+    return true;
 }
 
 bool IsSeams(const Json::Value& json, std::size_t count) {
@@ -183,7 +204,7 @@ void SaveWallFile(const SplitDocument& document, const std::filesystem::path& pa
     const std::optional<Json::Value> wall = WallToJson(document);
     if (!wall) return prompts.Warn(Localized(kUnnamed));
     Json::Value content(Json::objectValue);
-    content[kWall] = *wall;
+    content[kWallMember] = *wall;
     content[kAdvanced] = document.Advanced().ToJson();
     SaveOwnFile(kFiles, std::move(content), path, prompts);
 }
@@ -191,21 +212,22 @@ void SaveWallFile(const SplitDocument& document, const std::filesystem::path& pa
 bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Prompts& prompts) {
     const auto content = OpenOwnFile(kFiles, path, prompts);
     if (!content) return false;
-    const auto wall = WallFromJson((*content)[kWall], document);
+    const auto wall = WallFromJson((*content)[kWallMember], document);
     if (!wall) {
         TellFileRefused(path, Localized(kOtherScreens), prompts);
         return false;
     }
     CustomEntries values;
     values.Read((*content)[kAdvanced]);
-    CustomEntries advanced = document.Advanced();
-    const std::size_t leftOut = advanced.TakeValues(values);
-    if (const auto refusal = document.UseWall(*wall, std::move(advanced))) {
-        prompts.Warn(Localized(*refusal));
-        return false;
-    }
-    if (leftOut > 0) prompts.Warn(fmt::sprintf(Localized(kLeftOut), leftOut));
-    return true;
+    return UseWith(document, *wall, values, kLeftOut, prompts);
+}
+
+bool OpenEarlierWall(SplitDocument& document, std::string_view text, Prompts& prompts) {
+    const auto configuration = SplitConfiguration::Read(text);
+    const auto wall = configuration ? document.WallIn(*configuration) : std::nullopt;
+    if (wall) return UseWith(document, *wall, configuration->Advanced(), kEarlierLeftOut, prompts);
+    prompts.Warn(Localized(kNoEarlierWall));
+    return false;
 }
 
 }  // namespace sontaro

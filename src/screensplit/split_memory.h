@@ -7,6 +7,10 @@
 
 namespace sontaro {
 
+/// What a file of a wall says of itself, and what it holds.
+inline constexpr const char* kWallFormat = "sontaro-screen-split";
+inline constexpr const char* kWallMember = "wall";
+
 /// The wall of a document as JSON that names every screen by the ID of its player and the number of
 /// its output, since names carry addresses that change. None when two screens cannot be told apart.
 [[nodiscard]] std::optional<Json::Value> WallToJson(const SplitDocument& document);
@@ -28,5 +32,7 @@ void SaveWallFile(const SplitDocument& document, const std::filesystem::path& pa
 /// Takes such a file for the same set of screens, and says so when not all of its advanced settings
 /// fit; or says what is wrong with it and changes nothing.
 bool OpenWallFile(SplitDocument& document, const std::filesystem::path& path, Prompts& prompts);
+/// The same for a document that one of the players held earlier.
+bool OpenEarlierWall(SplitDocument& document, std::string_view text, Prompts& prompts);
 
 }  // namespace sontaro

@@ -141,6 +141,23 @@ void CScreenSplitWizardSetParam::SaveFile() {
     if (path) SaveWallFile(document_, *path, prompts_);
 }
 
+/// Those of the player whose document is shown; what the others hold is kept all the same.
+void CScreenSplitWizardSetParam::OfferEarlier(wxSizer& foot) {
+    const auto open = [this](const std::string& text) {
+        if (MayChange() && OpenEarlierWall(document_, text, prompts_)) Changed();
+    };
+    earlier_.emplace(
+        *this, foot, kSplitOpen, wizard_.Services(), kBlockScreenSplitRead,
+        EarlierActions{
+            [this] {
+                return EarlierQuestion{run_.LastPlayer(), kBlockScreenSplitRead, run_.HeldByLast()};
+            },
+            open, [this] { return grids_->Commit(); }, [this] { StateChanged(); }});
+    run_.KeepBy([this](const DeviceRecord& player, std::string text) {
+        earlier_->Keep(player, std::move(text));
+    });
+}
+
 void CScreenSplitWizardSetParam::ShowHelp() { prompts_.Inform(Localized(kHelp)); }
 
 }  // namespace sontaro

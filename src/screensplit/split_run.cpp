@@ -55,6 +55,10 @@ void SplitRun::Enter(std::vector<DeviceRecord> players) {
     if (!isSame) document_.SetDevices({});
     document_.ForgetConfiguration();
     devices_.clear();
+    held_.assign(players.size(), {});
+    for (std::size_t i = 0; i < players.size(); ++i)
+        held_[i].KeepBy(
+            [this, i](std::string text) { keep_(devices_[i].record, std::move(text)); });
     for (DeviceRecord& player : players) devices_.push_back({std::move(player)});
     index_ = 0;
     sent_.clear();
@@ -131,6 +135,7 @@ void SplitRun::Ask(Request request, void (SplitRun::*take)(const Ended&)) {
     talks_[index_]->Ask(std::move(request), [this, take](const Ended& ended) {
         sendAgain_.Withdraw();
         if (ended.how == End::kCancelled) return;
+        if (task_ == SplitTask::kSend) held_[index_].SendingEnded(ended.how, sent_);
         if (ended.how != End::kReply) return Fail(SplitFailure::Why::kNotAnswered, ended);
         (this->*take)(ended);
     });
@@ -180,7 +185,9 @@ void SplitRun::FetchDocument() {
 }
 
 void SplitRun::TakeDocument(const Ended& ended) {
-    auto configuration = SplitConfiguration::Read(AsText(PayloadOf(*ended.reply)));
+    const std::string_view text = AsText(PayloadOf(*ended.reply));
+    held_[index_].Learn(text);
+    auto configuration = SplitConfiguration::Read(text);
     if (!configuration) return Fail(SplitFailure::Why::kUnreadable);
     document_.SetConfiguration(std::move(*configuration));
     EndTask();
@@ -200,8 +207,11 @@ void SplitRun::CompareNext(std::size_t device) {
     request.limit = kLimit;
     request.boxes = Boxes::kMuted;
     talks_[device]->Ask(std::move(request), [this, device](const Ended& ended) {
-        if (ended.how != End::kReply || !document_.HasConfiguration()) return;
-        const auto theirs = SplitConfiguration::Read(AsText(PayloadOf(*ended.reply)));
+        if (ended.how != End::kReply) return;
+        const std::string_view text = AsText(PayloadOf(*ended.reply));
+        held_[device].Learn(text);
+        if (!document_.HasConfiguration()) return;
+        const auto theirs = SplitConfiguration::Read(text);
         if (theirs && theirs->HasSettingsOf(document_.Configuration())) CompareNext(device + 1);
     });
 }
@@ -247,6 +257,7 @@ void SplitRun::BeginSending() {
 
 void SplitRun::SendNext() {
     state_ = SplitStepState::kQueued;
+    held_[index_].GiveUp();
     Ask(WithQuestion(WriteScreenSplit(sent_)), &SplitRun::Confirmed);
 }
 
@@ -265,6 +276,10 @@ void SplitRun::Complete() {
     if (sentWall_) RememberWall(*sentWall_, preferences_);
     EndTask();
     prompts_.Inform(Localized(kCompleted));
+}
+
+std::optional<std::string> SplitRun::HeldByLast() const {
+    return held_.empty() ? std::nullopt : held_.back().Text();
 }
 
 void SplitRun::Handle(WindowMessage& message) {

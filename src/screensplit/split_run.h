@@ -8,6 +8,7 @@
 #include "exchange/conversation.h"
 #include "screensplit/split_document.h"
 #include "screensplit/split_status.h"
+#include "settings/held_document.h"
 
 namespace sontaro {
 
@@ -26,9 +27,15 @@ class SplitView {
 /// stays. User-interface thread.
 class SplitRun {
    public:
+    /// Keeps what a player holds, and comes back at once.
+    using Keep = std::function<void(const DeviceRecord& player, std::string text)>;
+
     /// All references outlive the run.
     SplitRun(SplitDocument& document, SplitView& view, Prompts& prompts, JsonFile& preferences,
              const ExchangeServices& exchange);
+
+    /// Has `keep` called for every player whose document is known and about to be written over.
+    void KeepBy(Keep keep) { keep_ = std::move(keep); }
 
     /// The page is entered with these players, in this order: begins to fetch. Another set of them
     /// is another document; of the same set the wall stays as it was arranged.
@@ -61,6 +68,10 @@ class SplitRun {
     [[nodiscard]] SplitStatus Status() const;
     /// Which player was asked last; only while it is busy.
     [[nodiscard]] std::size_t AskedDevice() const { return std::min(index_, devices_.size() - 1); }
+    /// The player whose document is shown; only when there are any.
+    [[nodiscard]] const DeviceRecord& LastPlayer() const { return devices_.back().record; }
+    /// What that one holds; none while it is not known.
+    [[nodiscard]] std::optional<std::string> HeldByLast() const;
     /// The address of a player of the task.
     [[nodiscard]] const std::string& AddressOf(std::size_t device) const {
         return devices_[device].record.ip;
@@ -92,6 +103,8 @@ class SplitRun {
     const ExchangeServices exchange_;
     std::vector<SplitDevice> devices_;
     std::vector<std::unique_ptr<Conversation>> talks_;  // one for each device
+    Keep keep_ = [](const DeviceRecord&, const std::string&) {};
+    std::vector<HeldDocument> held_;  // by device
     SplitTask task_ = SplitTask::kNone;
     SplitStepState state_ = SplitStepState::kRunning;
     std::size_t index_ = 0;  // of the device that is being asked

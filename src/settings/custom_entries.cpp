@@ -33,7 +33,9 @@ std::optional<Json::Value> ShapeOf(const Json::Value& entry) {
     const Item item = ReadEntry(entry);
     if (!item.record) return std::nullopt;
     const Document::BASE* record = item.record.get();
-    const bool isSingle = dynamic_cast<const Document::Int*>(record) != nullptr ||
+    const bool isText =
+        dynamic_cast<const Document::String*>(record) != nullptr && item.kind != &TitleKind();
+    const bool isSingle = isText || dynamic_cast<const Document::Int*>(record) != nullptr ||
                           dynamic_cast<const Document::Double*>(record) != nullptr;
     Json::Value shape(Json::arrayValue);
     shape.append(entry[kKey]);

@@ -14,6 +14,11 @@ namespace sontaro {
 inline constexpr LocalText kSettingsTooLong = {"设置内容过长，无法发送！",
                                                "The settings are too long to be sent!"};
 
+/// Of settings that a player held once.
+inline constexpr LocalText kEarlierUnusable = {
+    "这份历史设置无法使用，未作任何更改！",
+    "These settings cannot be used. Nothing has been changed!"};
+
 /// Why a file is refused of which there is nothing to be read.
 inline constexpr LocalText kFileUnreadable = {"文件无法打开。", "it cannot be opened."};
 

@@ -102,6 +102,7 @@ void SettingsRun::ReadEnded(const Ended& ended) {
 /// A document that cannot be used changes nothing, and must not be sent for the player's.
 void SettingsRun::TakeDocument(std::string_view text) {
     answered_ = true;
+    held_.Learn(text);
     const Values before = ValuesShown();
     if (!document_.TakeReply(text)) {
         playersKeys_.reset();
@@ -186,30 +187,35 @@ bool SettingsRun::Agrees() {
 void SettingsRun::Save() {
     if (!MaySend() || !Agrees() || !MaySend()) return;
     if (reading_) talk_.Cancel();  // its answer would take away what is being sent
-    Sent sent{history_.Seal(), ValuesShown(), document_.Keys(), false};
-    const std::optional<OutgoingSettings> outgoing = steps_.prepare(document_.Write());
+    Sent sent{history_.Seal(), "", ValuesShown(), document_.Keys(), false};
+    std::optional<OutgoingSettings> outgoing = steps_.prepare(document_.Write());
     if (!outgoing || locked_) return;
     if (outgoing->text.size() > kLongestPayload) return prompts_.Warn(Localized(kSettingsTooLong));
+    sent.text = std::move(outgoing->text);
     sent.restarts = outgoing->restarts;
-    Send(*outgoing, std::move(sent));
+    Send(std::move(sent));
 }
 
 /// One that has been waited for in vain is given up; others are sent one after another. What
 /// restarts the player waits for nothing: only what has gone out ends the editing.
-void SettingsRun::Send(const OutgoingSettings& outgoing, Sent sent) {
-    if (reading_ || SecondsWithoutAnswer() > 0 || outgoing.restarts) talk_.Cancel();
+void SettingsRun::Send(Sent sent) {
+    const bool restarts = sent.restarts;
+    if (reading_ || SecondsWithoutAnswer() > 0 || restarts) talk_.Cancel();
     waited_ = {};
     ++awaited_;
     Enter(SettingsState::kSent);
-    talk_.Ask(WaitOn(WriteSettings(facts_.block, outgoing.text, sent.restarts ? kRestart : 0)),
+    held_.GiveUp();
+    Request write = WaitOn(WriteSettings(facts_.block, sent.text, restarts ? kRestart : 0));
+    talk_.Ask(std::move(write),
               [this, sent = std::move(sent)](const Ended& ended) { SendEnded(sent, ended); });
-    if (outgoing.restarts && state_ != SettingsState::kNotSent) locked_ = true;
+    if (restarts && state_ != SettingsState::kNotSent) locked_ = true;
     view_.StateChanged();
 }
 
 void SettingsRun::SendEnded(const Sent& sent, const Ended& ended) {
     --awaited_;
     waited_ = {};
+    held_.SendingEnded(ended.how, sent.text);
     code_ = ended.code;
     reason_ = ended.reason;
     switch (ended.how) {
@@ -228,6 +234,7 @@ void SettingsRun::SendEnded(const Sent& sent, const Ended& ended) {
 void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
     const Values before = ValuesShown();
     const bool hasDocument = facts_.confirmation == Confirmation::kAnyDocument && !answer.empty();
+    if (hasDocument) held_.Learn(answer);
     if (hasDocument && !document_.TakeReply(answer)) return Enter(SettingsState::kUnreadable);
     answered_ = true;
     history_.ConfirmBefore(sent.mark);
@@ -251,10 +258,21 @@ void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
 
 void SettingsRun::OpenFile(const std::filesystem::path& path) {
     if (!MayOpen()) return;
-    const auto take = [this](std::string_view text) {
-        return history_.TakeFile(std::string(text)).ok();
-    };
-    if (!TakeSettingsFile(path, take, prompts_)) return;
+    const auto take = [this](std::string_view text) { return TakeFile(text); };
+    if (TakeSettingsFile(path, take, prompts_)) FileTaken();
+}
+
+void SettingsRun::OpenEarlier(const std::string& text) {
+    if (!MayOpen()) return;
+    if (!TakeFile(text)) return prompts_.Warn(Localized(kEarlierUnusable));
+    FileTaken();
+}
+
+bool SettingsRun::TakeFile(std::string_view text) {
+    return history_.TakeFile(std::string(text)).ok();
+}
+
+void SettingsRun::FileTaken() {
     opened_ = true;
     view_.ShowRows();
     view_.ShowConfirmed();

@@ -10,6 +10,7 @@
 #include "base/prompts.h"
 #include "exchange/conversation.h"
 #include "exchange/player_requests.h"
+#include "settings/held_document.h"
 #include "settings/settings_history.h"
 #include "settings/settings_view.h"
 
@@ -48,6 +49,9 @@ class SettingsRun {
                 Prompts& prompts, const ExchangeServices& exchange, Target player,
                 SettingsSteps steps = {});
 
+    /// Has `keep` called with what the player holds when that is about to be written over.
+    void KeepBy(HeldDocument::Keep keep) { held_.KeepBy(std::move(keep)); }
+
     /// Asks the player for its settings; again, when they have been asked for before: what has not
     /// been sent is lost then, unless the user thinks better of it.
     void Read();
@@ -65,9 +69,14 @@ class SettingsRun {
     void Save();
     /// Takes the settings of a file, to be sent later, or says why not and changes nothing.
     void OpenFile(const std::filesystem::path& path);
+    /// The same for a document that the player held earlier.
+    void OpenEarlier(const std::string& text);
     /// Writes the settings to a file and says whether that worked.
     void SaveFile(const std::filesystem::path& path);
 
+    [[nodiscard]] SettingsBlock Block() const { return facts_.block; }
+    /// What the player holds; none while that is not known.
+    [[nodiscard]] const std::optional<std::string>& Held() const { return held_.Text(); }
     [[nodiscard]] SettingsState State() const { return state_; }
     [[nodiscard]] NotSent LastReason() const { return reason_; }
     [[nodiscard]] std::uint16_t LastCode() const { return code_; }
@@ -97,6 +106,7 @@ class SettingsRun {
     /// What the player is to confirm.
     struct Sent {
         SettingsHistory::Mark mark;
+        std::string text;
         Values values;
         std::vector<std::string> keys;
         bool restarts;
@@ -106,10 +116,12 @@ class SettingsRun {
     void ReadEnded(const Ended& ended);
     void TakeDocument(std::string_view text);
     void TakeUnasked(WindowMessage& message);
+    [[nodiscard]] bool TakeFile(std::string_view text);
+    void FileTaken();
     void TellOtherKeys();
     [[nodiscard]] bool Agrees();
     [[nodiscard]] bool IsPlayersOwn() const;
-    void Send(const OutgoingSettings& outgoing, Sent sent);
+    void Send(Sent sent);
     void SendEnded(const Sent& sent, const Ended& ended);
     void Confirm(const Sent& sent, std::string_view answer);
     void ShowWalked(const std::string& row);
@@ -134,6 +146,7 @@ class SettingsRun {
     bool opened_ = false;    // a file
     bool locked_ = false;    // the player restarts
     int awaited_ = 0;        // answers to what was sent
+    HeldDocument held_;
     SettingsHistory history_;
     SettingsState untouched_{};  // what is to be told of the player's settings without changes
     SettingsHistory::Mark discarded_ = 0;  // what is older goes when the player's settings come

@@ -129,11 +129,23 @@ void CPlayerTimeControl::LayOut(const DeviceRecord& player) {
         files->InsertSpacer(place++, FromDIP(8));
         files->Insert(place++, button);
     }
+    OfferEarlier(*files, player);
     column->Add(files, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
     wxSize size = GetSize() + wxSize(0, kMoreLines * GetCharHeight());
     size.DecTo(wxGetClientDisplayRect().GetSize());
     SetSize(size);
+}
+
+void CPlayerTimeControl::OfferEarlier(wxSizer& foot, const DeviceRecord& player) {
+    earlier_.emplace(
+        *this, foot, kOpenTimeline, Services(), kBlockPlayerTimeline,
+        EarlierActions{[this, player] {
+                           return EarlierQuestion{player, kBlockPlayerTimeline, run_.Held()};
+                       },
+                       [this](const std::string& text) { run_.OpenEarlier(text); },
+                       [] { return true; }, [this] { StateChanged(); }});
+    run_.KeepBy([this, player](std::string text) { earlier_->Keep(player, std::move(text)); });
 }
 
 /// The table gives way to the checks, down to its least size.
@@ -296,8 +308,8 @@ void CPlayerTimeControl::StateChanged() {
 
 void CPlayerTimeControl::ShowState() {
     const wxString text = ToWx(StateTextOf(run_));
-    state_->SetLabelText(text.BeforeFirst('\n'));
-    state_->SetToolTip(text);
+    earlier_->ShowState(*state_, FromWx(text.BeforeFirst('\n')));
+    state_->SetToolTip(ToWx(earlier_->WithTrouble(FromWx(text))));
     const wxString tested = ToWx(TestTextOf(run_.Tests()));
     test_->SetLabelText(tested);
     test_->SetToolTip(TooltipText(tested));

@@ -7,6 +7,7 @@
 #include "timeline/timeline_run.h"
 #include "timeline/timeline_table.h"
 #include "timeline/video_fields.h"
+#include "widgets/earlier_settings.h"
 #include "widgets/feature_dialog.h"
 
 class wxGauge;
@@ -62,6 +63,7 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     [[nodiscard]] wxSizer* MakeInfoRow();
     [[nodiscard]] wxSizer* MakeNodeButtons();
     void BindEvents();
+    void OfferEarlier(wxSizer& foot, const DeviceRecord& player);
     [[nodiscard]] bool HandleShortcut(int key);
 
     void HandleMessage(WindowMessage& message) override {
@@ -110,6 +112,7 @@ class CPlayerTimeControl : public FeatureDialog, private TimelineView {
     wxStaticText* test_ = nullptr;
     NumberField* gap_ = nullptr;
     wxStaticText* state_ = nullptr;
+    std::optional<EarlierSettings> earlier_;
     bool asked_ = false;  // the player; before, there is nothing to connect again
     bool shown_ = false;  // nodes have been
 };

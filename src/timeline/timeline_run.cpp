@@ -16,8 +16,6 @@ namespace {
 using State = TimelineState;
 
 constexpr LocalText kSaved = {"配置完成！", "Changes have been saved!"};
-constexpr LocalText kTooMany = {"命令条数太多了,删除一些吧！",
-                                "There are too many commands, please delete some!"};
 constexpr LocalText kNotThePlayers = {
     "尚未读到播放器自己的时间轴。仍要发送这些命令吗？",
     "The player's own timeline has not been read. Send these commands all the same?"};
@@ -132,6 +130,7 @@ void TimelineRun::ReadFailed(const Ended& ended) {
 /// take their time: the window may have sent something else meanwhile.
 void TimelineRun::TakeTimeline(std::string_view text) {
     answered_ = true;
+    held_.Learn(text);
     Result<TimelineContent> content =
         text.empty() ? TimelineContent() : document_.Read(text, TimelineSource::kPlayer);
     known_ = content.ok();
@@ -174,13 +173,14 @@ void TimelineRun::Changed() {
 /// Whatever is being waited for is given up: its answer would be about something else.
 void TimelineRun::Save() {
     if (!MaySend()) return;
-    if (document_.IsTooLong()) return prompts_.Warn(Localized(kTooMany));
+    if (document_.IsTooLong()) return prompts_.Warn(Localized(kTooManyCommands));
     if (!known_ && !prompts_.Confirm(Localized(kNotThePlayers))) return;
     talk_.Cancel();
     reading_ = false;
     const auto text = std::make_shared<const std::string>(document_.Write());
     const TimelineDocument::State state = document_.CurrentState();
     Enter(State::kSent);
+    held_.GiveUp();
     talk_.Ask(WaitOn(WriteSettings(kBlockPlayerTimeline, *text)),
               [this, text, state](const Ended& ended) { SendEnded(text, state, ended); });
 }
@@ -188,6 +188,7 @@ void TimelineRun::Save() {
 void TimelineRun::SendEnded(const std::shared_ptr<const std::string>& sent,
                             TimelineDocument::State state, const Ended& ended) {
     waited_ = {};
+    held_.SendingEnded(ended.how, *sent);
     reason_ = ended.reason;
     switch (ended.how) {
         case End::kReply: break;
@@ -212,6 +213,7 @@ void TimelineRun::Compare(const std::string& sent, const Ended& ended) {
     if (ended.how == End::kCancelled) return;
     if (ended.how != End::kReply) return Settle(State::kUncompared);
     const std::string_view held = AsText(PayloadOf(*ended.reply));
+    held_.Learn(held);
     difference_ = {};
     if (held == sent) return Settle(State::kEqual);
     NameTable names;
@@ -228,6 +230,16 @@ void TimelineRun::OpenFile(const std::filesystem::path& path) {
     const Status taken =
         text ? document_.Take(*text, TimelineSource::kFile) : Error{Localized(kFileUnreadable)};
     if (!taken) return TellFileRefused(path, taken.reason(), prompts_);
+    FileTaken();
+}
+
+void TimelineRun::OpenEarlier(const std::string& text) {
+    if (!document_.Take(text, TimelineSource::kFile))
+        return prompts_.Warn(Localized(kEarlierUnusable));
+    FileTaken();
+}
+
+void TimelineRun::FileTaken() {
     opened_ = true;
     view_.ShowNodes();
     Changed();

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "settings/held_document.h"
 #include "timeline/timeline_difference.h"
 #include "timeline/timeline_tests.h"
 
@@ -59,6 +60,9 @@ class TimelineRun {
     TimelineRun(TimelineDocument& document, TimelineView& view, Prompts& prompts,
                 const ExchangeServices& exchange, Target player, VideoListSource videos);
 
+    /// Has `keep` called with what the player holds when that is about to be written over.
+    void KeepBy(HeldDocument::Keep keep) { held_.KeepBy(std::move(keep)); }
+
     /// Asks the player for all of it; again, when that has been done before.
     void Read();
     /// Takes a message that the main window forwards.
@@ -70,9 +74,13 @@ class TimelineRun {
     /// Takes the timeline of a file in place of all nodes, or says which file cannot be read and
     /// why, and changes nothing.
     void OpenFile(const std::filesystem::path& path);
+    /// The same for a timeline that the player held earlier.
+    void OpenEarlier(const std::string& text);
     /// Writes the timeline to a file and says whether that worked.
     void SaveFile(const std::filesystem::path& path);
 
+    /// What the player holds; none while that is not known.
+    [[nodiscard]] const std::optional<std::string>& Held() const { return held_.Text(); }
     [[nodiscard]] TimelineState State() const { return state_; }
     [[nodiscard]] VideoListState VideoList() const { return list_; }
     [[nodiscard]] NotSent LastReason() const { return reason_; }
@@ -101,6 +109,7 @@ class TimelineRun {
                    const Ended& ended);
     void Compare(const std::string& sent, const Ended& ended);
     void ReadFailed(const Ended& ended);
+    void FileTaken();
     void Enter(TimelineState state);
     void Settle(TimelineState state);
 
@@ -110,6 +119,7 @@ class TimelineRun {
     const VideoListSource videos_;
     Conversation talk_;
     TimelineTests tests_;
+    HeldDocument held_;
     TimelineState state_ = TimelineState::kWaitingForList;
     TimelineState settled_ = TimelineState::kRead;  // while nothing has been changed
     VideoListState list_ = VideoListState::kNone;

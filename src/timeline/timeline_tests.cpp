@@ -11,8 +11,6 @@ namespace sontaro {
 
 namespace {
 
-constexpr std::uint32_t kTest = kBlockPlayerTimeline | std::uint32_t{2} << 16;
-
 constexpr LocalText kSingle = {"发送单条命令！", "Send a single command!"};
 constexpr LocalText kEmpty = {"命令不能为空！", "Command cannot be empty!"};
 
@@ -31,6 +29,11 @@ const LocalText& TextOf(TestReport::Outcome outcome) {
 }
 
 }  // namespace
+
+SharedPacket TestPacket(const TimeNode& node) {
+    constexpr std::uint32_t kTest = kBlockPlayerTimeline | std::uint32_t{2} << 16;
+    return ReadyPacket(kCommandSettings, kTest, TestText(node));
+}
 
 std::string TestReport::Told() const {
     const auto clock = fmt::localtime(std::chrono::system_clock::to_time_t(time));
@@ -83,8 +86,7 @@ TestReport::Outcome TimelineTests::Send(NodeId id, std::size_t number, std::size
                       std::chrono::system_clock::now()};
     if (!report.node.command.empty()) {
         const std::weak_ptr alive = alive_;
-        const Sending sending =
-            talk_.Post(ReadyPacket(kCommandSettings, kTest, TestText(report.node)));
+        const Sending sending = talk_.Post(TestPacket(report.node));
         if (alive.expired()) return Outcome::kNotSent;
         report.outcome = sending ? Outcome::kSent : Outcome::kNotSent;
         report.reason = sending.Reason();

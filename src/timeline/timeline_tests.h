@@ -12,6 +12,9 @@
 
 namespace sontaro {
 
+/// The packet by which a player tries a node's command.
+[[nodiscard]] SharedPacket TestPacket(const TimeNode& node);
+
 /// What became of the latest command that was tried. That it was sent is all that can be said: the
 /// player answers nothing to it.
 struct TestReport {

@@ -50,6 +50,10 @@ inline constexpr std::array<LocalText, kTimelinePorts> kTimelinePortNames = {{
     {"DMAX512", "DMAX512"},
 }};
 
+/// Of a timeline that is too long for a player.
+inline constexpr LocalText kTooManyCommands = {"命令条数太多了,删除一些吧！",
+                                               "There are too many commands, please delete some!"};
+
 /// With how many.
 inline constexpr LocalText kSomeHidden = {"其中 %d 条因筛选而未显示。",
                                           "The filter hides %d of the ticked commands."};

@@ -1,6 +1,7 @@
 #include "tour/tour_settings.h"
 
 #include <fmt/core.h>
+#include <wx/grid.h>
 #include <wx/propgrid/propgrid.h>
 #include <wx/textctrl.h>
 
@@ -47,6 +48,10 @@ SettingsRow RowIn(const SettingsStation& station, const std::string& document) {
     return {};
 }
 
+bool Shows(const wxPropertyGrid* grid, const SettingsStation& station, const std::string& value) {
+    return grid != nullptr && grid->GetPropertyValueAsString(station.row) == value;
+}
+
 }  // namespace
 
 void TourSettings::Write() {
@@ -55,6 +60,7 @@ void TourSettings::Write() {
         Read(station);
         Undo(station);
         Change(station);
+        if (&station == kStations) LookBack(station);
         LeaveFeature();
     }
 }
@@ -70,7 +76,7 @@ void TourSettings::Read(const SettingsStation& station) {
 
 void TourSettings::Undo(const SettingsStation& station) {
     const auto shows = [&station](const std::string& value) {
-        return Find<wxPropertyGrid>(kSettingsGrid)->GetPropertyValueAsString(station.row) == value;
+        return Shows(Find<wxPropertyGrid>(kSettingsGrid), station, value);
     };
     const auto type = [&station] {
         auto* grid = Find<wxPropertyGrid>(kSettingsGrid);
@@ -109,6 +115,25 @@ void TourSettings::Change(const SettingsStation& station) {
                      row.value, station.value, Address(), station.value),
          announced ? std::string(station.picture) + "-saved" : "");
     if (announced) Step(Pressing(wxID_OK), InFront(station.window), "dismissed the message");
+}
+
+void TourSettings::LookBack(const SettingsStation& station) {
+    const auto shows = [&station](const std::string& value) {
+        return Shows(Find<wxPropertyGrid>(kSettingsGrid), station, value);
+    };
+    const SettingsRow row = RowIn(station, State().*station.document);
+    const auto listed = [] {
+        auto* grid = Find<wxGrid>(kLaterChangesGrid);
+        return grid != nullptr && grid->GetNumberRows() > 0;
+    };
+    Step(Pressing(kEarlierButton), listed, "pressed Earlier: what the player has held before",
+         "earlier");
+    Step(
+        Pressing(wxID_OK), [=] { return shows(row.value); },
+        fmt::format("opened it: {} is {} again", row.name, row.value), "earlier-opened");
+    Step(
+        Pressing(kUndoButton), [=] { return shows(station.value); },
+        fmt::format("pressed Undo: it is {}", station.value));
 }
 
 }  // namespace sontaro

@@ -8,7 +8,7 @@ namespace sontaro {
 struct SettingsStation;
 
 /// Opens each settings dialog for the first player, changes a value, sends it, and looks at what
-/// the player holds then.
+/// the player holds then. In the first one it opens what the player has held before.
 class TourSettings : public TourSteps {
    public:
     using TourSteps::TourSteps;
@@ -19,6 +19,7 @@ class TourSettings : public TourSteps {
     void Read(const SettingsStation& station);
     void Undo(const SettingsStation& station);
     void Change(const SettingsStation& station);
+    void LookBack(const SettingsStation& station);
 };
 
 }  // namespace sontaro

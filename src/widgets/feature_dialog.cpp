@@ -117,6 +117,7 @@ void FeatureDialog::CloseLinks() {
 wxSizer* FeatureDialog::MakeButtonRow(bool withOk, const LocalText& cancelText) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->AddStretchSpacer();
+    row->AddSpacer(FromDIP(8));  // also where the buttons at the left leave no room
     if (withOk) row->Add(new wxButton(this, wxID_OK, ButtonLabel(kOkText, 'O')));
     row->AddSpacer(FromDIP(8));
     row->Add(new wxButton(this, wxID_CANCEL, ButtonLabel(cancelText, cancelText.english[0])));

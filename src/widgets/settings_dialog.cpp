@@ -51,7 +51,10 @@ void SettingsDialog::LayOut(const DeviceRecord& player) {
     column->Add(MakeStateRow(state_),
                 wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, gap));
     wxSizer* foot = MakeFileButtonRow(kOpenSettings, kSaveSettings);
-    undo_.emplace(*this, *foot, run_, [this] { return grid_->Commit(); });
+    const auto commit = [this] { return grid_->Commit(); };
+    undo_.emplace(*this, *foot, run_, commit);
+    earlier_.emplace(*this, *foot, kOpenSettings, Services(), player, run_, commit,
+                     [this] { StateChanged(); });
     column->Add(foot, wxSizerFlags().Expand().Border(wxALL, gap));
     SetSizerAndFit(column);
 }
@@ -86,12 +89,13 @@ void SettingsDialog::ChooseRow(const std::string& key) {
 }
 
 void SettingsDialog::StateChanged() {
-    const wxString text = ToWx(StateTextOf(run_));
-    grid_->SetEmptyText(text);
-    state_->SetLabelText(text);
+    const std::string text = StateTextOf(run_);
+    grid_->SetEmptyText(ToWx(text));
+    earlier_->ShowState(*state_, text);
     ShowReadAgain(run_.IsConnected() || !asked_);
     FindWindow(wxID_OK)->Enable(run_.MaySend());
     FindWindow(kOpenSettings)->Enable(run_.MayOpen());
+    earlier_->Enable(run_.MayOpen());
     FindWindow(kSaveSettings)->Enable(run_.MayKeep());
     undo_->Enable();
 }

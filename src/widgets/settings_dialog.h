@@ -6,6 +6,7 @@
 #include <string>
 
 #include "settings/settings_run.h"
+#include "widgets/earlier_settings.h"
 #include "widgets/feature_dialog.h"
 #include "widgets/settings_grid.h"
 #include "widgets/undo_buttons.h"
@@ -55,6 +56,7 @@ class SettingsDialog : public FeatureDialog, private SettingsView {
     SettingsGrid* grid_ = nullptr;
     wxStaticText* state_ = nullptr;
     std::optional<UndoButtons> undo_;
+    std::optional<EarlierSettings> earlier_;
     bool asked_ = false;  // the player; before, there is nothing to connect again
 };
 

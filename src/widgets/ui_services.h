@@ -10,12 +10,15 @@
 
 namespace sontaro {
 
+class DocumentKeeper;
+
 /// The services of the running program; all of them outlive every window.
 struct UiServices {
     LinkServices link;
     ExchangeHub& hub;
     Timers& timers;
     JsonFile& preferences;                ///< the user's choices and the windows' places
+    DocumentKeeper& documents;            ///< what stood on players before it was written over
     std::filesystem::path programFolder;  ///< holds the working files; a demonstration has its own
 
     [[nodiscard]] WindowDirectory& Directory() const { return link.directory; }

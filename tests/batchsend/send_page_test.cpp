@@ -54,9 +54,12 @@ struct SendPageTest : testing::Test, SendingSurroundings, SendPageView {
     void Enter() { page.Enter(set), Await(SendPhase::kIdle); }
     /// Until the proof is over, too.
     void AwaitEnd() { Await(SendPhase::kProving), Await(SendPhase::kIdle); }
-    [[nodiscard]] SendPlaces Places() const {
+    [[nodiscard]] SendPlaces Places() {
         return {folder / "runs", folder / "types.json", [] { return std::chrono::milliseconds(0); },
-                std::chrono::system_clock::now};
+                std::chrono::system_clock::now,
+                [this](const Target& player, std::string text) {
+                    given.push_back(player.ip + std::move(text));
+                }};
     }
     [[nodiscard]] std::string Ip(std::size_t player) const {
         return FormatIpv4(network.Player(player));
@@ -74,6 +77,7 @@ struct SendPageTest : testing::Test, SendingSurroundings, SendPageView {
     TemporaryFolder folder;
     std::vector<std::unique_ptr<simulator::PlayerGroup>> players;
     VideoSet set;
+    std::vector<std::string> given;  // away to be kept, behind the address of its player
     SendPage page{source, *this, prompts, Exchange(), Places()};
     WindowDirectory::Registration window = directory.Register(
         TitleOf(Window::kBatchSend), [this](auto& message) { page.Handle(message); });
@@ -170,7 +174,9 @@ TEST_F(SendPageTest, SaysWhichPlayersHaveNotToldWhatTheyHave) {
 }
 
 TEST_F(SendPageTest, SendsNamesOfCategoriesAgainThatHaveNotArrived) {
-    const auto names = ReadCategoryNames(Player(0).State().controlProtocol);
+    const std::string held[] = {Player(0).State().controlProtocol,
+                                Player(1).State().controlProtocol};
+    const auto names = ReadCategoryNames(held[0]);
     folder.Write("types.json", VideoTypeDocument(*names));
     Enter();
     Fault(1, "unsupported=1");
@@ -178,6 +184,7 @@ TEST_F(SendPageTest, SendsNamesOfCategoriesAgainThatHaveNotArrived) {
     AwaitEnd();
     EXPECT_EQ(page.SummaryText(), "1 OK, 1 failed: " + Ip(1) +
                                       " (names of categories: The player does not support this).");
+    EXPECT_THAT(given, ElementsAre(Ip(0) + held[0], Ip(1) + held[1]));
     Fault(1, "");
     page.SendFailed();
     ASSERT_EQ(page.Rows().size(), 1U);
@@ -223,6 +230,7 @@ TEST_F(SendPageTest, SendsAgainWhatFailedWithoutAJournal) {
     page.SendFailed();
     EXPECT_EQ(page.Rows()[0].player.target.ip, Ip(1));
     AwaitEnd();
+    EXPECT_THAT(given, IsEmpty()) << "nothing was written over";
     EXPECT_THAT(page.SummaryText(),
                 EndsWith("1 OK, 1 failed: " + Ip(0) + " (Small disk surplus)."));
 }

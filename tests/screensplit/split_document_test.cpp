@@ -299,6 +299,7 @@ TEST_F(AdvancedSettings, WallAndValuesAreKeptInAFileOfTheSameScreens) {
     Apply();
     Edit("Split/2/Overlap", "33");
     Edit("varParam/real", "0.123457");
+    Edit("varParam/string", "Side wall");
     const std::string held = document.Write();
     SaveWallFile(document, folder / "wall.JSON", prompts);
     SplitDocument moved;  // the same players at other addresses, found in another order

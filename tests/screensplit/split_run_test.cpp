@@ -130,6 +130,26 @@ TEST_F(SplitPage, SendsTheSameDocumentToOneAfterAnother) {
     EXPECT_FALSE(run.IsBusy());
 }
 
+TEST_F(SplitPage, GivesAwayWhatEveryPlayerHoldsThatHasSaidSo) {
+    std::vector<std::string> kept;
+    run.KeepBy([&](const DeviceRecord& from, const std::string& text) {
+        kept.push_back(from.ip.substr(10) + text);
+    });
+    const std::string other = Configuration(R"([{"keyVal":"a"}])");
+    Blocks(), Document(22);  // and the other one has not answered yet
+    prompts.answers = {true};
+    run.Finish(), Confirm(21);
+    EXPECT_THAT(kept, ElementsAre("22" + Configuration()));
+    Confirm(22), kept.clear();
+    const std::string sent = channel.payload;
+    EXPECT_EQ(run.HeldByLast(), sent);
+    run.Enter({PlayerAt(21), PlayerAt(22)});
+    Blocks(), Document(22), Document(21, other);
+    prompts.answers = {true};
+    run.Finish(), Lose(21), run.Retry(), Confirm(21);
+    EXPECT_THAT(kept, ElementsAre("21" + other, "22" + Configuration())) << "each of them once";
+}
+
 TEST_F(SplitPage, APlayerWithoutCorrectionOrWithoutADocumentEndsTheFetch) {
     Block(21, BlockOf(2));
     Block(22, ParameterBlock{});

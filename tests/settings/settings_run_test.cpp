@@ -81,6 +81,10 @@ struct Procedure : testing::Test, ExchangeBench, SettingsView {
     void Edit(const std::string& text) { static_cast<void>(run.Edit({"row", text})); }
     void ExpectState(State state) { EXPECT_EQ(run.State(), state); }
     std::string Held() { return run.Confirmed().at("row"); }
+    /// From now on the log says what is given away to be kept.
+    void Keep() {
+        run.KeepBy([this](const std::string& text) { log += "keep " + text + "; "; });
+    }
     std::string Log() { return std::exchange(log, ""); }
 
     const SettingsBlock block;
@@ -90,6 +94,68 @@ struct Procedure : testing::Test, ExchangeBench, SettingsView {
     TextDocument document;
     SettingsRun run;
 };
+
+TEST_F(Procedure, GivesAwayWhatThePlayerHoldsBeforeItIsWrittenOver) {
+    Keep();
+    OpenWith("a");
+    Edit("b"), run.Save(), Acknowledge();
+    EXPECT_EQ(Log(), "keep a; send 1ab; ");
+    Edit("c"), run.Save();
+    EXPECT_EQ(Log(), "keep ab; send 1abc; ") << "the player has confirmed it";
+    EXPECT_FALSE(run.Held()) << "until the player has answered";
+    run.Save();
+    EXPECT_EQ(Log(), "");
+    Acknowledge(), Acknowledge(), Reply("bad");
+    ExpectState(State::kUnreadable);
+    run.Read(), Reply(""), Log();
+    run.Save();
+    EXPECT_EQ(Log().find("keep"), std::string::npos) << "there is nothing in it";
+}
+
+TEST_F(Procedure, GivesAwayNothingThatItDoesNotKnowThePlayerToHold) {
+    Keep();
+    channel.refusal = NotSent::kConnectFailed;
+    run.Read();
+    channel.refusal.reset();
+    OpenFileWith("a"), Log();
+    prompts.answers = {true, true};
+    run.Save();
+    EXPECT_EQ(Log(), "send 1a; ");
+    LoseLink();
+    run.Save();
+    EXPECT_EQ(Log(), "send 1a; ") << "it may have arrived, or not";
+}
+
+TEST_F(Procedure, GivesAwayOnceMoreWhatARefusedWriteHasLeftThere) {
+    Keep();
+    OpenWith("a");
+    channel.refusal = NotSent::kTooMuchWaiting;
+    Edit("b"), run.Save();
+    channel.refusal.reset();
+    EXPECT_EQ(Log() + run.Held().value_or("?"), "keep a; a");
+    run.Save();
+    Report(ExchangeNews::Kind::kNotSupported, kCommandSettings);
+    EXPECT_EQ(Log() + run.Held().value_or("?"), "keep a; send 1ab; a");
+    run.Save(), LoseLink();
+    EXPECT_EQ(Log(), "keep a; send 1ab; ");
+    EXPECT_FALSE(run.Held());
+}
+
+TEST_F(Procedure, OpensAnEarlierDocumentLikeAFile) {
+    OpenWith("k:a");
+    run.OpenEarlier("other:b");
+    EXPECT_EQ(Log(), "rows other:b; ");
+    ExpectState(State::kForeign);
+    EXPECT_THAT(prompts.boxes, ElementsAre(Notice("1 of the file's settings are unknown to the "
+                                                  "player, 1 of the player's are missing in the "
+                                                  "file.")));
+    run.Undo();
+    EXPECT_EQ(Log(), "rows k:a; ");
+    run.OpenEarlier("bad");
+    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(prompts.boxes.back(),
+              Warning("These settings cannot be used. Nothing has been changed!"));
+}
 
 struct Overlay : Procedure {
     Overlay() : Procedure(kBlockOsd) {}
@@ -299,6 +365,14 @@ TEST_F(Overlay, KeepsItsStepsWhenThePlayerSendsWhatIsShownElseThoseNotConfirmed)
     run.Undo();
     EXPECT_EQ(document.text + Held(), "xx");
     EXPECT_FALSE(run.MayUndo() || run.HasUnsentChanges());
+}
+
+TEST_F(Overlay, GivesAwayWhatThePlayerHasConfirmedWith) {
+    Keep();
+    OpenWith("a");
+    Edit("b"), run.Save(), Reply("A"), run.Save(), Reply("");
+    EXPECT_EQ(Log(), "keep a; send 0ab; rows A; keep A; send 0A; ");
+    EXPECT_EQ(run.Held(), "A");
 }
 
 TEST_F(Overlay, IsConfirmedByTheDocumentAsItIsNowOrByAnEmptyOne) {

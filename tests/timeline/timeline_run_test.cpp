@@ -187,6 +187,35 @@ TEST_F(TimelineProcedure, ReadsAgainWhatHasBeenConfirmedAndCompares) {
     ExpectState(State::kUncompared);
 }
 
+TEST_F(TimelineProcedure, GivesAwayWhatThePlayerHoldsBeforeItIsWrittenOver) {
+    std::vector<std::string> kept;
+    run.KeepBy([&](std::string text) { kept.push_back(std::move(text)); });
+    const std::string first = TimelineOf({1});
+    OpenWith(first);
+    Add(2);
+    run.Save();
+    EXPECT_THAT(kept, ElementsAre(first));
+    EXPECT_FALSE(run.Held());
+    Confirm();
+    EXPECT_EQ(run.Held(), TimelineOf({1, 2})) << "until it is read again";
+    Answer(TimelineOf({3}));
+    run.Save();
+    EXPECT_THAT(kept, ElementsAre(first, TimelineOf({3})));
+}
+
+TEST_F(TimelineProcedure, OpensAnEarlierTimelineLikeAFile) {
+    OpenWith(TimelineOf({1}));
+    run.OpenEarlier(TimelineOf({2, 3}));
+    ExpectTimes({2, 3});
+    ExpectState(State::kChanged);
+    Undo();
+    ExpectTimes({1});
+    run.OpenEarlier("bad");
+    ExpectTimes({1});
+    EXPECT_THAT(prompts.boxes, ElementsAre(Warning("These settings cannot be used. Nothing has "
+                                                   "been changed!")));
+}
+
 TEST_F(TimelineProcedure, WhatIsChangedWhileItIsSentIsNotConfirmed) {
     OpenWith(TimelineOf({1}));
     Add(2);

@@ -62,6 +62,19 @@ TEST_F(ProtocolDialog, UploadsAnEditThatIsStillOpenAndWhatWasLearned) {
     });
 }
 
+TEST_F(ProtocolDialog, OpensWhatWasThereBeforeTheUpload) {
+    Run([&] {
+        const std::string before = Value(2, "Serial/NextType");
+        Type(2, "Serial/NextType", "a5 0c");
+        Press(dialog, wxID_OK);
+        EXPECT_TRUE(PumpUntil([&] { return Text(kProtocolState) == "The player has confirmed."; }));
+        OpenEarlier();
+        EXPECT_EQ(Value(2, "Serial/NextType"), before);
+        Press(dialog, kUndoButton);
+        EXPECT_EQ(Value(2, "Serial/NextType"), "A50C");
+    });
+}
+
 TEST_F(ProtocolDialog, LearnsOnlyWhatTheUserWantsAndSees) {
     Run([&] {
         const auto hears = [&](std::uint8_t byte, const std::string& said) {

@@ -54,7 +54,8 @@ class ForcedEnd : public UiTest {
     }
 
     MessagePrompts boxes;
-    UiServices realServices{{directory, threads, boxes}, hub, gate, preferences, folder.Path()};
+    UiServices realServices{
+        {directory, threads, boxes}, hub, gate, preferences, documents, folder.Path()};
     wxWeakRef<CSontaroDlg> window;
 };
 

@@ -75,6 +75,11 @@ TEST_F(PlayerControlDialog, MakesATypeOfACategoryThatIsActivated) {
         Press(dialog, wxID_OK);
         EXPECT_TRUE(PumpUntil([&] { return !prompts.boxes.empty(); }));
         EXPECT_THAT(Told(), ElementsAre(Notice("Changes have been saved!")));
+        const wxString type = NewType();
+        OpenEarlier();
+        EXPECT_FALSE(Grid().GetPropertyByName(type));
+        Press(dialog, kUndoButton);
+        EXPECT_TRUE(Grid().GetPropertyByName(type));
     });
 }
 

@@ -356,6 +356,17 @@ TEST_F(PlayerTime, MergesTickedVideosIntoThoseTheyAreMappedTo) {
     });
 }
 
+TEST_F(PlayerTime, OpensTheTimelineThatWasThereBeforeTheUpload) {
+    Run({{0, "t", "v", 0, 0, "", 0, "01"}}, [&] {
+        Press(dialog, kDuplicateNodes);
+        Upload();
+        OpenEarlier();
+        EXPECT_THAT(Commands(), ElementsAre("01"));
+        Press(dialog, kUndoTimeline);
+        EXPECT_THAT(Commands(), ElementsAre("01", "01"));
+    });
+}
+
 TEST_F(PlayerTime, ExportsATableAndTakesItBackWholeOrNotAtAll) {
     Run({{0, "t", "v", 1500, 0, "", 0, "A501"}}, [&] {
         prompts.file = folder / "table.csv";

@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <wx/grid.h>
 #include <wx/notebook.h>
 
 #include "app/features.h"
@@ -37,7 +38,7 @@ struct SplitPageTest : UiTest {
                 state.screens.outputs = outputs;
             });
         window = OpenMainWindow();
-        const ModalScript script{[&](wxDialog* opened) {
+        ModalScript script{[&](wxDialog* opened) {
             dialog = opened;
             Press(dialog, kSplitScan);
             auto* list = Find<DeviceList>(dialog, kSplitList);
@@ -50,6 +51,7 @@ struct SplitPageTest : UiTest {
             prompts.answers = {true};
             Press(dialog, wxID_CANCEL);
         }};
+        open = &script;
         wxCommandEvent press(wxEVT_BUTTON, FeatureButton(Window::kSelectDevices));
         window->GetEventHandler()->ProcessEvent(press);
         window->Destroy();
@@ -115,6 +117,7 @@ struct SplitPageTest : UiTest {
 
     wxWeakRef<CSontaroDlg> window;
     wxWeakRef<wxDialog> dialog;
+    ModalScript* open = nullptr;
 };
 
 TEST_F(SplitPageTest, SendsTheWallToAllPlayersAndFetchesItAgain) {
@@ -145,6 +148,29 @@ TEST_F(SplitPageTest, SendsTheWallToAllPlayersAndFetchesItAgain) {
         EXPECT_EQ(ValueOf(kSplit, kOverlap), "100");
     });
     EXPECT_THAT(Told(), ElementsAre(kExit));
+}
+
+TEST_F(SplitPageTest, OpensAWallThatThePlayersHeldEarlier) {
+    Run([&] {
+        AwaitComparison();
+        Press(dialog, kSplitApply);
+        for (const char* overlap : {"100", "50"}) {
+            Type(kSplit, kOverlap, overlap);
+            Press(dialog, wxID_FORWARD);
+            AwaitBox();
+            EXPECT_THAT(Told(), ElementsAre(kDone));
+        }
+        open->Expect([&](wxDialog* earlier) {
+            auto* grid = Find<wxGrid>(earlier, kEarlierGrid);
+            EXPECT_TRUE(PumpUntil([&] { return grid->GetNumberRows() == 2; }));
+            Press(earlier, wxID_OK);
+        });
+        Press(dialog, kEarlierButton);
+        EXPECT_EQ(ValueOf(kSplit, kOverlap), "100");
+        Await("Edited, not sent.");
+        Press(dialog, kUndoButton);
+        EXPECT_EQ(ValueOf(kSplit, kOverlap), "50");
+    });
 }
 
 TEST_F(SplitPageTest, OffersNoWallOfTheSetBefore) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <wx/app.h>
 #include <wx/button.h>
+#include <wx/grid.h>
 #include <wx/modalhook.h>
 #include <wx/propgrid/propgrid.h>
 #include <wx/stattext.h>
@@ -23,6 +24,8 @@
 #include "support/recording_prompts.h"
 #include "support/temporary_folder.h"
 #include "support/test_network.h"
+#include "venue/document_keeper.h"
+#include "widgets/earlier_settings.h"
 #include "widgets/ui_gate.h"
 #include "widgets/wx_text.h"
 
@@ -167,7 +170,9 @@ class UiTest : public testing::Test {
     JsonFile preferences{folder / "preferences.json"};
     DeviceRemarks remarks{folder / "remarks.json"};
     ExchangeHub hub;
-    UiServices services{{directory, threads, prompts}, hub, gate, preferences, folder.Path()};
+    DocumentKeeper documents{folder / "earlier", gate, threads};
+    UiServices services{
+        {directory, threads, prompts}, hub, gate, preferences, documents, folder.Path()};
 };
 
 /// Dialogs of features over a real main window, with a player that is simulated.
@@ -189,6 +194,15 @@ struct FeatureTest : UiTest {
         Dialog(nullptr, services, record).ShowModal();
         window->Destroy();
         EXPECT_TRUE(PumpUntil([&] { return !window; }));
+    }
+    /// Opens what the player held before it was last written over.
+    void OpenEarlier() {
+        script.Expect([](wxDialog* earlier) {
+            auto* grid = Find<wxGrid>(earlier, kEarlierGrid);
+            EXPECT_TRUE(PumpUntil([&] { return grid->GetNumberRows() > 0; }));
+            Press(earlier, wxID_OK);
+        });
+        Press(dialog, kEarlierButton);
     }
     simulator::SimulatedPlayer& Player() { return players->Player(0); }
     /// What the user has been told since the last call.

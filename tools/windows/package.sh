@@ -13,6 +13,7 @@ linked_in=(
     zlib=libz-mingw-w64-dev
     jsoncpp=libjsoncpp-dev
     fmt=libfmt-dev
+    cli11=libcli11-dev
     gcc-runtime=g++-mingw-w64-x86-64-posix
     mingw-w64=mingw-w64-x86-64-dev
 )
@@ -35,7 +36,8 @@ collect_licences() {
 stage() {
     local folder=$1
     mkdir "$folder"
-    cp build/windows/src/app/sontaro.exe build/windows/simulator/sontaro-player.exe "$folder"
+    cp build/windows/src/app/sontaro.exe build/windows/src/cli/sontaro-cli.exe \
+        build/windows/simulator/sontaro-player.exe "$folder"
     { printf '\xef\xbb\xbf' && sed "s/@VERSION@/$version/" packaging/windows/README.txt; } \
         >"$folder/README.txt"
     collect_licences "$folder/licences"
@@ -48,7 +50,7 @@ draw_side() {
         --background-color '#16294d' resources/sontaro.svg | pngtopnm | ppmtobmp -quiet >"$1"
 }
 
-tools/windows/build.sh sontaro sontaro-player
+tools/windows/build.sh sontaro sontaro-cli sontaro-player
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' build/windows/CMakeCache.txt)
 name=sontaro-$version-windows-x86_64
 work=$(mktemp -d)

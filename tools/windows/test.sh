@@ -17,6 +17,7 @@ run() {
 }
 
 run tests/sontaro_core_tests
+run tests/cli/sontaro_cli_tests
 run tests/ui/sontaro_ui_tests
 echo "== Linux and Windows talk"
 tools/windows/talk.sh || failed=1

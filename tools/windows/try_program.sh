@@ -17,4 +17,5 @@ try_program() {
     }
     (($(find "$pictures" -name '*.png' | wc -l) >= 21)) || fail "The tour left too few pictures."
     wine "$1/sontaro-player.exe" --help | grep -q -- --base-address || fail "No help in $1."
+    wine "$1/sontaro-cli.exe" --help | grep -q restore || fail "No commands in $1."
 }

@@ -1,0 +1,8 @@
+// A program that prints what sontaro-cli prints as its help, and does nothing else.
+#include <iostream>
+
+int main() {
+    std::cout <<
+#include "printed_help.inc"
+        ;
+}

@@ -1,0 +1,77 @@
+#include "cli/player_report.h"
+
+namespace sontaro::cli {
+
+Failure FailureOf(const SessionEnd& end, const std::string& part) {
+    return {WordFor(end), Told(end), WordFor(end.trouble), end.code, part};
+}
+
+Failure FailureOf(const char* word, std::string text, const std::string& part) {
+    return {word, std::move(text), "", 0, part};
+}
+
+std::string NameOf(const DeviceRecord& player) {
+    std::string name = player.ip;
+    for (const std::string& text : {player.id, player.remarks})
+        if (!text.empty()) name += (name.empty() ? "" : " ") + text;
+    return name;
+}
+
+Json::Value ObjectOf(const DeviceRecord& player) {
+    Json::Value object(Json::objectValue);
+    if (!player.ip.empty()) object["ip"] = player.ip;
+    if (player.tcpPort != 0) object["port"] = player.tcpPort;
+    if (!player.id.empty()) object["id"] = player.id;
+    if (!player.mac.empty()) object["mac"] = player.mac;
+    if (!player.remarks.empty()) object["remark"] = player.remarks;
+    return object;
+}
+
+Json::Value ObjectOf(const DeviceRecord& player, const Failure& failure) {
+    Json::Value object = ObjectOf(player);
+    Json::Value& error = object["error"] = Json::Value(Json::objectValue);
+    error["end"] = failure.word;
+    error["text"] = failure.text;
+    if (!failure.link.empty()) error["link"] = failure.link;
+    if (failure.code != 0) error["code"] = failure.code;
+    if (!failure.part.empty()) error["part"] = failure.part;
+    return object;
+}
+
+void AddPlayer(Json::Value& object, const DeviceRecord& player) {
+    const Json::Value known = ObjectOf(player);
+    for (const std::string& key : known.getMemberNames()) object[key] = known[key];
+}
+
+void Tell(Output& output, const DeviceRecord& player, const Failure& failure) {
+    if (output.IsJson()) return output.Object(ObjectOf(player, failure));
+    const std::string part = failure.part.empty() ? "" : failure.part + ": ";
+    output.Remark(NameOf(player) + ": " + part + failure.text);
+}
+
+ReportTeller::ReportTeller(Output& output, std::vector<std::string> headings)
+    : output_(output), table_([&] {
+          headings.insert(headings.begin(), {"IP", "ID"});
+          return std::move(headings);
+      }()) {}
+
+void ReportTeller::Take(const DeviceRecord& player, PlayerReport& report) {
+    for (Json::Value& object : report.objects) {
+        AddPlayer(object, player);
+        if (output_.IsJson()) output_.Object(object);
+    }
+    for (auto& row : report.rows) {
+        row.insert(row.begin(), {player.ip, player.id});
+        table_.Add(std::move(row));
+    }
+    if (!output_.IsJson())
+        for (const std::string& line : report.lines) output_.Line(line);
+    for (const Failure& failure : report.failures) Tell(output_, player, failure);
+    isWhole_ = isWhole_ && report.failures.empty();
+}
+
+void ReportTeller::End() {
+    if (!output_.IsJson()) output_.Table(table_);
+}
+
+}  // namespace sontaro::cli

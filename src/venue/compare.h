@@ -1,0 +1,68 @@
+// What two states of a venue differ in.
+#pragma once
+
+#include <span>
+
+#include "session/block_document.h"
+#include "venue/backup_store.h"
+
+namespace sontaro {
+
+/// What two documents of a block differ in.
+struct BlockComparison {
+    enum class Sides : std::uint8_t { kBoth, kFirstOnly, kSecondOnly };
+
+    const SettingsBlockKind* kind = nullptr;
+    Sides sides = Sides::kBoth;  ///< where the block was read
+    /// What differs, rows first; then, by their paths in the document and without a caption, values
+    /// that no row shows. A document that nothing can be read from differs as a whole: its path is
+    /// empty.
+    std::vector<RowDifference> differences = {};
+    std::size_t notListed = 0;  ///< differences beyond `kMostDifferences`
+    std::string why = {};       ///< of a block that could not be read on one side
+};
+
+/// A player of either side, or both.
+struct PlayerComparison {
+    const VenuePlayer* first = nullptr;        ///< absent: only the second side has it
+    const VenuePlayer* second = nullptr;       ///< absent: only the first side has it
+    std::vector<BlockComparison> blocks = {};  ///< those that differ
+
+    [[nodiscard]] bool IsSame() const {
+        return first != nullptr && second != nullptr && blocks.empty();
+    }
+};
+
+/// Most differences of a block that are listed.
+inline constexpr std::size_t kMostDifferences = 1000;
+
+/// What two texts of a block differ in; none when they mean the same.
+[[nodiscard]] BlockComparison CompareTexts(const SettingsBlockKind& kind, const std::string& first,
+                                           const std::string& second);
+
+/// Compares the blocks of a player. One that both sides lack for whatever reason does not differ.
+/// The players' facts outlive the comparison.
+[[nodiscard]] PlayerComparison ComparePlayers(const PlayerDocuments& first,
+                                              const PlayerDocuments& second);
+
+/// Which players of two lists are the same, by their IDs, and where several have one ID by their
+/// MAC addresses. First those of the first list, in its order, then those that the second alone
+/// has; a place that is not there is absent.
+struct MatchedPlayers {
+    std::optional<std::size_t> first, second;
+
+    bool operator==(const MatchedPlayers&) const = default;
+};
+[[nodiscard]] std::vector<MatchedPlayers> MatchPlayers(std::span<const VenuePlayer> first,
+                                                       std::span<const VenuePlayer> second);
+
+/// Every player of either side. The backups outlive the comparison. Fails when a file cannot be
+/// read.
+[[nodiscard]] Result<std::vector<PlayerComparison>> CompareBackups(const Backup& first,
+                                                                   const Backup& second);
+/// The same for a backup and what was just read. `isWhole` says whether that is all of the venue:
+/// else players that only the backup has are passed over.
+[[nodiscard]] Result<std::vector<PlayerComparison>> CompareWithVenue(
+    const Backup& first, std::span<const PlayerDocuments> second, bool isWhole);
+
+}  // namespace sontaro

@@ -1,0 +1,133 @@
+#include "base/file.h"
+#include "batchsend/journal_writer.h"
+#include "cli_support.h"
+
+namespace sontaro::cli::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+struct VenueCommands : CliTest {
+    /// The folder of a new backup of these players.
+    std::string Backup(std::vector<std::string> options = {}) {
+        options.insert(options.begin(), {"backup", TextOfPath(folder / "backups"), "--json"});
+        last = Run(std::move(options));
+        const auto objects = last.Objects();
+        return objects.empty() ? "" : objects.back()["backup"].asString();
+    }
+    /// Without the players that are not named.
+    std::vector<std::string> Both(std::vector<std::string> call) {
+        call.insert(call.end(), {"-p", Name(0), "-p", Name(1)});
+        return call;
+    }
+    void ChangeLine(std::size_t player, const std::string& text) {
+        players.Player(player).ChangeState([&](simulator::PlayerState& state) {
+            Json::Value osd = *ParseJson(state.osd);
+            osd["data"][0]["texts"][0] = text;
+            state.osd = WriteJson(osd);
+        });
+    }
+
+    Told last;
+};
+
+TEST_F(VenueCommands, ABackupIsTheVenueUntilSomethingChangesAndBringsItBack) {
+    const std::string osd = players.Player(0).State().osd;
+    const std::string backup = Backup({"-p", Name(0), "-p", Name(1)});
+    ASSERT_EQ(last.code, kAllWell) << last.remarks << last.results;
+    EXPECT_EQ(Run(Both({"compare", backup})).code, kAllWell);
+    ChangeLine(0, "Changed");
+    const Told differs = Run(Both({"compare", backup, "--json"}));
+    EXPECT_EQ(differs.code, kSomeFailed);
+    ASSERT_THAT(differs.Objects(), SizeIs(1)) << differs.results;
+    EXPECT_EQ(differs.Objects()[0]["key"], "data/0/texts/0");
+    EXPECT_EQ(differs.Objects()[0]["after"], "Changed");
+
+    const auto restore = Both({"restore", backup});
+    auto trial = restore;
+    trial.emplace_back("--dry-run");
+    EXPECT_THAT(Run(trial).results, HasSubstr("Changed"));
+    EXPECT_EQ(Run(restore).code, kWrongUse);  // nobody is there to be asked
+    EXPECT_EQ(Writes(0) + Writes(1), 0);
+    answer = true;
+    EXPECT_EQ(Run(restore).code, kAllWell);
+    EXPECT_EQ(*ParseJson(players.Player(0).State().osd), *ParseJson(osd));
+    EXPECT_EQ(Writes(0), 1);
+    EXPECT_EQ(Writes(1), 0);
+    EXPECT_EQ(Run(Both({"compare", backup})).code, kAllWell);
+}
+
+TEST_F(VenueCommands, WhatAPlayerDoesNotSupportIsNoFailureAndWhatItDoesNotAnswerIs) {
+    SetFault(0, "unsupported=19");
+    const std::string backup = Backup({"-p", Name(0)});
+    EXPECT_EQ(last.code, kAllWell) << last.results;
+    EXPECT_THAT(last.Objects().at(0)["notSupported"], SizeIs(1));
+    SetFault(0, "unread=16");
+    Backup({"-p", Name(0), "--timeout", "0.4"});
+    EXPECT_EQ(last.code, kSomeFailed);
+    SetFault(0, "silent");
+    EXPECT_EQ(Backup({"-p", Name(0), "--timeout", "0.3"}), "");
+    EXPECT_EQ(last.code, kSomeFailed);
+    EXPECT_EQ(Run({"compare", TextOfPath(folder / "backups"), backup}).code, kSomeFailed);
+}
+
+TEST_F(VenueCommands, APlayerTakesThePlaceOfAnotherOne) {
+    ChangeLine(0, "Stage");
+    folder.Write("config/remarks.json", "{}");
+    const std::string backup = Backup({"-p", Name(0)});
+    const std::vector<std::string> call = {"restore", backup, "-p", Name(1), "--yes"};
+    EXPECT_EQ(Run(call).code, kSomeFailed);  // the backup has no such player
+    auto replace = call;
+    replace.insert(replace.end(), {"--as", "SIMPLAYER1", "--only", "osd"});
+    EXPECT_EQ(Run(replace).code, kAllWell);
+    EXPECT_THAT(players.Player(1).State().osd, HasSubstr("Stage"));
+    EXPECT_EQ(Writes(1), 1);
+    replace[replace.size() - 3] = "NOBODY";
+    EXPECT_EQ(Run(replace).code, kWrongUse);
+}
+
+TEST_F(VenueCommands, CompareSaysWhenItCannotTell) {
+    EXPECT_EQ(Run({"compare", TextOfPath(folder / "nowhere")}).code, kTrouble);
+    const std::string backup = Backup({"-p", Name(0)});
+    SetFault(0, "refuse");
+    EXPECT_EQ(Run({"compare", backup, "-p", Name(0), "--timeout", "0.5"}).code, kTrouble);
+    EXPECT_EQ(Run({"compare", backup, backup}).code, kAllWell);
+}
+
+TEST_F(VenueCommands, AFileIsSoundFaultyOrNoneThatIsKnown) {
+    const std::string osd = players.Player(0).State().osd;
+    const std::string sound = TextOfPath(folder.Write("sound.json", osd));
+    EXPECT_EQ(Call({"check", sound}).code, kAllWell);
+    EXPECT_EQ(Call({"check", sound, "--block", "timeline"}).code, kSomeFailed);
+    const std::string faulty = TextOfPath(folder.Write("faulty.json", "{\n  \"data\": [,]\n}"));
+    const Told told = Call({"check", faulty, "--block", "osd"});
+    EXPECT_EQ(told.code, kSomeFailed);
+    EXPECT_THAT(told.results, HasSubstr("faulty.json:2:"));
+    EXPECT_EQ(Call({"check", TextOfPath(folder / "nowhere")}).code, kTrouble);
+}
+
+TEST_F(VenueCommands, VideosAreSentProvedAndSentAgain) {
+    if (sontaro::test::kOnWindows) GTEST_SKIP() << "Wine has no room for a chunk";
+    folder.Write("videos/1.mp4", std::string(1000, 'a'));
+    folder.Write("videos/2.mp4", std::string(2000, 'b'));
+    const std::vector<std::string> call = {
+        "upload", TextOfPath(folder / "videos"), "--category", "3", "-p", Name(0), "-p", Name(1)};
+    auto trial = call;
+    trial.emplace_back("--dry-run");
+    EXPECT_EQ(Run(trial).code, kAllWell);
+    EXPECT_THAT(players.Player(0).State().stored, IsEmpty());
+    SetFault(1, "not-supported");
+    const Told told = Run(call);
+    EXPECT_EQ(told.code, kSomeFailed) << told.results;
+    EXPECT_THAT(players.Player(0).State().stored, SizeIs(2));
+    SetFault(1, "");
+    EXPECT_EQ(Call({"upload", "--again"}).code, kAllWell);
+    EXPECT_THAT(players.Player(1).State().stored, SizeIs(2));
+    EXPECT_THAT(Call({"upload", "--again"}).remarks, HasSubstr("nothing is left"));
+}
+
+}  // namespace
+}  // namespace sontaro::cli::test
