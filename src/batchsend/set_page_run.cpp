@@ -152,13 +152,12 @@ void SetPageRun::GiveUpSearch() {
     SettleCategories();
 }
 
-/// Folders become categories by the names that players have, which are waited for. What is found
-/// goes to slots as they were when it was looked for.
+/// Folders become categories by the names that players have, all of which are waited for: one that
+/// has told nothing yet may use any slot. What is found goes to slots as they were when it was looked for.
 void SetPageRun::TakeFound() {
     const auto hasCategory = [](const FoundFile& file) { return !file.category.empty(); };
     const auto isReady = [&](const Found& found) {
-        return heard_.Of(shown_) != nullptr || !inquiry_.IsAsking() ||
-               std::ranges::none_of(found.files.files, hasCategory);
+        return !inquiry_.IsAsking() || std::ranges::none_of(found.files.files, hasCategory);
     };
     std::vector<Found> ready;
     for (Found& found : std::exchange(found_, {}))
@@ -200,7 +199,8 @@ void SetPageRun::Take(const Found& found) {
 /// goes on that knows them by the slots that they have.
 void SetPageRun::SettleCategories() {
     const ToldNames names = heard_.All(shown_);
-    if (names.empty() || !isEntered_ || IsSearching() || stays_ > 0) return;
+    const bool mayAllBeKnown = !inquiry_.IsAsking() && !IsSearching() && stays_ == 0;
+    if (names.empty() || !isEntered_ || !mayAllBeKnown) return;
     const std::vector<SettledName> settled = SettleNames(set_, names);
     if (settled.empty()) return;
     view_.CategoriesSettled(settled);
