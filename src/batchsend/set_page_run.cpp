@@ -279,9 +279,9 @@ void SetPageRun::Save(const std::filesystem::path& path) const {
 void SetPageRun::LookAtFiles() {
     const Paths files = FilesOf(set_);
     isLooking_ = !files.empty();
-    if (!isLooking_) return;
-    services_.source.LookAt(
-        files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
+    if (isLooking_)
+        services_.source.LookAt(
+            files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
     view_.VideosChanged();
 }
 

@@ -101,7 +101,7 @@ struct SetPages : testing::Test, ExchangeBench, SetPageView {
     bool GoesOn() { return run->GoOn(); }
 
     void SetChanged() override { changed(); }
-    void VideosChanged() override {}
+    void VideosChanged() override { totals = TotalsText(*run); }
     void CategoriesSettled(const std::vector<SettledName>&) override {}
     void PlayerChanged(std::size_t) override {}
     void ChooseVideo(std::uint32_t id) override { chosen = id; }
@@ -115,6 +115,7 @@ struct SetPages : testing::Test, ExchangeBench, SetPageView {
     FakeSource source;
     VideoSet set;
     std::optional<std::uint32_t> chosen;
+    std::string totals;  // as they were told last
     std::function<void()> changed = [] {};
     std::optional<SetPageRun> run;
 };
@@ -220,6 +221,16 @@ TEST_F(SetPages, RememberAChangeASecondLater) {
     const VideoSet remembered = RememberedVideoSet(JsonFile(folder / "preferences.json"));
     EXPECT_EQ(remembered, set);
     EXPECT_EQ(remembered.videos[0].Name(), "a.mp4");
+}
+
+TEST_F(SetPages, StopLookingAtFilesWhenASetWithoutAnyIsOpened) {
+    SaveVideoSet(VideoSet(), folder / "none.json", prompts);
+    Enter({Player(21)});
+    source.holds = true;
+    AddFile("a.mp4", 1);
+    EXPECT_THAT(totals, HasSubstr("Looking at the files"));
+    run->Open(folder / "none.json");
+    EXPECT_EQ(totals, "Videos for every player: 0 (0 B)");
 }
 
 TEST_F(SetPages, RefuseToGoOnWithWhatNoPlayerTakes) {
