@@ -327,10 +327,10 @@ TEST_F(SetPages, AskOnceMoreWhenNamesArriveBehindAQuestion) {
 }
 
 TEST_F(SetPages, KeepTheNumbersOfFoldersOpenUntilPlayersHaveToldTheirNames) {
-    for (const char* name : {"v/loose", "v/Live/x", "v/New/y"}) folder.Write(name, "");
+    for (const char* name : {"loose", "v/Live/x", "v/New/y"}) folder.Write(name, "");
     Enter({Player(21)});
     timers.Advance(5s);
-    Add({folder / "v"});
+    Add({folder / "v", folder / "loose"});
     EXPECT_EQ(Listed(), "loose@0 x@1 y@2 ");
     EXPECT_EQ(SlotText(*run, 1), "2?  Live");
     EXPECT_THAT(TotalsText(*run), HasSubstr("wait for the players' names: 2"));
