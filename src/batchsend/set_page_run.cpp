@@ -155,7 +155,8 @@ void SetPageRun::GiveUpSearch() {
 }
 
 /// Folders become categories by the names that players have, all of which are waited for: one that
-/// has told nothing yet may use any slot. What is found goes to slots as they were when it was looked for.
+/// has told nothing yet may use any slot. What is found goes to slots as they were when it was
+/// looked for.
 void SetPageRun::TakeFound() {
     const auto hasCategory = [](const FoundFile& file) { return !file.category.empty(); };
     const auto isReady = [&](const Found& found) {
