@@ -1,7 +1,5 @@
 #include "base/local_text.h"
 
-#include <fmt/printf.h>
-
 #include <atomic>
 
 namespace sontaro {
@@ -21,10 +19,6 @@ Language CurrentLanguage() { return currentLanguage; }
 
 std::string Localized(const LocalText& text) {
     return CurrentLanguage() == Language::kChinese ? text.chinese : text.english;
-}
-
-std::string Counted(const CountText& text, std::size_t count) {
-    return fmt::sprintf(Localized({text.chinese, count == 1 ? text.one : text.many}), count);
 }
 
 void AddSentence(std::string& text, const std::string& sentence) {

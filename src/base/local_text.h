@@ -1,7 +1,6 @@
 // User-visible texts in two languages.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,13 +19,6 @@ struct LocalText {
 /// A text that is the same in both languages.
 [[nodiscard]] constexpr LocalText InBoth(const char* text) { return {text, text}; }
 
-/// A text with a number of things, "%d", of which English has a form for one.
-struct CountText {
-    const char* chinese;
-    const char* one;
-    const char* many;
-};
-
 /// Sets the language of the process. Called once at start, before any window exists.
 void SetLanguage(Language language);
 
@@ -35,8 +27,6 @@ void SetLanguage(Language language);
 
 /// The form of `text` in the language of the process, UTF-8.
 [[nodiscard]] std::string Localized(const LocalText& text);
-/// The same for so many things.
-[[nodiscard]] std::string Counted(const CountText& text, std::size_t count);
 
 /// Puts a sentence behind those that are there, with a blank between them where the language has
 /// one.

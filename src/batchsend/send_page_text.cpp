@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/count_text.h"
 #include "base/local_text.h"
 #include "batchsend/set_problems.h"
 #include "batchsend/upload_figures.h"
@@ -26,9 +27,9 @@ constexpr CountText kTooFull = {"%d 台播放器空间不足。", "%d player has
                                 "%d players have too little room."};
 constexpr CountText kUnreached = {"无法连接 %d 台播放器。", "%d player cannot be reached.",
                                   "%d players cannot be reached."};
-constexpr CountText kUntold = {"有 %d 台播放器未告知已有视频，将向其发送全部视频。",
-                               "%d player has not told what it has, and gets everything.",
-                               "%d players have not told what they have, and get everything."};
+constexpr CountText kUntold = {"有 %d 台播放器未告知已有视频：将发送全部视频。",
+                               "What %d player has already is not known: it gets everything.",
+                               "What %d players have already is not known: they get everything."};
 constexpr LocalText kNothing = {"没有要发送的视频。", "There are no videos to be sent."};
 constexpr LocalText kResult = {"%d 台完成", "%d OK"};
 constexpr LocalText kFailed = {"，%d 台失败：", ", %d failed: "};
@@ -97,9 +98,12 @@ std::string PlanText(const BatchPlan& plan, std::span<const PlayerFacts> facts, 
         text = Localized(kNothing);
     if (const auto seconds = plan.Estimate(speed); seconds && totals.videos > 0)
         AddSentence(text, fmt::sprintf(Localized(kEstimate), DurationText(*seconds)));
-    if (untold > 0) AddSentence(text, Counted(kUntold, static_cast<std::size_t>(untold)));
-    if (tooFull > 0) AddSentence(text, Counted(kTooFull, static_cast<std::size_t>(tooFull)));
-    if (unreached > 0) AddSentence(text, Counted(kUnreached, static_cast<std::size_t>(unreached)));
+    const auto add = [&text](const CountText& told, std::ptrdiff_t players) {
+        if (players > 0) AddSentence(text, Counted(told, static_cast<std::size_t>(players)));
+    };
+    add(kUntold, untold);
+    add(kTooFull, tooFull);
+    add(kUnreached, unreached);
     return text;
 }
 

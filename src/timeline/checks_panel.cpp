@@ -1,6 +1,5 @@
 #include "timeline/checks_panel.h"
 
-#include <fmt/printf.h>
 #include <wx/choice.h>
 #include <wx/listctrl.h>
 #include <wx/sizer.h>
@@ -13,6 +12,7 @@
 #include <tuple>
 #include <utility>
 
+#include "base/count_text.h"
 #include "widgets/caption_button.h"
 #include "widgets/common_texts.h"
 #include "widgets/fonts.h"
@@ -23,8 +23,7 @@ namespace sontaro {
 namespace {
 
 constexpr LocalText kNothing = {"未发现问题", "Nothing found"};
-constexpr LocalText kOne = {"发现 1 个问题", "1 finding"};
-constexpr LocalText kMany = {"发现 %d 个问题", "%d findings"};
+constexpr CountText kFindings = {"发现 %d 个问题", "%d finding", "%d findings"};
 constexpr LocalText kTip = {"演出检查：列出可能出错的命令",
                             "Checks of the show: what may go wrong"};
 constexpr LocalText kBaudRate = {"串口波特率", "Baud rate"};
@@ -63,10 +62,9 @@ class VideoIndex {
     std::set<std::tuple<std::int64_t, std::string, std::string>> videos_;
 };
 
-wxString CountText(std::size_t count) {
+wxString TextOf(std::size_t count) {
     if (count == 0) return ToWx(kNothing);
-    return ToWx(kCautionMark) +
-           ToWx(count == 1 ? Localized(kOne) : fmt::sprintf(Localized(kMany), count));
+    return ToWx(kCautionMark + Counted(kFindings, count));
 }
 
 }  // namespace
@@ -103,7 +101,7 @@ ChecksPanel::ChecksPanel(wxWindow* parent, int firstId, const TimelineDocument& 
       videos_(videos),
       actions_(std::move(actions)),
       timer_(timers) {
-    button_ = new wxToggleButton(parent, firstId, CountText(kMostCounted));
+    button_ = new wxToggleButton(parent, firstId, TextOf(kMostCounted));
     button_->MoveBeforeInTabOrder(this);
     button_->SetMinSize(button_->GetBestSize());
     button_->SetToolTip(ToWx(kTip));
@@ -157,7 +155,7 @@ void ChecksPanel::Check() {
 }
 
 void ChecksPanel::ShowCount() {
-    const wxString text = CountText(findings_.size());
+    const wxString text = TextOf(findings_.size());
     if (button_->GetLabelText() != text) button_->SetLabelText(text);
 }
 

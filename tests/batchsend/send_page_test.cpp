@@ -171,7 +171,7 @@ TEST_F(SendPageTest, SaysWhichPlayersHaveNotToldWhatTheyHave) {
     Enter();
     EXPECT_EQ(Fate(0, 1), PlannedFate::kListUnknown);
     EXPECT_THAT(page.SummaryText(),
-                EndsWith("1 player has not told what it has, and gets everything."));
+                EndsWith("What 1 player has already is not known: it gets everything."));
     EXPECT_TRUE(page.MayStart());
 }
 
