@@ -17,6 +17,8 @@ namespace {
 constexpr LocalText kOnlyFirst = {"只在第一方", "only on the first side"};
 constexpr LocalText kOnlySecond = {"只在第二方", "only on the second side"};
 constexpr LocalText kMore = {"%s %s：另有 %d 处不同", "%s %s: %d more differences"};
+constexpr LocalText kOtherForm = {"%s %s：值相同，仅写法不同",
+                                  "%s %s: the same values in another form"};
 constexpr LocalText kSame = {"没有不同。", "nothing differs."};
 
 /// The table or the objects of what differs.
@@ -26,8 +28,10 @@ class Differences {
 
     /// Whether anything differs.
     bool Tell(const std::vector<PlayerComparison>& players) {
-        for (const PlayerComparison& player : players)
-            if (!player.IsSame()) TellPlayer(player);
+        for (const PlayerComparison& player : players) {
+            differs_ = differs_ || !player.IsSame();
+            TellPlayer(player);
+        }
         if (!output_.IsJson()) {
             output_.Table(table_);
             if (!differs_) output_.Remark(Localized(kSame));
@@ -43,7 +47,6 @@ class Differences {
     }
 
     void TellPlayer(const PlayerComparison& player) {
-        differs_ = true;
         id_ = (player.first ? player.first : player.second)->id;
         if (!player.first || !player.second) return TellSide("", player.first != nullptr);
         for (const BlockComparison& block : player.blocks) {
@@ -70,6 +73,8 @@ class Differences {
     }
 
     void TellBlock(const BlockComparison& block) {
+        if (block.isOtherForm)
+            output_.Remark(fmt::sprintf(Localized(kOtherForm), id_, block.kind->name));
         for (const RowDifference& row : block.differences) {
             std::vector<std::string> cells = CellsOf(*block.kind, row);
             cells.insert(cells.begin(), id_);

@@ -191,6 +191,13 @@ std::vector<std::tuple<std::string, std::string, const ManifestPlayer*>> Sorted(
     return players;
 }
 
+/// All but what its file is.
+ManifestBlock WithoutFile(ManifestBlock block) {
+    block.bytes = 0;
+    block.sha256.clear();
+    return block;
+}
+
 }  // namespace
 
 std::string WriteManifest(const BackupManifest& manifest) {
@@ -207,12 +214,18 @@ std::string WriteManifest(const BackupManifest& manifest) {
 
 Placed<BackupManifest> ReadManifest(std::string_view text) { return ManifestReader(text).Read(); }
 
-bool HoldTheSame(const BackupManifest& first, const BackupManifest& second) {
+bool HoldTheSame(const BackupManifest& first, const BackupManifest& second,
+                 const AreAlike& areAlike) {
     return std::ranges::equal(
-        Sorted(first), Sorted(second), [](const auto& one, const auto& other) {
+        Sorted(first), Sorted(second), [&](const auto& one, const auto& other) {
             const ManifestPlayer& entry = *std::get<2>(one);
             const ManifestPlayer& match = *std::get<2>(other);
-            return entry.player == match.player && entry.blocks == match.blocks;
+            const auto isSame = [&](const ManifestBlock& block, const ManifestBlock& held) {
+                return block == held || (block.hasFile && WithoutFile(block) == WithoutFile(held) &&
+                                         areAlike({entry, block}, {match, held}));
+            };
+            return entry.player == match.player &&
+                   std::ranges::equal(entry.blocks, match.blocks, isSame);
         });
 }
 

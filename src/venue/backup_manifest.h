@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,7 +57,17 @@ struct BackupManifest {
 /// blocks say, players and blocks that are there twice, sums that are none.
 [[nodiscard]] Placed<BackupManifest> ReadManifest(std::string_view text);
 
+/// A file of a backup.
+struct ManifestFile {
+    const ManifestPlayer& player;
+    const ManifestBlock& block;
+};
+
+/// Whether files of the same block with other bytes are as good as each other.
+using AreAlike = std::function<bool(const ManifestFile& first, const ManifestFile& second)>;
+
 /// Whether both tell of the same players and documents, at whatever time.
-[[nodiscard]] bool HoldTheSame(const BackupManifest& first, const BackupManifest& second);
+[[nodiscard]] bool HoldTheSame(const BackupManifest& first, const BackupManifest& second,
+                               const AreAlike& areAlike);
 
 }  // namespace sontaro

@@ -10,6 +10,7 @@
 #include "base/private_files.h"
 #include "venue/backup_files.h"
 #include "venue/backup_store.h"
+#include "venue/compare.h"
 #include "venue/flat_backup.h"
 #include "venue/folder_name.h"
 #include "venue/sha256.h"
@@ -32,6 +33,11 @@ constexpr LocalText kNothing = {"没有读取任何播放器。", "no player has
 
 Error NotWritten(const fs::path& path, const std::string& why) {
     return {fmt::sprintf(Localized(kNotWritten), TextOfPath(path), why)};
+}
+
+Result<std::string> TextIn(const fs::path& backup, const ManifestFile& file) {
+    return ReadFile(backup / PathOfText(file.player.folder) / file.block.FileName(),
+                    static_cast<std::size_t>(file.block.bytes));
 }
 
 std::string TimeTextOf(system_clock::time_point time) { return TimeText(floor<seconds>(time)); }
@@ -159,10 +165,21 @@ Result<WrittenBackup> BackupWriter::FinishFlat(BackupManifest manifest) {
     return WrittenBackup{folder_, *replaced};
 }
 
+/// What compares as the same is not worth another backup, though players may have written it down
+/// in another way.
+bool BackupWriter::HoldsNoMoreThan(const Backup& latest, const BackupManifest& manifest) const {
+    const auto areAlike = [&](const ManifestFile& held, const ManifestFile& written) {
+        const auto first = TextIn(latest.Folder(), held);
+        const auto second = TextIn(folder_, written);
+        return first && second && CompareTexts(*held.block.kind, *first, *second).HasSameValues();
+    };
+    return HoldTheSame(latest.Manifest(), manifest, areAlike);
+}
+
 Result<WrittenBackup> BackupWriter::FinishTimed(const BackupManifest& manifest) {
     BackupStore store(plan_.folder);
     const auto latest = plan_.onlyChanged ? store.Latest() : std::nullopt;
-    const bool isSame = latest && HoldTheSame(latest->Manifest(), manifest);
+    const bool isSame = latest && HoldsNoMoreThan(*latest, manifest);
     if (isSame) Discard();
     if (!isSame) {
         const Status put =

@@ -12,10 +12,12 @@
 
 namespace sontaro {
 
+class Backup;
+
 struct BackupPlan {
     std::filesystem::path folder;          ///< made if need be
     bool isFlat = false;                   ///< without times, into the folder itself
-    bool onlyChanged = false;              ///< none that would be the same as the latest
+    bool onlyChanged = false;              ///< none with the same values as the latest
     std::optional<std::size_t> keep = {};  ///< how many whole ones are left, at least 1
     std::string program = {};              ///< its version
     std::chrono::system_clock::time_point begun = std::chrono::system_clock::now();
@@ -58,6 +60,7 @@ class BackupWriter {
     [[nodiscard]] std::optional<std::string> Reserve(const VenuePlayer& player);
     [[nodiscard]] Status WriteBlock(const std::string& folder, const std::string& text,
                                     ManifestBlock& block) const;
+    [[nodiscard]] bool HoldsNoMoreThan(const Backup& latest, const BackupManifest& manifest) const;
     [[nodiscard]] Result<WrittenBackup> FinishTimed(const BackupManifest& manifest);
     [[nodiscard]] Result<WrittenBackup> FinishFlat(BackupManifest manifest);
     void Discard();

@@ -60,16 +60,38 @@ class LeafTable {
         const auto value = values_.find(path);
         return value == values_.end() ? nullptr : value->second;
     }
-    /// Whether what is an empty list or object elsewhere is none here: its leaves tell that.
-    [[nodiscard]] bool HasUnder(const std::string& path) const {
-        const auto value = values_.lower_bound(path + '/');
-        return value != values_.end() && IsUnder(value->first, path);
-    }
 
    private:
     std::vector<DocumentLeaf> leaves_;
     std::map<std::string, const Json::Value*> values_;
 };
+
+/// A value of a list that stands for a set, in an order of its own.
+std::vector<std::string> SortedTexts(const Json::Value& list) {
+    std::vector<std::string> texts;
+    for (const Json::Value& element : list) texts.push_back(LeafText(element));
+    std::ranges::sort(texts);
+    return texts;
+}
+
+/// Players may hold fractions in single precision, and the chosen ones of several in any order.
+bool IsSameValue(const DocumentLeaf& leaf, const Json::Value& other) {
+    const Json::Value& value = *leaf.value;
+    if (IsSameLeaf(value, other)) return true;
+    if (leaf.IsSelect() && value.isArray() && other.isArray())
+        return SortedTexts(value) == SortedTexts(other);
+    const bool areFractions =
+        value.isNumeric() && other.isNumeric() && !(value.isIntegral() && other.isIntegral());
+    return areFractions && value.asFloat() == other.asFloat();
+}
+
+/// Whether it is there for its own sake: what describes a setting comes with its value.
+bool IsValue(const DocumentLeaf& leaf) {
+    return leaf.item.empty() || (leaf.IsSelect() && !leaf.IsOfTitle());
+}
+
+/// Whether the leaf is all that a document has to say there, and says nothing.
+bool IsNothing(const DocumentLeaf& leaf) { return leaf.value->empty(); }
 
 /// Adds what differs besides those rows.
 void AddLeaves(const SettingsBlockKind& kind, const Json::Value& first, const Json::Value& second,
@@ -79,14 +101,14 @@ void AddLeaves(const SettingsBlockKind& kind, const Json::Value& first, const Js
     const LeafTable other(kind, second);
     for (const DocumentLeaf& leaf : one.Leaves()) {
         const Json::Value* value = other.Find(leaf.path);
-        if (told.Tell(leaf) ||
-            (value ? IsSameLeaf(*leaf.value, *value) : other.HasUnder(leaf.path)))
+        if (!IsValue(leaf) || told.Tell(leaf) ||
+            (value ? IsSameValue(leaf, *value) : IsNothing(leaf)))
             continue;
         differences.push_back({leaf.path, "", LeafText(*leaf.value),
                                value ? std::optional(LeafText(*value)) : std::nullopt});
     }
     for (const DocumentLeaf& leaf : other.Leaves())
-        if (!one.Find(leaf.path) && !one.HasUnder(leaf.path) && !told.Tell(leaf))
+        if (IsValue(leaf) && !one.Find(leaf.path) && !IsNothing(leaf) && !told.Tell(leaf))
             differences.push_back({leaf.path, "", std::nullopt, LeafText(*leaf.value)});
 }
 
@@ -113,19 +135,72 @@ Json::Value SortedTimeline(const Json::Value& document) {
     return rest;
 }
 
+/// Whether players may mean `written` by `value`, which is written in another way.
+bool IsMeant(const Json::Value& value, const Json::Value& written) {
+    const auto number = [](const Json::Value& json) { return json.isNumeric() || json.isBool(); };
+    if (number(value) && number(written)) return value.asDouble() == written.asDouble();
+    return LeafText(value) == LeafText(written);
+}
+
+// NOLINTBEGIN(misc-no-recursion): values hold values, which the reader limits
+
+/// Gives `document` what `written`, the same settings as this program writes them, has besides, and
+/// the same values in the same way.
+void TakeForm(const Json::Value& written, Json::Value& document) {
+    if (written.isObject() && document.isObject()) {
+        for (auto member = written.begin(); member != written.end(); ++member) {
+            Json::Value& own = document[member.name()];
+            if (own.isNull())
+                own = *member;
+            else
+                TakeForm(*member, own);
+        }
+    } else if (written.isArray() && document.isArray()) {
+        for (Json::ArrayIndex i = 0; i < written.size(); ++i) {
+            if (i < document.size())
+                TakeForm(written[i], document[i]);
+            else
+                document.append(written[i]);
+        }
+    } else if (IsMeant(document, written)) {
+        document = written;
+    }
+}
+
+// NOLINTEND(misc-no-recursion)
+
+/// The document with all that its rows stand for, in the form that this program would give it.
+/// Settings that describe themselves have no other than their own.
+Json::Value InOneForm(const SettingsBlockKind& kind, const std::string& text,
+                      const Json::Value& json) {
+    const std::unique_ptr<SettingsDocument> document = kind.makeDocument();
+    if (kind.describesItself || !document->TakeReply(text) || !document->HasSettings()) return json;
+    const auto written = ParseJson(document->Write());
+    if (!written) return json;
+    if (kind.readBlock == kBlockPlayerTimeline) return SortedTimeline(*written);
+    Json::Value formed = json;
+    TakeForm(*written, formed);
+    return formed;
+}
+
 void AddBesideRows(const SettingsBlockKind& kind, const std::string& first,
-                   const std::string& second, std::vector<RowDifference>& differences) {
+                   const std::string& second, BlockComparison& comparison) {
     const auto firstJson = ParseJson(first);
     const auto secondJson = ParseJson(second);
-    const bool isTimeline = kind.readBlock == kBlockPlayerTimeline;
+    std::vector<RowDifference>& differences = comparison.differences;
     const RowDifference whole{"", "", Sha256Text(first), Sha256Text(second)};
     if (!firstJson || !secondJson || !firstJson->isObject() || !secondJson->isObject()) {
         if (differences.empty()) differences.push_back(whole);
         return;
     }
-    if (!isTimeline) return AddLeaves(kind, *firstJson, *secondJson, differences);
-    if (differences.empty() && SortedTimeline(*firstJson) != SortedTimeline(*secondJson))
+    if (*firstJson == *secondJson) return;
+    const Json::Value one = InOneForm(kind, first, *firstJson);
+    const Json::Value other = InOneForm(kind, second, *secondJson);
+    if (kind.readBlock != kBlockPlayerTimeline)
+        AddLeaves(kind, one, other, differences);
+    else if (differences.empty() && one != other)
         differences.push_back(whole);
+    comparison.isOtherForm = differences.empty();
 }
 
 /// The block of a player that has no such player on the other side, or could not be read there.
@@ -171,7 +246,7 @@ BlockComparison CompareTexts(const SettingsBlockKind& kind, const std::string& f
     const BlockDocument other(kind, second, BlockDocument::Source::kPlayer);
     std::vector<RowDifference>& differences = comparison.differences;
     if (one.Usable() && other.Usable()) differences = DifferencesBetween(one, other);
-    AddBesideRows(kind, first, second, differences);
+    AddBesideRows(kind, first, second, comparison);
     if (differences.size() > kMostDifferences) {
         comparison.notListed = differences.size() - kMostDifferences;
         differences.resize(kMostDifferences);
@@ -186,7 +261,8 @@ PlayerComparison ComparePlayers(const PlayerDocuments& first, const PlayerDocume
         const BlockReading* other = second.Find(kind);
         if (IsRead(one) && IsRead(other)) {
             BlockComparison block = CompareTexts(kind, one->text, other->text);
-            if (!block.differences.empty()) comparison.blocks.push_back(std::move(block));
+            if (!block.differences.empty() || block.isOtherForm)
+                comparison.blocks.push_back(std::move(block));
         } else if (IsRead(one)) {
             comparison.blocks.push_back(OneSided(*one, Sides::kFirstOnly, other));
         } else if (IsRead(other)) {

@@ -1,6 +1,7 @@
 // What two states of a venue differ in.
 #pragma once
 
+#include <algorithm>
 #include <span>
 
 #include "session/block_document.h"
@@ -14,29 +15,40 @@ struct BlockComparison {
 
     const SettingsBlockKind* kind = nullptr;
     Sides sides = Sides::kBoth;  ///< where the block was read
-    /// What differs, rows first; then, by their paths in the document and without a caption, values
-    /// that no row shows. A document that nothing can be read from differs as a whole: its path is
-    /// empty.
+    /// Values that differ, those of rows first; then, by their paths in the document and without a
+    /// caption, values that no row shows. A document that nothing can be read from differs as a
+    /// whole: its path is empty.
     std::vector<RowDifference> differences = {};
     std::size_t notListed = 0;  ///< differences beyond `kMostDifferences`
     std::string why = {};       ///< of a block that could not be read on one side
+    /// No value differs, but how they are written down, or described: keys that are left out where
+    /// they stand for what is meant without them, the captions and limits of settings that describe
+    /// themselves, the order of their elements, kinds of numbers.
+    bool isOtherForm = false;
+
+    /// Whether a technician would find the same settings on both sides.
+    [[nodiscard]] bool HasSameValues() const {
+        return sides == Sides::kBoth && differences.empty();
+    }
 };
 
 /// A player of either side, or both.
 struct PlayerComparison {
     const VenuePlayer* first = nullptr;        ///< absent: only the second side has it
     const VenuePlayer* second = nullptr;       ///< absent: only the first side has it
-    std::vector<BlockComparison> blocks = {};  ///< those that differ
+    std::vector<BlockComparison> blocks = {};  ///< those that differ, if in their form alone
 
+    /// Whether all values are the same.
     [[nodiscard]] bool IsSame() const {
-        return first != nullptr && second != nullptr && blocks.empty();
+        return first != nullptr && second != nullptr &&
+               std::ranges::all_of(blocks, &BlockComparison::HasSameValues);
     }
 };
 
 /// Most differences of a block that are listed.
 inline constexpr std::size_t kMostDifferences = 1000;
 
-/// What two texts of a block differ in; none when they mean the same.
+/// What two texts of a block differ in.
 [[nodiscard]] BlockComparison CompareTexts(const SettingsBlockKind& kind, const std::string& first,
                                            const std::string& second);
 

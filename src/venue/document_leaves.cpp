@@ -14,6 +14,7 @@ constexpr const char* kKey = "keyVal";
 constexpr const char* kInputType = "inputType";
 constexpr const char* kSelect = "select";
 constexpr const char* kScreen = "screenID";
+constexpr const char* kTitle = "#title";  // no name has that, escaped as they are
 
 /// The member whose own members and elements have the shortest paths; empty: there is none.
 std::string_view InnerMember(const SettingsBlockKind& kind) {
@@ -21,9 +22,13 @@ std::string_view InnerMember(const SettingsBlockKind& kind) {
     return kind.readBlock == kBlockScreenSplitRead ? "configData" : "";
 }
 
-bool IsSetting(const Json::Value& value) { return value.isObject() && value[kKey].isString(); }
+/// Some, titles above all, have no key.
+bool IsSetting(const Json::Value& value) {
+    return value.isObject() && (value[kKey].isString() || value.isMember(kInputType));
+}
 bool IsTitle(const Json::Value& value) {
-    return IsSetting(value) && TextOf(value[kInputType]) == TitleKind().keyword;
+    return IsSetting(value) && TextOf(value[kInputType]) == TitleKind().keyword &&
+           ReadCustomSetting(value).record;
 }
 
 std::string Joined(const std::string& path, const std::string& part) {
@@ -47,7 +52,7 @@ bool IsGroup(const Json::Value& value) {
 class ElementNames {
    public:
     std::string Next(const Json::Value& element, std::size_t place) {
-        if (IsTitle(element)) return "#title";  // no name has that, escaped as they are
+        if (IsTitle(element)) return kTitle;
         if (IsSetting(element)) return keys_.Next(TextOf(element[kKey]));
         if (IsGroup(element)) return keys_.Next(GroupName(element));
         if (element.isObject() && element[kScreen].isInt())
@@ -91,6 +96,8 @@ bool DocumentLeaf::IsSelect() const {
     return !item.empty() && path.size() == item.size() + 1 + std::string_view(kSelect).size() &&
            path.ends_with(kSelect);
 }
+
+bool DocumentLeaf::IsOfTitle() const { return item.ends_with(kTitle); }
 
 std::vector<DocumentLeaf> LeavesOf(const SettingsBlockKind& kind, const Json::Value& document) {
     std::vector<DocumentLeaf> leaves;

@@ -24,6 +24,8 @@ struct DocumentLeaf {
 
     /// Whether it is the value that the rows of its item show.
     [[nodiscard]] bool IsSelect() const;
+    /// Whether it is of the title of a group.
+    [[nodiscard]] bool IsOfTitle() const;
 };
 
 /// The leaves of a block's document, in its order; they live as long as it does.

@@ -25,6 +25,8 @@ constexpr LocalText kUnknown = {"尚未读取播放器现有的设置，无法�
                                 "What the player holds now has not been read: there is nothing to "
                                 "compare with."};
 constexpr LocalText kSame = {"与之后的设置相同。", "The settings after it are the same."};
+constexpr LocalText kOtherForm = {"与之后的设置值相同，仅写法不同。",
+                                  "The settings after it have the same values in another form."};
 constexpr LocalText kMore = {"另有 %d 处更改未列出。", "%d more changes are not listed."};
 constexpr const char* kArrow = " → ";
 constexpr std::size_t kMostNamed = 3;
@@ -85,6 +87,7 @@ std::string LaterChangesTable::Text(std::size_t row, std::size_t column) const {
 std::string TextBesideChanges(const EarlierState& state) {
     if (!state.trouble.empty()) return state.trouble;
     if (!state.changes) return Localized(kUnknown);
+    if (state.changes->isOtherForm) return Localized(kOtherForm);
     if (state.changes->differences.empty()) return Localized(kSame);
     const std::size_t more = state.changes->notListed;
     return more == 0 ? "" : fmt::sprintf(Localized(kMore), more);

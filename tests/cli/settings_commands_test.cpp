@@ -67,6 +67,27 @@ TEST_F(SettingsCommands, OneRowIsChangedOnAllAndReadBack) {
     EXPECT_EQ(Writes(0), 1);  // what is as it should be is not sent
 }
 
+/// A player that writes down in its own way what it was sent: before it answers that, it is asked
+/// for nothing else.
+TEST_F(SettingsCommands, TheSameValuesReadBackInAnotherFormAreConfirmed) {
+    SetFault(0, "delay=300ms");
+    players.Player(0).ChangeState([](auto& state) { state.osd = R"({"data":[{"speed":0}]})"; });
+    const std::jthread player([this] {
+        const auto isWrite = [](const DevicePacket& packet) {
+            return packet.header.command == kCommandSettings && !packet.payload.empty();
+        };
+        EXPECT_TRUE(players.Player(0).WaitForPacket(isWrite, std::chrono::seconds(10)));
+        players.Player(0).ChangeState([](auto& state) {
+            Json::Value osd = *ParseJson(state.osd);
+            osd["data"][0].removeMember("speed");
+            osd["data"][0]["transparent"] = 7.0;
+            state.osd = WriteJson(osd);
+        });
+    });
+    const Told told = Run({"set", "osd", "data/0/transparent=7", "-p", Name(0)});
+    EXPECT_EQ(told.code, kAllWell) << told.remarks << told.results;
+}
+
 TEST_F(SettingsCommands, WhatTheRulesRefuseIsNotSent) {
     for (const char* edit : {"data/0/transparent=101", "data/0/nothing=1"}) {
         const Told told = Run({"set", "osd", edit, "-p", Name(0), "--json"});

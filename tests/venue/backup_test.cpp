@@ -235,20 +235,24 @@ TEST_F(Backups, AreKeptUpToANumberButNeverWithoutAWholeOne) {
 }
 
 TEST_F(Backups, AreNotMadeWhenNothingHasChanged) {
+    const std::string speed = R"({"data":[{"speed":2}]})";
     BackupPlan plan = OnDay(21);
     plan.onlyChanged = true;
-    EXPECT_TRUE(Write(plan, {One("{}")}).isNew);
+    EXPECT_TRUE(Write(plan, {One(speed)}).isNew);
     plan = OnDay(22);
     plan.onlyChanged = true;
-    const WrittenBackup same = Write(plan, {One("{}")});
-    EXPECT_FALSE(same.isNew);
-    EXPECT_EQ(same.folder, folder / kFirst);
+    for (const std::string& same : {speed, speed + " ", With(speed, "data/0/speed", 2.0)}) {
+        const WrittenBackup written = Write(plan, {One(same)});
+        EXPECT_FALSE(written.isNew) << same;
+        EXPECT_EQ(written.folder, folder / kFirst);
+    }
     EXPECT_THAT(Names(), ElementsAre(kFirst));
-    EXPECT_TRUE(Write(plan, {One("{ }")}).isNew);
+    const std::string other = With(speed, "data/0/speed", 3);
+    EXPECT_TRUE(Write(plan, {One(other)}).isNew);
     folder.Write(std::string(kSecond) + "/A/osd.json", "broken");
     plan = OnDay(23);
     plan.onlyChanged = true;
-    EXPECT_TRUE(Write(plan, {One("{ }")}).isNew);  // the latest is no whole one
+    EXPECT_TRUE(Write(plan, {One(other)}).isNew);  // the latest is no whole one
 }
 
 TEST_F(Backups, ThatAreFlatHaveTheSameBytesAndKeepWhatWasNotRead) {

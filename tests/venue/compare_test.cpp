@@ -4,6 +4,8 @@
 
 #include <set>
 
+#include "osd/osd_document.h"
+#include "settings/custom_settings_document.h"
 #include "support/temporary_folder.h"
 #include "venue/backup_writer.h"
 #include "venue/document_leaves.h"
@@ -14,6 +16,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 /// What differs, each as "path: first > second"; rows have a star.
@@ -24,6 +27,11 @@ std::vector<std::string> Differences(const char* block, const std::string& first
         told.push_back(difference.path + (difference.caption.empty() ? "" : "*") + ": " +
                        difference.first.value_or("-") + " > " + difference.second.value_or("-"));
     return told;
+}
+
+bool AreInOtherForm(const char* block, const std::string& first, const std::string& second) {
+    const BlockComparison comparison = CompareTexts(Kind(block), first, second);
+    return comparison.isOtherForm && comparison.HasSameValues();
 }
 
 TEST(Comparison, KnowsEveryValueByThePathThatItsRowHas) {
@@ -51,11 +59,11 @@ TEST(Comparison, TellsRowsOnceAndThenWhatNoRowShows) {
     const std::string osd = FactoryText("osd");
     std::string other = With(osd, "data/0/transparent", 77);
     other = With(other, "data/0/speed", 8);
-    other = With(other, "data/0/novel", Json::Value(Json::arrayValue));
+    other = With(other, "data/0/novel", 1);
     const auto told = Differences("osd", osd, other);
     ASSERT_THAT(told, SizeIs(3));
     EXPECT_THAT(told[0], testing::StartsWith("data/0/transparent*: "));
-    EXPECT_THAT(told[1] + told[2], testing::HasSubstr("data/0/novel: - > []"));
+    EXPECT_THAT(told[1] + told[2], testing::HasSubstr("data/0/novel: - > 1"));
     EXPECT_THAT(told[1] + told[2], testing::HasSubstr("data/0/speed: "));
     // A choice beyond the list is shown as its last one.
     const std::string protocol = FactoryText("control-protocol");
@@ -83,20 +91,57 @@ TEST(Comparison, IsOfMeaningNotOfLayoutOrOrder) {
                 IsEmpty());
 }
 
-TEST(Comparison, OfSettingsThatDescribeThemselvesTellsValuesAndLimitsApart) {
-    const std::string own = R"({"CustomSettings":[[
-      {"keyVal":"g","inputType":"GroupName","select":"Mine","valueRange":[]},
-      {"keyVal":"level","lableName":"Level","inputType":"IntRange","select":5,"valueRange":[0,9]},
-      {"keyVal":"many","lableName":"Many","inputType":"IntMultiple","select":[1],"valueRange":[1,2]}]]})";
+constexpr const char* kOwn = R"({"CustomSettings":[[
+  {"keyVal":"g","inputType":"GroupName","select":"Mine","valueRange":[]},
+  {"keyVal":"level","lableName":"Level","inputType":"IntRange","select":5,"valueRange":[0,9]},
+  {"keyVal":"many","lableName":"Many","inputType":"IntMultiple","select":[1,2],"valueRange":[1,2,3]}]]})";
+
+TEST(Comparison, OfSettingsThatDescribeThemselvesTellsValuesAlone) {
     const std::string group = "CustomSettings/0/";
-    EXPECT_THAT(Differences("cave", own, With(own, group + "1/select", 6)),
+    EXPECT_THAT(Differences("cave", kOwn, With(kOwn, group + "1/select", 6)),
                 ElementsAre("g/level*: 5 > 6"));
-    EXPECT_THAT(Differences("cave", own, With(own, group + "1/valueRange/1", 8)),
-                ElementsAre("g/level/valueRange: [0,9] > [0,8]"));
-    EXPECT_THAT(Differences("cave", own, With(own, group + "2/select/0", 2)), SizeIs(2));
-    EXPECT_THAT(Differences("cave", own, With(own, group + "0/select", "Yours")),
-                ElementsAre("g/#title/select: Mine > Yours"));
-    EXPECT_THAT(Differences("cave", own, With(own, "Version", "2")), ElementsAre("Version: - > 2"));
+    EXPECT_THAT(Differences("cave", kOwn, With(kOwn, group + "2/select/0", 3)), SizeIs(2));
+    EXPECT_THAT(Differences("cave", kOwn, With(kOwn, group + "2/select/0", 7)),
+                ElementsAre("g/many/1*: 1 > 0"));
+    EXPECT_THAT(Differences("cave", kOwn, With(kOwn, "Version", "2")),
+                ElementsAre("Version: - > 2"));
+    EXPECT_THAT(Differences("cave", kOwn, With(kOwn, group + "0/inputType", "Odd")),
+                Not(IsEmpty()));
+}
+
+/// Settings as a player describes them, their group without a key; and as the windows write them.
+TEST(Comparison, TellsOneChangedRowOnceWhateverFormBothHave) {
+    const std::string sent = R"({"CustomSettings":[[
+        {"inputType":"GroupName","select":"Serial","valueRange":[""]},
+        {"keyVal":"rate","lableName":"Rate","inputType":"Int","select":9600,"valueRange":[]},
+        {"keyVal":"gain","inputType":"Double","select":0.1,"valueRange":[0,1]}]]})";
+    CustomSettings windows;
+    ASSERT_TRUE(windows.TakeReply(sent));
+    EXPECT_TRUE(AreInOtherForm("cave", sent, windows.Write()));
+    EXPECT_EQ(windows.Edit({"Serial/rate", "19200"}).outcome, EditAnswer::Outcome::kAccepted);
+    const auto changes = CompareTexts(Kind("cave"), sent, windows.Write()).differences;
+    EXPECT_THAT(changes,
+                ElementsAre(RowDifference{"Serial/rate", "Serial / Rate", "9600", "19200"}));
+}
+
+TEST(Comparison, TellsOfTheSameValuesInAnotherFormThatTheyAreThat) {
+    const std::string osd = R"({"data":[{"osdEnable":true,"left":0.1,"texts":["a"]}]})";
+    EXPECT_FALSE(AreInOtherForm("osd", osd, osd + " "));
+    OsdSettings windows;
+    ASSERT_TRUE(windows.TakeReply(osd));
+    EXPECT_TRUE(AreInOtherForm("osd", osd, windows.Write()));
+    EXPECT_TRUE(AreInOtherForm("osd", R"({"a":0.1})", R"({"a":0.100000001490116})"));
+    EXPECT_TRUE(AreInOtherForm("osd", osd, With(osd, "data/0/novel", Json::nullValue)));
+    EXPECT_THAT(Differences("osd", osd, With(windows.Write(), "data/0/speed", 9)), SizeIs(1));
+    for (const char* described : {"1/valueRange", "1/lableName", "0/select"})
+        EXPECT_TRUE(AreInOtherForm("cave", kOwn,
+                                   With(kOwn, "CustomSettings/0/" + std::string(described), "x")))
+            << described;
+    const Json::Value swapped = *ParseJson("[2,1]");
+    EXPECT_TRUE(AreInOtherForm("cave", kOwn, With(kOwn, "CustomSettings/0/2/select", swapped)));
+    Json::Value timeline = *ParseJson(FactoryText("timeline"));
+    timeline["cmdInfos"][0].swap(timeline["cmdInfos"][1]);
+    EXPECT_TRUE(AreInOtherForm("timeline", FactoryText("timeline"), WriteJson(timeline)));
 }
 
 TEST(Comparison, ListsNoMoreThanPeopleRead) {

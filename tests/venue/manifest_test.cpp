@@ -83,9 +83,17 @@ TEST(Manifest, HoldsTheSameAtAnotherTimeAndInAnotherOrder) {
     BackupManifest second = first;
     std::swap(second.players[0], second.players[1]);
     second.begun = second.ended = second.program = "";
-    EXPECT_TRUE(HoldTheSame(first, second));
+    bool areAlike = false;
+    const auto hold = [&] {
+        return HoldTheSame(first, second, [&](const auto&, const auto&) { return areAlike; });
+    };
+    EXPECT_TRUE(hold());
     second.players[1].blocks[0].sha256 = Sha256Text("{ }");
-    EXPECT_FALSE(HoldTheSame(first, second));
+    EXPECT_FALSE(hold());
+    areAlike = true;
+    EXPECT_TRUE(hold());
+    second.players[1].player.remark = "Foyer";
+    EXPECT_FALSE(hold());
 }
 
 TEST(JsonText, KnowsThePlaceOfEverythingInLinesAndCharacters) {
