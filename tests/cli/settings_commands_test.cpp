@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "base/file.h"
 #include "cli_support.h"
 
