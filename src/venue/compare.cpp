@@ -145,8 +145,10 @@ bool IsMeant(const Json::Value& value, const Json::Value& written) {
 // NOLINTBEGIN(misc-no-recursion): values hold values, which the reader limits
 
 /// Gives `document` what `written`, the same settings as this program writes them, has besides, and
-/// the same values in the same way.
+/// the same values in the same way. What is empty there has nothing left out: it says that there is
+/// nothing.
 void TakeForm(const Json::Value& written, Json::Value& document) {
+    if (document.empty()) return;
     if (written.isObject() && document.isObject()) {
         for (auto member = written.begin(); member != written.end(); ++member) {
             Json::Value& own = document[member.name()];

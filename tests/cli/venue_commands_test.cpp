@@ -89,6 +89,19 @@ TEST_F(VenueCommands, APlayerTakesThePlaceOfAnotherOne) {
     EXPECT_EQ(Run(replace).code, kWrongUse);
 }
 
+TEST_F(VenueCommands, CompareRemarksOnTheSameValuesInAnotherForm) {
+    const std::string backup = Backup({"-p", Name(0)});
+    players.Player(0).ChangeState([](simulator::PlayerState& state) {
+        Json::Value osd = *ParseJson(state.osd);
+        osd["data"][0]["speed"] = osd["data"][0]["speed"].asDouble();
+        state.osd = WriteJson(osd);
+    });
+    const Told told = Run({"compare", backup, "-p", Name(0), "--json"});
+    EXPECT_EQ(told.code, kAllWell);
+    EXPECT_THAT(told.Objects(), IsEmpty());
+    EXPECT_THAT(told.remarks, HasSubstr("SIMPLAYER1 osd: the same values in another form"));
+}
+
 TEST_F(VenueCommands, CompareSaysWhenItCannotTell) {
     EXPECT_EQ(Run({"compare", TextOfPath(folder / "nowhere")}).code, kTrouble);
     const std::string backup = Backup({"-p", Name(0)});

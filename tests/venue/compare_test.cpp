@@ -133,6 +133,8 @@ TEST(Comparison, TellsOfTheSameValuesInAnotherFormThatTheyAreThat) {
     EXPECT_TRUE(AreInOtherForm("osd", R"({"a":0.1})", R"({"a":0.100000001490116})"));
     EXPECT_TRUE(AreInOtherForm("osd", osd, With(osd, "data/0/novel", Json::nullValue)));
     EXPECT_THAT(Differences("osd", osd, With(windows.Write(), "data/0/speed", 9)), SizeIs(1));
+    for (const char* nothing : {"{}", R"({"data":[]})"})
+        EXPECT_FALSE(AreInOtherForm("osd", nothing, OsdSettings().Write())) << nothing;
     for (const char* described : {"1/valueRange", "1/lableName", "0/select"})
         EXPECT_TRUE(AreInOtherForm("cave", kOwn,
                                    With(kOwn, "CustomSettings/0/" + std::string(described), "x")))

@@ -85,6 +85,8 @@ TEST_F(WindowsDocuments, SayWhyThereIsNothingToCompare) {
     states = List(Overlay(1));
     EXPECT_THAT(TextBesideChanges(states[0]), HasSubstr("is not what was written"));
     EXPECT_EQ(TextBesideChanges(states[1]), "The settings after it are the same.");
+    const std::string formed = With(Overlay(1), "data/0/transparent", 1.0);
+    EXPECT_THAT(TextBesideChanges(List(formed)[1]), HasSubstr("the same values in another form"));
     EarlierTable table;
     table.Show(states);
     EXPECT_EQ(table.RowCaution(0), table.Text(0, 2));
