@@ -17,10 +17,11 @@ namespace sontaro::cli {
 
 namespace {
 
-constexpr LocalText kNotInBackup = {"备份中没有此播放器，或有多台。",
-                                    "it is not in the backup, or more than once."};
-constexpr LocalText kNoSuchId = {"备份中没有 ID 为 %s 的播放器，或有多台。",
-                                 "the backup has no player with the ID %s, or more than one."};
+constexpr LocalText kNotInBackup = {"备份中没有此播放器。", "it is not in the backup."};
+constexpr LocalText kNoSuchId = {"备份中没有 ID 为 %s 的播放器。",
+                                 "the backup has no player with the ID %s."};
+constexpr LocalText kSeveral = {"备份中有多台 ID 为 %s 的播放器：%s。",
+                                "the backup has several players with the ID %s: %s."};
 constexpr LocalText kOneForAs = {"--as 只能用于一台播放器。", "--as is for one player."};
 constexpr LocalText kNothingToDo = {"没有要恢复的不同之处。",
                                     "nothing differs that is to be restored."};
@@ -77,8 +78,29 @@ class RestoreRun {
         if (!Call().Has(OptionId::kAs)) return std::nullopt;
         const std::string id = Call().Value(OptionId::kAs);
         if (players != 1) return TellWrongUse(surroundings_, Localized(kOneForAs));
-        if (backup_.PlayerWithId(id)) return std::nullopt;
-        return TellWrongUse(surroundings_, fmt::sprintf(Localized(kNoSuchId), id));
+        const std::vector<std::size_t> places = backup_.PlayersWithId(id);
+        if (places.size() == 1) return std::nullopt;
+        return TellWrongUse(surroundings_, places.empty() ? fmt::sprintf(Localized(kNoSuchId), id)
+                                                          : SeveralText(places));
+    }
+
+    /// Players of the backup with one ID, each by what tells it from the others.
+    [[nodiscard]] std::string SeveralText(const std::vector<std::size_t>& places) const {
+        std::string list;
+        for (const std::size_t place : places) {
+            const ManifestPlayer& entry = backup_.Manifest().players[place];
+            list += (list.empty() ? "" : "; ") + entry.folder + ' ' + entry.player.ip + ' ' +
+                    entry.player.mac;
+        }
+        return fmt::sprintf(Localized(kSeveral), backup_.Manifest().players[places[0]].player.id,
+                            list);
+    }
+
+    /// The player whose settings that one gets.
+    [[nodiscard]] std::vector<std::size_t> PlacesOf(const DeviceRecord& player) const {
+        if (Call().Has(OptionId::kAs)) return backup_.PlayersWithId(Call().Value(OptionId::kAs));
+        if (player.id.empty()) return {};
+        return backup_.PlayersWithId(player.id, player.mac);
     }
 
     void ForAll(const std::vector<DeviceRecord>& players, const Work& work) {
@@ -95,11 +117,11 @@ class RestoreRun {
     }
 
     PlayerReport Plan(Session& session, const DeviceRecord& player) {
-        const std::string id = Call().Has(OptionId::kAs) ? Call().Value(OptionId::kAs) : player.id;
-        const auto place = backup_.PlayerWithId(id);
-        if (!place || id.empty())
+        const std::vector<std::size_t> places = PlacesOf(player);
+        if (places.empty())
             return PlayerReport::Of(FailureOf("not-in-backup", Localized(kNotInBackup)));
-        const auto wanted = backup_.Documents(*place);
+        if (places.size() > 1) return PlayerReport::Of(FailureOf("ambiguous", SeveralText(places)));
+        const auto wanted = backup_.Documents(places[0]);
         if (!wanted) return PlayerReport::Of(FailureOf("backup-broken", wanted.reason()));
         const ReadDocuments present = ReadAll(session, player, KindsIn(*wanted));
         PlayerPlan plan;

@@ -115,13 +115,13 @@ Result<PlayerDocuments> Backup::Documents(std::size_t player) const {
     return documents;
 }
 
-std::optional<std::size_t> Backup::PlayerWithId(std::string_view id) const {
-    std::optional<std::size_t> found;
-    for (std::size_t i = 0; i < manifest_.players.size(); ++i) {
-        if (manifest_.players[i].player.id != id) continue;
-        if (found) return std::nullopt;
-        found = i;
-    }
+std::vector<std::size_t> Backup::PlayersWithId(std::string_view id, std::string_view mac) const {
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < manifest_.players.size(); ++i)
+        if (manifest_.players[i].player.id == id) found.push_back(i);
+    const auto hasAddress = [&](std::size_t i) { return manifest_.players[i].player.mac == mac; };
+    if (std::ranges::count_if(found, hasAddress) == 1)
+        std::erase_if(found, std::not_fn(hasAddress));
     return found;
 }
 

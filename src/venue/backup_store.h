@@ -26,8 +26,9 @@ class Backup {
     /// earlier run counts as read. Fails when a file is no longer as it was.
     [[nodiscard]] Result<PlayerDocuments> Documents(std::size_t player) const;
 
-    /// The place of the player with that ID; none when there is none, or more than one.
-    [[nodiscard]] std::optional<std::size_t> PlayerWithId(std::string_view id) const;
+    /// The players with that ID; where several have it and one of them has that address, it alone.
+    [[nodiscard]] std::vector<std::size_t> PlayersWithId(std::string_view id,
+                                                         std::string_view mac = {}) const;
 
    private:
     friend class BackupStore;

@@ -1,6 +1,8 @@
 #include "base/file.h"
 #include "batchsend/journal_writer.h"
 #include "cli_support.h"
+#include "venue/backup_writer.h"
+#include "venue/venue_samples.h"
 
 namespace sontaro::cli::test {
 namespace {
@@ -87,6 +89,24 @@ TEST_F(VenueCommands, APlayerTakesThePlaceOfAnotherOne) {
     EXPECT_EQ(Writes(1), 1);
     replace[replace.size() - 3] = "NOBODY";
     EXPECT_EQ(Run(replace).code, kWrongUse);
+}
+
+TEST_F(VenueCommands, APlayerThatIsInABackupTwiceIsRefusedWithBothListed) {
+    const std::string first = "02:00:7F:00:00:01", second = "02:00:7F:00:00:02";
+    auto writer = BackupWriter::Begin({folder / "backups"});
+    for (const std::string& mac : {first, second})
+        ASSERT_TRUE((*writer)->Add({sontaro::test::PlayerNamed("SIMPLAYER1", mac), {}}));
+    ASSERT_TRUE((*writer)->Finish());
+    const std::vector<std::string> restore = {"restore", TextOfPath(folder / "backups"), "--yes"};
+    for (const auto& [more, code] :
+         {std::pair(std::vector<std::string>{"-p", Name(0)}, kSomeFailed),
+          {std::vector<std::string>{"-p", Name(1), "--as", "SIMPLAYER1"}, kWrongUse}}) {
+        auto call = restore;
+        call.insert(call.end(), more.begin(), more.end());
+        const Told told = Run(call);
+        EXPECT_EQ(told.code, code);
+        EXPECT_THAT(told.remarks, AllOf(HasSubstr(first), HasSubstr(second)));
+    }
 }
 
 TEST_F(VenueCommands, CompareRemarksOnTheSameValuesInAnotherForm) {

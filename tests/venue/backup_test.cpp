@@ -109,7 +109,7 @@ TEST_F(Backups, HoldEveryDocumentAsItWasSentAndWhatCouldNotBeRead) {
     const auto backup = Backup::Open(folder.Path());
     ASSERT_TRUE(backup) << backup.reason();
     EXPECT_EQ(backup->Manifest().begun, "2026-11-21T20:30:00Z");
-    const PlayerDocuments documents = *backup->Documents(*backup->PlayerWithId("a/B"));
+    const PlayerDocuments documents = *backup->Documents(backup->PlayersWithId("a/B").at(0));
     EXPECT_EQ(documents.player, PlayerNamed("a/B"));
     EXPECT_EQ(documents.Find(Kind("osd"))->text, odd);
     EXPECT_EQ(documents.Find(Kind("cave"))->why, "timed-out");
@@ -187,7 +187,10 @@ TEST_F(Backups, OfTwoPlayersWithOneIdAreHeldApart) {
     EXPECT_TRUE(before.contains("A/osd.json") && before.contains("A@02007F000003/osd.json"));
     EXPECT_FALSE(Write(Flat(), {second, first}).isNew);
     EXPECT_EQ(Files(), before);
-    EXPECT_EQ(Backup::Open(folder.Path())->PlayerWithId("A"), std::nullopt);
+    const Backup backup = *Backup::Open(folder.Path());
+    EXPECT_THAT(backup.PlayersWithId("A"), ElementsAre(0, 1));
+    EXPECT_THAT(backup.PlayersWithId("A", "another's"), ElementsAre(0, 1));
+    EXPECT_THAT(backup.PlayersWithId("A", second.player.mac), ElementsAre(1));
     second.player.mac = "02:00:7F:00:00:04";
     Write(Flat(), {second});  // who comes alone, and for the first time, gets nobody's folder
     EXPECT_EQ(folder.Read("A/osd.json"), "{}");
