@@ -109,7 +109,8 @@ void UploadPage::Serve(const std::function<bool()>& isOver) {
 
 void UploadPage::TellProgress() {
     if (page_.IsRunning())
-        surroundings_.output.Progress(fmt::sprintf("%.0f%%  %s  %s", page_.Share() * kWhole,
+        surroundings_.output.Progress(fmt::sprintf("%.0f%%  %s  %s",
+                                                   page_.Figures().Run().Share() * kWhole,
                                                    page_.LineText(), page_.PaceText()));
     else
         surroundings_.output.Progress(page_.SummaryText());
