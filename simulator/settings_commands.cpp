@@ -59,6 +59,13 @@ bool KeepNames(std::string& document, const DevicePacket& request) {
     return true;
 }
 
+/// Whether an argument of the block's answer may tell that the player refuses; the others know no
+/// refusal but that of what is not supported.
+bool RefusesByArgument(std::uint16_t block) {
+    return block == kBlockControlProtocol || block == kBlockScreenSplitRead ||
+           block == kBlockScreenSplitWrite;
+}
+
 }  // namespace
 
 void HandleOsd(PlayerState& state, const DevicePacket& request, Answer& answer) {
@@ -100,7 +107,8 @@ std::optional<Answer> FaultyAnswer(const DevicePacket& request, const FaultScrip
     };
     if (faults.notSupported || (faults.refuseSaves && isSave) || isOfBlock(faults.unsupported))
         return NotSupported(request);
-    if (isOfBlock(faults.refused)) return Refused(request);
+    if (isOfBlock(faults.refused))
+        return RefusesByArgument(faults.refused) ? Refused(request) : NotSupported(request);
     return std::nullopt;
 }
 

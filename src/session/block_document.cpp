@@ -36,6 +36,35 @@ std::string WhyNot(const SettingsRow& row, const EditAnswer& answer) {
     return why;
 }
 
+/// Adds the paths of the values of one document that are others in a second one of its shape.
+// NOLINTNEXTLINE(misc-no-recursion): values stand within values
+void AddOthers(const Json::Value& first, const Json::Value& second, const std::string& path,
+               std::set<std::string>& others) {
+    const auto under = [&](const std::string& key) {
+        return path.empty() ? key : path + '/' + key;
+    };
+    if (first == second) return;
+    if (first.isObject() && second.isObject()) {
+        for (const std::string& key : first.getMemberNames())
+            AddOthers(first[key], second[key], under(key), others);
+    } else if (first.isArray() && first.size() == second.size()) {
+        for (Json::ArrayIndex i = 0; i < first.size(); ++i)
+            AddOthers(first[i], second[i], under(std::to_string(i)), others);
+    } else {
+        others.insert(path);
+    }
+}
+
+/// Whether a whole number was typed that is another one than what was taken for it.
+bool IsAnotherNumber(const SettingsRow& row, std::string typed, const std::string& taken) {
+    if (row.kind != RowKind::kWholeNumber) return false;
+    const bool isNegative = typed.starts_with('-');
+    typed.erase(0, std::min(typed.find_first_not_of("+-0 \t"), typed.size()));
+    typed.erase(std::min(typed.find_last_not_of(" \t") + 1, typed.size()));
+    if (typed.empty()) typed = "0";
+    return (isNegative && typed != "0" ? '-' + typed : typed) != taken;
+}
+
 std::string CaptionOf(const PathRow& row) {
     return row.group.empty() ? row.row.name : row.group + " / " + row.row.name;
 }
@@ -46,12 +75,16 @@ BlockDocument::BlockDocument(const SettingsBlockKind& kind, std::string text, So
     : kind_(&kind),
       text_(std::move(text)),
       document_(kind.makeDocument()),
-      usable_(source == Source::kPlayer ? document_->TakeReply(text_)
-                                        : document_->TakeFile(text_)) {}
+      usable_(source == Source::kPlayer ? document_->TakeReply(text_) : document_->TakeFile(text_)),
+      source_(source) {}
 
 std::optional<std::string> BlockDocument::RefusalToSend() const {
     if (!usable_) return usable_.reason();
     if (!document_->HasSettings()) return Localized(kNoSettings);
+    if (isWritten_ && !misfits_.empty()) {
+        const std::string& path = *misfits_.begin();
+        return path + ": " + WhyNot(RowsByPath()[path].row, {});
+    }
     const std::optional<LocalText> refusal = document_->RefusalToSend();
     return refusal ? std::optional(Localized(*refusal)) : std::nullopt;
 }
@@ -75,14 +108,42 @@ std::map<std::string, PathRow> BlockDocument::RowsByPath() const {
 
 Status BlockDocument::SetValue(const std::string& path, const std::string& value) {
     if (!usable_) return usable_;
+    FindMisfits();
     const std::map<std::string, PathRow> rows = RowsByPath();
     const auto found = rows.find(path);
     if (found == rows.end()) return Error{Localized(kNoSuchRow)};
-    if (found->second.row.value == value) return Done{};
+    if (found->second.row.value == value && !misfits_.contains(path)) return Done{};
     const std::string before = kind_->describesItself ? document_->Write() : std::string();
-    Status edited = Edit(found->second.row, value);
-    if (edited) text_ = WithChanges(before);
+    Status edited = EditStrictly(found->second.row, value);
+    if (edited) text_ = WithChanges(before), isWritten_ = true, misfits_.erase(path);
     return edited;
+}
+
+/// Some documents make the nearest choice of one that there is not as soon as they are shown. What
+/// they have read is seen once more, as they may have been shown.
+void BlockDocument::FindMisfits() {
+    if (isWritten_ || kind_->describesItself) return;
+    const auto document = kind_->makeDocument();
+    const Status read =
+        source_ == Source::kPlayer ? document->TakeReply(text_) : document->TakeFile(text_);
+    if (!read) return;
+    const Result<Json::Value> held = ParseJson(document->Write());
+    static_cast<void>(document->Rows());
+    const Result<Json::Value> shown = ParseJson(document->Write());
+    misfits_.clear();
+    if (held && shown) AddOthers(*held, *shown, {}, misfits_);
+}
+
+Status BlockDocument::EditStrictly(const SettingsRow& row, const std::string& value) {
+    const auto kept = document_->Keep();
+    if (Status edited = Edit(row, value); !edited) return edited;
+    const SettingsRow taken = RowsByPath().at(row.key).row;
+    const bool isChoice = row.kind == RowKind::kChoice;
+    const bool isOffered = std::ranges::find(row.choices, value) != row.choices.end();
+    const bool isWell = taken.caution.empty() && !IsAnotherNumber(row, value, taken.value);
+    if (isChoice ? isOffered : isWell) return Done{};
+    document_->PutBack(*kept);
+    return Error{isChoice || taken.caution.empty() ? WhyNot(row, {}) : taken.caution};
 }
 
 Status BlockDocument::Edit(const SettingsRow& row, const std::string& value) {
@@ -116,6 +177,7 @@ TakenValues BlockDocument::TakeValues(const BlockDocument& others) {
         return taken;
     }
     if (kind_->describesItself) return TakeSelects(others);
+    FindMisfits();
     std::map<std::string, PathRow> rows = RowsByPath();
     for (const PathRow& other : others.PathRows()) {
         const auto mine = rows.find(other.row.key);
@@ -125,14 +187,14 @@ TakenValues BlockDocument::TakeValues(const BlockDocument& others) {
         }
         const SettingsRow row = std::move(mine->second.row);
         rows.erase(mine);
-        if (row.value == other.row.value) continue;
+        if (row.value == other.row.value && !misfits_.contains(row.key)) continue;
         if (const Status edited = Edit(row, other.row.value))
-            taken.changed.push_back(row.key);
+            taken.changed.push_back(row.key), misfits_.erase(row.key);
         else
             taken.refused.emplace(row.key, edited.reason());
     }
     for (const auto& [path, row] : rows) taken.missing.push_back(path);
-    if (!taken.changed.empty()) text_ = document_->Write();
+    if (!taken.changed.empty()) text_ = document_->Write(), isWritten_ = true;
     return taken;
 }
 

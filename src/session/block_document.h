@@ -2,6 +2,8 @@
 #pragma once
 
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -43,7 +45,8 @@ class BlockDocument {
     [[nodiscard]] const std::string& Text() const { return text_; }
     /// Whether the text is a document of the block. Without that there are no rows.
     [[nodiscard]] const Status& Usable() const { return usable_; }
-    /// Why it must not be sent as it stands; none when it may.
+    /// Why it must not be sent as it stands; none when it may. Once a value has been changed, that
+    /// is also a choice that there is not, of a row of its own: writing would make it another one.
     [[nodiscard]] std::optional<std::string> RefusalToSend() const;
 
     /// The rows in groups, in the document's order.
@@ -54,7 +57,9 @@ class BlockDocument {
     [[nodiscard]] std::map<std::string, PathRow> RowsByPath() const;
 
     /// Gives the row with that path a value as it would be typed in. Fails with a reason for the
-    /// user; nothing has changed then. A value that the row has already leaves the text alone.
+    /// user; nothing has changed then. Nothing is taken that a grid would take and warn of: neither
+    /// what is not among the choices, nor a number beyond its bounds. A value that the row has
+    /// already leaves the text alone.
     [[nodiscard]] Status SetValue(const std::string& path, const std::string& value);
 
     /// Takes the values of another document of the same block, by path. Of settings that describe
@@ -65,6 +70,8 @@ class BlockDocument {
 
    private:
     [[nodiscard]] Status Edit(const SettingsRow& row, const std::string& value);
+    [[nodiscard]] Status EditStrictly(const SettingsRow& row, const std::string& value);
+    void FindMisfits();
     [[nodiscard]] std::string WithChanges(const std::string& before) const;
     [[nodiscard]] TakenValues TakeSelects(const BlockDocument& others);
 
@@ -72,6 +79,9 @@ class BlockDocument {
     std::string text_;
     std::unique_ptr<SettingsDocument> document_;
     Status usable_;
+    Source source_;
+    bool isWritten_ = false;         // the text, since a value was changed
+    std::set<std::string> misfits_;  // paths of choices that showing them has made others
 };
 
 /// A row that two documents differ in; the value of one that only the other has is absent.

@@ -12,7 +12,7 @@ namespace {
 constexpr TableColumn kStateColumns[] = {
     {{"被覆盖的时间", "Written over"}, 20, CellKind::kText},
     {{"更改数", "Changes"}, 8, CellKind::kNumber},
-    {{"之后的更改", "What was changed after it"}, 80, CellKind::kText},
+    {{"之后的更改", "What was changed after it"}, 82, CellKind::kText},
 };
 constexpr TableColumn kChangeColumns[] = {
     {{"设置", "Setting"}, 44, CellKind::kText},
@@ -28,7 +28,8 @@ constexpr LocalText kSame = {"与之后的设置相同。", "The settings after 
 constexpr LocalText kOtherForm = {"与之后的设置值相同，仅写法不同。",
                                   "The settings after it have the same values in another form."};
 constexpr LocalText kMore = {"另有 %d 处更改未列出。", "%d more changes are not listed."};
-constexpr const char* kArrow = " → ";
+constexpr LocalText kChange = {"%s：%s → %s", "%s: %s → %s"};
+constexpr LocalText kBetween = {"；", "; "};
 constexpr std::size_t kMostNamed = 3;
 
 std::string NameOf(const RowDifference& row) {
@@ -51,11 +52,12 @@ std::string FirstOf(const BlockComparison& changes) {
     const std::size_t count = std::min(changes.differences.size(), kMostNamed);
     for (std::size_t i = 0; i < count; ++i) {
         const RowDifference& row = changes.differences[i];
-        if (i > 0) text += "; ";
-        text += NameOf(row);
-        if (!row.path.empty()) text += ": " + ValueText(row.first) + kArrow + ValueText(row.second);
+        if (i > 0) text += Localized(kBetween);
+        text += row.path.empty() ? NameOf(row)
+                                 : fmt::sprintf(Localized(kChange), NameOf(row),
+                                                ValueText(row.first), ValueText(row.second));
     }
-    return changes.differences.size() > count ? text + "; …" : text;
+    return changes.differences.size() > count ? text + Localized(kBetween) + "…" : text;
 }
 
 }  // namespace

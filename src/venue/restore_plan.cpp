@@ -151,6 +151,8 @@ class BlockPlanner {
                 plan_.refused.emplace(path, set.reason());
         }
         if (!isFound) plan_.trouble = Worded(kNoSuchKey, options_.key);
+        if (target.Text() != present_)
+            if (const auto refusal = target.RefusalToSend()) plan_.trouble = *refusal;
         return target.Text();
     }
 

@@ -96,6 +96,8 @@ TEST_F(SettingsCommands, WhatTheRulesRefuseIsNotSent) {
         EXPECT_EQ(told.code, kSomeFailed);
         EXPECT_EQ(told.Objects().at(0)["error"]["end"], "invalid");
     }
+    EXPECT_EQ(Run({"set", "player-control", "Players/0/AspectRatio=99", "-p", Name(0)}).code,
+              kSomeFailed);
     EXPECT_EQ(Run({"set", "osd", "nonsense", "-p", Name(0)}).code, kWrongUse);
     EXPECT_EQ(Run({"set", "osd", "a=1", "--restart", "-p", Name(0), "--yes"}).code, kWrongUse);
     EXPECT_EQ(Writes(0), 0);

@@ -87,6 +87,34 @@ constexpr const char* kOwn = R"({"Version":"1","CustomSettings":[
   [{"keyVal":"below","inputType":"IntRange","valueRange":[-9,9],"select":1},
    {"keyVal":"level","inputType":"IntRange","valueRange":[0,9],"select":6}]]})";
 
+TEST(BlockDocument, TakesNothingThatAGridWouldTakeAndWarnOf) {
+    BlockDocument players = Of("player-control", simulator::FactoryState().playerControl);
+    const std::string text = players.Text();
+    EXPECT_THAT(Set(players, "Players/0/AspectRatio", "99"), HasSubstr("one of: UnLock, Lock"));
+    BlockDocument protocol = Of("control-protocol", simulator::FactoryState().controlProtocol);
+    EXPECT_THAT(Set(protocol, "Serial/BaudRate", "99"), HasSubstr("one of: "));
+    BlockDocument own = Of("touch", kOwn);
+    EXPECT_EQ(Set(own, PathOf(own, "level"), "10"), "The value is outside the range 0 to 9.");
+    EXPECT_EQ(Set(own, PathOf(own, "alone"), "9999999999"), "This value does not fit.");
+    EXPECT_EQ(Set(own, PathOf(own, "alone"), "007"), "=7");
+    EXPECT_EQ(players.Text(), text);
+    EXPECT_EQ(ValueAt(players, "Players/0/AspectRatio"), "UnLock");
+}
+
+TEST(BlockDocument, IsNotSentWithAnotherChoiceThanThePlayerHolds) {
+    Json::Value held = *ParseJson(simulator::FactoryState().controlProtocol);
+    held["Serial"]["PlayMode"] = 9;
+    BlockDocument protocol = Of("control-protocol", WriteJson(held));
+    EXPECT_EQ(ValueAt(protocol, "Serial/PlayMode"), "Single Play");  // the last one
+    EXPECT_EQ(protocol.RefusalToSend(), std::nullopt);
+    EXPECT_EQ(Set(protocol, "Serial/Play", "A5"), "=A5");
+    EXPECT_THAT(protocol.RefusalToSend().value_or(""),
+                HasSubstr("Serial/PlayMode: This value does not fit. It is one of: "));
+    EXPECT_EQ(Set(protocol, "Serial/PlayMode", "Single Play"), "=Single Play");
+    EXPECT_EQ(protocol.RefusalToSend(), std::nullopt);
+    EXPECT_EQ((*ParseJson(protocol.Text()))["Serial"]["PlayMode"], 4);
+}
+
 TEST(BlockDocument, OfSettingsThatDescribeThemselvesOnlyTheValuesAreTaken) {
     BlockDocument own = Of("touch", kOwn);
     const TakenValues taken = own.TakeValues(Of("touch", R"({"Version":"2","CustomSettings":[

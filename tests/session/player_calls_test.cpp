@@ -91,6 +91,13 @@ TEST_F(Asked, ADocumentOfNoUseIsAnAnswerThatIsKeptAsItIs) {
 TEST_F(Asked, AWriteIsConfirmedRefusedOrNotSent) {
     SetFaults("refused=13");
     EXPECT_EQ(WriteBlock(*session, Kind("screen-split"), "{}").how, End::kRefused);
+    for (const auto& [fault, kind] : {std::pair("refused=15", "serial-port"),
+                                      {"refused=21", "player-control"},
+                                      {"refused=4", "osd"}}) {
+        SetFaults(fault);  // of a block whose answers tell no refusal
+        EXPECT_EQ(WriteBlock(*session, Kind(kind), "{}").how, End::kNotSupported) << kind;
+        EXPECT_EQ(ReadBlock(*session, Kind(kind)).HowItEnded().how, End::kNotSupported) << kind;
+    }
     SetFaults("refuse-saves");
     EXPECT_EQ(WriteBlock(*session, Kind("cave"), "{}").how, End::kNotSupported);
     player->ForgetPackets();
