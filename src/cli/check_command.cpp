@@ -54,7 +54,8 @@ void TellKind(const Surroundings& surroundings, const std::string& file,
         return surroundings.output.Object(object);
     }
     std::string line = file + ": " + Told(check.kind);
-    if (check.block) line += std::string(" ") + check.block->name;
+    if (check.block && WordFor(check.kind) != std::string_view(check.block->name))
+        line += std::string(" ") + check.block->name;
     if (check.IsSound()) line += ", " + Localized(kSound);
     surroundings.output.Line(line);
 }

@@ -1,6 +1,7 @@
 // get, set and apply.
 #include <fmt/printf.h>
 
+#include <atomic>
 #include <fstream>
 
 #include "base/file.h"
@@ -28,6 +29,8 @@ constexpr LocalText kNotUsable = {"播放器的文档无法使用：%s",
                                   "the player's document is of no use: %s"};
 constexpr LocalText kNotRead = {"无法读取 %s：%s", "%s cannot be read: %s"};
 constexpr LocalText kApplyQuestion = {"要把 %s 写入播放器吗？", "Write %s to the players?"};
+constexpr LocalText kNothingToSend = {"没有要发送的不同之处。",
+                                      "nothing differs that is to be sent."};
 constexpr LocalText kSetQuestion = {"播放器会随之重启。继续吗？",
                                     "The players restart with it. Go on?"};
 
@@ -213,10 +216,15 @@ int RunApply(const Surroundings& surroundings) {
         return TellWrongUse(surroundings, restart.reason());
     const std::string question = fmt::sprintf(Localized(kApplyQuestion), name);
     if (const auto end = EndUnlessConfirmed(surroundings, question)) return *end;
-    return RunForPlayers(surroundings, Identity::kNeeded, ChangeHeadings(),
-                         [&](Session& session, const DeviceRecord& player) {
-                             return Apply(surroundings, session, player, *wanted);
-                         });
+    std::atomic<bool> isSame = !call.Has(OptionId::kRestart);
+    const int end = RunForPlayers(surroundings, Identity::kNeeded, ChangeHeadings(),
+                                  [&](Session& session, const DeviceRecord& player) {
+                                      auto report = Apply(surroundings, session, player, *wanted);
+                                      if (!report.rows.empty()) isSame = false;
+                                      return report;
+                                  });
+    if (end == kAllWell && isSame) surroundings.output.Remark(Localized(kNothingToSend));
+    return end;
 }
 
 }  // namespace sontaro::cli

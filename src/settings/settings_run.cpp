@@ -33,6 +33,14 @@ int CountOthers(const std::vector<std::string>& keys, const std::vector<std::str
     return static_cast<int>(different.size());
 }
 
+/// What the player holds, after it has sent a document. That may leave rows out, which go on
+/// showing what the user has changed: of those, what was known before stays.
+RowValues HeldNow(const SettingsDocument& document, const SettingsHistory& history,
+                  const RowValues& before, const RowValues& known) {
+    RowValues held = ValuesOf(document);
+    return history.IsConfirmed() ? held : WithKnown(std::move(held), before, known);
+}
+
 }  // namespace
 
 SettingsRun::SettingsRun(SettingsBlock block, SettingsDocument& document, SettingsView& view,
@@ -103,7 +111,7 @@ void SettingsRun::ReadEnded(const Ended& ended) {
 void SettingsRun::TakeDocument(std::string_view text) {
     answered_ = true;
     held_.Learn(text);
-    const Values before = ValuesShown();
+    const RowValues before = ValuesOf(document_);
     if (!document_.TakeReply(text)) {
         playersKeys_.reset();
         opened_ = opened_ && history_.HasSince(discarded_);
@@ -111,7 +119,7 @@ void SettingsRun::TakeDocument(std::string_view text) {
     }
     playersKeys_ = document_.Keys();
     history_.ConfirmBefore(discarded_);
-    confirmed_ = HeldNow(before, confirmed_);
+    confirmed_ = HeldNow(document_, history_, before, confirmed_);
     opened_ = opened_ && !history_.IsConfirmed();
     history_.Repeat();
     view_.ShowRows();
@@ -155,7 +163,7 @@ void SettingsRun::ShowWalked(const std::string& row) {
 SettingsState SettingsRun::Untouched() const {
     if (awaited_ > 0) return SettingsState::kSent;
     const bool isKnown = untouched_ > SettingsState::kForeign;
-    return isKnown && ValuesShown() != confirmed_ ? SettingsState::kChanged : untouched_;
+    return isKnown && ValuesOf(document_) != confirmed_ ? SettingsState::kChanged : untouched_;
 }
 
 /// Where something else is shown than what the player has, that remains to be said.
@@ -187,7 +195,7 @@ bool SettingsRun::Agrees() {
 void SettingsRun::Save() {
     if (!MaySend() || !Agrees() || !MaySend()) return;
     if (reading_) talk_.Cancel();  // its answer would take away what is being sent
-    Sent sent{history_.Seal(), "", ValuesShown(), document_.Keys(), false};
+    SentSettings sent{history_.Seal(), "", ValuesOf(document_), document_.Keys(), false};
     std::optional<OutgoingSettings> outgoing = steps_.prepare(document_.Write());
     if (!outgoing || locked_) return;
     if (outgoing->text.size() > kLongestPayload) return prompts_.Warn(Localized(kSettingsTooLong));
@@ -198,7 +206,7 @@ void SettingsRun::Save() {
 
 /// One that has been waited for in vain is given up; others are sent one after another. What
 /// restarts the player waits for nothing: only what has gone out ends the editing.
-void SettingsRun::Send(Sent sent) {
+void SettingsRun::Send(SentSettings sent) {
     const bool restarts = sent.restarts;
     if (reading_ || SecondsWithoutAnswer() > 0 || restarts) talk_.Cancel();
     waited_ = {};
@@ -212,7 +220,7 @@ void SettingsRun::Send(Sent sent) {
     view_.StateChanged();
 }
 
-void SettingsRun::SendEnded(const Sent& sent, const Ended& ended) {
+void SettingsRun::SendEnded(const SentSettings& sent, const Ended& ended) {
     --awaited_;
     waited_ = {};
     held_.SendingEnded(ended.how, sent.text);
@@ -231,15 +239,15 @@ void SettingsRun::SendEnded(const Sent& sent, const Ended& ended) {
 
 /// What was changed since it was sent stays as it is, and is not confirmed; neither are rows that
 /// have come from the player by themselves meanwhile.
-void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
-    const Values before = ValuesShown();
+void SettingsRun::Confirm(const SentSettings& sent, std::string_view answer) {
+    const RowValues before = ValuesOf(document_);
     const bool hasDocument = facts_.confirmation == Confirmation::kAnyDocument && !answer.empty();
     if (hasDocument) held_.Learn(answer);
     if (hasDocument && !document_.TakeReply(answer)) return Enter(SettingsState::kUnreadable);
     answered_ = true;
     history_.ConfirmBefore(sent.mark);
     playersKeys_ = sent.keys;
-    confirmed_ = hasDocument ? HeldNow(before, sent.values) : sent.values;
+    confirmed_ = hasDocument ? HeldNow(document_, history_, before, sent.values) : sent.values;
     if (hasDocument) {
         history_.Repeat();
         view_.ShowRows();
@@ -252,7 +260,7 @@ void SettingsRun::Confirm(const Sent& sent, std::string_view answer) {
     else if (awaited_ > 0)
         Enter(SettingsState::kSent);
     else
-        Enter(ValuesShown() == confirmed_ ? SettingsState::kSaved : SettingsState::kChanged);
+        Enter(ValuesOf(document_) == confirmed_ ? SettingsState::kSaved : SettingsState::kChanged);
     if (facts_.confirmation == Confirmation::kArgument) prompts_.Inform(Localized(kSaved));
 }
 
@@ -291,28 +299,8 @@ void SettingsRun::SaveFile(const std::filesystem::path& path) {
     if (MayKeep()) KeepSettingsFile(path, document_.Write(), prompts_);
 }
 
-SettingsRun::Values SettingsRun::ValuesShown() const {
-    Values values;
-    VisitRows(document_.Rows(), [&](const auto& row) { values.emplace(row.key, row.value); });
-    return values;
-}
-
-/// What the player holds, after it has sent a document. That may leave rows out, which go on
-/// showing what the user has changed: of those, what was known before stays.
-SettingsRun::Values SettingsRun::HeldNow(const Values& before, const Values& known) const {
-    Values held = ValuesShown();
-    if (history_.IsConfirmed()) return held;
-    for (auto& [key, value] : held) {
-        const auto shown = before.find(key);
-        const auto last = known.find(key);
-        if (shown != before.end() && shown->second == value && last != known.end())
-            value = last->second;
-    }
-    return held;
-}
-
 std::string SettingsRun::ValueOf(const std::string& key) const {
-    const Values values = ValuesShown();
+    const RowValues values = ValuesOf(document_);
     const auto value = values.find(key);
     return value == values.end() ? "" : value->second;
 }

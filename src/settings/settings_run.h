@@ -2,38 +2,15 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "base/prompts.h"
-#include "exchange/conversation.h"
 #include "exchange/player_requests.h"
 #include "settings/held_document.h"
-#include "settings/settings_history.h"
+#include "settings/sent_settings.h"
+#include "settings/settings_steps.h"
 #include "settings/settings_view.h"
 
 namespace sontaro {
-
-/// What goes to the player on OK.
-struct OutgoingSettings {
-    std::string text;
-    bool restarts = false;  ///< the player starts again with it: nothing can be done afterwards
-};
-
-/// Asks the player something, which may take its time: the user is told.
-using AskCall = std::function<void(Request, Conversation::EndedCall)>;
-
-/// Where a procedure differs from the plain one, which asks for the block and sends the document.
-struct SettingsSteps {
-    /// Asks the player, and passes on how the question for the document ended.
-    std::function<void(AskCall, Conversation::EndedCall)> read;
-    /// Makes `text` ready to go; none when the user has thought better of it.
-    std::function<std::optional<OutgoingSettings>(std::string text)> prepare;
-    /// Sees what nobody asked for.
-    std::function<void(WindowMessage&)> unasked = [](WindowMessage&) {};
-};
 
 /// Reads the settings of one block from a player, takes edits and files, and sends the whole
 /// document back. What the user has changed is done again to whatever the player sends later, until
@@ -41,9 +18,6 @@ struct SettingsSteps {
 /// User-interface thread.
 class SettingsRun {
    public:
-    /// By the key of the row.
-    using Values = std::map<std::string, std::string>;
-
     /// `document`, `view` and `prompts` outlive the run.
     SettingsRun(SettingsBlock block, SettingsDocument& document, SettingsView& view,
                 Prompts& prompts, const ExchangeServices& exchange, Target player,
@@ -98,20 +72,11 @@ class SettingsRun {
     /// Whether the user has changed something that the player has not confirmed.
     [[nodiscard]] bool HasUnsentChanges() const { return !history_.IsConfirmed() && !locked_; }
     /// What the player has confirmed last, or sent.
-    [[nodiscard]] const Values& Confirmed() const { return confirmed_; }
+    [[nodiscard]] const RowValues& Confirmed() const { return confirmed_; }
     /// The conversation, for what a procedure of one's own has to say.
     [[nodiscard]] Conversation& Talk() { return talk_; }
 
    private:
-    /// What the player is to confirm.
-    struct Sent {
-        SettingsHistory::Mark mark;
-        std::string text;
-        Values values;
-        std::vector<std::string> keys;
-        bool restarts;
-    };
-
     [[nodiscard]] Request WaitOn(Request request);
     void ReadEnded(const Ended& ended);
     void TakeDocument(std::string_view text);
@@ -121,15 +86,13 @@ class SettingsRun {
     void TellOtherKeys();
     [[nodiscard]] bool Agrees();
     [[nodiscard]] bool IsPlayersOwn() const;
-    void Send(Sent sent);
-    void SendEnded(const Sent& sent, const Ended& ended);
-    void Confirm(const Sent& sent, std::string_view answer);
+    void Send(SentSettings sent);
+    void SendEnded(const SentSettings& sent, const Ended& ended);
+    void Confirm(const SentSettings& sent, std::string_view answer);
     void ShowWalked(const std::string& row);
     [[nodiscard]] SettingsState AfterChange() const;
     [[nodiscard]] SettingsState Untouched() const;
     void Enter(SettingsState state);
-    [[nodiscard]] Values ValuesShown() const;
-    [[nodiscard]] Values HeldNow(const Values& before, const Values& known) const;
 
     const SettingsBlockFacts& facts_;
     SettingsDocument& document_;
@@ -151,7 +114,7 @@ class SettingsRun {
     SettingsState untouched_{};  // what is to be told of the player's settings without changes
     SettingsHistory::Mark discarded_ = 0;  // what is older goes when the player's settings come
     std::optional<std::vector<std::string>> playersKeys_;  // none: its settings are not known
-    Values confirmed_;
+    RowValues confirmed_;
 };
 
 }  // namespace sontaro

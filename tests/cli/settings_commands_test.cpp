@@ -131,6 +131,8 @@ TEST_F(SettingsCommands, ADocumentIsAppliedOnceItFitsOrIsForced) {
     EXPECT_EQ(Writes(0), 0);
     EXPECT_EQ(Run({"apply", "osd", "-f", good, "-p", Name(0)}).code, kAllWell);
     EXPECT_EQ(Line(0), "Applied");
+    EXPECT_THAT(Run({"apply", "osd", "-f", good, "-p", Name(0), "--dry-run"}).remarks,
+                HasSubstr("nothing differs"));
     changed["data"][0]["colour"] = 1;
     const std::string odd = TextOfPath(folder.Write("odd.json", WriteJson(changed)));
     EXPECT_THAT(Run({"apply", "osd", "-f", odd, "-p", Name(1)}).remarks, HasSubstr("--force"));

@@ -135,6 +135,8 @@ TEST_F(VenueCommands, AFileIsSoundFaultyOrNoneThatIsKnown) {
     const std::string sound = TextOfPath(folder.Write("sound.json", osd));
     EXPECT_EQ(Call({"check", sound}).code, kAllWell);
     EXPECT_EQ(Call({"check", sound, "--block", "timeline"}).code, kSomeFailed);
+    const std::string empty = TextOfPath(folder.Write("timeline.json", R"({"cmdInfos":[]})"));
+    EXPECT_THAT(Call({"check", empty}).results, HasSubstr(": a timeline, sound"));
     const std::string faulty = TextOfPath(folder.Write("faulty.json", "{\n  \"data\": [,]\n}"));
     const Told told = Call({"check", faulty, "--block", "osd"});
     EXPECT_EQ(told.code, kSomeFailed);
