@@ -61,14 +61,14 @@ sleep 1
 xdotool key space
 sleep 0.5
 
-press_after 14
+press_after 15
 await 10 "Back does not lead back" has_window "$devices"
 sleep 0.5
 press_after 6
 await 10 "the wall was not fetched again" both 2 "received 3 sub 12 arg 0"
 sleep 0.7
 # As it has been fetched: fewer controls can be pressed.
-press_after 13
+press_after 14
 await 10 "the wall did not arrive again" both 2 "received 3 sub 13 arg 0"
 documents() { grep -ho "received 3 sub 13 arg 0.*" "$player_log" "$second_log"; }
 [ "$(documents | wc -l)" = 4 ] || fail "not every player got the document twice"
