@@ -201,9 +201,12 @@ void SetPageRun::Take(const Found& found) {
 /// Folders whose categories were named while nobody had told names find theirs, as soon as nothing
 /// goes on that knows them by the slots that they have.
 void SetPageRun::SettleCategories() {
+    if (!inquiry_.IsAsking() && !IsSearching() && stays_ == 0) SettleByWhatIsTold();
+}
+
+void SetPageRun::SettleByWhatIsTold() {
     const ToldNames names = heard_.All(shown_);
-    const bool mayAllBeKnown = !inquiry_.IsAsking() && !IsSearching() && stays_ == 0;
-    if (names.empty() || !isEntered_ || !mayAllBeKnown) return;
+    if (names.empty() || !isEntered_) return;
     const std::vector<SettledName> settled = SettleNames(set_, names);
     if (settled.empty()) return;
     view_.CategoriesSettled(settled);
@@ -330,6 +333,7 @@ bool SetPageRun::GoOn() {
         services_.prompts.Warn(ProblemText(set_, problem));
         return false;
     }
+    SettleByWhatIsTold();  // nobody else is waited for any more
     return KeepNames(set_, heard_, shown_, services_.videoTypeFile, services_.prompts);
 }
 

@@ -379,6 +379,15 @@ TEST_F(SetPages, SettleNamesWhenTheSearchIsGivenUp) {
     EXPECT_EQ(Listed(), "x@1 ");
 }
 
+TEST_F(SetPages, SettleNamesByWhatIsToldWhenTheUserGoesOn) {
+    AddLiveEarly();
+    run->Leave();
+    Enter({Player(21), Player(22)});
+    Answers(21);
+    EXPECT_TRUE(GoesOn() && !std::filesystem::exists(types));
+    EXPECT_EQ(Listed(), "x@1 ");
+}
+
 TEST_F(SetPages, ShowPlayersAndVideosWithWhatIsOdd) {
     const SetPlayersTable players(*run);
     SetVideosTable videos(*run);

@@ -65,8 +65,6 @@ struct SettingsWindows : UiTest {
     /// Presses Earlier, and takes `step` once what was kept is shown.
     void Earlier(wxDialog* dialog, const std::function<void(wxDialog*)>& step) {
         opening->Expect([&, step](wxDialog* earlier) {
-            auto* grid = Find<wxGrid>(earlier, kEarlierGrid);
-            EXPECT_TRUE(PumpUntil([&] { return grid->GetGridWindow()->HasFocus(); }));
             Settle();
             step(earlier);
         });
@@ -141,7 +139,7 @@ TEST_F(SettingsWindows, OpenWhatThePlayerHeldEarlierAsAStepThatIsUndone) {
         Reply(Window::kCave, MessageId::kCave, kSchema);
         Earlier(dialog, [&](wxDialog* earlier) {
             EXPECT_FALSE(Enabled(earlier, wxID_OK));
-            Key(WXK_ESCAPE);
+            Press(earlier, wxID_CANCEL);
         });
         EXPECT_TRUE(Grid(dialog).ChangePropertyValue("Serial/rate", "19200"));
         Press(dialog, wxID_OK);
@@ -152,7 +150,8 @@ TEST_F(SettingsWindows, OpenWhatThePlayerHeldEarlierAsAStepThatIsUndone) {
                         testing::HasSubstr("波特率: 9600 → 19200"));
             EXPECT_EQ(Cell(earlier, kLaterChangesGrid, 0, 1), "9600");
             EXPECT_EQ(Cell(earlier, kLaterChangesGrid, 0, 2), "19200");
-            Key(WXK_RETURN);
+            EXPECT_EQ(Find<wxGrid>(earlier, kLaterChangesGrid)->GetNumberRows(), 1);
+            Press(earlier, wxID_OK);
         });
         EXPECT_EQ(rate(dialog), "9600");
         EXPECT_TRUE(Grid(dialog).IsPropertyModified("Serial/rate"));
