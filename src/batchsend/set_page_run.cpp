@@ -139,7 +139,8 @@ void SetPageRun::Add(Paths chosen, std::uint32_t slot) {
     for (std::filesystem::path& path : chosen) path.make_preferred();  // one spelling for a file
     walk_.Begin(std::move(chosen), [this, player = shown_, slot](FoundFiles files) {
         // their slot is taken before folders look for free ones
-        std::ranges::stable_partition(files.files, &std::string::empty, &FoundFile::category);
+        std::stable_partition(files.files.begin(), files.files.end(),
+                              [](const FoundFile& file) { return file.category.empty(); });
         found_.push_back({std::move(files), player, slot});
         TakeFound();
         view_.SetChanged();
