@@ -72,9 +72,9 @@ enum class OptionScope {
 
 struct OptionRow {
     OptionId id{};
-    const char* shortName;  ///< "-p"; absent: it has none
-    const char* name;       ///< "--player"
-    const char* value;      ///< what stands for its value in the help; absent: it has none
+    const char* shortName = nullptr;  ///< "-p"; absent: it has none
+    const char* name = nullptr;       ///< "--player"
+    const char* value = nullptr;  ///< what stands for its value in the help; absent: it has none
     ValueKind kind = ValueKind::kAnyText;
     bool mayRepeat = false;
     OptionScope scope = OptionScope::kNamed;
@@ -82,15 +82,15 @@ struct OptionRow {
 };
 
 struct ArgumentRow {
-    const char* name;  ///< what stands for it in the help
+    const char* name = nullptr;  ///< what stands for it in the help
     ValueKind kind = ValueKind::kAnyText;
     bool isRequired = true;
     bool mayRepeat = false;  ///< only of the last one
 };
 
 struct ExampleRow {
-    const char* line;  ///< behind the name of the program
-    LocalText what;
+    const char* line = nullptr;  ///< behind the name of the program
+    LocalText what{};
 };
 
 /// Which players a command has to do with.
@@ -104,7 +104,7 @@ class Invocation;
 
 struct CommandRow {
     CommandId id{};
-    const char* name;
+    const char* name = nullptr;
     Players players{};
     std::span<const ArgumentRow> arguments;
     std::span<const OptionId> options;        ///< besides those of a scope
@@ -132,8 +132,8 @@ struct CommandRow {
 
 /// The words by which `control` is told what to do.
 struct ActionRow {
-    const char* name;
-    const char* value;  ///< what follows in the help; absent: nothing
+    const char* name = nullptr;
+    const char* value = nullptr;  ///< what follows in the help; absent: nothing
     bool isValueRequired = false;
     LocalText help{};
 };

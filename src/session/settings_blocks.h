@@ -11,8 +11,8 @@
 namespace sontaro {
 
 struct SettingsBlockKind {
-    const char* name;  ///< on the command line and of files
-    LocalText title;
+    const char* name = nullptr;  ///< on the command line and of files
+    LocalText title{};
     SettingsBlock readBlock{};
     SettingsBlock writeBlock{};
     /// Whether the player describes its settings itself: what is written are their values
