@@ -62,7 +62,7 @@ struct SettingsWindows : UiTest {
         EXPECT_TRUE(directory.Send(TitleOf(window),
                                    {id, wParam, ReplyRecord{ToBytes(payload)}, 0, origin}));
     }
-    /// Presses Earlier, and takes `step` once what was kept is shown.
+    /// Presses Earlier, and takes `step` in what opens.
     void Earlier(wxDialog* dialog, const std::function<void(wxDialog*)>& step) {
         opening->Expect([&, step](wxDialog* earlier) {
             Settle();
@@ -145,7 +145,8 @@ TEST_F(SettingsWindows, OpenWhatThePlayerHeldEarlierAsAStepThatIsUndone) {
         Press(dialog, wxID_OK);
         Reply(Window::kCave, MessageId::kCave, "", 1);
         Earlier(dialog, [&](wxDialog* earlier) {
-            EXPECT_EQ(Find<wxGrid>(earlier, kEarlierGrid)->GetNumberRows(), 1);
+            auto* kept = Find<wxGrid>(earlier, kEarlierGrid);
+            EXPECT_TRUE(PumpUntil([&] { return kept->GetNumberRows() == 1; }));
             EXPECT_THAT(Cell(earlier, kEarlierGrid, 0, 2),
                         testing::HasSubstr("波特率: 9600 → 19200"));
             EXPECT_EQ(Cell(earlier, kLaterChangesGrid, 0, 1), "9600");
