@@ -32,6 +32,17 @@ const CategoryNames* HeardNames::Of(std::optional<std::size_t> player) const {
     return names == names_.end() ? nullptr : &names->second;
 }
 
+ToldNames HeardNames::All(std::optional<std::size_t> player) const {
+    const CategoryNames* const first = Of(player);
+    if (!first) return {};
+    ToldNames all = {first};
+    for (const std::string& address : addresses_) {
+        const auto names = names_.find(address);
+        if (names != names_.end() && &names->second != first) all.push_back(&names->second);
+    }
+    return all;
+}
+
 std::string HeardNames::SourceOf(std::optional<std::size_t> player) const {
     if (player && names_.contains(addresses_[*player])) return addresses_[*player];
     for (const std::string& address : addresses_)

@@ -16,9 +16,12 @@ class HeardNames {
     /// Takes what the player at that place has answered, if there are names in it.
     void Take(std::size_t player, const PlayerFacts& facts);
 
-    /// The names of that player, else of the first one that has told any, until another one does;
-    /// absent: nobody has.
+    /// The names of that player; where it has told none, those of the first one in order that has.
+    /// Absent: nobody has.
     [[nodiscard]] const CategoryNames* Of(std::optional<std::size_t> player) const;
+    /// Those, and behind them the names of all others that have told theirs. They are this
+    /// object's.
+    [[nodiscard]] ToldNames All(std::optional<std::size_t> player) const;
     /// Whose names those are; empty: nobody's.
     [[nodiscard]] std::string SourceOf(std::optional<std::size_t> player) const;
     /// Whether any of them calls a slot by another name than the user has given it, or may do so

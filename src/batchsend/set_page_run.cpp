@@ -202,7 +202,7 @@ void SetPageRun::Take(const Found& found) {
     Elements<SetVideo>& videos = VideosOf(found.player);
     std::set<std::string> paths;
     for (const SetVideo& video : videos) paths.insert(video.path);
-    const CategoryNames* const names = heard_.Of(shown_);
+    const ToldNames names = heard_.All(shown_);
     std::map<std::string, std::optional<std::uint32_t>> slots = {{"", found.slot}};
     std::set<std::string> withoutSlot;
     for (const FoundFile& file : found.files.files) {
@@ -228,9 +228,9 @@ void SetPageRun::Take(const Found& found) {
 
 /// Folders whose categories were named while nobody had told names find theirs.
 void SetPageRun::SettleCategories() {
-    const CategoryNames* const names = heard_.Of(shown_);
-    if (!names) return;
-    const std::vector<SettledName> settled = SettleNames(set_, *names);
+    const ToldNames names = heard_.All(shown_);
+    if (names.empty()) return;
+    const std::vector<SettledName> settled = SettleNames(set_, names);
     if (settled.empty()) return;
     Changed();
     std::vector<std::string> moved;

@@ -123,10 +123,17 @@ std::optional<std::uint32_t> SlotWithName(std::string_view name, const CategoryN
     return static_cast<std::uint32_t>(slot - names.begin());
 }
 
+/// Whether the user or any player has a name for it.
+bool IsNamed(std::uint32_t slot, const ToldNames& players, const VideoSet& set) {
+    const auto names = [slot](const CategoryNames* told) { return !told->at(slot).empty(); };
+    return !set.aliases.at(slot).name.empty() || std::ranges::any_of(players, names);
+}
+
 /// The first slot that has neither a name nor a video.
-std::optional<std::uint32_t> FreeSlot(const CategoryNames& names, const Slots& used) {
+std::optional<std::uint32_t> FreeSlot(const ToldNames& players, const VideoSet& set,
+                                      const Slots& used) {
     for (std::uint32_t slot = 0; slot < kVideoCategories; ++slot)
-        if (names.at(slot).empty() && !used.at(slot)) return slot;
+        if (!IsNamed(slot, players, set) && !used.at(slot)) return slot;
     return std::nullopt;
 }
 
@@ -219,28 +226,27 @@ void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> i
             exchange.WithNext(i - 1);
 }
 
-std::optional<std::uint32_t> SlotNamed(std::string_view name, const CategoryNames* players,
+std::optional<std::uint32_t> SlotNamed(std::string_view name, const ToldNames& players,
                                        VideoSet& set) {
-    const CategoryNames names = NamesIn(set, players ? *players : CategoryNames());
+    const CategoryNames names = NamesIn(set, players.empty() ? CategoryNames() : *players.front());
     if (const auto slot = SlotWithName(name, names)) return slot;
-    const auto slot = FreeSlot(names, UsedSlots(set));
-    if (slot) set.aliases.at(*slot) = {std::string(name), players == nullptr};
+    const auto slot = FreeSlot(players, set, UsedSlots(set));
+    if (slot) set.aliases.at(*slot) = {std::string(name), players.empty()};
     return slot;
 }
 
 /// A slot stays with its videos where it can. All videos move at once: one slot's new place may be
 /// the old one of another.
-std::vector<SettledName> SettleNames(VideoSet& set, const CategoryNames& players) {
+std::vector<SettledName> SettleNames(VideoSet& set, const ToldNames& players) {
     std::vector<SettledName> settled;
     for (std::uint32_t slot = 0; slot < kVideoCategories; ++slot)
         if (set.aliases.at(slot).isProvisional)
             settled.push_back({std::exchange(set.aliases.at(slot), {}).name, slot, std::nullopt});
     Slots used = UsedSlots(set);
     for (SettledName& one : settled) {
-        const CategoryNames names = NamesIn(set, players);
-        one.to = SlotWithName(one.name, names);
+        one.to = SlotWithName(one.name, NamesIn(set, *players.front()));
         if (one.to) continue;
-        one.to = names.at(one.from).empty() ? one.from : FreeSlot(names, used);
+        one.to = IsNamed(one.from, players, set) ? FreeSlot(players, set, used) : one.from;
         if (!one.to) continue;
         set.aliases.at(*one.to).name = one.name;
         used.at(*one.to) = true;

@@ -19,6 +19,8 @@ namespace sontaro {
 inline constexpr std::size_t kVideoCategories = 64;
 /// Their names, UTF-8; an empty one where a slot has none.
 using CategoryNames = std::array<std::string, kVideoCategories>;
+/// Those of each player that has told its own; the first ones are those that are shown.
+using ToldNames = std::vector<const CategoryNames*>;
 
 /// The name of a video on players: its file's, from which numbers that only sort it can be removed,
 /// with the blanks, dots, underscores and hyphens behind them. They stay where nothing would remain
@@ -93,10 +95,11 @@ void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
 /// Moves them by one place; they stay one behind the other where there is no room.
 void MoveVideosUp(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
 void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
-/// The slot that has that name; else the first one without a name or a video, which gets it:
-/// provisionally where the names of players are not known. None when there is no such slot.
+/// The slot that is shown with that name; else the first one without a video that nobody has a name
+/// for, which gets it: provisionally where no player has told its names. None when there is no such
+/// slot.
 [[nodiscard]] std::optional<std::uint32_t> SlotNamed(std::string_view name,
-                                                     const CategoryNames* players, VideoSet& set);
+                                                     const ToldNames& players, VideoSet& set);
 
 /// What has become of a provisional name.
 struct SettledName {
@@ -107,8 +110,9 @@ struct SettledName {
     bool operator==(const SettledName&) const = default;
 };
 /// Brings the provisional names to what players have: each to the slot of that name, else to one
-/// without a name. The videos of a slot go along, with their codes where these are the slot.
-[[nodiscard]] std::vector<SettledName> SettleNames(VideoSet& set, const CategoryNames& players);
+/// that nobody has a name for. The videos of a slot go along, with their codes where these are the
+/// slot. At least one player has told its names.
+[[nodiscard]] std::vector<SettledName> SettleNames(VideoSet& set, const ToldNames& players);
 
 /// The page as it is kept, and back; none when `json` is no such page. Slots and codes that there
 /// cannot be become 0.

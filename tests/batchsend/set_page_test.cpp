@@ -163,6 +163,10 @@ TEST_F(SetPages, MakeCategoriesOfFoldersOnceTheirNamesAreKnown) {
     EXPECT_EQ(Listed(), "2 a@5 10 b@5 x@1 y@2 ");
     EXPECT_THAT(prompts.boxes,
                 ElementsAre(Warning("This cannot be read:\n" + TextOfPath(folder / "none"))));
+    Answers(22, 100, R"({"VideoType": [{}, {}, {}, {"TypeName": "Rock"}]})");
+    folder.Write("v/Other/z", "");
+    Add({folder / "v"});
+    EXPECT_EQ(Listed(), "2 a@5 10 b@5 x@1 y@2 z@4 ");
 }
 
 TEST_F(SetPages, AddWhatIsFoundToThePlayerThatWasShownThen) {

@@ -60,27 +60,30 @@ TEST_F(VideoSets, MoveRowsTogetherAndKeepTheirNumbers) {
 }
 
 TEST_F(VideoSets, FindOrNameTheSlotOfAFolder) {
-    CategoryNames names;
-    names[0] = "舞曲", names[2] = "Live";
+    CategoryNames names, others;
+    names[0] = "舞曲", names[2] = "Live", others[3] = "Rock";
+    const ToldNames told = {&names, &others};
     Add(set.players[0].videos, "a", 1, 1);
-    EXPECT_EQ(SlotNamed("Live", &names, set), 2U);
-    EXPECT_EQ(SlotNamed("New", &names, set), 3U) << "the second one has a video";
-    EXPECT_EQ(NamesIn(set, names)[3], "New");
+    EXPECT_EQ(SlotNamed("Live", told, set), 2U);
+    EXPECT_EQ(SlotNamed("New", told, set), 4U) << "the second one has a video";
+    EXPECT_EQ(NamesIn(set, names)[4], "New");
     set.aliases[2].name = "Concerts";
-    EXPECT_EQ(SlotNamed("Live", &names, set), 4U);
+    EXPECT_EQ(SlotNamed("Live", told, set), 5U);
     names.fill("x");
-    EXPECT_EQ(SlotNamed("y", &names, set), std::nullopt);
+    EXPECT_EQ(SlotNamed("y", told, set), std::nullopt);
 }
 
 TEST_F(VideoSets, TakeProvisionalNamesToTheSlotsThatPlayersHaveForThem) {
     for (const char* name : {"Rock", "Jazz", "New", "Odd"})
-        Add(set.videos, name, 1, *SlotNamed(name, nullptr, set));
+        Add(set.videos, name, 1, *SlotNamed(name, {}, set));
     set.videos[1].code = 70;
     set.absent.Insert(0, {"192.168.1.23", 9000, "", set.videos});
-    CategoryNames names;
+    CategoryNames names, others;
     names.fill("x");
-    names[0] = "Jazz", names[1] = "Rock", names[2] = "";
-    EXPECT_THAT(SettleNames(set, names),
+    names[0] = "Jazz", names[1] = "Rock", names[2] = names[3] = names[5] = "";
+    others[3] = others[5] = "Film";
+    const ToldNames told = {&names, &others};
+    EXPECT_THAT(SettleNames(set, told),
                 ElementsAre(SettledName{"Rock", 0, 1}, SettledName{"Jazz", 1, 0},
                             SettledName{"New", 2, 2}, SettledName{"Odd", 3, std::nullopt}));
     for (const auto& videos : {set.videos, set.absent[0].videos}) {
@@ -91,7 +94,7 @@ TEST_F(VideoSets, TakeProvisionalNamesToTheSlotsThatPlayersHaveForThem) {
     std::array<CategoryAlias, kVideoCategories> aliases;
     aliases[2].name = "New";
     EXPECT_EQ(set.aliases, aliases);
-    EXPECT_THAT(SettleNames(set, names), testing::IsEmpty());
+    EXPECT_THAT(SettleNames(set, told), testing::IsEmpty());
 }
 
 TEST_F(VideoSets, TellWhatCannotBeSent) {
