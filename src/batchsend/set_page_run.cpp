@@ -10,9 +10,9 @@
 
 #include "base/local_text.h"
 #include "base/path_text.h"
+#include "batchsend/name_questions.h"
 #include "batchsend/set_page_text.h"
 #include "batchsend/video_set_files.h"
-#include "batchsend/video_types.h"
 
 namespace sontaro {
 
@@ -22,7 +22,6 @@ using Kind = SetProblem::Kind;
 using Question = PlayerInquiry::Question;
 
 constexpr std::chrono::milliseconds kRest{1000};  // before what is entered is remembered
-constexpr std::size_t kMostTold = 10;
 
 constexpr LocalText kNothingFound = {"没有找到文件。", "No files have been found."};
 constexpr LocalText kCut = {"文件过多，只添加了前 %d 个。",
@@ -31,38 +30,6 @@ constexpr LocalText kNotSeen = {"无法读取：", "This cannot be read:"};
 constexpr LocalText kNoSlot = {"64 个类别都已使用，以下文件夹的视频放入类别 %d：",
                                "All 64 categories are taken. The videos of these folders are in "
                                "category %d:"};
-constexpr LocalText kNamesNotKept = {"无法保存类别名称：%s",
-                                     "The names of the categories cannot be kept: %s"};
-constexpr LocalText kNamesUnknown = {
-    "还不知道播放器现有的类别名称，因此不会发送类别名称，视频按类别编号存放。仍要继续吗？",
-    "The names that players have for their categories are not known, so yours are not sent: the "
-    "videos go by the numbers of their categories. Go on all the same?"};
-constexpr LocalText kReplaced = {
-    "类别名称将写入所有播放器。未另外命名的类别都采用 %s 的名称，它会替换其他播放器中的名称：",
-    "The names of the categories are written to all players. Where you have given none, those of "
-    "%s replace those of the others:"};
-constexpr LocalText kUnknownReplaced = {
-    "类别名称（%s 的名称）也将写入以下播放器，它们目前的类别名称未知：%s。",
-    "The names, those of %s, are also written to players whose own ones are not known: %s."};
-constexpr LocalText kGoOn = {"仍要继续吗？", "Go on all the same?"};
-constexpr LocalText kOneSlot = {"%d（%s）", "%d (%s)"};
-constexpr LocalText kSettled = {
-    "已得知播放器的类别名称。以下文件夹的视频改用对应的类别编号：",
-    "The names that players have for their categories are known now. The videos of these folders "
-    "have gone to another number:"};
-constexpr LocalText kOneSettled = {"%s：%d → %d", "%s: %d → %d"};
-constexpr LocalText kDropped = {
-    "播放器没有空闲的类别，以下名称已取消，视频仍在原编号的类别中：",
-    "Players have no category left for these names. The videos stay where they are:"};
-constexpr LocalText kOneDropped = {"%s：%d", "%s: %d"};
-
-/// Lines behind a heading, no more than a box has room for.
-std::string Listed(const std::string& heading, std::span<const std::string> lines) {
-    std::string text = heading;
-    for (const std::string& line : lines.first(std::min(lines.size(), kMostTold)))
-        text += '\n' + line;
-    return lines.size() > kMostTold ? text + "\n…" : text;
-}
 
 }  // namespace
 
@@ -219,9 +186,9 @@ void SetPageRun::Take(const Found& found) {
     std::vector<std::string> told;
     if (!files.isWhole) told.push_back(fmt::sprintf(Localized(kCut), files.files.size()));
     if (!withoutSlot.empty())
-        told.push_back(Listed(fmt::sprintf(Localized(kNoSlot), found.slot + 1),
-                              std::vector(withoutSlot.begin(), withoutSlot.end())));
-    if (!files.unreadable.empty()) told.push_back(Listed(Localized(kNotSeen), files.unreadable));
+        told.push_back(ListText(fmt::sprintf(Localized(kNoSlot), found.slot + 1),
+                                std::vector(withoutSlot.begin(), withoutSlot.end())));
+    if (!files.unreadable.empty()) told.push_back(ListText(Localized(kNotSeen), files.unreadable));
     if (files.files.empty() && told.empty()) told.push_back(Localized(kNothingFound));
     for (const std::string& text : told) services_.prompts.Warn(text);
 }
@@ -233,17 +200,7 @@ void SetPageRun::SettleCategories() {
     const std::vector<SettledName> settled = SettleNames(set_, names);
     if (settled.empty()) return;
     Changed();
-    std::vector<std::string> moved;
-    std::vector<std::string> dropped;
-    for (const SettledName& one : settled) {
-        if (!one.to)
-            dropped.push_back(fmt::sprintf(Localized(kOneDropped), one.name, one.from + 1));
-        else if (*one.to != one.from)
-            moved.push_back(
-                fmt::sprintf(Localized(kOneSettled), one.name, one.from + 1, *one.to + 1));
-    }
-    if (!moved.empty()) services_.prompts.Inform(Listed(Localized(kSettled), moved));
-    if (!dropped.empty()) services_.prompts.Warn(Listed(Localized(kDropped), dropped));
+    TellSettled(settled, services_.prompts);
 }
 
 void SetPageRun::Remove(const Ids& ids) {
@@ -358,38 +315,7 @@ bool SetPageRun::GoOn() {
         services_.prompts.Warn(ProblemText(set_, problem));
         return false;
     }
-    return KeepNames();
-}
-
-bool SetPageRun::KeepNames() {
-    const CategoryNames* const heard = heard_.Of(shown_);
-    const auto names = heard ? std::optional(*heard) : std::nullopt;
-    const bool isWanted = set_.writesNames || heard_.HaveOthersThan(set_.aliases);
-    if (isWanted && names && !MayReplaceNames()) return false;
-    const auto kept = KeepVideoTypes(services_.videoTypeFile, set_, names, isWanted);
-    if (!kept) {
-        services_.prompts.Warn(fmt::sprintf(Localized(kNamesNotKept), kept.reason()));
-        return false;
-    }
-    return *kept != VideoTypeFile::kNamesUnknown ||
-           services_.prompts.Confirm(Localized(kNamesUnknown));
-}
-
-/// The document has all 64 names: those of one player where the user has given none.
-bool SetPageRun::MayReplaceNames() const {
-    std::vector<std::string> replaced;
-    for (std::size_t slot = 0; slot < kVideoCategories; ++slot)
-        if (set_.aliases.at(slot).name.empty() && heard_.Differ(slot))
-            replaced.push_back(fmt::sprintf(Localized(kOneSlot), slot + 1, heard_.Told(slot)));
-    const std::string silent = heard_.Silent();
-    if (replaced.empty() && silent.empty()) return true;
-    const std::string source = heard_.SourceOf(shown_);
-    std::string question;
-    if (!replaced.empty())
-        question = Listed(fmt::sprintf(Localized(kReplaced), source), replaced) + '\n';
-    if (!silent.empty())
-        question += fmt::sprintf(Localized(kUnknownReplaced), source, silent) + '\n';
-    return services_.prompts.Confirm(question + Localized(kGoOn));
+    return KeepNames(set_, heard_, shown_, services_.videoTypeFile, services_.prompts);
 }
 
 }  // namespace sontaro

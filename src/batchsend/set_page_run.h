@@ -87,8 +87,6 @@ class SetPageRun {
     void TakeFound();
     void Take(const Found& found);
     void SettleCategories();
-    [[nodiscard]] bool KeepNames();
-    [[nodiscard]] bool MayReplaceNames() const;
     void LookAtFiles();
     void TakeSizes(const Paths& files, const VideoSource::Sizes& sizes);
     void Changed();

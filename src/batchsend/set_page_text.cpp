@@ -35,6 +35,7 @@ constexpr LocalText kLooking = {"正在检查文件…", "Looking at the files�
 constexpr LocalText kGap = {"    ", "    "};
 constexpr LocalText kProvisional = {"等待播放器类别名称的类别：%d 个",
                                     "Categories that wait for the players' names: %d"};
+constexpr std::size_t kMostTold = 10;
 constexpr const char* kDifferent = " ≠";
 constexpr const char* kOpen = "?";  // behind a number
 
@@ -57,6 +58,13 @@ std::string TextOf(InquiryState state) {
 }
 
 std::string TextOf(PlayerMode mode) { return Localized(kModes[static_cast<std::size_t>(mode)]); }
+
+std::string ListText(const std::string& heading, std::span<const std::string> lines) {
+    std::string text = heading;
+    for (const std::string& line : lines.first(std::min(lines.size(), kMostTold)))
+        text += '\n' + line;
+    return lines.size() > kMostTold ? text + "\n…" : text;
+}
 
 std::string ProblemText(const VideoSet& set, const SetProblem& problem) {
     if (problem.kind == SetProblem::Kind::kUnreadable) return problem.Told();  // names the file

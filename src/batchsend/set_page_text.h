@@ -1,6 +1,7 @@
 // What the parameter page tells the user.
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "batchsend/set_page_run.h"
@@ -9,6 +10,9 @@ namespace sontaro {
 
 [[nodiscard]] std::string TextOf(InquiryState state);
 [[nodiscard]] std::string TextOf(PlayerMode mode);
+
+/// Lines behind a heading, no more than a box has room for.
+[[nodiscard]] std::string ListText(const std::string& heading, std::span<const std::string> lines);
 
 /// A problem with the video or the player that has it.
 [[nodiscard]] std::string ProblemText(const VideoSet& set, const SetProblem& problem);
