@@ -35,6 +35,8 @@ class HeardNames {
     /// What each of them calls it, for the user.
     [[nodiscard]] std::string Told(std::size_t slot) const;
 
+    bool operator==(const HeardNames&) const = default;
+
    private:
     std::vector<std::string> addresses_;
     std::map<std::string, CategoryNames> names_;

@@ -2,6 +2,8 @@
 
 #include <fmt/printf.h>
 
+#include <utility>
+
 #include "base/local_text.h"
 #include "batchsend/set_page_text.h"
 #include "batchsend/video_types.h"
@@ -69,18 +71,27 @@ void TellSettled(std::span<const SettledName> settled, Prompts& prompts) {
     if (!dropped.empty()) prompts.Warn(ListText(Localized(kDropped), dropped));
 }
 
+/// Behind a question, players tell names, and provisional ones settle: what has been answered is
+/// about others then.
 bool KeepNames(const VideoSet& set, const HeardNames& heard, std::optional<std::size_t> shown,
                const std::filesystem::path& file, Prompts& prompts) {
-    const CategoryNames* const told = heard.Of(shown);
-    const auto names = told ? std::optional(*told) : std::nullopt;
-    const bool isWanted = set.writesNames || heard.HaveOthersThan(set.aliases);
-    if (isWanted && names && !MayReplaceNames(set, heard, shown, prompts)) return false;
-    const auto kept = KeepVideoTypes(file, set, names, isWanted);
-    if (!kept) {
-        prompts.Warn(fmt::sprintf(Localized(kNamesNotKept), kept.reason()));
-        return false;
+    for (;;) {
+        const auto asked = std::pair(heard, set.aliases);
+        const auto isOutdated = [&] { return asked != std::pair(heard, set.aliases); };
+        const CategoryNames* const told = heard.Of(shown);
+        const auto names = told ? std::optional(*told) : std::nullopt;
+        const bool isWanted = set.writesNames || heard.HaveOthersThan(set.aliases);
+        if (isWanted && names && !MayReplaceNames(set, heard, shown, prompts)) return false;
+        if (isOutdated()) continue;
+        const auto kept = KeepVideoTypes(file, set, names, isWanted);
+        if (!kept) {
+            prompts.Warn(fmt::sprintf(Localized(kNamesNotKept), kept.reason()));
+            return false;
+        }
+        const bool areUnknown = *kept == VideoTypeFile::kNamesUnknown;
+        if (areUnknown && !prompts.Confirm(Localized(kNamesUnknown))) return false;
+        if (!isOutdated()) return true;
     }
-    return *kept != VideoTypeFile::kNamesUnknown || prompts.Confirm(Localized(kNamesUnknown));
 }
 
 }  // namespace sontaro

@@ -13,9 +13,9 @@ namespace sontaro {
 void TellSettled(std::span<const SettledName> settled, Prompts& prompts);
 
 /// Keeps the document of the names in `file` where players need it, else sees to it that there is
-/// none. Asks before names of players are replaced, or the user's are not sent. `shown` is the
-/// player whose names those are that the user has not given. False: the user does not want that, or
-/// has been told why it cannot be.
+/// none. Asks before names of players are replaced, or the user's are not sent, and once more when
+/// `set` or `heard` has changed behind a question. `shown` is the player whose names those are that
+/// the user has not given. False: the user does not want that, or has been told why it cannot be.
 [[nodiscard]] bool KeepNames(const VideoSet& set, const HeardNames& heard,
                              std::optional<std::size_t> shown, const std::filesystem::path& file,
                              Prompts& prompts);

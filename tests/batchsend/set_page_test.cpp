@@ -290,6 +290,20 @@ TEST_F(SetPages, WriteTheNamesForPlayersThatHaveNotToldTheirOwn) {
     EXPECT_TRUE(GoesOn() && std::filesystem::exists(types));
 }
 
+TEST_F(SetPages, AskOnceMoreWhenNamesArriveBehindAQuestion) {
+    Enter({Player(21), Player(22)});
+    Answers(21);
+    run->WriteNames(true);
+    prompts.answers = {true};
+    prompts.whileShown = [this] { Answers(22, 100, R"({"VideoType": [{"TypeName": "Dance"}]})"); };
+    EXPECT_FALSE(GoesOn() || std::filesystem::exists(types));
+    EXPECT_EQ(prompts.boxes.size(), 2U);
+    EXPECT_THAT(prompts.boxes.back().text,
+                HasSubstr("\n1 (192.168.1.21: 舞曲; 192.168.1.22: Dance)"));
+    prompts.answers = {true};
+    EXPECT_TRUE(GoesOn() && std::filesystem::exists(types));
+}
+
 TEST_F(SetPages, KeepTheNumbersOfFoldersOpenUntilPlayersHaveToldTheirNames) {
     for (const char* name : {"v/loose", "v/Live/x", "v/New/y"}) folder.Write(name, "");
     Enter({Player(21)});
