@@ -133,7 +133,7 @@ void CategoriesDialog::Take() {
 }  // namespace
 
 void EditCategories(wxWindow* parent, SetPageRun& run, Prompts& prompts) {
-    CategoriesDialog(parent, run, prompts).ShowModal();
+    run.WhileNamesStay([&] { CategoriesDialog(parent, run, prompts).ShowModal(); });
 }
 
 }  // namespace sontaro

@@ -196,7 +196,7 @@ void SetPageRun::Take(const Found& found) {
 /// Folders whose categories were named while nobody had told names find theirs.
 void SetPageRun::SettleCategories() {
     const ToldNames names = heard_.All(shown_);
-    if (names.empty()) return;
+    if (names.empty() || !isEntered_ || stays_ > 0) return;
     const std::vector<SettledName> settled = SettleNames(set_, names);
     if (settled.empty()) return;
     Changed();
@@ -243,6 +243,13 @@ std::string SetPageRun::NameOf(std::size_t slot) const {
 void SetPageRun::SetAliases(const std::array<CategoryAlias, kVideoCategories>& aliases) {
     set_.aliases = aliases;
     Edited();
+    SettleCategories();
+}
+
+void SetPageRun::WhileNamesStay(const std::function<void()>& step) {
+    ++stays_;
+    step();
+    --stays_;
     SettleCategories();
 }
 

@@ -64,6 +64,8 @@ class SetPageRun {
     /// The name of a slot as the user has it.
     [[nodiscard]] std::string NameOf(std::size_t slot) const;
     void SetAliases(const std::array<CategoryAlias, kVideoCategories>& aliases);
+    /// Takes a step that may block. Provisional names settle behind it, not meanwhile.
+    void WhileNamesStay(const std::function<void()>& step);
     void WriteNames(bool wanted);
 
     void Open(const std::filesystem::path& path);
@@ -104,6 +106,7 @@ class SetPageRun {
     std::vector<SetProblem> problems_;
     std::vector<Found> found_;  // to be added once the names of categories are known
     Place shown_;
+    int stays_ = 0;  // steps for which names stay
     bool isEntered_ = false;
     bool isLooking_ = false;
     FolderWalk walk_;

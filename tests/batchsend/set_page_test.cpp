@@ -82,6 +82,16 @@ struct SetPages : testing::Test, ExchangeBench, SetPageView {
         source.sizes[file.string()] = size;
         Add({file});
     }
+    /// Adds "Live" with a video as the first category while no player has told its names, and asks
+    /// again.
+    void AddLiveEarly() {
+        folder.Write("v/Live/x", "");
+        Enter({Player(21)});
+        timers.Advance(5s);
+        Add({folder / "v"});
+        run->AskAgain();
+        timers.Advance(0ms);
+    }
     [[nodiscard]] std::string Listed() const {
         std::string listed;
         for (const SetVideo& video : run->Videos())
@@ -325,6 +335,19 @@ TEST_F(SetPages, KeepTheNumbersOfFoldersOpenUntilPlayersHaveToldTheirNames) {
     EXPECT_THAT(prompts.boxes[0].text, HasSubstr("\nLive: 2 → 3\nNew: 3 → 4"));
     EXPECT_TRUE(GoesOn());
     EXPECT_EQ(ReadCategoryNames(*ReadFile(types))->at(1), "Jazz");
+}
+
+TEST_F(SetPages, LeaveNamesThatAreBeingEditedWhereTheyAre) {
+    AddLiveEarly();
+    run->WhileNamesStay([this] {
+        auto aliases = set.aliases;
+        Answers(21);
+        EXPECT_EQ(set.aliases, aliases);
+        aliases[0].name = "Jazz";
+        run->SetAliases(aliases);
+    });
+    EXPECT_EQ(Listed(), "x@2 ");
+    EXPECT_EQ(SlotText(*run, 0) + SlotText(*run, 2), "1  舞曲3  Jazz");
 }
 
 TEST_F(SetPages, ShowPlayersAndVideosWithWhatIsOdd) {
