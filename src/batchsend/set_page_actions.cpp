@@ -57,6 +57,12 @@ void CVideoSetParam::VideosChanged() {
     wizard_.ButtonsChanged();
 }
 
+void CVideoSetParam::CategoriesSettled(const std::vector<SettledName>& settled) {
+    const auto chosen = std::ranges::find(settled, ChosenSlot(), &SettledName::from);
+    if (chosen != settled.end() && chosen->to)
+        category_->SetSelection(static_cast<int>(*chosen->to));
+}
+
 void CVideoSetParam::PlayerChanged(std::size_t player) {
     players_->RowChanged(SetPlayersTable::RowOfPlace(player));
     if (ShowCategories()) videos_->Grid().Refresh();
@@ -160,15 +166,20 @@ std::uint32_t CVideoSetParam::ChosenSlot() const {
     return static_cast<std::uint32_t>(std::max(category_->GetSelection(), 0));
 }
 
+/// The slot is the one that is chosen when the box opens.
 void CVideoSetParam::AddFiles() {
-    run_.Add(prompts_.ChooseFiles({FileQuestion::Purpose::kOpen, Localized(kFilesCaption),
-                                   Localized(kFilesFilter), "", ""}),
-             ChosenSlot());
+    run_.WhileNamesStay([this, slot = ChosenSlot()] {
+        run_.Add(prompts_.ChooseFiles({FileQuestion::Purpose::kOpen, Localized(kFilesCaption),
+                                       Localized(kFilesFilter), "", ""}),
+                 slot);
+    });
 }
 
 void CVideoSetParam::AddFolder() {
-    if (const auto folder = prompts_.ChooseFolder(Localized(kFolderCaption)))
-        run_.Add({*folder}, ChosenSlot());
+    run_.WhileNamesStay([this, slot = ChosenSlot()] {
+        if (const auto folder = prompts_.ChooseFolder(Localized(kFolderCaption)))
+            run_.Add({*folder}, slot);
+    });
 }
 
 void CVideoSetParam::RemoveVideos() {

@@ -110,7 +110,6 @@ void SetPageRun::PlayerAnswers(std::size_t player) {
         view_.VideosChanged();
     }
     view_.PlayerChanged(player);
-    SettleCategories();
     TakeFound();
 }
 
@@ -150,9 +149,11 @@ void SetPageRun::GiveUpSearch() {
     walk_.GiveUp();
     found_.clear();
     view_.SetChanged();
+    SettleCategories();
 }
 
-/// Folders become categories by the names that players have, which are waited for.
+/// Folders become categories by the names that players have, which are waited for. What is found
+/// goes to slots as they were when it was looked for.
 void SetPageRun::TakeFound() {
     const auto hasCategory = [](const FoundFile& file) { return !file.category.empty(); };
     const auto isReady = [&](const Found& found) {
@@ -162,7 +163,9 @@ void SetPageRun::TakeFound() {
     std::vector<Found> ready;
     for (Found& found : std::exchange(found_, {}))
         (isReady(found) ? ready : found_).push_back(std::move(found));
-    for (const Found& found : ready) Take(found);
+    WhileNamesStay([&] {
+        for (const Found& found : ready) Take(found);
+    });
 }
 
 void SetPageRun::Take(const Found& found) {
@@ -193,12 +196,14 @@ void SetPageRun::Take(const Found& found) {
     for (const std::string& text : told) services_.prompts.Warn(text);
 }
 
-/// Folders whose categories were named while nobody had told names find theirs.
+/// Folders whose categories were named while nobody had told names find theirs, as soon as nothing
+/// goes on that knows them by the slots that they have.
 void SetPageRun::SettleCategories() {
     const ToldNames names = heard_.All(shown_);
-    if (names.empty() || !isEntered_ || stays_ > 0) return;
+    if (names.empty() || !isEntered_ || IsSearching() || stays_ > 0) return;
     const std::vector<SettledName> settled = SettleNames(set_, names);
     if (settled.empty()) return;
+    view_.CategoriesSettled(settled);
     Changed();
     TellSettled(settled, services_.prompts);
 }

@@ -230,8 +230,10 @@ std::optional<std::uint32_t> SlotNamed(std::string_view name, const ToldNames& p
                                        VideoSet& set) {
     const CategoryNames names = NamesIn(set, players.empty() ? CategoryNames() : *players.front());
     if (const auto slot = SlotWithName(name, names)) return slot;
+    const bool isProvisional =
+        players.empty() || std::ranges::any_of(set.aliases, &CategoryAlias::isProvisional);
     const auto slot = FreeSlot(players, set, UsedSlots(set));
-    if (slot) set.aliases.at(*slot) = {std::string(name), players.empty()};
+    if (slot) set.aliases.at(*slot) = {std::string(name), isProvisional};
     return slot;
 }
 

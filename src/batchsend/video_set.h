@@ -55,7 +55,7 @@ struct SetPlayer {
 /// The name that a slot is given in place of the one that players have; empty: none.
 struct CategoryAlias {
     std::string name;
-    /// It was taken for a folder while nobody had told names: it may belong to another slot.
+    /// Taken for a folder before those of players were in place: it may belong to another slot.
     bool isProvisional = false;
 
     bool operator==(const CategoryAlias&) const = default;
@@ -77,8 +77,7 @@ struct VideoSet {
 /// where that is not known by its address. What the others have for themselves alone is put aside.
 void TakePlayers(VideoSet& set, std::span<const DeviceRecord> players);
 
-/// What the player at that place gets, in the order in which it is sent: what everyone gets comes
-/// first.
+/// What the player at that place gets, in the order of sending: what everyone gets comes first.
 [[nodiscard]] std::vector<const SetVideo*> VideosFor(const VideoSet& set, std::size_t player);
 
 /// The names of the slots: the user's, or those that the players have.
@@ -96,8 +95,8 @@ void SetCategory(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids,
 void MoveVideosUp(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
 void MoveVideosDown(Elements<SetVideo>& videos, std::span<const std::uint32_t> ids);
 /// The slot that is shown with that name; else the first one without a video that nobody has a name
-/// for, which gets it: provisionally where no player has told its names. None when there is no such
-/// slot.
+/// for, which gets it: provisionally where no player has told its names, or while others, which
+/// hide those of players, are provisional. None when there is no such slot.
 [[nodiscard]] std::optional<std::uint32_t> SlotNamed(std::string_view name,
                                                      const ToldNames& players, VideoSet& set);
 
@@ -109,9 +108,8 @@ struct SettledName {
 
     bool operator==(const SettledName&) const = default;
 };
-/// Brings the provisional names to what players have: each to the slot of that name, else to one
-/// that nobody has a name for. The videos of a slot go along, with their codes where these are the
-/// slot. At least one player has told its names.
+/// Brings the provisional names to what players, at least one, have: each to the slot of that name,
+/// else to one that nobody has a name for. Its videos go along, with codes that are their slot.
 [[nodiscard]] std::vector<SettledName> SettleNames(VideoSet& set, const ToldNames& players);
 
 /// The page as it is kept, and back; none when `json` is no such page. Slots and codes that there

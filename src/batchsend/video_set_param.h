@@ -53,6 +53,7 @@ class CVideoSetParam : public WizardPage, private SetPageView {
 
     void SetChanged() override;
     void VideosChanged() override;
+    void CategoriesSettled(const std::vector<SettledName>& settled) override;
     void PlayerChanged(std::size_t player) override;
     void ChooseVideo(std::uint32_t id) override;
     void ShowPlayers();

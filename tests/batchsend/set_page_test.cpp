@@ -102,6 +102,7 @@ struct SetPages : testing::Test, ExchangeBench, SetPageView {
 
     void SetChanged() override { changed(); }
     void VideosChanged() override {}
+    void CategoriesSettled(const std::vector<SettledName>&) override {}
     void PlayerChanged(std::size_t) override {}
     void ChooseVideo(std::uint32_t id) override { chosen = id; }
 
@@ -348,6 +349,25 @@ TEST_F(SetPages, LeaveNamesThatAreBeingEditedWhereTheyAre) {
     });
     EXPECT_EQ(Listed(), "x@2 ");
     EXPECT_EQ(SlotText(*run, 0) + SlotText(*run, 2), "1  舞曲3  Jazz");
+}
+
+TEST_F(SetPages, PutWhatIsFoundWhereTheNameOfItsCategoryGoes) {
+    AddLiveEarly();
+    folder.Write("w/舞曲/z", "");
+    run->Add({folder.Write("y", ""), folder / "w"}, 0);
+    Answers(21);
+    EXPECT_EQ(Listed(), "x@0 ");
+    EXPECT_TRUE(ui.PumpUntil([&] { return !run->IsSearching(); }));
+    EXPECT_EQ(Listed(), "x@1 y@1 z@0 ");
+}
+
+TEST_F(SetPages, SettleNamesWhenTheSearchIsGivenUp) {
+    AddLiveEarly();
+    run->Add({folder / "v"}, 0);
+    Answers(21);
+    EXPECT_EQ(Listed(), "x@0 ");
+    run->GiveUpSearch();
+    EXPECT_EQ(Listed(), "x@1 ");
 }
 
 TEST_F(SetPages, ShowPlayersAndVideosWithWhatIsOdd) {

@@ -3,6 +3,7 @@
 #include <wx/dnd.h>
 #include <wx/srchctrl.h>
 
+#include "batchsend/video_set_files.h"
 #include "ui/video_set_support.h"
 
 namespace sontaro::test {
@@ -156,6 +157,16 @@ TEST_F(VideoSetPage, IsThereAgainTheNextTimeWithItsNames) {
             AwaitAnswers();
             EXPECT_EQ(Video(0), "a.mp4|1  Dance|0");
         });
+}
+
+TEST_F(VideoSetPage, KeepsTheChosenCategoryWhenItGoesToAnotherNumber) {
+    VideoSet set;
+    set.aliases[0] = {"摇滚", true};
+    RememberVideoSet(set, preferences);
+    Run([&] {
+        AwaitAnswers();
+        EXPECT_EQ(Find<wxChoice>(dialog, kSetCategory)->GetSelection(), 2);
+    });
 }
 
 TEST_F(VideoSetPage, EndsByForceWhileItAsksAndLooksForFiles) {
