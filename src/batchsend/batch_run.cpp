@@ -132,7 +132,7 @@ void BatchRun::Serve() {
     UploadRow& row = rows_[current_];
     row.status = UploadStatus::kInProgress;
     row.note = {};
-    PlayerUpload::Owner& owner = *this;
+    UploadOwner& owner = *this;
     upload_ = std::make_unique<PlayerUpload>(row, source_, exchange_, document_, owner);
     view_.Heard({UploadEvent::Kind::kPlayerBegun, current_, 0, row.BytesLeft(), row.status});
     view_.RowChanged(current_);

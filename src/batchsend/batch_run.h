@@ -22,7 +22,7 @@ class BatchView {
 
 /// Serves the players in their order. What goes on after the end of a player's turn is the news
 /// that its link has ended. No box is shown meanwhile. User-interface thread.
-class BatchRun : private PlayerUpload::Owner {
+class BatchRun : private UploadOwner {
    public:
     /// Between two players.
     static constexpr std::chrono::milliseconds kPause{2000};

@@ -25,7 +25,7 @@ Request AskFreeSpace(std::uint16_t part) {
 }  // namespace
 
 PlayerUpload::PlayerUpload(UploadRow& row, VideoSource& source, const ExchangeServices& exchange,
-                           std::filesystem::path document, Owner& owner)
+                           std::filesystem::path document, UploadOwner& owner)
     : row_(row),
       source_(source),
       exchange_(exchange),

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "batchsend/upload_status.h"
+#include "batchsend/upload_owner.h"
 #include "batchsend/video_source.h"
 #include "exchange/conversation.h"
 
@@ -17,22 +17,10 @@ namespace sontaro {
 /// repeated four times. User-interface thread.
 class PlayerUpload {
    public:
-    /// Whoever owns the upload; hears everything within the calls of the upload.
-    class Owner {
-       public:
-        virtual ~Owner() = default;
-        /// `event.player` is for the owner to fill in.
-        virtual void Heard(UploadEvent event) = 0;
-        /// Row, line or figures have changed.
-        virtual void Changed() = 0;
-        /// The upload has come to its end and does nothing more. It must not be destroyed yet.
-        virtual void Ended(UploadStatus status, UploadNote note) = 0;
-    };
-
     /// All references outlive the upload. `row` has a plan; videos that the player has confirmed
     /// are not sent again. `document` need not exist.
     PlayerUpload(UploadRow& row, VideoSource& source, const ExchangeServices& exchange,
-                 std::filesystem::path document, Owner& owner);
+                 std::filesystem::path document, UploadOwner& owner);
     ~PlayerUpload();
     PlayerUpload(const PlayerUpload&) = delete;
     PlayerUpload& operator=(const PlayerUpload&) = delete;
@@ -108,7 +96,7 @@ class PlayerUpload {
     VideoSource& source_;
     const ExchangeServices exchange_;
     const std::filesystem::path document_;
-    Owner& owner_;
+    UploadOwner& owner_;
     std::unique_ptr<Conversation> talk_;
     ConnectionNumber connection_ = 0;
     Step step_ = Step::kFirstQuery;
