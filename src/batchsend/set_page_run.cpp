@@ -138,6 +138,9 @@ void SetPageRun::Add(Paths chosen, std::uint32_t slot) {
     if (!isEntered_ || chosen.empty()) return;
     for (std::filesystem::path& path : chosen) path.make_preferred();  // one spelling for a file
     walk_.Begin(std::move(chosen), [this, player = shown_, slot](FoundFiles files) {
+        // their slot is taken before folders look for free ones
+        std::stable_partition(files.files.begin(), files.files.end(),
+                              [](const FoundFile& file) { return file.category.empty(); });
         found_.push_back({std::move(files), player, slot});
         TakeFound();
         view_.SetChanged();
@@ -152,13 +155,13 @@ void SetPageRun::GiveUpSearch() {
     SettleCategories();
 }
 
-/// Folders become categories by the names that players have, which are waited for. What is found
-/// goes to slots as they were when it was looked for.
+/// Folders become categories by the names that players have, all of which are waited for: one that
+/// has told nothing yet may use any slot. What is found goes to slots as they were when it was
+/// looked for.
 void SetPageRun::TakeFound() {
     const auto hasCategory = [](const FoundFile& file) { return !file.category.empty(); };
     const auto isReady = [&](const Found& found) {
-        return heard_.Of(shown_) != nullptr || !inquiry_.IsAsking() ||
-               std::ranges::none_of(found.files.files, hasCategory);
+        return !inquiry_.IsAsking() || std::ranges::none_of(found.files.files, hasCategory);
     };
     std::vector<Found> ready;
     for (Found& found : std::exchange(found_, {}))
@@ -199,8 +202,12 @@ void SetPageRun::Take(const Found& found) {
 /// Folders whose categories were named while nobody had told names find theirs, as soon as nothing
 /// goes on that knows them by the slots that they have.
 void SetPageRun::SettleCategories() {
+    if (!inquiry_.IsAsking() && !IsSearching() && stays_ == 0) SettleByWhatIsTold();
+}
+
+void SetPageRun::SettleByWhatIsTold() {
     const ToldNames names = heard_.All(shown_);
-    if (names.empty() || !isEntered_ || IsSearching() || stays_ > 0) return;
+    if (names.empty() || !isEntered_) return;
     const std::vector<SettledName> settled = SettleNames(set_, names);
     if (settled.empty()) return;
     view_.CategoriesSettled(settled);
@@ -279,9 +286,9 @@ void SetPageRun::Save(const std::filesystem::path& path) const {
 void SetPageRun::LookAtFiles() {
     const Paths files = FilesOf(set_);
     isLooking_ = !files.empty();
-    if (!isLooking_) return;
-    services_.source.LookAt(
-        files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
+    if (isLooking_)
+        services_.source.LookAt(
+            files, [this, files](const VideoSource::Sizes& sizes) { TakeSizes(files, sizes); });
     view_.VideosChanged();
 }
 
@@ -327,6 +334,7 @@ bool SetPageRun::GoOn() {
         services_.prompts.Warn(ProblemText(set_, problem));
         return false;
     }
+    SettleByWhatIsTold();  // nobody else is waited for any more
     return KeepNames(set_, heard_, shown_, services_.videoTypeFile, services_.prompts);
 }
 
