@@ -48,7 +48,8 @@ class SetPageRun {
     // The videos that are shown.
     [[nodiscard]] const Elements<SetVideo>& Videos() const;
     /// Looks for the files among `chosen` and below the folders among it, and adds those that are
-    /// not there yet: of a folder's sub-folders in the category of their name, others in `slot`.
+    /// not there yet: those that lie loose in `slot` and first, those of a folder's sub-folders in
+    /// the category of their name.
     void Add(Paths chosen, std::uint32_t slot);
     [[nodiscard]] bool IsSearching() const { return walk_.IsLooking() || !found_.empty(); }
     void GiveUpSearch();
