@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/count_text.h"
 #include "base/local_text.h"
 #include "batchsend/set_problems.h"
 #include "batchsend/upload_figures.h"
@@ -16,13 +17,18 @@ constexpr LocalText kPlanning = {"正在询问播放器（%d/%d）…", "Asking 
 constexpr LocalText kLooking = {"正在检查文件…", "Looking at the files…"};
 constexpr LocalText kProving = {"正在核对播放器中的视频（%d/%d）…",
                                 "Comparing what has arrived (%d/%d)…"};
-constexpr LocalText kPlan = {"将进行 %d 次视频传输（%d 台播放器），共 %s。",
-                             "To be sent: %d transfers of videos to %d players, %s in all."};
+constexpr LocalText kPlan = {"将进行 %s（%s），共 %s。", "To be sent: %s to %s, %s in all."};
+constexpr CountText kTransfers = {"%d 次视频传输", "%d transfer of a video",
+                                  "%d transfers of videos"};
+constexpr CountText kPlayers = {"%d 台播放器", "%d player", "%d players"};
 constexpr LocalText kEstimate = {"按上次的速度约需 %s。", "At the last speed it takes about %s."};
-constexpr LocalText kTooFull = {"%d 台播放器空间不足。", "%d players have too little room."};
-constexpr LocalText kUnreached = {"无法连接 %d 台播放器。", "%d players cannot be reached."};
-constexpr LocalText kUntold = {"有 %d 台播放器未告知已有视频：将发送全部视频。",
-                               "Not known what is there already: %d, which get everything."};
+constexpr CountText kTooFull = {"%d 台播放器空间不足。", "%d player has too little room.",
+                                "%d players have too little room."};
+constexpr CountText kUnreached = {"无法连接 %d 台播放器。", "%d player cannot be reached.",
+                                  "%d players cannot be reached."};
+constexpr CountText kUntold = {"有 %d 台播放器未告知已有视频：将发送全部视频。",
+                               "What %d player has already is not known: it gets everything.",
+                               "What %d players have already is not known: they get everything."};
 constexpr LocalText kNothing = {"没有要发送的视频。", "There are no videos to be sent."};
 constexpr LocalText kResult = {"%d 台完成", "%d OK"};
 constexpr LocalText kFailed = {"，%d 台失败：", ", %d failed: "};
@@ -77,15 +83,18 @@ std::string PlanText(const BatchPlan& plan, std::span<const PlayerFacts> facts, 
     const auto untold = having(PlannedFate::kListUnknown);
     std::string text;
     if (totals.videos > 0)
-        text =
-            fmt::sprintf(Localized(kPlan), totals.videos, totals.players, BytesText(totals.bytes));
+        text = fmt::sprintf(Localized(kPlan), Counted(kTransfers, totals.videos),
+                            Counted(kPlayers, totals.players), BytesText(totals.bytes));
     else if (unreached == 0 && tooFull == 0)
         text = Localized(kNothing);
     if (const auto seconds = plan.Estimate(speed); seconds && totals.videos > 0)
         AddSentence(text, fmt::sprintf(Localized(kEstimate), DurationText(*seconds)));
-    if (untold > 0) AddSentence(text, fmt::sprintf(Localized(kUntold), untold));
-    if (tooFull > 0) AddSentence(text, fmt::sprintf(Localized(kTooFull), tooFull));
-    if (unreached > 0) AddSentence(text, fmt::sprintf(Localized(kUnreached), unreached));
+    const auto add = [&text](const CountText& told, std::ptrdiff_t players) {
+        if (players > 0) AddSentence(text, Counted(told, static_cast<std::size_t>(players)));
+    };
+    add(kUntold, untold);
+    add(kTooFull, tooFull);
+    add(kUnreached, unreached);
     return text;
 }
 

@@ -85,7 +85,7 @@ TEST_F(SendPageTest, PlansAroundPlayersThatAreAbsentOrFullAndSendsWhatIsLeftLate
     Enter();
     EXPECT_EQ(Fate(0, 0), PlannedFate::kUnreachable);
     EXPECT_EQ(Fate(1, 1), PlannedFate::kDoesNotFit);
-    EXPECT_EQ(page.SummaryText(), "1 players have too little room. 1 players cannot be reached.");
+    EXPECT_EQ(page.SummaryText(), "1 player has too little room. 1 player cannot be reached.");
     Fault(0, "");
     page.Start();
     AwaitEnd();
@@ -165,7 +165,7 @@ TEST_F(SendPageTest, SaysWhichPlayersHaveNotToldWhatTheyHave) {
     Enter();
     EXPECT_EQ(Fate(0, 1), PlannedFate::kListUnknown);
     EXPECT_THAT(page.SummaryText(),
-                EndsWith("Not known what is there already: 1, which get everything."));
+                EndsWith("What 1 player has already is not known: it gets everything."));
     EXPECT_TRUE(page.MayStart());
 }
 
