@@ -4,7 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
+#include <iterator>
 
 #include "base/file.h"
 #include "base/json.h"
@@ -31,27 +31,12 @@ std::string FileName(system_clock::time_point time) {
            kEnding;
 }
 
-/// The time in a journal's name; none when it has another form.
-std::optional<system_clock::time_point> TimeOf(const fs::path& journal) {
-    const std::string name = TextOfPath(journal.stem());
-    const auto number = [&](std::size_t at, std::size_t count) {
-        int value = -1;
-        if (at + count <= name.size())
-            std::from_chars(name.data() + at, name.data() + at + count, value);
-        return value;
-    };
-    const year_month_day date{year(number(0, 4)), month(static_cast<unsigned>(number(4, 2))),
-                              day(static_cast<unsigned>(number(6, 2)))};
-    if (!date.ok() || number(16, 3) < 0) return std::nullopt;
-    return sys_days(date) + hours(number(9, 2)) + minutes(number(11, 2)) + seconds(number(13, 2)) +
-           milliseconds(number(16, 3));
-}
-
 /// Later than every other one, also after the clock has been set back.
 fs::path FreePath(const fs::path& folder, system_clock::time_point time) {
     std::error_code error;
     for (const fs::path& journal : JournalsIn(folder))
-        if (const auto other = TimeOf(journal)) time = std::max(time, *other + milliseconds(1));
+        if (const auto other = TimeIn(TextOfPath(journal.stem())))
+            time = std::max(time, *other + milliseconds(1));
     fs::path path = folder / FileName(time);
     while (fs::exists(path, error)) path = folder / FileName(time += milliseconds(1));
     return path;
@@ -82,6 +67,25 @@ Json::Value ToJson(const UploadPlayer& player) {
 }
 
 }  // namespace
+
+std::optional<system_clock::time_point> TimeIn(std::string_view text) {
+    std::string digits;
+    std::ranges::copy_if(text, std::back_inserter(digits),
+                         [](char letter) { return letter >= '0' && letter <= '9'; });
+    constexpr std::size_t kDigits[] = {14, 17};  // down to seconds, or to milliseconds
+    if (std::ranges::find(kDigits, digits.size()) == std::end(kDigits)) return std::nullopt;
+    digits.resize(kDigits[1], '0');
+    const auto number = [&](std::size_t at, std::size_t count) {
+        return std::stoi(digits.substr(at, count));
+    };
+    const year_month_day date{year(number(0, 4)), month(static_cast<unsigned>(number(4, 2))),
+                              day(static_cast<unsigned>(number(6, 2)))};
+    constexpr year kFirst{1970};  // systems know local times from here on
+    constexpr year kLast{2999};
+    if (!date.ok() || date.year() < kFirst || date.year() > kLast) return std::nullopt;
+    return sys_days(date) + hours(number(8, 2)) + minutes(number(10, 2)) + seconds(number(12, 2)) +
+           milliseconds(number(14, 3));
+}
 
 JournalWriter::JournalWriter(const fs::path& folder, const std::vector<UploadPlayer>& players,
                              Clock clock)

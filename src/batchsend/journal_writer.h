@@ -55,6 +55,9 @@ struct LatestJournal {
 };
 [[nodiscard]] LatestJournal LatestJournalIn(const std::filesystem::path& folder);
 
+/// The time, in UTC, that a journal has in its name or in its lines; none when the text is none.
+[[nodiscard]] std::optional<std::chrono::system_clock::time_point> TimeIn(std::string_view text);
+
 /// Where something is kept that belongs to a run.
 [[nodiscard]] std::filesystem::path BesideJournal(const std::filesystem::path& journal,
                                                   std::string_view name);

@@ -293,8 +293,10 @@ std::string SendPage::LineText() const {
     return run_.MayContinue() ? "" : sontaro::LineText(run_.Line());
 }
 
+/// While a run goes on, an earlier one's journal is beside the point.
 std::string SendPage::SummaryText() const {
-    std::string text = JournalText(latest_, !journal_ || journal_->IsWhole());
+    const bool isKept = !journal_ || journal_->IsWhole();
+    std::string text = IsRunning() && isKept ? "" : JournalText(latest_, isKept);
     AddSentence(text, PhaseText());
     return text;
 }

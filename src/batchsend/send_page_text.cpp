@@ -1,5 +1,6 @@
 #include "batchsend/send_page_text.h"
 
+#include <fmt/chrono.h>
 #include <fmt/printf.h>
 
 #include <algorithm>
@@ -56,6 +57,14 @@ std::string ReasonOf(const UploadRow& row) {
     const bool hasVideos =
         !row.plan.empty() && row.confirmed == row.plan.size() && row.leftOut.empty();
     return hasVideos ? fmt::sprintf(Localized(kNamesFailed), reason) : reason;
+}
+
+/// Down to the minute; the text itself when it is no time.
+std::string LocalTime(const std::string& time) {
+    const auto known = TimeIn(time);
+    if (!known) return time;
+    return fmt::format("{:%Y-%m-%d %H:%M}",
+                       fmt::localtime(std::chrono::system_clock::to_time_t(*known)));
 }
 
 }  // namespace
@@ -123,7 +132,8 @@ std::string JournalText(const LatestJournal& latest, bool isKept) {
     if (!isKept) return Localized(kNotKept);
     if (latest.isLatest) return "";
     std::string text = Localized(kUnreadable);
-    if (latest.journal) AddSentence(text, fmt::sprintf(Localized(kEarlier), latest.journal->time));
+    if (latest.journal)
+        AddSentence(text, fmt::sprintf(Localized(kEarlier), LocalTime(latest.journal->time)));
     return text;
 }
 

@@ -1,6 +1,8 @@
 // The last page of the wizard over real links, without its window.
 #include <gmock/gmock.h>
 
+#include <ctime>
+
 #include "base/file.h"
 #include "base/path_text.h"
 #include "batchsend/send_page.h"
@@ -194,14 +196,19 @@ TEST_F(SendPageTest, SaysThatTheLatestJournalCannotBeRead) {
     EXPECT_FALSE(page.MaySendFailed() || page.MayExport());
     page.Leave();
     const UploadPlayer earlier{page.Rows()[1].player.target, {{"gone.mp4", "gone.mp4", 0}}};
-    JournalWriter(folder / "runs", {earlier},
-                  [] { return std::chrono::system_clock::time_point(); });
+    std::tm local{};
+    local.tm_year = 126, local.tm_mon = 10, local.tm_mday = 22;
+    local.tm_hour = 18, local.tm_min = 57, local.tm_isdst = -1;
+    const auto time = std::chrono::system_clock::from_time_t(std::mktime(&local));
+    JournalWriter(folder / "runs", {earlier}, [time] { return time; });
     SendPage again(source, *this, prompts, Exchange(), Places());
     again.Enter({});
     EXPECT_EQ(again.SummaryText(),
               "The latest journal cannot be read. What can be sent again and exported is that of "
-              "an earlier run, of 1970-01-01T00:00:00Z.");
+              "an earlier run, of 2026-11-22 18:57.");
     EXPECT_TRUE(again.MaySendFailed() && again.MayExport());
+    again.SendFailed();
+    EXPECT_THAT(again.SummaryText(), IsEmpty());
 }
 
 TEST_F(SendPageTest, SendsAgainWhatFailedWithoutAJournal) {
