@@ -9,6 +9,8 @@
 #include <wx/stattext.h>
 #include <wx/utils.h>
 
+#include <algorithm>
+
 #include "batchsend/send_page_ids.h"
 #include "batchsend/video_set_files.h"
 #include "widgets/csv_file_texts.h"
@@ -29,6 +31,8 @@ constexpr int kLines = 22;
 constexpr int kLeastPane = 110;
 constexpr double kPlayersShare = 0.45;
 constexpr int kProgressWidth = 320;
+constexpr int kSummaryCharacters = 20;
+constexpr std::size_t kSummaryLines = 5;
 constexpr int kTaskbarRange = 1000;
 
 constexpr LocalText kStart = {"开始", "Start"};
@@ -173,6 +177,7 @@ wxSizer* CVideoBatchSend::MakeEndRow() {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     summary_ = new wxStaticText(this, kSendSummary, "", wxDefaultPosition, wxDefaultSize,
                                 wxST_NO_AUTORESIZE);
+    summary_->SetMinSize(wxSize(kSummaryCharacters * LetterWidth(*this), LineHeight(*this)));
     row->Add(summary_, wxSizerFlags(1).CentreVertical());
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         event.Skip();
@@ -264,14 +269,18 @@ void CVideoBatchSend::ShowFigures() {
                                                  : wxString());
 }
 
-/// All of it can be read, in as many lines as it takes.
+/// In as many lines as it takes, so far as there is sensibly room; the tip has all of it.
 void CVideoBatchSend::ShowSummary() {
-    const int width = summary_->GetClientSize().x;
-    const wxString text = WrappedText(*summary_, ToWx(page_.SummaryText()), width);
+    const int least = kSummaryCharacters * LetterWidth(*this);
+    const int width = std::max(summary_->GetClientSize().x, least);
+    const wxString whole = ToWx(page_.SummaryText());
+    const wxString text =
+        FirstLines(*summary_, WrappedText(*summary_, whole, width), width, kSummaryLines);
+    if (summary_->GetToolTipText() != whole) summary_->SetToolTip(whole);
     if (summary_->GetLabelText() == text) return;
     summary_->SetLabelText(text);
     const int lines = 1 + static_cast<int>(text.Freq('\n'));
-    summary_->SetMinSize(wxSize(1, lines * LineHeight(*this)));
+    summary_->SetMinSize(wxSize(least, lines * LineHeight(*this)));
     Layout();
 }
 

@@ -50,4 +50,19 @@ wxString WrappedText(const wxWindow& window, const wxString& text, int width) {
     return wrapped;
 }
 
+wxString FirstLines(const wxWindow& window, const wxString& wrapped, int width, std::size_t most) {
+    const wxString ellipsis = wxString::FromUTF8("…");
+    wxString cut;
+    for (wxStringTokenizer lines(wrapped, "\n", wxTOKEN_RET_EMPTY_ALL); lines.HasMoreTokens();) {
+        wxString line = lines.GetNextToken();
+        if (--most > 0 || !lines.HasMoreTokens()) {
+            cut += line + (lines.HasMoreTokens() ? "\n" : "");
+            continue;
+        }
+        while (!line.empty() && window.GetTextExtent(line + ellipsis).x > width) line.RemoveLast();
+        return cut + line + ellipsis;
+    }
+    return cut;
+}
+
 }  // namespace sontaro

@@ -9,4 +9,9 @@ namespace sontaro {
 /// Chinese characters, and in the middle of a word that is longer than a line.
 [[nodiscard]] wxString WrappedText(const wxWindow& window, const wxString& text, int width);
 
+/// The first lines of such a text, `most` at most (and that is one at least); an ellipsis within
+/// `width` stands for the rest.
+[[nodiscard]] wxString FirstLines(const wxWindow& window, const wxString& wrapped, int width,
+                                  std::size_t most);
+
 }  // namespace sontaro

@@ -13,9 +13,11 @@ using testing::ElementsAre;
 
 struct Wrapping : testing::Test {
     /// The lines of a text in a window that is as wide as `widest`.
-    [[nodiscard]] std::vector<std::string> Lines(const char* text, const char* widest) const {
+    [[nodiscard]] std::vector<std::string> Lines(const char* text, const char* widest,
+                                                 std::size_t most = 100) const {
         const int width = WidthOf(ToWx(std::string(widest)));
-        const wxString wrapped = WrappedText(*frame, ToWx(std::string(text)), width);
+        const wxString wrapped =
+            FirstLines(*frame, WrappedText(*frame, ToWx(std::string(text)), width), width, most);
         std::vector<std::string> lines;
         for (wxStringTokenizer left(wrapped, "\n", wxTOKEN_RET_EMPTY_ALL); left.HasMoreTokens();) {
             const wxString line = left.GetNextToken();
@@ -48,6 +50,12 @@ TEST_F(Wrapping, KeepsTheLinesThatATextHas) {
     EXPECT_THAT(Lines("One\n\ntwo three", "two three"), ElementsAre("One", "", "two three"));
     EXPECT_THAT(Lines("One\ntwo\nthree", "three"), ElementsAre("One", "two", "three"));
     EXPECT_THAT(Lines("", "x"), testing::IsEmpty());
+}
+
+TEST_F(Wrapping, CutsALongTextWithinItsLastLine) {
+    EXPECT_THAT(Lines("One\ntwo\nthree", "three", 3), ElementsAre("One", "two", "three"));
+    EXPECT_THAT(Lines("One\nno\nthree", "three", 2), ElementsAre("One", "no…"));
+    EXPECT_THAT(Lines("Donau Donau", "Donau", 1), ElementsAre(testing::MatchesRegex("Dona?…")));
 }
 
 }  // namespace
