@@ -90,6 +90,7 @@ class SetPageRun {
     void TakeFound();
     void Take(const Found& found);
     void SettleCategories();
+    void SettleByWhatIsTold();
     void LookAtFiles();
     void TakeSizes(const Paths& files, const VideoSource::Sizes& sizes);
     void Changed();
