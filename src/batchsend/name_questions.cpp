@@ -33,8 +33,9 @@ constexpr LocalText kSettled = {
     "have gone to another number:"};
 constexpr LocalText kOneSettled = {"%s：%d → %d", "%s: %d → %d"};
 constexpr LocalText kDropped = {
-    "播放器没有空闲的类别，以下名称已取消，视频仍在原编号的类别中：",
-    "Players have no category left for these names. The videos stay where they are:"};
+    "其他类别都已有名称或视频，以下名称已取消，视频仍在原编号的类别中：",
+    "All other categories have a name or videos, so that these names are dropped. The videos stay "
+    "where they are:"};
 constexpr LocalText kOneDropped = {"%s：%d", "%s: %d"};
 
 /// The document has all 64 names: those of one player where the user has given none.

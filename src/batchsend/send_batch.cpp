@@ -192,14 +192,14 @@ std::size_t SendBatch::TakeVideo(const UploadEvent& event) {
 }
 
 /// Some of the players' videos turn from one outcome to the other.
-std::vector<std::size_t> SendBatch::Turn(std::size_t first, std::size_t end, SendOutcome from,
-                                         SendOutcome to) {
+std::vector<std::size_t> SendBatch::Turn(std::size_t first, std::size_t end, SendOutcome before,
+                                         SendOutcome after) {
     std::vector<std::size_t> changed;
     for (std::size_t i = first; i < end; ++i)
         for (const std::size_t video : run_[i].videos) {
             SendPair& pair = pairs_[run_[i].player][video];
-            if (pair.outcome != from) continue;
-            pair.outcome = to;
+            if (pair.outcome != before) continue;
+            pair.outcome = after;
             changed.push_back(video);
         }
     return changed;

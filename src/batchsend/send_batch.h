@@ -92,8 +92,8 @@ class SendBatch {
     };
 
     [[nodiscard]] std::size_t TakeVideo(const UploadEvent& event);
-    std::vector<std::size_t> Turn(std::size_t first, std::size_t end, SendOutcome from,
-                                  SendOutcome to);
+    std::vector<std::size_t> Turn(std::size_t first, std::size_t end, SendOutcome before,
+                                  SendOutcome after);
     [[nodiscard]] std::optional<std::size_t> PlayerOf(const Target& target) const;
     [[nodiscard]] std::optional<std::size_t> PlaceOf(const UploadVideo& video) const;
     std::size_t Add(BatchVideo video);

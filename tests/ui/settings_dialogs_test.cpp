@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
-#include <wx/grid.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
@@ -28,12 +27,11 @@ constexpr const char* kOverlay = R"({"data": [{"osdEnable": true, "transparent":
 struct SettingsWindows : UiTest {
     template <class Dialog>
     void Run(const std::function<void(SettingsDialog*)>& step) {
-        ModalScript script{[&](wxDialog* dialog) {
+        const ModalScript script{[&](wxDialog* dialog) {
             step(dynamic_cast<SettingsDialog*>(dialog));
             prompts.answers = {true};
             Press(dialog, wxID_CANCEL);
         }};
-        opening = &script;
         DeviceRecord player;
         player.ip = "127.0.0.2";
         player.tcpPort = 9000;
@@ -62,17 +60,6 @@ struct SettingsWindows : UiTest {
         EXPECT_TRUE(directory.Send(TitleOf(window),
                                    {id, wParam, ReplyRecord{ToBytes(payload)}, 0, origin}));
     }
-    /// Presses Earlier, and takes `step` in what opens.
-    void Earlier(wxDialog* dialog, const std::function<void(wxDialog*)>& step) {
-        opening->Expect([&, step](wxDialog* earlier) {
-            Settle();
-            step(earlier);
-        });
-        Press(dialog, kEarlierButton);
-    }
-    static std::string Cell(wxWindow* dialog, int grid, int row, int column) {
-        return FromWx(Find<wxGrid>(dialog, grid)->GetCellValue(row, column));
-    }
     static wxPropertyGrid& Grid(wxWindow* dialog) {
         return *Find<wxPropertyGrid>(dialog, kSettingsGrid);
     }
@@ -81,7 +68,6 @@ struct SettingsWindows : UiTest {
     FakeWindow main{directory, ApplicationTitle(), [](WindowMessage& message) {
                         std::get<SendRequest>(message.record).outcomes = {Sending::Over(1)};
                     }};
-    ModalScript* opening = nullptr;
 };
 
 struct Block {
@@ -129,57 +115,6 @@ TEST_F(SettingsWindows, OfFourBlocksAskForTheirOwnAndSendItBackWhole) {
         const Box exit = Question("Do you really want to exit?");
         EXPECT_THAT(prompts.boxes, ElementsAre(exit, exit));
     }
-}
-
-TEST_F(SettingsWindows, OpenWhatThePlayerHeldEarlierAsAStepThatIsUndone) {
-    const auto rate = [](wxWindow* dialog) {
-        return FromWx(Grid(dialog).GetPropertyValueAsString("Serial/rate"));
-    };
-    Run<CCave>([&](SettingsDialog* dialog) {
-        Reply(Window::kCave, MessageId::kCave, kSchema);
-        Earlier(dialog, [&](wxDialog* earlier) {
-            EXPECT_FALSE(Enabled(earlier, wxID_OK));
-            Press(earlier, wxID_CANCEL);
-        });
-        EXPECT_TRUE(Grid(dialog).ChangePropertyValue("Serial/rate", "19200"));
-        Press(dialog, wxID_OK);
-        Reply(Window::kCave, MessageId::kCave, "", 1);
-        Earlier(dialog, [&](wxDialog* earlier) {
-            auto* kept = Find<wxGrid>(earlier, kEarlierGrid);
-            EXPECT_TRUE(PumpUntil([&] { return kept->GetNumberRows() == 1; }));
-            EXPECT_THAT(Cell(earlier, kEarlierGrid, 0, 2),
-                        testing::HasSubstr("波特率: 9600 → 19200"));
-            EXPECT_EQ(Cell(earlier, kLaterChangesGrid, 0, 1), "9600");
-            EXPECT_EQ(Cell(earlier, kLaterChangesGrid, 0, 2), "19200");
-            EXPECT_EQ(Find<wxGrid>(earlier, kLaterChangesGrid)->GetNumberRows(), 1);
-            Press(earlier, wxID_OK);
-        });
-        EXPECT_EQ(rate(dialog), "9600");
-        EXPECT_TRUE(Grid(dialog).IsPropertyModified("Serial/rate"));
-        Press(dialog, kUndoButton);
-        EXPECT_EQ(rate(dialog), "19200");
-        Sent();
-        Press(dialog, kRedoButton);
-        Press(dialog, wxID_OK);
-        EXPECT_THAT(Sent().at(0), testing::HasSubstr(R"("select":9600)"));
-    });
-}
-
-TEST_F(SettingsWindows, TellInTheLineOfTheStateWhatCouldNotBeKept) {
-    folder.Write("earlier", "a file");
-    Run<CCave>([&](SettingsDialog* dialog) {
-        Reply(Window::kCave, MessageId::kCave, kSchema);
-        Sent();
-        Press(dialog, wxID_OK);
-        EXPECT_EQ(Sent().size(), 1U);
-        const auto tells = [&] {
-            return std::ranges::any_of(dialog->GetChildren(), [](wxWindow* child) {
-                return child->GetLabel().Contains("Not among the earlier ones: ");
-            });
-        };
-        EXPECT_TRUE(PumpUntil(tells));
-        EXPECT_TRUE(prompts.boxes.empty());
-    });
 }
 
 TEST_F(SettingsWindows, CloseNeitherOnEnterNorOnEscape) {
