@@ -87,17 +87,6 @@ TEST_F(Plans, SendNothingToAPlayerThatIsTooFull) {
     EXPECT_EQ(Plan().Totals().bytes, 100U);
 }
 
-TEST_F(Plans, HaveATextForEveryFate) {
-    std::string told;
-    for (const auto fate : {kNotMeant, kToSend, kSendAnyway, kNotAsked, kListUnknown, kSkipped,
-                            kDoesNotFit, kUnreachable, kUnreadable})
-        told += TextOf(fate) + "; ";
-    EXPECT_EQ(told,
-              "; will be sent; there already, will be sent; not asked yet; will be sent, what is "
-              "there is not known; there already, skipped; "
-              "does not fit; cannot be reached; file unusable; ");
-}
-
 TEST_F(Plans, ProveWhatPlayersHave) {
     VideoList list = *facts[0].videos;
     list.screens[0].push_back({"Jazz", {{"a", 1}}});
