@@ -31,6 +31,7 @@ struct Endpoint {
     Ipv4Address address;
     std::uint16_t port = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero is the comparison's own
     auto operator<=>(const Endpoint&) const = default;
 };
 

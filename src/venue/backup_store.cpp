@@ -119,7 +119,9 @@ std::vector<std::size_t> Backup::PlayersWithId(std::string_view id, std::string_
     std::vector<std::size_t> found;
     for (std::size_t i = 0; i < manifest_.players.size(); ++i)
         if (manifest_.players[i].player.id == id) found.push_back(i);
-    const auto hasAddress = [&](std::size_t i) { return manifest_.players[i].player.mac == mac; };
+    const auto hasAddress = [&](std::size_t index) {
+        return manifest_.players[index].player.mac == mac;
+    };
     if (std::ranges::count_if(found, hasAddress) == 1)
         std::erase_if(found, std::not_fn(hasAddress));
     return found;

@@ -85,7 +85,7 @@ bool DocumentKeeper::Do(std::function<void()> job) {
 }
 
 void DocumentKeeper::Keep(const VenuePlayer& player, SettingsBlock block, std::string text,
-                          Kept kept) {
+                          const Kept& kept) {
     const auto now = std::chrono::system_clock::now();
     const auto job = [documents = documents_, messenger = messenger_, player, &kind = KindOf(block),
                       text = std::move(text), now, kept] {
@@ -97,7 +97,7 @@ void DocumentKeeper::Keep(const VenuePlayer& player, SettingsBlock block, std::s
 
 /// What takes long is no longer among the jobs: nothing has to wait for it to be kept.
 void DocumentKeeper::List(const VenuePlayer& player, SettingsBlock block,
-                          std::optional<std::string> present, Listed listed) {
+                          std::optional<std::string> present, const Listed& listed) {
     const auto list = [documents = documents_, messenger = messenger_, player,
                        &kind = KindOf(block), present = std::move(present), listed] {
         messenger->Post(

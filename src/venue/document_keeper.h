@@ -44,10 +44,10 @@ class DocumentKeeper {
     DocumentKeeper& operator=(const DocumentKeeper&) = delete;
 
     /// Keeps what the player holds at this moment. `block` is the one that is read.
-    void Keep(const VenuePlayer& player, SettingsBlock block, std::string text, Kept kept);
+    void Keep(const VenuePlayer& player, SettingsBlock block, std::string text, const Kept& kept);
     /// Lists what is kept of the player's block, all that was given to be kept before included.
     void List(const VenuePlayer& player, SettingsBlock block, std::optional<std::string> present,
-              Listed listed);
+              const Listed& listed);
 
    private:
     struct Work;

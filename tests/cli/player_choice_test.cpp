@@ -58,6 +58,7 @@ struct Choice : testing::Test, Caller {
         return list;
     }
 
+    sontaro::test::TestNetwork network;  // the machine's own addresses are asked for
     std::vector<DeviceRecord> there = {Player("127.0.0.2", "HALL1", "Stage"),
                                        Player("127.0.0.3", "HALL2", "Bar"),
                                        Player("127.0.0.4", "HALL3", "Bar")};

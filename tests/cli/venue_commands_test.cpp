@@ -92,7 +92,7 @@ TEST_F(VenueCommands, APlayerTakesThePlaceOfAnotherOne) {
 }
 
 TEST_F(VenueCommands, APlayerThatIsInABackupTwiceIsRefusedWithBothListed) {
-    const std::string first = "02:00:7F:00:00:01", second = "02:00:7F:00:00:02";
+    const std::string first = "02:00:00:00:00:01", second = "02:00:00:00:00:02";
     auto writer = BackupWriter::Begin({folder / "backups"});
     for (const std::string& mac : {first, second})
         ASSERT_TRUE((*writer)->Add({sontaro::test::PlayerNamed("SIMPLAYER1", mac), {}}));

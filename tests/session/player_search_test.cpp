@@ -49,6 +49,7 @@ TEST_F(Searching, ABroadcastFindsEveryoneAndEndsWhenThatIsEnough) {
 }
 
 TEST_F(Searching, SingleAddressesAreAskedAgainUntilEachHasAnswered) {
+    if (kOnWindows) GTEST_SKIP() << "Wine binds datagram sockets to any address";
     plan.asked = {network.Player(2), network.Player(0)};
     plan.roundTime = 10s;
     EXPECT_THAT(Find(), ElementsAre("SIMPLAYER1", "SIMPLAYER3"));
@@ -90,6 +91,7 @@ TEST_F(Searching, IsStoppedByAnotherThread) {
 }
 
 TEST_F(Searching, TellsWhichAddressIsNotOfThisMachine) {
+    if (kOnWindows) GTEST_SKIP() << "Wine binds datagram sockets to any address";
     plan.localAddresses = {"192.0.2.1"};
     EXPECT_EQ(FindPlayers(plan).reason(),
               "It is not possible to search from the local address 192.0.2.1.");

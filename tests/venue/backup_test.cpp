@@ -84,7 +84,8 @@ struct Backups : testing::Test {
     std::map<std::string, std::string> Files() const {
         std::map<std::string, std::string> files;
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder.Path())) {
-            const std::string name = TextOfPath(entry.path().lexically_relative(folder.Path()));
+            std::string name = TextOfPath(entry.path().lexically_relative(folder.Path()));
+            std::ranges::replace(name, '\\', '/');
             if (entry.is_regular_file() && name != ".sontaro-lock") files[name] = folder.Read(name);
         }
         return files;
