@@ -41,11 +41,14 @@ std::optional<unsigned> HexDigit(char digit) {
 std::size_t ChineseBytes(std::string_view text) {
     constexpr std::uint32_t kFirst = 0x4E00;
     constexpr std::uint32_t kLast = 0x9FFF;
-    if (text.size() < 3 || (text[0] & 0xF0) != 0xE0) return 0;
-    std::uint32_t character = text[0] & 0x0FU;
-    for (const char byte : text.substr(1, 2)) {
-        if ((byte & 0xC0) != 0x80) return 0;
-        character = character << 6 | (byte & 0x3FU);
+    const auto bits = [&](std::size_t place) {
+        return std::uint32_t{static_cast<unsigned char>(text[place])};
+    };
+    if (text.size() < 3 || (bits(0) & 0xF0U) != 0xE0U) return 0;
+    std::uint32_t character = bits(0) & 0x0FU;
+    for (const std::size_t place : {1U, 2U}) {
+        if ((bits(place) & 0xC0U) != 0x80U) return 0;
+        character = character << 6 | (bits(place) & 0x3FU);
     }
     return character >= kFirst && character <= kLast ? 3 : 0;
 }

@@ -37,7 +37,7 @@ class EarlierDialog : public KeyedDialog {
    private:
     [[nodiscard]] Table* MakeTable(int id, TableModel& model, TableActions actions);
     void LayOut();
-    void Show(std::vector<EarlierState> states);
+    void Take(std::vector<EarlierState> states);
     void ShowChosen();
     void Take();
 
@@ -62,7 +62,7 @@ EarlierDialog::EarlierDialog(wxWindow* parent, const UiServices& services,
     const std::weak_ptr<const bool> alive = alive_;
     services.documents.List(OwnerOfDocuments(question.player), question.block, question.present,
                             [this, alive](std::vector<EarlierState> states) {
-                                if (!alive.expired()) Show(std::move(states));
+                                if (!alive.expired()) Take(std::move(states));
                             });
     stateTable_->Grid().GetGridWindow()->SetFocus();
 }
@@ -96,7 +96,7 @@ void EarlierDialog::LayOut() {
         wxEVT_BUTTON, [this](wxCommandEvent&) { Take(); }, wxID_OK);
 }
 
-void EarlierDialog::Show(std::vector<EarlierState> states) {
+void EarlierDialog::Take(std::vector<EarlierState> states) {
     states_.Show(std::move(states));
     stateTable_->SetEmptyText(Localized(kNoneYet));
     stateTable_->RowsChanged();
