@@ -35,9 +35,9 @@ ReadDocuments ReadAll(Session& session, const DeviceRecord& player,
         BlockReading& block = read.documents.blocks.emplace_back(BlockReading{kind});
         const bool isGivenUp = !hasAnswered && losses >= kMostLosses;
         if (!isGivenUp) {
-            auto document = ReadBlock(session, *kind);
-            last = document.HowItEnded();
-            if (document) block.text = document->Text();
+            auto text = ReadBlockText(session, *kind);
+            last = text.HowItEnded();
+            if (text) block.text = std::move(*text);
             losses = IsLost(*last) ? losses + 1 : 0;
             hasAnswered = hasAnswered || (!IsLost(*last) && last->how != End::kCancelled);
         }
