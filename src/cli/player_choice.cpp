@@ -19,6 +19,7 @@ namespace {
 
 constexpr LocalText kNobodyNamed = {"请用 -p 指定播放器，或使用 --all。",
                                     "name players with -p, or take --all."};
+constexpr LocalText kNobodyListed = {"%s 中没有列出播放器。", "%s lists no players."};
 constexpr LocalText kAllAndNamed = {"--all 和 -p 不能同时使用。", "--all does not go with -p."};
 constexpr LocalText kAmbiguous = {"“%s”有多台播放器：%s。", "\"%s\" fits several players: %s."};
 constexpr LocalText kSearching = {"正在查找播放器…", "searching for players..."};
@@ -84,6 +85,9 @@ class Choice {
         if (names_.empty() && Call().Has(OptionId::kExpect)) {
             auto expected = OpenExpectedPlayers(PathOfText(Call().Value(OptionId::kExpect)));
             if (!expected) return Error{expected.reason()};
+            if (expected->empty())
+                return Error{
+                    fmt::sprintf(Localized(kNobodyListed), Call().Value(OptionId::kExpect))};
             names_ = std::move(*expected);
         } else if (names_.empty()) {
             names_ = venue_.players;

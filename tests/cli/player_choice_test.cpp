@@ -102,6 +102,13 @@ TEST_F(Choice, ASearchForAnIdThatTwoPlayersHaveWaitsForBoth) {
     EXPECT_THAT(isEnough, ElementsAre(false, false, false, true));
 }
 
+TEST_F(Choice, AListOfNobodyIsNotTakenForEverybody) {
+    folder.Write("empty.txt", "\n");
+    EXPECT_THAT(Chosen({"--all", "--expect", TextOfPath(folder / "empty.txt")}),
+                HasSubstr("lists no players"));
+    EXPECT_THAT(plans, IsEmpty());
+}
+
 TEST_F(Choice, AnAddressThatDoesNotAnswerHasThePortThatItHadLast) {
     EXPECT_EQ(Chosen({"-p", "127.0.0.9"}), "-127.0.0.9 ");
     Chosen({"-p", "127.0.0.2"});
