@@ -48,6 +48,8 @@ void Tell(const Surroundings& surroundings, const std::vector<DeviceRecord>& pla
 }  // namespace
 
 int RunFind(const Surroundings& surroundings) {
+    if (const auto settings = RunSettingsOf(surroundings); !settings)
+        return TellWrongUse(surroundings, settings.reason());
     std::vector<Ipv4Address> range;
     if (const std::string text = surroundings.call.Argument(0); !text.empty()) {
         auto addresses = AddressesIn(text);

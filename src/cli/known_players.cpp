@@ -22,6 +22,13 @@ std::optional<DeviceRecord> KnownPlayers::At(const Ipv4Address& address) const {
     return player;
 }
 
+std::set<std::string> KnownPlayers::MacsWithId(const std::string& id) const {
+    std::set<std::string> macs;
+    for (const Json::Value& entry : file_.Root())
+        if (entry.isObject() && TextOf(entry["id"]) == id) macs.insert(TextOf(entry["mac"]));
+    return macs;
+}
+
 void KnownPlayers::Take(const std::vector<DeviceRecord>& found) {
     const auto isNew = [&](const DeviceRecord& player) {
         const auto address = ParseIpv4(player.ip);

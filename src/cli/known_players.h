@@ -3,6 +3,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "base/json_file.h"
@@ -18,6 +20,8 @@ class KnownPlayers {
 
     /// Who was there last; none: nobody has been found there yet.
     [[nodiscard]] std::optional<DeviceRecord> At(const Ipv4Address& address) const;
+    /// The players that have been found with that ID, wherever; an ID may stand on several.
+    [[nodiscard]] std::set<std::string> MacsWithId(const std::string& id) const;
     /// Remembers who has been found now. That it cannot be written harms nobody now.
     void Take(const std::vector<DeviceRecord>& found);
 

@@ -19,6 +19,7 @@ namespace {
 
 constexpr LocalText kNobodyNamed = {"请用 -p 指定播放器，或使用 --all。",
                                     "name players with -p, or take --all."};
+constexpr LocalText kNobodyListed = {"%s 中没有列出播放器。", "%s lists no players."};
 constexpr LocalText kAllAndNamed = {"--all 和 -p 不能同时使用。", "--all does not go with -p."};
 constexpr LocalText kAmbiguous = {"“%s”有多台播放器：%s。", "\"%s\" fits several players: %s."};
 constexpr LocalText kSearching = {"正在查找播放器…", "searching for players..."};
@@ -84,6 +85,9 @@ class Choice {
         if (names_.empty() && Call().Has(OptionId::kExpect)) {
             auto expected = OpenExpectedPlayers(PathOfText(Call().Value(OptionId::kExpect)));
             if (!expected) return Error{expected.reason()};
+            if (expected->empty())
+                return Error{
+                    fmt::sprintf(Localized(kNobodyListed), Call().Value(OptionId::kExpect))};
             names_ = std::move(*expected);
         } else if (names_.empty()) {
             names_ = venue_.players;
@@ -116,22 +120,23 @@ class Choice {
         return Ask(std::move(all));
     }
 
-    /// Those with addresses have been asked before. Where a note may stand for several players,
+    /// Those with addresses have been asked before. Where a name may stand for several players,
     /// one that answers is not enough.
     [[nodiscard]] bool HaveAllAnswered(const std::vector<DeviceRecord>& answered) const {
         return std::ranges::all_of(names_, [&](const PlayerName& name) {
             if (!name.ip.empty()) return true;
             const std::size_t fitting = ThoseThatFit(name, answered).size();
-            return fitting > 0 && fitting >= NotesOf(name.text);
+            return fitting > 0 && fitting >= BearersOf(name.text);
         });
     }
 
-    /// How many players have that note.
-    [[nodiscard]] std::size_t NotesOf(const std::string& remark) const {
-        return static_cast<std::size_t>(
-            std::ranges::count_if(notes_.Root(), [&](const Json::Value& entry) {
-                return entry.isObject() && TextOf(entry["Remarks"]) == remark;
-            }));
+    /// How many players are known to have that note or that ID.
+    [[nodiscard]] std::size_t BearersOf(const std::string& text) const {
+        std::set<std::string> macs = known_.MacsWithId(text);
+        const Json::Value& notes = notes_.Root();
+        for (auto note = notes.begin(); note != notes.end(); ++note)
+            if (note->isObject() && TextOf((*note)["Remarks"]) == text) macs.insert(note.name());
+        return macs.size();
     }
 
     Status Ask(FindPlan plan) {

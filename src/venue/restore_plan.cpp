@@ -46,7 +46,10 @@ class BlockPlanner {
     }
 
     BlockPlan Plan() {
-        if (wanted_ != present_) Make();
+        if (wanted_ != present_)
+            Make();
+        else if (!options_.key.empty() && TakeWanted() && !HasKey())
+            plan_.trouble = Worded(kNoSuchKey, options_.key);
         return std::move(plan_);
     }
 
@@ -134,6 +137,13 @@ class BlockPlanner {
             if (IsPart(leaf)) paths.push_back(leaf.path);
         std::ranges::sort(paths);
         return paths;
+    }
+
+    [[nodiscard]] bool HasKey() const {
+        if (!PathsUnderKey(wantedJson_).empty()) return true;
+        const auto rows = BlockDocument(kind_, wanted_, Source::kPlayer).RowsByPath();
+        return std::ranges::any_of(
+            rows, [this](const auto& row) { return IsUnder(row.first, options_.key); });
     }
 
     /// The present document with the values of the rows under the key.

@@ -92,6 +92,24 @@ TEST_F(Choice, ASearchIsOverOnceEverybodyWhoIsNamedHasAnswered) {
     EXPECT_THAT(isEnough, ElementsAre(false, false, false, false));
 }
 
+TEST_F(Choice, ASearchForAnIdThatTwoPlayersHaveWaitsForBoth) {
+    there[1].id = "HALL1";
+    Chosen({"--all"});
+    EXPECT_THAT(Chosen({"-p", "HALL1"}), HasSubstr("\"HALL1\" fits several players"));
+    EXPECT_THAT(isEnough, ElementsAre(false, false, true, true));
+    there[2].ip = "127.0.0.5";  // one that has moved is no second one
+    Chosen({"--all"});
+    Chosen({"-p", "HALL3"});
+    EXPECT_THAT(isEnough, ElementsAre(false, false, false, true));
+}
+
+TEST_F(Choice, AListOfNobodyIsNotTakenForEverybody) {
+    folder.Write("empty.txt", "\n");
+    EXPECT_THAT(Chosen({"--all", "--expect", TextOfPath(folder / "empty.txt")}),
+                HasSubstr("lists no players"));
+    EXPECT_THAT(plans, IsEmpty());
+}
+
 TEST_F(Choice, AnAddressThatDoesNotAnswerHasThePortThatItHadLast) {
     EXPECT_EQ(Chosen({"-p", "127.0.0.9"}), "-127.0.0.9 ");
     Chosen({"-p", "127.0.0.2"});

@@ -40,6 +40,7 @@ TEST_F(PlayerCommands, FindNamesWhoIsThereAndWhoIsMissing) {
     EXPECT_THAT(Ends(expected), ElementsAre(Address(0) + ' ', Address(1) + ' ', "HALL9 not-found"));
     EXPECT_EQ(Run({"find", "-p", Address(9)}).code, kNobodyFound);
     EXPECT_EQ(Run({"find", "1.2.3"}).code, kWrongUse);
+    EXPECT_EQ(Run({"find", Address(0), "--parallel", "10"}).code, kWrongUse);
 }
 
 TEST_F(PlayerCommands, ShowTellsWhatIsPlaying) {

@@ -118,6 +118,10 @@ TEST(RestorePlan, OfAPartLeavesTheRestAlone) {
     EXPECT_EQ(Plan("cave", own, kOwn, {false, "g/many/3"}).rows.size(), 1U);
     EXPECT_THAT(Plan("osd", wanted, osd, {false, "data/0/colour"}).trouble,
                 HasSubstr("data/0/colour"));
+    EXPECT_THAT(Plan("osd", osd, osd, {false, "data/0/colour"}).trouble,
+                HasSubstr("data/0/colour"));
+    EXPECT_FALSE(Plan("osd", osd, osd, {false, "data/0/texts"}).IsRefused());
+    EXPECT_FALSE(Plan("cave", kOwn, kOwn, {false, "g/level"}).IsRefused());
     const std::string wall = FactoryText("screen-split");
     const BlockPlan screens =
         Plan("screen-split", With(wall, "configData/VScreenSize/0/width", 640), wall,
