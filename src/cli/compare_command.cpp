@@ -19,6 +19,8 @@ constexpr LocalText kOnlySecond = {"只在第二方", "only on the second side"}
 constexpr LocalText kMore = {"%s %s：另有 %d 处不同", "%s %s: %d more differences"};
 constexpr LocalText kOtherForm = {"%s %s：值相同，仅写法不同",
                                   "%s %s: the same values in another form"};
+constexpr LocalText kNobodyAsked = {"比较两个备份时不需要播放器。",
+                                    "two backups are compared without players."};
 constexpr LocalText kSame = {"没有不同。", "nothing differs."};
 
 /// The table or the objects of what differs.
@@ -159,6 +161,9 @@ int RunCompare(const Surroundings& surroundings) {
     if (!first) return TellTrouble(surroundings, first.reason());
     const std::string other = surroundings.call.Argument(1);
     if (other.empty()) return CompareWithPlayers(surroundings, *first);
+    for (const OptionId option : {OptionId::kPlayer, OptionId::kAll, OptionId::kExpect})
+        if (surroundings.call.Has(option))
+            return TellWrongUse(surroundings, Localized(kNobodyAsked));
     const auto second = Backup::Open(PathOfText(other));
     if (!second) return TellTrouble(surroundings, second.reason());
     return TellResult(surroundings, CompareBackups(*first, *second), true);

@@ -20,7 +20,7 @@ namespace {
 constexpr LocalText kNobodyNamed = {"请用 -p 指定播放器，或使用 --all。",
                                     "name players with -p, or take --all."};
 constexpr LocalText kNobodyListed = {"%s 中没有列出播放器。", "%s lists no players."};
-constexpr LocalText kAllAndNamed = {"--all 和 -p 不能同时使用。", "--all does not go with -p."};
+constexpr LocalText kNotTogether = {"%s 和 -p 不能同时使用。", "%s does not go with -p."};
 constexpr LocalText kAmbiguous = {"“%s”有多台播放器：%s。", "\"%s\" fits several players: %s."};
 constexpr LocalText kSearching = {"正在查找播放器…", "searching for players..."};
 constexpr LocalText kNoAddress = {"--local-address 需要一个 IPv4 地址。",
@@ -80,8 +80,10 @@ class Choice {
             if (!name) return Error{name.reason()};
             names_.push_back(std::move(*name));
         }
-        const bool hasAll = Call().Has(OptionId::kAll);
-        if (hasAll && !names_.empty()) return Error{Localized(kAllAndNamed)};
+        for (const auto& [option, name] :
+             {std::pair(OptionId::kAll, "--all"), {OptionId::kExpect, "--expect"}})
+            if (Call().Has(option) && !names_.empty())
+                return Error{fmt::sprintf(Localized(kNotTogether), name)};
         if (names_.empty() && Call().Has(OptionId::kExpect)) {
             auto expected = OpenExpectedPlayers(PathOfText(Call().Value(OptionId::kExpect)));
             if (!expected) return Error{expected.reason()};

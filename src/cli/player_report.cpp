@@ -1,13 +1,31 @@
 #include "cli/player_report.h"
 
+#include <algorithm>
+#include <sstream>
+
 namespace sontaro::cli {
+
+namespace {
+
+/// Readers of documents say what is wrong on several lines, with marks before them.
+std::string OnOneLine(const std::string& text) {
+    std::string line;
+    std::istringstream lines(text);
+    for (std::string part; std::getline(lines, part);) {
+        part.erase(0, std::min(part.find_first_not_of("* \t\r"), part.size()));
+        if (!part.empty()) line += (line.empty() ? "" : " ") + part;
+    }
+    return line;
+}
+
+}  // namespace
 
 Failure FailureOf(const SessionEnd& end, const std::string& part) {
     return {WordFor(end), Told(end), WordFor(end.trouble), end.code, part};
 }
 
-Failure FailureOf(const char* word, std::string text, const std::string& part) {
-    return {word, std::move(text), "", 0, part};
+Failure FailureOf(const char* word, const std::string& text, const std::string& part) {
+    return {word, OnOneLine(text), "", 0, part};
 }
 
 std::string NameOf(const DeviceRecord& player) {

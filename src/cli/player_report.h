@@ -27,7 +27,8 @@ struct Failure {
 /// How a request has ended that has brought nothing.
 [[nodiscard]] Failure FailureOf(const SessionEnd& end, const std::string& part = {});
 /// Something that the player has nothing to do with.
-[[nodiscard]] Failure FailureOf(const char* word, std::string text, const std::string& part = {});
+[[nodiscard]] Failure FailureOf(const char* word, const std::string& text,
+                                const std::string& part = {});
 
 /// What is told of one player: objects where JSON is wanted, else rows of the command's table or
 /// lines; and what has failed.

@@ -4,6 +4,7 @@
 #include <map>
 #include <mutex>
 
+#include "base/count_text.h"
 #include "base/path_text.h"
 #include "cli/block_writes.h"
 #include "cli/commands.h"
@@ -25,7 +26,7 @@ constexpr LocalText kSeveral = {"备份中有多台 ID 为 %s 的播放器：%s�
 constexpr LocalText kOneForAs = {"--as 只能用于一台播放器。", "--as is for one player."};
 constexpr LocalText kNothingToDo = {"没有要恢复的不同之处。",
                                     "nothing differs that is to be restored."};
-constexpr LocalText kQuestion = {"按此计划恢复 %d 台播放器吗？",
+constexpr CountText kQuestion = {"按此计划恢复 %d 台播放器吗？", "Restore %d player by this plan?",
                                  "Restore %d players by this plan?"};
 constexpr LocalText kRestored = {"%s：已恢复 %s", "%s: restored %s"};
 constexpr LocalText kRemarkLost = {"备注无法保存：%s", "the remark cannot be kept: %s"};
@@ -170,7 +171,7 @@ class RestoreRun {
         }
         if (toSend.empty() && isWhole_) surroundings_.output.Remark(Localized(kNothingToDo));
         if (toSend.empty() || Call().Has(OptionId::kDryRun)) return EndCode();
-        const std::string question = fmt::sprintf(Localized(kQuestion), toSend.size());
+        const std::string question = Counted(kQuestion, toSend.size());
         if (const auto end = EndUnlessConfirmed(surroundings_, question)) return *end;
         ForAll(toSend, [this](Session& session, const DeviceRecord& player) {
             return Write(session, player, plans_.at(KeyOf(player)));

@@ -1,6 +1,7 @@
 // get, set and apply.
 #include <fmt/printf.h>
 
+#include <algorithm>
 #include <atomic>
 #include <fstream>
 
@@ -25,6 +26,7 @@ constexpr LocalText kSeveral = {"多台播放器需要 -o 文件夹或 --json。
 constexpr LocalText kNotWritten = {"无法写入 %s：%s", "%s cannot be written: %s"};
 constexpr LocalText kNoPlace = {"写入失败", "writing has failed"};
 constexpr LocalText kNoEdit = {"“%s”不是 KEY=VALUE。", "\"%s\" is no KEY=VALUE."};
+constexpr LocalText kKeyTwice = {"“%s”给出了两次。", "\"%s\" is given twice."};
 constexpr LocalText kNotUsable = {"播放器的文档无法使用：%s",
                                   "the player's document is of no use: %s"};
 constexpr LocalText kNotRead = {"无法读取 %s：%s", "%s cannot be read: %s"};
@@ -195,6 +197,8 @@ int RunSet(const Surroundings& surroundings) {
         const auto edit = ParseKeyValue(call.Argument(i));
         if (!edit)
             return TellWrongUse(surroundings, fmt::sprintf(Localized(kNoEdit), call.Argument(i)));
+        if (std::ranges::find(edits, edit->key, &KeyValue::key) != edits.end())
+            return TellWrongUse(surroundings, fmt::sprintf(Localized(kKeyTwice), edit->key));
         edits.push_back(*edit);
     }
     if (const auto restart = RestartOf(call, KindOf(call)); !restart)

@@ -1,12 +1,10 @@
 #include <fmt/printf.h>
 
-#include "batchsend/video_types.h"
-#include "cli/cli_values.h"
+#include "cli/category_choice.h"
 #include "cli/commands.h"
 #include "cli/exit_code.h"
 #include "cli/player_runs.h"
 #include "cli/upload_page.h"
-#include "session/player_calls.h"
 
 namespace sontaro::cli {
 
@@ -14,12 +12,6 @@ namespace {
 
 constexpr LocalText kNoPaths = {"缺少要发送的文件或文件夹。",
                                 "the files or folders to send are missing."};
-constexpr LocalText kNoCategory = {"缺少 --category。", "--category is missing."};
-constexpr LocalText kUnknownCategory = {"没有类别“%s”。有：%s。",
-                                        "there is no category \"%s\". There are: %s."};
-constexpr LocalText kCategoriesUnknown = {"没有播放器说明类别的名称，请使用编号。",
-                                          "no player has told the names of its categories: take a "
-                                          "number."};
 constexpr LocalText kAlone = {"--again 不能与文件、播放器和类别一起使用。",
                               "--again does not go with files, players and a category."};
 constexpr LocalText kNothingLeft = {"上次运行没有剩下什么。", "nothing is left of the last run."};
@@ -37,33 +29,6 @@ constexpr const char* kProofWords[] = {"confirmed", "missing", "other-size", "ot
 template <class Value, std::size_t kCount>
 const char* WordIn(const char* const (&words)[kCount], Value value) {
     return words[std::min(static_cast<std::size_t>(value), kCount - 1)];
-}
-
-/// The number of the category that the call names, by the names of the first player that tells any.
-Result<std::uint32_t> CategoryOf(const Surroundings& surroundings,
-                                 const std::vector<DeviceRecord>& players,
-                                 const SessionOptions& options) {
-    const std::string wanted = surroundings.call.Value(OptionId::kCategory);
-    constexpr int kLast = kVideoCategories - 1;
-    if (wanted.empty()) return Error{Localized(kNoCategory)};
-    if (const auto number = ParseCount(wanted, 0, kLast))
-        return static_cast<std::uint32_t>(*number);
-    for (const DeviceRecord& player : players) {
-        auto session =
-            Session::Open({ParseIpv4(player.ip).value_or(Ipv4Address()), player.tcpPort}, options);
-        if (!session) continue;
-        const auto protocol = ReadBlock(**session, *FindSettingsBlock("control-protocol"));
-        if (!protocol) continue;
-        const auto names = ReadCategoryNames(protocol->Text());
-        if (!names) continue;
-        const auto named = std::ranges::find(*names, wanted);
-        if (named != names->end()) return static_cast<std::uint32_t>(named - names->begin());
-        std::string list;
-        for (const std::string& name : *names)
-            if (!name.empty()) list += (list.empty() ? "" : ", ") + name;
-        return Error{fmt::sprintf(Localized(kUnknownCategory), wanted, list)};
-    }
-    return Error{Localized(kCategoriesUnknown)};
 }
 
 /// Every video on its way to every player: the plan, or what has become of it.
@@ -135,14 +100,14 @@ int RunUpload(const Surroundings& surroundings) {
     if (!chosen) return TellWrongUse(surroundings, chosen.reason());
     TellMissing(surroundings, *chosen);
     if (const auto end = EndWithoutPlayers(surroundings, *chosen)) return *end;
-    const auto category = CategoryOf(surroundings, chosen->players, settings->session);
-    if (!category) return TellWrongUse(surroundings, category.reason());
+    const auto category = ChooseCategory(surroundings, chosen->players, settings->session);
+    if (const int* end = std::get_if<int>(&category)) return *end;
     UploadPage page(surroundings, settings->session.connectLimit);
     const auto files = page.FilesIn(call.Arguments());
     if (!files) return TellWrongUse(surroundings, files.reason());
     VideoSet set;
     TakePlayers(set, chosen->players);
-    AddVideos(set.videos, *files, *category);
+    AddVideos(set.videos, *files, std::get<std::uint32_t>(category));
     set.skipsPresent = call.Has(OptionId::kSkipPresent);
     page.Plan(std::move(set));
     if (surroundings.stop.stop_requested()) return kInterrupted;

@@ -108,6 +108,9 @@ class Search : private ScanActions {
     Result<std::vector<DeviceRecord>> Run() {
         if (const Status opened = OpenSockets(); !opened) return Error{opened.reason()};
         for (int round = 0; round < plan_.rounds && !IsOver(); ++round) RunRound();
+        if (plan_.asked.empty() && IsOver())
+            static_cast<void>(loop_.RunUntil([this] { return plan_.stop.stop_requested(); },
+                                             plan_.timeForNamesakes));
         std::vector<DeviceRecord> found = list_.Devices();
         SortDevices(found, DeviceColumn::kIp, true);
         return found;

@@ -26,6 +26,9 @@ struct FindPlan {
     std::function<bool(const std::vector<DeviceRecord>&)> isEnough = [](const auto&) {
         return false;
     };
+    /// How long a broadcast that has found enough listens on: players that share a name answer at
+    /// about the same time.
+    std::chrono::milliseconds timeForNamesakes{100};
     int rounds = 4;                             ///< whoever has not answered is asked again
     std::chrono::milliseconds roundTime{1000};  ///< of a round, in which answers come
     const DeviceRemarks* remarks = nullptr;     ///< the user's notes; absent: none

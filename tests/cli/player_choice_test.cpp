@@ -140,6 +140,7 @@ TEST_F(Choice, TheAddressThatTheWindowsHaveServedWithIsAskedFrom) {
 TEST_F(Choice, NobodyIsTakenWithoutAName) {
     EXPECT_THAT(Chosen({}), HasSubstr("--all"));
     EXPECT_THAT(Chosen({"--all", "-p", "HALL1"}), HasSubstr("--all"));
+    EXPECT_THAT(Chosen({"--expect", "list.txt", "-p", "HALL1"}), HasSubstr("--expect"));
     EXPECT_THAT(plans, IsEmpty());
 }
 

@@ -99,6 +99,10 @@ TEST_F(SettingsCommands, WhatTheRulesRefuseIsNotSent) {
     EXPECT_EQ(Run({"set", "player-control", "Players/0/AspectRatio=99", "-p", Name(0)}).code,
               kSomeFailed);
     EXPECT_EQ(Run({"set", "osd", "nonsense", "-p", Name(0)}).code, kWrongUse);
+    EXPECT_EQ(Run({"set", "osd", "a=1", "a=2", "-p", Name(0)}).code, kWrongUse);
+    SetFault(0, "bad-json");
+    EXPECT_THAT(Run({"set", "osd", "a=1", "-p", Name(0)}).remarks, HasSubstr(" Syntax error: "));
+    SetFault(0, "");
     EXPECT_EQ(Run({"set", "osd", "a=1", "--restart", "-p", Name(0), "--yes"}).code, kWrongUse);
     EXPECT_EQ(Writes(0), 0);
 }

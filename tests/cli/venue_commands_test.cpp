@@ -128,6 +128,7 @@ TEST_F(VenueCommands, CompareSaysWhenItCannotTell) {
     SetFault(0, "refuse");
     EXPECT_EQ(Run({"compare", backup, "-p", Name(0), "--timeout", "0.5"}).code, kTrouble);
     EXPECT_EQ(Run({"compare", backup, backup}).code, kAllWell);
+    EXPECT_EQ(Run({"compare", backup, backup, "-p", Name(0)}).code, kWrongUse);
 }
 
 TEST_F(VenueCommands, AFileIsSoundFaultyOrNoneThatIsKnown) {
@@ -142,6 +143,33 @@ TEST_F(VenueCommands, AFileIsSoundFaultyOrNoneThatIsKnown) {
     EXPECT_EQ(told.code, kSomeFailed);
     EXPECT_THAT(told.results, HasSubstr("faulty.json:2:"));
     EXPECT_EQ(Call({"check", TextOfPath(folder / "nowhere")}).code, kTrouble);
+}
+
+TEST_F(VenueCommands, ACategoryIsNamedAsAllPlayersNameIt) {
+    const auto upload = [&](std::vector<std::string> named) {
+        const std::string video = TextOfPath(folder.Write("1.mp4", "a"));
+        named.insert(named.begin(), {"upload", video, "--dry-run", "--timeout", "0.4"});
+        return Run(std::move(named));
+    };
+    const auto name = [&](std::size_t player, Json::ArrayIndex slot, const char* text) {
+        players.Player(player).ChangeState([&](simulator::PlayerState& state) {
+            Json::Value protocol = *ParseJson(state.controlProtocol);
+            protocol["VideoType"][slot]["TypeName"] = text;
+            state.controlProtocol = WriteJson(protocol);
+        });
+    };
+    name(0, 40, "Opening");
+    const Told unknown = upload(Both({"-c", "Opening"}));
+    EXPECT_EQ(unknown.code, kWrongUse);
+    EXPECT_THAT(unknown.remarks, HasSubstr("none: " + Address(1) + "; 40: " + Address(0)));
+    name(1, 40, "Opening");
+    EXPECT_EQ(upload(Both({"-c", "Opening"})).code, kAllWell);
+    SetFault(1, "silent");
+    EXPECT_THAT(upload(Both({"-c", "Opening"})).remarks, HasSubstr("the number of the others"));
+    EXPECT_THAT(upload({"-c", "Closing", "-p", Name(0)}).remarks, HasSubstr("Opening"));
+    const Told dead = upload({"-c", "Opening", "-p", Name(1), "--json"});
+    EXPECT_EQ(dead.code, kSomeFailed);
+    EXPECT_EQ(dead.Objects().back()["error"]["end"], "timed-out");
 }
 
 TEST_F(VenueCommands, VideosAreSentProvedAndSentAgain) {
