@@ -110,8 +110,8 @@ int Main(const std::vector<std::string>& texts) {
 
 }  // namespace sontaro::simulator
 
-int main() try {
-    return sontaro::simulator::Main(sontaro::ProgramArguments());
+int main(int argc, char** argv) try {
+    return sontaro::simulator::Main(sontaro::ProgramArguments(argc, argv));
 } catch (const std::exception& error) {
     return sontaro::simulator::Fail(sontaro::simulator::kFailed, error.what());
 }

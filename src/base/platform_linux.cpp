@@ -101,6 +101,11 @@ std::vector<std::string> ProgramArguments() {
     return arguments;
 }
 
+std::vector<std::string> ProgramArguments(int count, char** values) {
+    return count > 0 ? std::vector<std::string>(values + 1, values + count)
+                     : std::vector<std::string>();
+}
+
 fs::path ExecutableFolder() {
     std::error_code error;
     const fs::path executable = fs::read_symlink("/proc/self/exe", error);

@@ -81,6 +81,8 @@ std::vector<std::string> ProgramArguments() {
     return arguments;
 }
 
+std::vector<std::string> ProgramArguments(int, char**) { return ProgramArguments(); }
+
 fs::path ExecutableFolder() {
     wchar_t path[32768] = L"";
     GetModuleFileNameW(nullptr, path, 32768);

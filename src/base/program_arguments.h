@@ -11,5 +11,8 @@ namespace sontaro {
 /// decodes them as the locale says. There a console is also told to show UTF-8. Called once, at the
 /// start.
 [[nodiscard]] std::vector<std::string> ProgramArguments();
+/// The same for a program that has a main() of its own, whose `count` and `values` are taken where
+/// they lack nothing: on Linux, which may have no /proc to ask, as in a chroot.
+[[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** values);
 
 }  // namespace sontaro

@@ -54,8 +54,8 @@ int Run(const std::vector<std::string>& arguments) {
 
 }  // namespace sontaro::cli
 
-int main() try {
-    return sontaro::cli::Run(sontaro::ProgramArguments());
+int main(int argc, char** argv) try {
+    return sontaro::cli::Run(sontaro::ProgramArguments(argc, argv));
 } catch (const std::exception& error) {
     static_cast<void>(std::fprintf(stderr, "sontaro-cli: %s\n", error.what()));
     return sontaro::cli::kSomeFailed;

@@ -31,4 +31,6 @@ int Make(const std::vector<std::string>& arguments) {
 
 }  // namespace sontaro::cli
 
-int main() { return sontaro::cli::Make(sontaro::ProgramArguments()); }
+int main(int argc, char** argv) {
+    return sontaro::cli::Make(sontaro::ProgramArguments(argc, argv));
+}
