@@ -84,6 +84,7 @@ void ReportTeller::Take(const DeviceRecord& player, PlayerReport& report) {
     }
     if (!output_.IsJson())
         for (const std::string& line : report.lines) output_.Line(line);
+    for (const std::string& remark : report.remarks) output_.Remark(NameOf(player) + ": " + remark);
     for (const Failure& failure : report.failures) Tell(output_, player, failure);
     isWhole_ = isWhole_ && report.failures.empty();
 }

@@ -37,6 +37,7 @@ struct PlayerReport {
     std::vector<std::vector<std::string>> rows = {};
     std::vector<std::string> lines = {};
     std::vector<Failure> failures = {};
+    std::vector<std::string> remarks = {};  ///< what is to be known besides; no failure
 
     [[nodiscard]] static PlayerReport Of(Failure failure) {
         return {{}, {}, {}, {std::move(failure)}};

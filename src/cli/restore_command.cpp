@@ -24,6 +24,8 @@ constexpr LocalText kNoSuchId = {"备份中没有 ID 为 %s 的播放器。",
 constexpr LocalText kSeveral = {"备份中有多台 ID 为 %s 的播放器：%s。",
                                 "the backup has several players with the ID %s: %s."};
 constexpr LocalText kOneForAs = {"--as 只能用于一台播放器。", "--as is for one player."};
+constexpr LocalText kOtherDevice = {"备份来自 ID 相同的另一台设备（%s）。",
+                                    "the backup is of another device with this ID (%s)."};
 constexpr LocalText kNothingToDo = {"没有要恢复的不同之处。",
                                     "nothing differs that is to be restored."};
 constexpr CountText kQuestion = {"按此计划恢复 %d 台播放器吗？", "Restore %d player by this plan?",
@@ -132,6 +134,9 @@ class RestoreRun {
         if (Call().Has(OptionId::kAs)) plan.remark = wanted->player.remark;
         PlayerReport report;
         report.failures = present.failures;
+        const std::string& mac = wanted->player.mac;
+        if (!Call().Has(OptionId::kAs) && !mac.empty() && !player.mac.empty() && mac != player.mac)
+            report.remarks.push_back(fmt::sprintf(Localized(kOtherDevice), mac));
         for (const BlockPlan& block : plan.blocks) Describe(block, report);
         const std::lock_guard lock(mutex_);
         plans_[KeyOf(player)] = std::move(plan);

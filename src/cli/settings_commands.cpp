@@ -26,6 +26,7 @@ constexpr LocalText kSeveral = {"多台播放器需要 -o 文件夹或 --json。
 constexpr LocalText kNotWritten = {"无法写入 %s：%s", "%s cannot be written: %s"};
 constexpr LocalText kNoPlace = {"写入失败", "writing has failed"};
 constexpr LocalText kNoEdit = {"“%s”不是 KEY=VALUE。", "\"%s\" is no KEY=VALUE."};
+constexpr LocalText kRestarts = {"播放器随之重启。", "the player restarts with it."};
 constexpr LocalText kKeyTwice = {"“%s”给出了两次。", "\"%s\" is given twice."};
 constexpr LocalText kNotUsable = {"播放器的文档无法使用：%s",
                                   "the player's document is of no use: %s"};
@@ -128,6 +129,7 @@ PlayerReport SetRows(const Surroundings& surroundings, Session& session, const D
         const auto failure = WriteWithProof(surroundings, session, player,
                                             {kind, present, document->Text(), restart});
         if (failure) return PlayerReport::Of(*failure);
+        if (restart == Restart::kYes) report.remarks.push_back(Localized(kRestarts));
     }
     for (const KeyValue& edit : edits) {
         const PathRow& row = after.at(edit.key);
@@ -148,22 +150,23 @@ PlayerReport Apply(const Surroundings& surroundings, Session& session, const Dev
     if (!present) return PlayerReport::Of(FailureOf(present.HowItEnded(), kind.name));
     const BlockPlan plan =
         PlanBlock(kind, wanted, present->Text(), {.force = call.Has(OptionId::kForce), .key = {}});
+    const bool isTrial = call.Has(OptionId::kDryRun);
     PlayerReport report;
     for (const RowDifference& row : plan.rows) {
         report.objects.push_back(ObjectOf(kind, row));
+        if (isTrial) report.objects.back()["planned"] = true;
         report.rows.push_back(CellsOf(kind, row));
     }
-    if (const auto refused = FailureOf(plan)) {
-        report.failures.push_back(*refused);
-        return report;
-    }
+    const auto refused = FailureOf(plan);
+    if (refused && !isTrial) return PlayerReport::Of(*refused);
+    if (refused) report.failures.push_back(*refused);
     const Restart restart = *RestartOf(call, kind);
-    if (call.Has(OptionId::kDryRun) || (plan.text.empty() && restart == Restart::kNo))
-        return report;
+    if (isTrial || (plan.text.empty() && restart == Restart::kNo)) return report;
     const std::string& text = plan.text.empty() ? present->Text() : plan.text;
     const auto failure =
         WriteWithProof(surroundings, session, player, {kind, present->Text(), text, restart});
-    if (failure) report.failures.push_back(*failure);
+    if (failure) return PlayerReport::Of(*failure);
+    if (restart == Restart::kYes) report.remarks.push_back(Localized(kRestarts));
     return report;
 }
 
@@ -184,7 +187,7 @@ int RunGet(const Surroundings& surroundings) {
             if (!document) return PlayerReport::Of(FailureOf(document.HowItEnded(), kind.name));
             if (!output.empty()) return Store(player, *document, output);
             if (surroundings.output.IsJson())
-                return PlayerReport{{DocumentObject(kind, document->Text())}, {}, {}, {}};
+                return PlayerReport{{DocumentObject(kind, document->Text())}, {}, {}, {}, {}};
             surroundings.output.Document(document->Text());
             return PlayerReport();
         });

@@ -109,6 +109,16 @@ TEST_F(VenueCommands, APlayerThatIsInABackupTwiceIsRefusedWithBothListed) {
     }
 }
 
+TEST_F(VenueCommands, ABackupOfAnotherDeviceWithThatIdIsRemarkedOn) {
+    const std::string other = "02:00:00:00:00:01";
+    auto writer = BackupWriter::Begin({folder / "backups"});
+    ASSERT_TRUE((*writer)->Add({sontaro::test::PlayerNamed("SIMPLAYER1", other), {}}));
+    ASSERT_TRUE((*writer)->Finish());
+    const Told told = Run({"restore", TextOfPath(folder / "backups"), "-p", Name(0), "--dry-run"});
+    EXPECT_EQ(told.code, kAllWell);
+    EXPECT_THAT(told.remarks, HasSubstr("another device with this ID (" + other + ")"));
+}
+
 TEST_F(VenueCommands, CompareRemarksOnTheSameValuesInAnotherForm) {
     const std::string backup = Backup({"-p", Name(0)});
     players.Player(0).ChangeState([](simulator::PlayerState& state) {
