@@ -99,13 +99,8 @@ void TourScreenSplit::ChoosePlayers() {
         Pressing(kSplitScan), [] { return Ticked()->HasCheckBoxes(); }, "pressed Stop");
     Step(Pressing(wxID_FORWARD), NoticeInFront, "pressed Next without a player: it asks for some");
     Step(Pressing(wxID_OK), InFront(Window::kSelectDevices), "dismissed the message");
-    const auto tick = [] {
-        Ticked()->CheckItem(0, true);
-        Ticked()->CheckItem(1, true);
-    };
-    Step(
-        tick, [] { return Ticked()->IsItemChecked(1); }, "ticked two players",
-        "split-devices-ticked");
+    Step([] { TickFirst(*Ticked(), 2); }, [] { return Ticked()->IsItemChecked(1); },
+         "ticked two players", "split-devices-ticked");
 }
 
 void TourScreenSplit::Fetch() {

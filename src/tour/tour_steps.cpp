@@ -26,6 +26,15 @@ bool TourSteps::NoticeInFront() { return IsMessageWith(FrontDialog(), wxID_OK); 
 
 DeviceList* TourSteps::List() { return dynamic_cast<DeviceList*>(Find<wxListView>(kScanList)); }
 
+void TourSteps::TickFirst(DeviceList& list, long count) {
+    for (long row = 0; row < count; ++row) {
+        wxListEvent event(wxEVT_LIST_ITEM_CHECKED, list.GetId());
+        event.SetEventObject(&list);
+        event.m_itemIndex = row;
+        list.ProcessWindowEvent(event);
+    }
+}
+
 /// The English main window has no button for some features; it obeys their commands all the same.
 void TourSteps::OpenFeature(Window window) {
     Step([window] { Tour::Command(FeatureButton(window)); }, InFront(Window::kScan),

@@ -48,6 +48,10 @@ class TourSteps {
     /// The list of players while the scan dialog is in front.
     static DeviceList* List();
 
+    /// Ticks the first rows of a list of players as clicks do: a change that the program makes is
+    /// told on some systems alone, as the list asks for its rows.
+    static void TickFirst(DeviceList& list, long count);
+
     /// Opens a feature, and chooses the first player for it in the scan dialog.
     void OpenFeature(Window window);
 

@@ -91,13 +91,9 @@ void TourVideoSet::ChoosePlayers() {
     Step(Pressing(kVideoSetScan), all, "pressed Scan: all players are found");
     Step(
         Pressing(kVideoSetScan), [] { return Found()->HasCheckBoxes(); }, "pressed Stop");
-    const auto tick = [] {
-        for (std::size_t i = 0; i < kUsedPlayers; ++i)
-            Found()->CheckItem(static_cast<long>(i), true);
-    };
-    Step(
-        tick, [] { return Found()->IsItemChecked(kUsedPlayers - 1); }, "ticked three players",
-        "video-set-ticked");
+    Step([] { TickFirst(*Found(), kUsedPlayers); },
+         [] { return Found()->IsItemChecked(kUsedPlayers - 1); }, "ticked three players",
+         "video-set-ticked");
 }
 
 void TourVideoSet::ChooseVideos() {
