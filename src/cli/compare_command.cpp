@@ -49,7 +49,7 @@ class Differences {
     }
 
     void TellPlayer(const PlayerComparison& player) {
-        id_ = (player.first ? player.first : player.second)->id;
+        player_ = player.second ? player.second : player.first;
         if (!player.first || !player.second) return TellSide("", player.first != nullptr);
         for (const BlockComparison& block : player.blocks) {
             if (block.sides == BlockComparison::Sides::kBoth)
@@ -60,14 +60,24 @@ class Differences {
         }
     }
 
+    /// Several players may have one ID.
+    [[nodiscard]] Json::Value ObjectOfPlayer() const {
+        DeviceRecord device;
+        device.ip = player_->ip;
+        device.tcpPort = player_->port;
+        device.id = player_->id;
+        device.mac = player_->mac;
+        device.remarks = player_->remark;
+        return sontaro::cli::ObjectOf(device);
+    }
+
     /// What only one side has: the player, or a block.
     void TellSide(const std::string& block, bool isFirst, const std::string& why = {}) {
         const std::string text = Localized(isFirst ? kOnlyFirst : kOnlySecond);
-        table_.Add({id_, block.empty() ? "-" : block, "-",
+        table_.Add({player_->id, block.empty() ? "-" : block, "-",
                     why.empty() ? text : text + " (" + why + ")", "-", "-"});
         if (!output_.IsJson()) return;
-        Json::Value object(Json::objectValue);
-        object["id"] = id_;
+        Json::Value object = ObjectOfPlayer();
         if (!block.empty()) object["block"] = block;
         object["only"] = isFirst ? "first" : "second";
         if (!why.empty()) object["why"] = why;
@@ -76,22 +86,25 @@ class Differences {
 
     void TellBlock(const BlockComparison& block) {
         if (block.isOtherForm)
-            output_.Remark(fmt::sprintf(Localized(kOtherForm), id_, block.kind->name));
+            output_.Remark(fmt::sprintf(Localized(kOtherForm), player_->id, block.kind->name));
         for (const RowDifference& row : block.differences) {
             std::vector<std::string> cells = CellsOf(*block.kind, row);
-            cells.insert(cells.begin(), id_);
+            cells.insert(cells.begin(), player_->id);
             table_.Add(std::move(cells));
+            if (!output_.IsJson()) continue;
             Json::Value object = ObjectOf(*block.kind, row);
-            object["id"] = id_;
-            if (output_.IsJson()) output_.Object(object);
+            const Json::Value known = ObjectOfPlayer();
+            for (const std::string& key : known.getMemberNames()) object[key] = known[key];
+            output_.Object(object);
         }
         if (block.notListed > 0)
-            output_.Remark(fmt::sprintf(Localized(kMore), id_, block.kind->name, block.notListed));
+            output_.Remark(
+                fmt::sprintf(Localized(kMore), player_->id, block.kind->name, block.notListed));
     }
 
     Output& output_;
     CellTable table_;
-    std::string id_;
+    const VenuePlayer* player_ = nullptr;  // as the second side knows it, if that does
     bool differs_ = false;
 };
 

@@ -31,13 +31,14 @@ constexpr LocalText kNothingToDo = {"没有要恢复的不同之处。",
 constexpr CountText kQuestion = {"按此计划恢复 %d 台播放器吗？", "Restore %d player by this plan?",
                                  "Restore %d players by this plan?"};
 constexpr LocalText kRestored = {"%s：已恢复 %s", "%s: restored %s"};
+constexpr LocalText kRemark = {"备注", "remark"};
 constexpr LocalText kRemarkLost = {"备注无法保存：%s", "the remark cannot be kept: %s"};
 
 /// What is to be done to a player.
 struct PlayerPlan {
     std::vector<BlockPlan> blocks = {};
     std::map<std::string, std::string> present = {};  ///< texts, by the names of the blocks
-    std::string remark = {};                          ///< of the player that it replaces
+    std::string remark = {};  ///< of the player that it replaces; empty: its own stays
 
     [[nodiscard]] bool Sends() const {
         return std::ranges::any_of(blocks,
@@ -131,13 +132,16 @@ class RestoreRun {
         plan.blocks = PlanPlayer(*wanted, present.documents, only_, Call().Has(OptionId::kForce));
         for (const BlockReading& block : present.documents.blocks)
             plan.present[block.kind->name] = block.text;
-        if (Call().Has(OptionId::kAs)) plan.remark = wanted->player.remark;
+        if (Call().Has(OptionId::kAs) && present.HasAny() && !player.mac.empty() &&
+            wanted->player.remark != player.remarks)
+            plan.remark = wanted->player.remark;
         PlayerReport report;
         report.failures = present.failures;
         const std::string& mac = wanted->player.mac;
         if (!Call().Has(OptionId::kAs) && !mac.empty() && !player.mac.empty() && mac != player.mac)
             report.remarks.push_back(fmt::sprintf(Localized(kOtherDevice), mac));
         for (const BlockPlan& block : plan.blocks) Describe(block, report);
+        if (!plan.remark.empty()) DescribeRemark(player, plan.remark, report);
         const std::lock_guard lock(mutex_);
         plans_[KeyOf(player)] = std::move(plan);
         return report;
@@ -165,6 +169,18 @@ class RestoreRun {
             report.rows.push_back(CellsOf(*block.kind, row));
         }
         if (const auto refused = FailureOf(block)) report.failures.push_back(*refused);
+    }
+
+    static void DescribeRemark(const DeviceRecord& player, const std::string& remark,
+                               PlayerReport& report) {
+        Json::Value object(Json::objectValue);
+        object["key"] = "remark";
+        object["before"] = player.remarks;
+        object["after"] = remark;
+        object["planned"] = true;
+        report.objects.push_back(std::move(object));
+        report.rows.push_back(
+            {"-", "-", Localized(kRemark), player.remarks.empty() ? "-" : player.remarks, remark});
     }
 
     int Proceed(const std::vector<DeviceRecord>& players) {
@@ -216,13 +232,26 @@ class RestoreRun {
         DeviceRemarks remarks(surroundings_.config / "remarks.json");
         for (const DeviceRecord& player : players) {
             const std::string& remark = plans_.at(KeyOf(player)).remark;
-            if (remark.empty() || player.mac.empty()) continue;
+            if (remark.empty()) continue;
             const Status kept = remarks.SetRemarks(player.mac, remark);
-            if (kept) continue;
+            if (kept) {
+                TellRemark(player);
+                continue;
+            }
             isWhole_ = false;
             Tell(surroundings_.output, player,
                  FailureOf("not-kept", fmt::sprintf(Localized(kRemarkLost), kept.reason())));
         }
+    }
+
+    void TellRemark(const DeviceRecord& player) const {
+        if (!surroundings_.output.IsJson())
+            return surroundings_.output.Line(
+                fmt::sprintf(Localized(kRestored), NameOf(player), Localized(kRemark)));
+        Json::Value object = ObjectOf(player);
+        object["key"] = "remark";
+        object["restored"] = true;
+        surroundings_.output.Object(object);
     }
 
     [[nodiscard]] int EndCode() const {

@@ -10,6 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 struct VenueCommands : CliTest {
@@ -24,6 +25,13 @@ struct VenueCommands : CliTest {
     std::vector<std::string> Both(std::vector<std::string> call) {
         call.insert(call.end(), {"-p", Name(0), "-p", Name(1)});
         return call;
+    }
+    /// A backup of one player, whose remark is "Hall".
+    void WriteBackup(const std::string& mac, const std::string& osd) {
+        auto writer = BackupWriter::Begin({folder / "backups"});
+        ASSERT_TRUE((*writer)->Add(
+            {sontaro::test::PlayerNamed("SIMPLAYER1", mac), {sontaro::test::ReadOf("osd", osd)}}));
+        ASSERT_TRUE((*writer)->Finish());
     }
     void ChangeLine(std::size_t player, const std::string& text) {
         players.Player(player).ChangeState([&](simulator::PlayerState& state) {
@@ -47,6 +55,7 @@ TEST_F(VenueCommands, ABackupIsTheVenueUntilSomethingChangesAndBringsItBack) {
     ASSERT_THAT(differs.Objects(), SizeIs(1)) << differs.results;
     EXPECT_EQ(differs.Objects()[0]["key"], "data/0/texts/0");
     EXPECT_EQ(differs.Objects()[0]["after"], "Changed");
+    EXPECT_EQ(differs.Objects()[0]["ip"], Address(0));
 
     const auto restore = Both({"restore", backup});
     auto trial = restore;
@@ -89,6 +98,21 @@ TEST_F(VenueCommands, APlayerTakesThePlaceOfAnotherOne) {
     EXPECT_EQ(Writes(1), 1);
     replace[replace.size() - 3] = "NOBODY";
     EXPECT_EQ(Run(replace).code, kWrongUse);
+}
+
+TEST_F(VenueCommands, TheRemarkOfAReplacedPlayerIsPlannedAndGivenOnce) {
+    WriteBackup("02:00:7F:00:00:99", players.Player(1).State().osd);
+    const auto replace = [&](std::size_t player) {
+        return Run({"restore", TextOfPath(folder / "backups"), "--as", "SIMPLAYER1", "-p",
+                    Name(player), "--yes", "--json", "--timeout", "0.4"});
+    };
+    SetFault(0, "silent");
+    EXPECT_THAT(replace(0).results, Not(HasSubstr("Hall")));  // nobody is there to be called so
+    const auto objects = replace(1).Objects();
+    ASSERT_THAT(objects, SizeIs(2));
+    EXPECT_EQ(objects[0]["after"], "Hall");
+    EXPECT_TRUE(objects[1]["restored"].asBool());
+    EXPECT_THAT(replace(1).remarks, HasSubstr("nothing differs"));
 }
 
 TEST_F(VenueCommands, APlayerThatIsInABackupTwiceIsRefusedWithBothListed) {
