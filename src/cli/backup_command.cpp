@@ -111,7 +111,8 @@ class BackupRun {
     PlayerReport Back(Session& session, const DeviceRecord& player) {
         if (player.id.empty() && player.mac.empty())
             return PlayerReport::Of(FailureOf("not-identified", Localized(kNobody)));
-        const ReadDocuments read = ReadAll(session, player, AllKinds());
+        ReadDocuments read = ReadAll(session, player, AllKinds());
+        RefuseBroken(read);
         PlayerReport report = ReportOf(read);
         if (surroundings_.stop.stop_requested()) return report;
         if (const Status added = writer_.Add(read.documents); !added)

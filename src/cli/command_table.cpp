@@ -65,7 +65,7 @@ constexpr OptionRow kOptions[] = {
     {kAgain, nullptr, "--again", nullptr, kAnyText, false, kNamed,
      {"重新发送上次未成功的视频", "send exactly what did not end well in the last run"}},
     {kKeep, nullptr, "--keep", "N", kAnyText, false, kNamed,
-     {"只保留最近 N 份备份", "keep the latest N backups"}},
+     {"保留最近 N 份备份，以及只有更早的备份才有的内容", "keep the latest N backups, and what only an older one holds"}},
     {kOnlyChanged, nullptr, "--only-changed", nullptr, kAnyText, false, kNamed,
      {"与上一份备份相同时不新建", "make none that would be the same as the latest"}},
     {kFlat, nullptr, "--flat", nullptr, kAnyText, false, kNamed,

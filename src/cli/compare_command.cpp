@@ -16,6 +16,7 @@ namespace {
 
 constexpr LocalText kOnlyFirst = {"只在第一方", "only on the first side"};
 constexpr LocalText kOnlySecond = {"只在第二方", "only on the second side"};
+constexpr LocalText kNeitherSide = {"两方都没有读到", "read on neither side"};
 constexpr LocalText kMore = {"%s %s：另有 %d 处不同", "%s %s: %d more differences"};
 constexpr LocalText kOtherForm = {"%s %s：值相同，仅写法不同",
                                   "%s %s: the same values in another form"};
@@ -32,6 +33,7 @@ class Differences {
     bool Tell(const std::vector<PlayerComparison>& players) {
         for (const PlayerComparison& player : players) {
             differs_ = differs_ || !player.IsSame();
+            isUncertain_ = isUncertain_ || player.IsUncertain();
             TellPlayer(player);
         }
         if (!output_.IsJson()) {
@@ -41,7 +43,12 @@ class Differences {
         return differs_;
     }
 
+    /// Whether there is something that cannot be told.
+    [[nodiscard]] bool IsUncertain() const { return isUncertain_; }
+
    private:
+    using Sides = BlockComparison::Sides;
+
     static std::vector<std::string> Headings() {
         std::vector<std::string> headings = ChangeHeadings();
         headings.insert(headings.begin(), "ID");
@@ -50,13 +57,13 @@ class Differences {
 
     void TellPlayer(const PlayerComparison& player) {
         player_ = player.second ? player.second : player.first;
-        if (!player.first || !player.second) return TellSide("", player.first != nullptr);
+        if (!player.first || !player.second)
+            return TellSide("", player.first ? Sides::kFirstOnly : Sides::kSecondOnly);
         for (const BlockComparison& block : player.blocks) {
             if (block.sides == BlockComparison::Sides::kBoth)
                 TellBlock(block);
             else
-                TellSide(block.kind->name, block.sides == BlockComparison::Sides::kFirstOnly,
-                         block.why);
+                TellSide(block.kind->name, block.sides, block.why);
         }
     }
 
@@ -72,14 +79,17 @@ class Differences {
     }
 
     /// What only one side has: the player, or a block.
-    void TellSide(const std::string& block, bool isFirst, const std::string& why = {}) {
-        const std::string text = Localized(isFirst ? kOnlyFirst : kOnlySecond);
+    void TellSide(const std::string& block, Sides sides, const std::string& why = {}) {
+        const bool isFirst = sides == Sides::kFirstOnly;
+        const std::string text = Localized(sides == Sides::kNeither ? kNeitherSide
+                                           : isFirst                ? kOnlyFirst
+                                                                    : kOnlySecond);
         table_.Add({player_->id, block.empty() ? "-" : block, "-",
                     why.empty() ? text : text + " (" + why + ")", "-", "-"});
         if (!output_.IsJson()) return;
         Json::Value object = ObjectOfPlayer();
         if (!block.empty()) object["block"] = block;
-        object["only"] = isFirst ? "first" : "second";
+        object["only"] = sides == Sides::kNeither ? "neither" : isFirst ? "first" : "second";
         if (!why.empty()) object["why"] = why;
         output_.Object(object);
     }
@@ -106,6 +116,7 @@ class Differences {
     CellTable table_;
     const VenuePlayer* player_ = nullptr;  // as the second side knows it, if that does
     bool differs_ = false;
+    bool isUncertain_ = false;
 };
 
 int TellTrouble(const Surroundings& surroundings, const std::string& why) {
@@ -116,8 +127,9 @@ int TellTrouble(const Surroundings& surroundings, const std::string& why) {
 int TellResult(const Surroundings& surroundings,
                const Result<std::vector<PlayerComparison>>& comparison, bool isWhole) {
     if (!comparison) return TellTrouble(surroundings, comparison.reason());
-    const bool differs = Differences(surroundings.output).Tell(*comparison);
-    if (!isWhole) return kTrouble;
+    Differences differences(surroundings.output);
+    const bool differs = differences.Tell(*comparison);
+    if (!isWhole || differences.IsUncertain()) return kTrouble;
     return differs ? kSomeFailed : kAllWell;
 }
 
@@ -133,6 +145,7 @@ VenueReading ReadVenueNow(const Surroundings& surroundings, const ChosenPlayers&
     std::mutex mutex;
     const auto read = [&](Session& session, const DeviceRecord& player) {
         ReadDocuments documents = ReadAll(session, player, AllKinds());
+        RefuseBroken(documents);
         PlayerReport report;
         report.failures = documents.failures;
         const std::lock_guard lock(mutex);

@@ -22,6 +22,10 @@ struct ReadDocuments {
 [[nodiscard]] ReadDocuments ReadAll(Session& session, const DeviceRecord& player,
                                     std::span<const SettingsBlockKind* const> kinds);
 
+/// Counts documents that end halfway, as those that were cut on the player, as failures:
+/// `unreadable`.
+void RefuseBroken(ReadDocuments& read);
+
 /// All blocks.
 [[nodiscard]] std::vector<const SettingsBlockKind*> AllKinds();
 

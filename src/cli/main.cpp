@@ -29,6 +29,7 @@ bool IsTextWanted(const std::vector<std::string>& arguments) {
 
 int Run(const std::vector<std::string>& arguments) {
     SurviveClosedPipes();
+    MakeFilesPrivate();
     std::stop_source stop;
     StandardRemarks remarks;
     StandardOutput results([&] {

@@ -19,6 +19,10 @@ namespace sontaro::cli {
 /// Whether what is written in Chinese can be read. A file or a pipe takes anything.
 [[nodiscard]] bool ShowsChinese();
 
+/// Has the files and folders that the program makes be the user's alone, where the system knows
+/// such. Called once, at the start.
+void MakeFilesPrivate();
+
 /// A line that the user has typed; none at the end of the input, or when the program is to end.
 [[nodiscard]] std::optional<std::string> ReadTypedLine(const std::stop_token& stop);
 /// Waits until there is something to read; false when the program is to end before.

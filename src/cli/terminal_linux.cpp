@@ -1,4 +1,5 @@
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -42,6 +43,8 @@ bool ShowsChinese() {
     // The system's own console has no room for so many characters.
     return IsUtf8Locale() && Environment("TERM") != "linux";
 }
+
+void MakeFilesPrivate() { umask(S_IRWXG | S_IRWXO); }
 
 void KeepBytesOfOutput() {}  // it never does anything else
 

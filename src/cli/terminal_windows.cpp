@@ -19,6 +19,8 @@ bool ShowsChinese() {
     return SystemLanguage() == Language::kChinese;
 }
 
+void MakeFilesPrivate() {}  // the folders that they stand in are the user's
+
 void KeepBytesOfOutput() { _setmode(_fileno(stdout), _O_BINARY); }
 
 // Ctrl+C ends what waits for a line.

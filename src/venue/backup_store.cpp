@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <set>
+#include <tuple>
 
 #include "base/file.h"
 #include "base/folders.h"
@@ -38,6 +40,18 @@ bool HasFailures(const BackupManifest& manifest) {
             return block.outcome == BlockReading::Outcome::kFailed;
         });
     });
+}
+
+/// What was read of a player: its ID and MAC address, and the block.
+using HeldBlocks = std::set<std::tuple<std::string, std::string, const SettingsBlockKind*>>;
+
+/// Adds what a backup has read. Whether there was anything that was not held yet.
+bool AddHeld(const BackupManifest& manifest, HeldBlocks& held) {
+    const std::size_t before = held.size();
+    for (const ManifestPlayer& entry : manifest.players)
+        for (const ManifestBlock& block : entry.blocks)
+            if (block.hasFile) held.emplace(entry.player.id, entry.player.mac, block.kind);
+    return held.size() > before;
 }
 
 }  // namespace
@@ -161,12 +175,14 @@ Result<std::size_t> BackupStore::RemoveAllBut(std::size_t count) {
     std::size_t whole = 0;
     std::size_t removed = 0;
     bool hasSound = false;  // among those that are left
+    HeldBlocks held;
     for (const fs::path& folder : Folders()) {
         const auto backup = Backup::OpenOwn(folder);
         if (!backup) continue;
         const bool isFirstSound = !hasSound && !HasFailures(backup->Manifest());
         hasSound = hasSound || isFirstSound;
-        if (++whole <= std::max<std::size_t>(count, 1) || isFirstSound) continue;
+        const bool isOnlyOne = AddHeld(backup->Manifest(), held);
+        if (++whole <= std::max<std::size_t>(count, 1) || isFirstSound || isOnlyOne) continue;
         if (const Status gone = backup_files::RemoveBackup(folder); !gone)
             return Error{gone.reason()};
         ++removed;

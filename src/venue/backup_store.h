@@ -60,7 +60,8 @@ class BackupStore {
     /// The latest whole one; none when there is none.
     [[nodiscard]] std::optional<Backup> Latest() const;
     /// Removes the oldest whole ones until `count`, at least 1, are left; the latest without a
-    /// failure is left in any case. What is no whole backup stays, and so does what nobody here has
+    /// failure is left in any case, and so is what holds a document of a player that no later one
+    /// has. What is no whole backup stays, and so does what nobody here has
     /// written. Returns how many are gone. The caller holds the folder's lock.
     [[nodiscard]] Result<std::size_t> RemoveAllBut(std::size_t count);
     /// Removes what killed runs have left, which says that it is unfinished. Likewise.

@@ -205,10 +205,14 @@ void AddBesideRows(const SettingsBlockKind& kind, const std::string& first,
     comparison.isOtherForm = differences.empty();
 }
 
+bool HasFailed(const BlockReading* reading) {
+    return reading != nullptr && reading->outcome == BlockReading::Outcome::kFailed;
+}
+
 /// The block of a player that has no such player on the other side, or could not be read there.
 BlockComparison OneSided(const BlockReading& reading, Sides sides, const BlockReading* other) {
     BlockComparison comparison{reading.kind, sides};
-    if (other && other->outcome == BlockReading::Outcome::kFailed) comparison.why = other->why;
+    if (HasFailed(other)) comparison.why = other->why;
     return comparison;
 }
 
@@ -269,6 +273,8 @@ PlayerComparison ComparePlayers(const PlayerDocuments& first, const PlayerDocume
             comparison.blocks.push_back(OneSided(*one, Sides::kFirstOnly, other));
         } else if (IsRead(other)) {
             comparison.blocks.push_back(OneSided(*other, Sides::kSecondOnly, one));
+        } else if (const BlockReading* failed = HasFailed(one) ? one : other; HasFailed(failed)) {
+            comparison.blocks.push_back(OneSided(*failed, Sides::kNeither, failed));
         }
     }
     return comparison;

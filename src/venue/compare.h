@@ -11,7 +11,7 @@ namespace sontaro {
 
 /// What two documents of a block differ in.
 struct BlockComparison {
-    enum class Sides : std::uint8_t { kBoth, kFirstOnly, kSecondOnly };
+    enum class Sides : std::uint8_t { kBoth, kFirstOnly, kSecondOnly, kNeither };
 
     const SettingsBlockKind* kind = nullptr;
     Sides sides = Sides::kBoth;  ///< where the block was read
@@ -20,7 +20,7 @@ struct BlockComparison {
     /// whole: its path is empty.
     std::vector<RowDifference> differences = {};
     std::size_t notListed = 0;  ///< differences beyond `kMostDifferences`
-    std::string why = {};       ///< of a block that could not be read on one side
+    std::string why = {};       ///< of a block that could not be read on one side, or on both
     /// No value differs, but how they are written down, or described: keys that are left out where
     /// they stand for what is meant without them, the captions and limits of settings that describe
     /// themselves, the order of their elements, kinds of numbers.
@@ -34,10 +34,17 @@ struct BlockComparison {
 
 /// A player of either side, or both.
 struct PlayerComparison {
-    const VenuePlayer* first = nullptr;        ///< absent: only the second side has it
-    const VenuePlayer* second = nullptr;       ///< absent: only the first side has it
-    std::vector<BlockComparison> blocks = {};  ///< those that differ, if in their form alone
+    const VenuePlayer* first = nullptr;   ///< absent: only the second side has it
+    const VenuePlayer* second = nullptr;  ///< absent: only the first side has it
+    /// Those that differ, if in their form alone, or that cannot be told.
+    std::vector<BlockComparison> blocks = {};
 
+    /// Whether a block could be read on neither side.
+    [[nodiscard]] bool IsUncertain() const {
+        return std::ranges::any_of(blocks, [](const BlockComparison& block) {
+            return block.sides == BlockComparison::Sides::kNeither;
+        });
+    }
     /// Whether all values are the same.
     [[nodiscard]] bool IsSame() const {
         return first != nullptr && second != nullptr &&
@@ -52,8 +59,9 @@ inline constexpr std::size_t kMostDifferences = 1000;
 [[nodiscard]] BlockComparison CompareTexts(const SettingsBlockKind& kind, const std::string& first,
                                            const std::string& second);
 
-/// Compares the blocks of a player. One that both sides lack for whatever reason does not differ.
-/// The players' facts outlive the comparison.
+/// Compares the blocks of a player. One that neither side supports or was asked for does not
+/// differ; one that neither has, as it could not be read, cannot be told. The players' facts
+/// outlive the comparison.
 [[nodiscard]] PlayerComparison ComparePlayers(const PlayerDocuments& first,
                                               const PlayerDocuments& second);
 

@@ -79,6 +79,14 @@ TEST_F(VenueCommands, WhatAPlayerDoesNotSupportIsNoFailureAndWhatItDoesNotAnswer
     SetFault(0, "unread=16");
     Backup({"-p", Name(0), "--timeout", "0.4"});
     EXPECT_EQ(last.code, kSomeFailed);
+    const Told same = Run({"compare", TextOfPath(folder / "backups"),
+                           last.Objects().back()["backup"].asString(), "--json"});
+    EXPECT_EQ(same.code, kTrouble);
+    EXPECT_EQ(same.Objects().at(0)["only"], "neither");
+    SetFault(0, "bad-json");
+    EXPECT_EQ(Backup({"-p", Name(0)}), "");
+    EXPECT_EQ(last.code, kSomeFailed);
+    EXPECT_EQ(last.Objects().at(0)["error"]["end"], "unreadable");
     SetFault(0, "silent");
     EXPECT_EQ(Backup({"-p", Name(0), "--timeout", "0.3"}), "");
     EXPECT_EQ(last.code, kSomeFailed);

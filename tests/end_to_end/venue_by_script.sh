@@ -27,6 +27,9 @@ cli find --expect "$work/hall.txt" --json >"$work/found"
 expect 1 cli find -p HALL1 -p HALL9
 grep -q HALL9 "$work/last.log" || fail "it is not told who is missing"
 
+others=$(find "$work/data" -mindepth 1 -perm /077)
+[ -z "$others" ] || fail "others may read $others"
+
 everyone=(--expect "$work/hall.txt")
 backup=$(cli backup "$work/backups" "${everyone[@]}" --json | jq -r 'select(.backup).backup')
 [ "$(jq '.players | length' "$backup/manifest.json")" = 3 ] || fail "the backup has other players"

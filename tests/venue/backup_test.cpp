@@ -236,6 +236,10 @@ TEST_F(Backups, AreKeptUpToANumberButNeverWithoutAWholeOne) {
     failed.blocks = {FailureOf("osd")};
     Write(plan, {failed});  // the latest that has everything is not lost for it
     EXPECT_THAT(Names(), ElementsAre(kSecond, kFirst, "20261112T203000Z!"));
+    plan = OnDay(23);
+    plan.keep = 1;
+    Write(plan, {{PlayerNamed("B"), {ReadOf("osd", "{}")}}});  // nor is what a missing player had
+    EXPECT_THAT(Names(), ElementsAre("20261123T203000Z", kFirst, "20261112T203000Z!"));
 }
 
 TEST_F(Backups, AreNotMadeWhenNothingHasChanged) {
