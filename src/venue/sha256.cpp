@@ -27,8 +27,11 @@ using Words = std::array<std::uint32_t, std::size(kRounds)>;
 
 Words Schedule(const std::uint8_t* block) {
     Words words{};
-    for (std::size_t i = 0; i < 16; ++i)
-        for (std::size_t byte = 0; byte < 4; ++byte) words[i] = words[i] << 8 | block[4 * i + byte];
+    for (std::size_t i = 0; i < 16; ++i) {
+        const std::uint8_t* bytes = block + 4 * i;
+        words[i] = std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
+                   std::uint32_t{bytes[2]} << 8 | bytes[3];
+    }
     for (std::size_t i = 16; i < words.size(); ++i) {
         const std::uint32_t near = words[i - 2];
         const std::uint32_t far = words[i - 15];
@@ -42,22 +45,31 @@ Words Schedule(const std::uint8_t* block) {
 
 void Sha256::AddBlock(const std::uint8_t* block) {
     const Words words = Schedule(block);
-    auto [a, b, c, d, e, f, g, h] = state_;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        const std::uint32_t first = h + (std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25)) +
-                                    ((e & f) ^ (~e & g)) + kRounds[i] + words[i];
-        const std::uint32_t second =
-            (std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22)) + ((a & b) ^ (a & c) ^ (b & c));
-        h = g;
-        g = f;
-        f = e;
-        e = d + first;
-        d = c;
-        c = b;
-        b = a;
-        a = first + second;
+    std::array<std::uint32_t, 8> mixed = state_;
+    // Eight rounds bring every word back to its place: none is moved.
+    const auto round = [&](std::size_t number, std::size_t turn) {
+        const auto word = [&](std::size_t place) -> std::uint32_t& {
+            return mixed[(place + 8 - turn) % 8];
+        };
+        const std::uint32_t a = word(0);
+        const std::uint32_t e = word(4);
+        const std::uint32_t first =
+            word(7) + (std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25)) +
+            ((e & word(5)) ^ (~e & word(6))) + kRounds[number] + words[number];
+        word(3) += first;
+        word(7) = first + (std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22)) +
+                  ((a & word(1)) ^ (a & word(2)) ^ (word(1) & word(2)));
+    };
+    for (std::size_t i = 0; i < words.size(); i += 8) {
+        round(i, 0);
+        round(i + 1, 1);
+        round(i + 2, 2);
+        round(i + 3, 3);
+        round(i + 4, 4);
+        round(i + 5, 5);
+        round(i + 6, 6);
+        round(i + 7, 7);
     }
-    const std::array<std::uint32_t, 8> mixed = {a, b, c, d, e, f, g, h};
     for (std::size_t i = 0; i < state_.size(); ++i) state_[i] += mixed[i];
 }
 
