@@ -51,14 +51,14 @@ void Sha256::AddBlock(const std::uint8_t* block) {
         const auto word = [&](std::size_t place) -> std::uint32_t& {
             return mixed[(place + 8 - turn) % 8];
         };
-        const std::uint32_t a = word(0);
-        const std::uint32_t e = word(4);
+        const std::uint32_t head = word(0);
+        const std::uint32_t middle = word(4);
         const std::uint32_t first =
-            word(7) + (std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25)) +
-            ((e & word(5)) ^ (~e & word(6))) + kRounds[number] + words[number];
+            word(7) + (std::rotr(middle, 6) ^ std::rotr(middle, 11) ^ std::rotr(middle, 25)) +
+            ((middle & word(5)) ^ (~middle & word(6))) + kRounds[number] + words[number];
         word(3) += first;
-        word(7) = first + (std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22)) +
-                  ((a & word(1)) ^ (a & word(2)) ^ (word(1) & word(2)));
+        word(7) = first + (std::rotr(head, 2) ^ std::rotr(head, 13) ^ std::rotr(head, 22)) +
+                  ((head & word(1)) ^ (head & word(2)) ^ (word(1) & word(2)));
     };
     for (std::size_t i = 0; i < words.size(); i += 8) {
         round(i, 0);
